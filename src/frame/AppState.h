@@ -1,0 +1,73 @@
+#pragma once
+// The process-wide values of the monitor, in one object owned by the running program
+// and passed by reference. Nothing here is global, so tests build as many programs as
+// they like. Paths carry no trailing separator.
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "base/Text.h"
+#include "engine/TransferUpdate.h"
+#include "jobstore/ScheduleRecord.h"
+#include "platform/Platform.h"
+
+namespace frame {
+
+using base::Text;
+
+// The scrambled password store lives with the account code, above this layer; the
+// settings routines reach it through this interface when their secure flag is set.
+class ISecureStore {
+ public:
+  virtual ~ISecureStore() = default;
+  virtual Text ReadSecure(const Text& keyName) = 0;
+  virtual void WriteSecure(const Text& keyName, const Text& value) = 0;
+};
+
+struct AppState {
+  explicit AppState(platform::Platform& p) : platform(p) {}
+
+  platform::Platform& platform;
+  ISecureStore* secureStore = nullptr;
+
+  // Start-up and paths.
+  Text ProgramFolder;
+  Text DataRoot;
+  Text ScheduleFilePath;
+  Text ServiceLogPath;
+  Text MailFilePath;
+  Text BacksetFilePath;
+  Text SessionFilePath;
+  Text UserName;
+  std::uintptr_t MonitorMutexHandle = 0;
+
+  // Per-job log names set by the notification and dial-up handling.
+  Text CurrentLogName;
+  Text CurrentSessionFile;
+
+  // Branding, from images\Config.txt.
+  Text AppTitle = u"Corvane for Windows";
+
+  // The engine objects (always both, and the one of the installed type).
+  std::shared_ptr<engine::EngineObject> ServiceEngine;
+  std::shared_ptr<engine::EngineObject> BackgroundEngine;
+  std::shared_ptr<engine::EngineObject> ActiveEngine;
+
+  // The job store's in-memory copy of scheduleData.txt and the state line last read.
+  std::vector<jobstore::ScheduleRecord> Jobs;
+  long RecordCount = 0;
+  Text StateLine;
+
+  // The engine's progress, pushed by the callback and drawn by the tick.
+  engine::TransferUpdate Transfer;
+  bool TransferSeen = false;
+  bool UpdateWaiting = false;
+  bool StopSeen = false;
+  Text PaneFlag;
+
+  // Folder helpers.
+  Text CommonFolder() const { return DataRoot + u"\\QVCOMMON"; }
+  Text CommonFile(const Text& name) const { return CommonFolder() + u"\\" + name; }
+};
+
+}  // namespace frame
