@@ -1,0 +1,57 @@
+#include "platform/TextFile.h"
+
+#include "base/Utf16.h"
+
+namespace platform {
+
+std::vector<Text> TextFile::SplitLines(base::TextView units) {
+  std::vector<Text> lines;
+  size_t start = 0;
+  for (size_t i = 0; i < units.size(); ++i) {
+    if (units[i] != u'\n') continue;
+    size_t end = (i > start && units[i - 1] == u'\r') ? i - 1 : i;
+    lines.emplace_back(units.substr(start, end - start));
+    start = i + 1;
+  }
+  if (start < units.size()) lines.emplace_back(units.substr(start));
+  return lines;
+}
+
+std::optional<Text> TextFile::ReadText(IFileSystem& fs, const Text& path) {
+  auto bytes = fs.ReadAll(path);
+  if (!bytes) return std::nullopt;
+  return base::DecodeUtf16Le(*bytes).units;
+}
+
+std::optional<std::vector<Text>> TextFile::ReadLines(IFileSystem& fs, const Text& path) {
+  auto units = ReadText(fs, path);
+  if (!units) return std::nullopt;
+  return SplitLines(*units);
+}
+
+bool TextFile::Create(IFileSystem& fs, const Text& path, bool overwrite) {
+  if (!overwrite && fs.FileExists(path)) return true;
+  return fs.WriteAll(path, base::kUtf16Bom);
+}
+
+bool TextFile::WriteLines(IFileSystem& fs, const Text& path, const std::vector<Text>& lines) {
+  std::string bytes(base::kUtf16Bom);
+  for (const auto& line : lines) {
+    bytes += base::EncodeUtf16Le(line);
+    bytes += base::EncodeUtf16Le(u"\r\n");
+  }
+  return fs.WriteAll(path, bytes);
+}
+
+bool TextFile::AppendLine(IFileSystem& fs, const Text& path, base::TextView line) {
+  if (!fs.FileExists(path) && !fs.WriteAll(path, base::kUtf16Bom)) return false;
+  Text withEnd(line);
+  withEnd += u"\r\n";
+  return fs.Append(path, base::EncodeUtf16Le(withEnd));
+}
+
+bool TextFile::AppendBytes(IFileSystem& fs, const Text& path, std::string_view bytes) {
+  return fs.Append(path, bytes);
+}
+
+}  // namespace platform

@@ -1,0 +1,28 @@
+#pragma once
+// The file system through std::filesystem. On Linux a Windows path's '\' separators
+// become '/', so the product's composed paths work on a native folder.
+#include <filesystem>
+
+#include "platform/FileSystem.h"
+
+namespace platform {
+
+class PortableFileSystem : public IFileSystem {
+ public:
+  static std::filesystem::path ToNative(const Text& path);
+
+  bool FileExists(const Text& path) override;
+  bool FolderExists(const Text& path) override;
+  bool CreateFolder(const Text& path) override;
+  bool DeleteFile(const Text& path) override;
+  std::optional<std::string> ReadAll(const Text& path) override;
+  std::optional<std::string> ReadRange(const Text& path, std::uint64_t offset,
+                                       std::size_t count) override;
+  std::optional<std::uint64_t> FileSize(const Text& path) override;
+  bool WriteAll(const Text& path, std::string_view bytes) override;
+  bool Append(const Text& path, std::string_view bytes) override;
+  std::vector<FileEntry> List(const Text& folder, const Text& pattern) override;
+  bool SetCurrentFolder(const Text& path) override;
+};
+
+}  // namespace platform
