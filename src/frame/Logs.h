@@ -32,8 +32,10 @@ Text LogStamp(AppState& app);
 Text ActivityLine(const Text& stamp, const Text& message, int type);
 Text MonitorTraceLine(const Text& stamp, const Text& message, int type);
 
-// The trace line of a last-resort handler: "Error Reason :<description> in procedure <proc> of <module>".
-void TraceFailure(AppState& app, const base::ErrorInfo& error, const Text& procedure,
-                  const Text& module);
+// The line of a last-resort handler: prefix, the error's description, then (when
+// given) a blank and the place, e.g. "Error Reason :" ... "in procedure Decrypt of Module modGeneral".
+Text ErrorLine(const Text& prefix, const base::ErrorInfo& error, const Text& where = Text());
+void TraceError(AppState& app, const Text& prefix, const base::ErrorInfo& error,
+                const Text& where = Text());
 
 }  // namespace frame

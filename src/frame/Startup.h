@@ -1,6 +1,8 @@
 #pragma once
 // The program's entry: data root, write permission, the single instance, the engine
 // objects, the monitor window shown or hidden in the tray.
+#include <optional>
+
 #include "base/Text.h"
 #include "frame/AppState.h"
 
@@ -14,8 +16,10 @@ class IStartupSteps {
   virtual ~IStartupSteps() = default;
   virtual void CreateEngines(AppState& app) = 0;          // step 6
   virtual void LoadMonitorWindow(AppState& app) = 0;      // step 9 (the window's load steps)
-  // Step 11, in twips, in the order width, height, top, left.
-  virtual void ApplyGeometry(AppState& app, long width, long height, long top, long left) = 0;
+  // Step 11, in twips, applied in the order width, height, top, left; a value that
+  // did not convert to a number is passed over on its own.
+  virtual void ApplyGeometry(AppState& app, std::optional<long> width, std::optional<long> height,
+                             std::optional<long> top, std::optional<long> left) = 0;
   virtual void HideFromTaskBar(AppState& app) = 0;        // step 12
   virtual void ShowFromTaskBar(AppState& app) = 0;        // step 13
   virtual void ShowLogInWindow(AppState& app) = 0;        // step 14

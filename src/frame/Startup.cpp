@@ -1,0 +1,121 @@
+#include "frame/Startup.h"
+
+#include <cmath>
+
+#include "base/Guarded.h"
+#include "frame/Logs.h"
+#include "frame/Settings.h"
+#include "platform/TextFile.h"
+
+namespace frame {
+
+Text SettleDataRoot(AppState& app) {
+  auto& p = app.platform;
+  std::optional<Text> osName;
+  if (p.osName) osName = p.osName->OsName();
+  if (osName && base::ToLower(*osName) == u"vista") {
+    Text profile = p.system->Environment(u"USERPROFILE").value_or(Text());
+    app.DataRoot = profile + u"\\AppData\\Local\\Corvane";
+    if (!p.fs->FolderExists(app.DataRoot)) p.fs->CreateFolder(app.DataRoot);
+  } else {
+    app.DataRoot = app.ProgramFolder;
+  }
+  return app.DataRoot;
+}
+
+bool WritePermissionCheck(AppState& app) {
+  bool ok = true;
+  base::Guarded(
+      [&] {
+        auto& fs = *app.platform.fs;
+        Text candidate = app.ProgramFolder + u"\\PermCheck.dat";
+        if (!fs.FileExists(candidate)) candidate = app.CommonFile(u"SerTraceFile.txt");
+        if (fs.FileExists(candidate))
+          ok = platform::TextFile::WriteLines(fs, candidate, {u"Write Permission check"});
+      },
+      [&](const base::ErrorInfo&) { ok = false; });
+  return ok;
+}
+
+bool InstanceGuard(AppState& app) {
+  auto& mutex = *app.platform.mutex;
+  auto created = mutex.CreateMutex(kInstanceMutexName, true);
+  app.MonitorMutexHandle = created.handle;
+  if (created.lastError == platform::kErrorAlreadyExists ||
+      created.lastError == platform::kErrorAccessDenied) {
+    // Closed first and released after, as it always was; the release finds no handle.
+    mutex.CloseHandle(created.handle);
+    mutex.ReleaseMutex(created.handle);
+    return false;
+  }
+  return true;
+}
+
+void SetBacksetFilePath(AppState& app) {
+  Text common = app.CommonFile(u"BacksetData.txt");
+  if (app.platform.fs->FileExists(common)) {
+    app.BacksetFilePath = common;
+  } else {
+    app.BacksetFilePath = app.CommonFile(base::Trim(app.UserName) + u"\\BacksetData.txt");
+  }
+}
+
+namespace {
+
+std::optional<long> ToTwips(const Text& value) {
+  if (!base::IsNumeric(value)) return std::nullopt;
+  // Halves go to the even neighbour, as the conversion of the stored text always did.
+  return static_cast<long>(std::nearbyint(base::LeadingNumber(value)));
+}
+
+void RestoreGeometry(AppState& app, IStartupSteps& steps) {
+  Text width = ReadSetting(app, u"MonWidth");
+  Text height = ReadSetting(app, u"MonHeight");
+  Text top = ReadSetting(app, u"MonTop");
+  Text left = ReadSetting(app, u"MonLeft");
+  if (base::IsBlank(width) || base::IsBlank(height) || base::IsBlank(top) || base::IsBlank(left))
+    return;
+  steps.ApplyGeometry(app, ToTwips(width), ToTwips(height), ToTwips(top), ToTwips(left));
+}
+
+}  // namespace
+
+MainResult Main(AppState& app, IStartupSteps& steps) {
+  auto& p = app.platform;
+  if (app.ProgramFolder.empty()) app.ProgramFolder = p.system->ProgramFolder();
+
+  SettleDataRoot(app);
+  app.ScheduleFilePath = app.CommonFile(u"scheduleData.txt");
+  app.ServiceLogPath = app.CommonFile(u"QVWServiceLog.txt");
+  app.MailFilePath = app.CommonFile(u"Mailid.txt");
+
+  if (!WritePermissionCheck(app)) return MainResult::NoWritePermission;
+
+  p.fs->SetCurrentFolder(app.ProgramFolder);
+
+  if (!InstanceGuard(app)) return MainResult::AlreadyRunning;
+  if (p.system->PreviousInstanceRunning()) {
+    WriteTrace(app, u"There is an instance of this Monitor application already running.");
+    return MainResult::AlreadyRunning;
+  }
+
+  base::Guarded([&] { steps.CreateEngines(app); }, [](const base::ErrorInfo&) {});
+  app.UserName = ReadSetting(app, u"UserName");
+  SetBacksetFilePath(app);
+
+  base::Guarded([&] { steps.LoadMonitorWindow(app); }, [](const base::ErrorInfo&) {});
+
+  bool minimised = p.system->CommandLine() == u"Min";
+  base::Guarded([&] { RestoreGeometry(app, steps); }, [](const base::ErrorInfo&) {});
+  if (minimised) {
+    base::Guarded([&] { steps.HideFromTaskBar(app); }, [](const base::ErrorInfo&) {});
+    WriteTrace(app, u"HideFromTaskBar called from the Monitor.");
+  } else {
+    base::Guarded([&] { steps.ShowFromTaskBar(app); }, [](const base::ErrorInfo&) {});
+    WriteTrace(app, u"ShowFromTaskBar called from the Monitor.");
+  }
+  base::Guarded([&] { steps.ShowLogInWindow(app); }, [](const base::ErrorInfo&) {});
+  return MainResult::Run;
+}
+
+}  // namespace frame
