@@ -8,6 +8,7 @@
 
 #include "base/Text.h"
 #include "engine/TransferUpdate.h"
+#include "jobstore/JobStoreState.h"
 #include "jobstore/ScheduleRecord.h"
 #include "platform/Platform.h"
 
@@ -57,6 +58,8 @@ struct AppState {
   std::vector<jobstore::ScheduleRecord> Jobs;
   long RecordCount = 0;
   Text StateLine;
+  // The rest of the job store's module state (Backup Now watch, set and mail lists).
+  jobstore::JobStoreState Store;
 
   // The engine's progress, pushed by the callback and drawn by the tick.
   engine::TransferUpdate Transfer;
