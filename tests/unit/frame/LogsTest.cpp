@@ -1,0 +1,106 @@
+#include <gtest/gtest.h>
+
+#include "frame/Logs.h"
+#include "support/FrameFixture.h"
+
+using base::Text;
+using testkit::FrameFixture;
+
+namespace {
+
+class LogsTest : public ::testing::Test, public FrameFixture {};
+
+const Text kStamp = u"11/15/2026 05:25:27";
+
+TEST_F(LogsTest, ActivityLineGoesToJobLogAndActivityLogWithLocaleStamp) {
+  fake.locale.dateSeparator = u".";
+  fake.locale.timeSeparator = u"-";
+  frame::WriteActivityLog(app, u"Could not reach the server", frame::kError);
+
+  const Text expected = u"Error       : 11.15.2026 05-25-27 : Could not reach the server";
+  EXPECT_EQ(Lines(app.ServiceLogPath), std::vector<Text>{expected});
+  EXPECT_EQ(Lines(Common(u"logs\\.txt")), std::vector<Text>{expected});
+  EXPECT_FALSE(fake.fs.FolderExists(Common(u"Session")));
+  // A UTF-16 file with its byte-order mark and CR LF.
+  std::string bytes = fake.fs.Bytes(app.ServiceLogPath);
+  EXPECT_EQ(bytes.substr(0, 2), "\xFF\xFE");
+  EXPECT_EQ(bytes.substr(bytes.size() - 4), std::string("\r\0\n\0", 4));
+}
+
+TEST_F(LogsTest, SessionFileGetsTheLineOnlyWhileNamed) {
+  app.CurrentLogName = u"Job1";
+  app.CurrentSessionFile = u"S1.txt";
+  frame::WriteActivityLog(app, u"Started", frame::kInformation);
+  EXPECT_EQ(Lines(Common(u"Session\\S1.txt")).size(), 1u);
+  EXPECT_EQ(Lines(Common(u"logs\\Job1.txt")).front(), u"Information : " + kStamp + u" : Started");
+}
+
+TEST_F(LogsTest, BlankMessageAndUnknownTypeLeaveEmptyLines) {
+  frame::WriteActivityLog(app, u"   ", frame::kSuccess);
+  frame::WriteActivityLog(app, u"text", 7);
+  EXPECT_EQ(Lines(app.ServiceLogPath), (std::vector<Text>{u"", u""}));
+  EXPECT_EQ(Lines(Common(u"logs\\.txt")), (std::vector<Text>{u"", u""}));
+}
+
+TEST_F(LogsTest, MessageIsCutAtNul) {
+  frame::WriteActivityLog(app, Text(u"abc\0def", 7), frame::kSuccess);
+  EXPECT_EQ(Lines(app.ServiceLogPath).front(), u"Success     : " + kStamp + u" : abc");
+}
+
+TEST_F(LogsTest, LoggedOutWithBlankAddsSingleByteSeparatorToActivityAndJobLogOnly) {
+  app.CurrentSessionFile = u"S.txt";
+  frame::WriteActivityLog(app, u"user logged out ", frame::kInformation);
+  frame::WriteTrace(app, u"trace line");
+
+  const std::string separator = std::string(104, '_') + "\r\n";
+  for (const Text& path : {app.ServiceLogPath, Common(u"logs\\.txt")}) {
+    std::string bytes = fake.fs.Bytes(path);
+    ASSERT_GE(bytes.size(), separator.size());
+    EXPECT_EQ(bytes.substr(bytes.size() - separator.size()), separator) << testkit::U8(path);
+  }
+  EXPECT_EQ(fake.fs.Bytes(Common(u"Session\\S.txt")).find('_'), std::string::npos);
+  EXPECT_EQ(fake.fs.Bytes(Common(u"SerTraceFile.txt")).find("__"), std::string::npos);
+
+  // Without the trailing blank the last eleven characters differ: no separator.
+  platform::FakePlatform other;
+  frame::AppState app2(other.Get());
+  app2.DataRoot = u"C:\\R";
+  app2.ServiceLogPath = u"C:\\R\\QVCOMMON\\QVWServiceLog.txt";
+  other.fs.AddFolders(u"C:\\R");
+  frame::WriteActivityLog(app2, u"user logged out", frame::kInformation);
+  EXPECT_EQ(other.fs.Bytes(app2.ServiceLogPath).find('_'), std::string::npos);
+}
+
+TEST_F(LogsTest, LinesAfterTheSeparatorStillReadAsUnits) {
+  frame::WriteActivityLog(app, u"a logged out ", frame::kInformation);
+  frame::WriteActivityLog(app, u"next", frame::kInformation);
+  auto lines = Lines(app.ServiceLogPath);
+  // The separator's bytes pair up into units; the line after it still ends normally.
+  ASSERT_EQ(lines.size(), 2u);
+  EXPECT_EQ(lines[1].substr(0, 52), Text(52, char16_t(0x5F5F)));
+  EXPECT_TRUE(base::EndsWith(lines[1], u" : next"));
+}
+
+TEST_F(LogsTest, TraceCreatesFolderAndFileWithMarkAndTrimsLine) {
+  EXPECT_FALSE(fake.fs.FolderExists(app.CommonFolder()));
+  frame::WriteTrace(app, u"  Enter Main  ");
+  EXPECT_EQ(fake.fs.Bytes(Common(u"SerTraceFile.txt")).substr(0, 2), "\xFF\xFE");
+  EXPECT_EQ(Lines(Common(u"SerTraceFile.txt")), std::vector<Text>{u"Enter Main"});
+}
+
+TEST_F(LogsTest, MonitorTraceKindsAndTwoBlanksBehindTheColon) {
+  frame::WriteMonitorTrace(app, u"refused", frame::kError);
+  frame::WriteMonitorTrace(app, u"ignored", 3);
+  EXPECT_EQ(Lines(Common(u"SerTraceFile.txt")),
+            (std::vector<Text>{u"Error       (QVMonitor) : " + kStamp + u" :  refused", u""}));
+}
+
+TEST_F(LogsTest, UnwritableLogLosesTheLineSilently) {
+  fake.fs.AddFolders(Common(u"logs"));
+  fake.fs.PutFile(app.ServiceLogPath, "\xFF\xFE");
+  fake.fs.SetLocked(app.ServiceLogPath, true);
+  frame::WriteActivityLog(app, u"lost", frame::kInformation);
+  EXPECT_EQ(Lines(Common(u"logs\\.txt")).size(), 1u);
+}
+
+}  // namespace

@@ -1,0 +1,172 @@
+#include <gtest/gtest.h>
+
+#include "frame/Logs.h"
+#include "frame/Settings.h"
+#include "frame/Startup.h"
+#include "support/FrameFixture.h"
+
+using base::Text;
+using frame::MainResult;
+using testkit::FrameFixture;
+
+namespace {
+
+struct RecordingSteps : frame::IStartupSteps {
+  void CreateEngines(frame::AppState&) override { calls.push_back("engines"); }
+  void LoadMonitorWindow(frame::AppState& app) override {
+    calls.push_back("load");
+    userAtLoad = app.UserName;
+  }
+  void ApplyGeometry(frame::AppState&, std::optional<long> w, std::optional<long> h,
+                     std::optional<long> t, std::optional<long> l) override {
+    calls.push_back("geometry");
+    geometry = {w, h, t, l};
+  }
+  void HideFromTaskBar(frame::AppState&) override { calls.push_back("hide"); }
+  void ShowFromTaskBar(frame::AppState&) override { calls.push_back("show"); }
+  void ShowLogInWindow(frame::AppState&) override { calls.push_back("log"); }
+
+  std::vector<std::string> calls;
+  std::vector<std::optional<long>> geometry;
+  Text userAtLoad;
+};
+
+class StartupTest : public ::testing::Test, public FrameFixture {
+ protected:
+  void SetIni(const Text& section, const Text& key, const Text& value) {
+    fake.fs.AddFolders(Common(u""));
+    fake.profile.WriteString(section, key, value, Common(u"qvwin.ini"));
+  }
+  std::vector<Text> Trace() { return Lines(Common(u"SerTraceFile.txt")); }
+  RecordingSteps steps;
+};
+
+TEST_F(StartupTest, OnlyTheExactWordMinHidesTheWindow) {
+  SetIni(u"Corvane", u"UserName", u"jsmith");
+  fake.system.commandLine = u"Min";
+  ASSERT_EQ(frame::Main(app, steps), MainResult::Run);
+  EXPECT_EQ(steps.calls, (std::vector<std::string>{"engines", "load", "hide", "log"}));
+  EXPECT_EQ(steps.userAtLoad, u"jsmith");
+  EXPECT_EQ(Trace(), std::vector<Text>{u"HideFromTaskBar called from the Monitor."});
+  EXPECT_EQ(app.ScheduleFilePath, u"C:\\QV\\QVCOMMON\\scheduleData.txt");
+  EXPECT_EQ(fake.fs.CurrentFolder(), u"C:\\QV");
+
+  for (Text word : {u"min", u"Min ", u"other"}) {
+    FrameFixture f;
+    RecordingSteps s;
+    f.fake.system.commandLine = word;
+    ASSERT_EQ(frame::Main(f.app, s), MainResult::Run);
+    EXPECT_EQ(s.calls, (std::vector<std::string>{"engines", "load", "show", "log"}))
+        << testkit::U8(word);
+  }
+}
+
+TEST_F(StartupTest, SecondInstanceEndsSilentlyAndLeavesTheFirstAlone) {
+  ASSERT_EQ(frame::Main(app, steps), MainResult::Run);
+
+  platform::FakePlatform second(fake.mutex.Kernel());
+  second.system.programFolder = u"C:\\QV";
+  second.fs.AddFolders(u"C:\\QV");
+  frame::AppState app2(second.Get());
+  RecordingSteps steps2;
+  EXPECT_EQ(frame::Main(app2, steps2), MainResult::AlreadyRunning);
+  EXPECT_TRUE(steps2.calls.empty());
+  EXPECT_EQ(second.mutex.calls, (std::vector<std::string>{"create", "close", "release"}));
+  EXPECT_TRUE(second.fs.Bytes(u"C:\\QV\\QVCOMMON\\SerTraceFile.txt").empty());
+  EXPECT_EQ(fake.mutex.Kernel()->openCounts[frame::kInstanceMutexName], 1);
+}
+
+TEST_F(StartupTest, MutexOfAnotherUserAndPreviousInstanceAlsoEndTheStart) {
+  fake.mutex.Kernel()->otherUsersObjects.insert(frame::kInstanceMutexName);
+  EXPECT_EQ(frame::Main(app, steps), MainResult::AlreadyRunning);
+  EXPECT_TRUE(steps.calls.empty());
+
+  FrameFixture f;
+  RecordingSteps s;
+  f.fake.system.previousInstance = true;
+  EXPECT_EQ(frame::Main(f.app, s), MainResult::AlreadyRunning);
+  EXPECT_TRUE(s.calls.empty());
+  EXPECT_EQ(f.Lines(f.Common(u"SerTraceFile.txt")),
+            std::vector<Text>{u"There is an instance of this Monitor application already running."});
+}
+
+TEST_F(StartupTest, PermissionCheckEmptiesTheOldTraceWhenNoCheckFileExists) {
+  fake.fs.PutFile(Common(u"SerTraceFile.txt"),
+                  base::EncodeUtf16Le(base::Utf16Content{true, u"old line\r\nolder\r\n", {}}));
+  ASSERT_EQ(frame::Main(app, steps), MainResult::Run);
+  EXPECT_EQ(Trace(), (std::vector<Text>{u"Write Permission check",
+                                         u"ShowFromTaskBar called from the Monitor."}));
+}
+
+TEST_F(StartupTest, PermissionCheckPrefersTheCheckFileAndFailsWhenLocked) {
+  fake.fs.PutFile(u"C:\\QV\\PermCheck.dat", "x");
+  fake.fs.PutFile(Common(u"SerTraceFile.txt"),
+                  base::EncodeUtf16Le(base::Utf16Content{true, u"kept\r\n", {}}));
+  EXPECT_TRUE(frame::WritePermissionCheck(app));
+  EXPECT_EQ(Lines(u"C:\\QV\\PermCheck.dat"), std::vector<Text>{u"Write Permission check"});
+  EXPECT_EQ(Trace(), std::vector<Text>{u"kept"});
+
+  fake.fs.SetLocked(u"C:\\QV\\PermCheck.dat", true);
+  EXPECT_EQ(frame::Main(app, steps), MainResult::NoWritePermission);
+  EXPECT_TRUE(steps.calls.empty());
+}
+
+TEST_F(StartupTest, NeitherCheckFileNorTracePasses) {
+  EXPECT_TRUE(frame::WritePermissionCheck(app));
+  EXPECT_FALSE(fake.fs.FileExists(Common(u"SerTraceFile.txt")));
+}
+
+TEST_F(StartupTest, DataRootFollowsTheOsNameProvider) {
+  fake.system.environment[u"USERPROFILE"] = u"C:\\Users\\jo";
+  fake.fs.AddFolders(u"C:\\Users\\jo\\AppData\\Local");
+  fake.osName.name = u"VISTA";
+  EXPECT_EQ(frame::SettleDataRoot(app), u"C:\\Users\\jo\\AppData\\Local\\Corvane");
+  EXPECT_TRUE(fake.fs.FolderExists(u"C:\\Users\\jo\\AppData\\Local\\Corvane"));
+
+  for (std::optional<Text> name : {std::optional<Text>(u"Windows 10"),
+                                   std::optional<Text>(u"Vista "), std::optional<Text>()}) {
+    fake.osName.name = name;
+    EXPECT_EQ(frame::SettleDataRoot(app), u"C:\\QV");
+  }
+}
+
+TEST_F(StartupTest, GeometryIsAppliedOnlyWhenAllFourKeysAreThere) {
+  SetIni(u"LDPI", u"MonWidth", u"7000");
+  SetIni(u"LDPI", u"MonHeight", u"5000");
+  SetIni(u"LDPI", u"MonTop", u"100");
+  ASSERT_EQ(frame::Main(app, steps), MainResult::Run);
+  EXPECT_EQ(steps.calls, (std::vector<std::string>{"engines", "load", "show", "log"}));
+
+  FrameFixture f;
+  RecordingSteps s;
+  for (auto [k, v] : {std::pair<Text, Text>{u"MonWidth", u"7000"}, {u"MonHeight", u"5000.5"},
+                      {u"MonTop", u"x"}, {u"MonLeft", u" 20 "}}) {
+    f.fake.fs.AddFolders(f.Common(u""));
+    f.fake.profile.WriteString(u"LDPI", k, v, f.Common(u"qvwin.ini"));
+  }
+  ASSERT_EQ(frame::Main(f.app, s), MainResult::Run);
+  EXPECT_EQ(s.calls, (std::vector<std::string>{"engines", "load", "geometry", "show", "log"}));
+  EXPECT_EQ(s.geometry, (std::vector<std::optional<long>>{7000, 5000, std::nullopt, 20}));
+}
+
+TEST_F(StartupTest, BacksetPathPrefersTheCommonFile) {
+  app.UserName = u" jo ";
+  frame::SetBacksetFilePath(app);
+  EXPECT_EQ(app.BacksetFilePath, u"C:\\QV\\QVCOMMON\\jo\\BacksetData.txt");
+  fake.fs.PutFile(Common(u"BacksetData.txt"), "");
+  frame::SetBacksetFilePath(app);
+  EXPECT_EQ(app.BacksetFilePath, u"C:\\QV\\QVCOMMON\\BacksetData.txt");
+}
+
+TEST_F(StartupTest, FailingStepDoesNotStopMain) {
+  struct Throwing : RecordingSteps {
+    void LoadMonitorWindow(frame::AppState& a) override {
+      RecordingSteps::LoadMonitorWindow(a);
+      throw std::runtime_error("no window");
+    }
+  } throwing;
+  EXPECT_EQ(frame::Main(app, throwing), MainResult::Run);
+  EXPECT_EQ(throwing.calls, (std::vector<std::string>{"engines", "load", "show", "log"}));
+}
+
+}  // namespace
