@@ -1,0 +1,44 @@
+#include "platform/win32/Win32Text.h"
+#include "platform/win32/Win32Shell.h"
+
+#include <shellapi.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <vector>
+
+namespace platform {
+
+using win32::NoThrow;
+using win32::Wide;
+
+long Win32Shell::Open(const Text& target) noexcept {
+  HINSTANCE result =
+      ::ShellExecuteW(nullptr, L"open", Wide(target), nullptr, nullptr, SW_SHOWNORMAL);
+  return static_cast<long>(reinterpret_cast<std::intptr_t>(result));
+}
+
+bool Win32Shell::Run(const Text& commandLine, bool hidden) noexcept {
+  return NoThrow(false, [&] {
+    // CreateProcessW may write into the command line, so it gets its own copy.
+    std::vector<wchar_t> line(commandLine.size() + 1, L'\0');
+    std::copy(commandLine.begin(), commandLine.end(), line.begin());
+    STARTUPINFOW startup{};
+    startup.cb = sizeof(startup);
+    DWORD flags = 0;
+    if (hidden) {
+      startup.dwFlags = STARTF_USESHOWWINDOW;
+      startup.wShowWindow = SW_HIDE;
+      flags = CREATE_NO_WINDOW;
+    }
+    PROCESS_INFORMATION process{};
+    if (!::CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, flags, nullptr, nullptr,
+                          &startup, &process))
+      return false;
+    ::CloseHandle(process.hThread);
+    ::CloseHandle(process.hProcess);
+    return true;
+  });
+}
+
+}  // namespace platform
