@@ -1,0 +1,506 @@
+#include "jobstore/DBaction.h"
+
+#include <algorithm>
+
+#include "base/Guarded.h"
+#include "base/Utf16.h"
+#include "frame/Logs.h"
+#include "frame/Settings.h"
+#include "platform/TextFile.h"
+
+namespace jobstore {
+
+namespace {
+
+using platform::TextFile;
+
+constexpr char16_t kModule[] = u"of Module DBaction";
+
+platform::IFileSystem& Fs(AppState& app) { return *app.platform.fs; }
+
+// Paths are compared the way the design does it: upper-cased, nothing else.
+bool IsScheduleFile(AppState& app, const Text& path) {
+  return base::ToUpper(path) == base::ToUpper(app.ScheduleFilePath);
+}
+
+void TraceMonitorError(AppState& app, const base::ErrorInfo& error, const Text& procedure) {
+  frame::TraceError(app, u"Error Reason Monitor :", error,
+                    u"in procedure " + procedure + u" " + kModule);
+}
+
+const char16_t* const kFrequencyNames[] = {
+    u"Once",    u"Hourly", u"Daily", u"Weekly", u"Monthly", u"Weekdays (Mon - Fri)",
+    u"WeekEnd (Sun & Sat)"};
+
+}  // namespace
+
+// --- Line form ------------------------------------------------------------------
+
+std::optional<SeparatorHit> FindSeparator(TextView line) {
+  size_t p = line.find(kOldSeparator);
+  if (p != TextView::npos) return SeparatorHit{p, true, kOldSeparator};
+  p = line.find(kSeparator);
+  if (p != TextView::npos) return SeparatorHit{p, false, kSeparator};
+  return std::nullopt;
+}
+
+std::optional<Text> KeyOfLine(TextView line) {
+  auto hit = FindSeparator(line);
+  if (!hit) return std::nullopt;
+  return Text(line.substr(0, hit->position));
+}
+
+ParsedLine ParseScheduleLine(TextView line, const DateRule& dateRule) {
+  ParsedLine out;
+  auto hit = FindSeparator(line);
+  if (!hit) return out;
+  out.hasSeparator = true;
+  out.oldForm = hit->oldForm;
+
+  const TextView sep = hit->separator;
+  TextView rest = line;
+  auto hasSeparator = [&] { return rest.find(sep) != TextView::npos; };
+  // A missing separator makes the field the whole rest and leaves nothing behind, so
+  // a short record ends in empty fields.
+  auto cut = [&] {
+    size_t p = rest.find(sep);
+    Text field;
+    if (p == TextView::npos) {
+      field = Text(rest);
+      rest = TextView();
+    } else {
+      field = Text(rest.substr(0, p));
+      rest = rest.substr(p + sep.size());
+    }
+    return field;
+  };
+  auto date = [&](Text value, int position) {
+    return dateRule ? dateRule(value, position) : value;
+  };
+
+  ScheduleRecord& r = out.record;
+  r.RecordNo = cut();
+  r.BackupSetName = cut();
+  r.NextRun = date(cut(), 3);
+  r.CreatedOn = date(cut(), 4);
+  r.Destination = cut();
+  r.FrequencyIndex = cut();
+  r.JobKind = cut();
+  r.Compression = cut();
+  r.MailAddresses = cut();
+  r.Reserved10 = cut();
+  r.Reserved11 = cut();
+  r.Reserved12 = cut();
+  r.Encryption = cut();
+  r.Reserved14 = cut();
+  r.MailMode = cut();
+
+  if (!hasSeparator()) {
+    r.SortKey = Text(rest);
+    r.UserName.clear();
+    r.Password.clear();
+    r.EngineFlag = u"0";
+    return out;
+  }
+  r.SortKey = cut();
+  r.UserName = DecodeField(cut());
+  if (!hasSeparator()) {
+    r.Password = DecodeField(Text(rest));
+    r.EngineFlag = u"0";
+    return out;
+  }
+  r.Password = DecodeField(cut());
+  if (out.oldForm) {
+    // Old lines never had a Days field: whatever follows is the flag.
+    r.EngineFlag = Text(rest);
+  } else if (hasSeparator()) {
+    r.EngineFlag = cut();
+    r.Days = Text(rest);
+  } else {
+    r.EngineFlag = Text(rest);
+  }
+  return out;
+}
+
+Text BuildScheduleLine(const ScheduleRecord& r) {
+  const Text fields[kFieldCount] = {
+      r.RecordNo,      r.BackupSetName, r.NextRun,     r.CreatedOn,  r.Destination,
+      r.FrequencyIndex, r.JobKind,      r.Compression, r.MailAddresses, r.Reserved10,
+      r.Reserved11,    r.Reserved12,    r.Encryption,  r.Reserved14, r.MailMode,
+      r.SortKey,       EncodeField(r.UserName), u"1", r.EngineFlag,  r.Days};
+  Text line;
+  for (size_t i = 0; i < kFieldCount; ++i) {
+    if (i) line += kSeparator;
+    line += fields[i];
+  }
+  return line;
+}
+
+Text ApplyDateFormat(const Text& value, const Text& dateFormatSetting,
+                     const LocaleFormats& locale) {
+  if (base::ToUpper(base::Left(dateFormatSetting, 1)) == u"D") return value;
+  return ReformatDate(value, kFileDatePattern, locale);
+}
+
+void RepairDays(ScheduleRecord& r, const LocaleFormats& locale) {
+  if (base::IsBlank(r.BackupSetName) || !base::IsBlank(r.Days)) return;
+  long long index = 0;
+  if (!base::ParseLong(r.FrequencyIndex, index)) index = 0;
+  const Text name = GetFreNameFromIndex(static_cast<long>(index));
+  if (name == u"Once") {
+    r.Days = u"IMMEDIATE";
+  } else if (name == u"Hourly") {
+    r.Days = u"Hourly";
+  } else if (name == u"Daily") {
+    r.Days = u"1234567";
+  } else if (name == u"Weekly") {
+    if (auto next = ParseSystemDate(r.NextRun, locale)) r.Days = base::FromNumber(next->Weekday());
+  } else if (name == u"Monthly") {
+    r.Days = u"Monthly";
+  } else if (name == u"Weekdays (Mon - Fri)") {
+    r.Days = u"23456";
+  } else if (name == u"WeekEnd (Sun & Sat)") {
+    // GetFreNameFromIndex never gives this name; the arm stays for the day it does.
+    r.Days = u"17";
+  }
+}
+
+// --- Reading --------------------------------------------------------------------
+
+long DB_NumberOfRecord(AppState& app, const Text& path) {
+  long count = 0;
+  base::Guarded(
+      [&] {
+        auto lines = TextFile::ReadLines(Fs(app), path);
+        if (!lines) return;
+        count = static_cast<long>(lines->size());
+        if (count > 0 && IsScheduleFile(app, path)) --count;
+      },
+      [&](const base::ErrorInfo& e) {
+        frame::TraceError(app, u"Error in fn DB_NumberOfRecord of Monitor, Reason : ", e);
+      });
+  return count;
+}
+
+bool DB_ReadRecord(AppState& app, const Text& key, const Text& path, std::vector<Text>& lines) {
+  bool found = false;
+  base::Guarded(
+      [&] {
+        lines.clear();
+        auto all = TextFile::ReadLines(Fs(app), path);
+        if (!all) return;
+        const bool schedule = IsScheduleFile(app, path);
+        if (key.empty()) {
+          size_t first = (schedule && !all->empty()) ? 1 : 0;
+          lines.assign(all->begin() + static_cast<std::ptrdiff_t>(first), all->end());
+          found = !lines.empty();
+          return;
+        }
+        if (schedule) app.StateLine = all->empty() ? Text() : base::Trim((*all)[0]);
+        for (const Text& line : *all) {
+          auto lineKey = KeyOfLine(line);
+          if (lineKey && *lineKey == key) {
+            lines.assign(1, line);
+            found = true;
+            return;
+          }
+        }
+        lines.assign(1, Text());
+      },
+      [&](const base::ErrorInfo& e) {
+        frame::TraceError(app, u"Error in DB_ReadRecord monitor ", e);
+      });
+  return found;
+}
+
+long DB_ReadSchdata(AppState& app, const Text& key, std::vector<ScheduleRecord>& records,
+                    bool warn) {
+  JobStoreState& store = app.Store;
+  long smallestIndex = 0;
+  Text smallestKey = kSearchStartKey;
+
+  long count = 1;
+  if (key.empty()) {
+    count = DB_NumberOfRecord(app, app.ScheduleFilePath);
+    app.RecordCount = count;
+  }
+  records.assign(static_cast<size_t>(count), ScheduleRecord());
+
+  std::vector<Text> lines;
+  const bool read = DB_ReadRecord(app, key, app.ScheduleFilePath, lines);
+  store.ImmediateFound = false;
+
+  if (read) {
+    const LocaleFormats locale = LocaleOf(app);
+    Text dateFormat;
+    // DateFormat is asked again for every record, so a change by the application
+    // during a load takes effect from the next record on.
+    DateRule rule = [&](const Text& value, int position) {
+      if (position == 3) dateFormat = frame::ReadSetting(app, u"DateFormat");
+      return ApplyDateFormat(value, dateFormat, locale);
+    };
+    const Text chosen = base::ToUpper(store.ChosenSetName);
+    // The file may have changed between the count and the read; the count rules.
+    const size_t n = std::min(records.size(), lines.size());
+    for (size_t i = 0; i < n; ++i) {
+      ParsedLine parsed = ParseScheduleLine(lines[i], rule);
+      if (!parsed.hasSeparator) continue;  // the record stays empty and takes no part
+      ScheduleRecord& r = records[i];
+      r = std::move(parsed.record);
+      if (!parsed.oldForm) RepairDays(r, locale);
+      if (r.SortKey < smallestKey) {
+        smallestKey = r.SortKey;
+        smallestIndex = static_cast<long>(i);
+      }
+      if (store.BackupNowMode && base::ToUpper(r.BackupSetName) == chosen &&
+          r.SortKey == kImmediateKey)
+        store.ImmediateFound = true;
+    }
+  }
+
+  if (store.BackupNowMode && warn) {
+    if (store.ImmediateFound) {
+      ShowMessage(app,
+                  u"You have already set up an immediate backup job for this Backup set '" +
+                      store.ChosenSetName + u"'.",
+                  kIconInformation);
+    } else if (const BackupNowRow* row = store.LstBackupSet.Selected()) {
+      DB_AddImmediateRecord(app, records, static_cast<long>(records.size()) + 1, row->RecordNo);
+    }
+  }
+  return smallestIndex;
+}
+
+long GetIndexFromRecordNo(AppState& app, const Text& recordNo) {
+  long index = -1;
+  base::Guarded(
+      [&] {
+        for (size_t i = 0; i < app.Jobs.size(); ++i) {
+          if (app.Jobs[i].RecordNo == recordNo) {
+            index = static_cast<long>(i) + 1;
+            return;
+          }
+        }
+      },
+      [&](const base::ErrorInfo& e) {
+        frame::TraceError(app, u"Error Reason Monitor :", e,
+                          u"in procedure GetIndexFromRecordNo of Class Module Scheduler");
+      });
+  return index;
+}
+
+bool CheckRecordNo(AppState& app, const Text& recordNo) {
+  return std::any_of(app.Jobs.begin(), app.Jobs.end(),
+                     [&](const ScheduleRecord& r) { return r.RecordNo == recordNo; });
+}
+
+bool CheckRecordInProgress(AppState& app, const Text& recordNo) {
+  return std::any_of(app.Jobs.begin(), app.Jobs.end(), [&](const ScheduleRecord& r) {
+    return r.RecordNo == recordNo && r.SortKey == kRunningKey;
+  });
+}
+
+bool CheckEnumStatus(const std::vector<Text>& list, const Text& value) {
+  return std::find(list.begin(), list.end(), value) != list.end();
+}
+
+Text Readfirstline(AppState& app, const Text& path) {
+  auto lines = TextFile::ReadLines(Fs(app), path);
+  if (!lines || lines->empty()) return u"0";
+  Text first = base::Trim((*lines)[0]);
+  return first.empty() ? Text(u"0") : first;
+}
+
+Text ReadStateLine(AppState& app, const Text& path) {
+  if (!Fs(app).FileExists(path)) return Text();
+  return Readfirstline(app, path);
+}
+
+int GetFrequencyIndex(const Text& name) {
+  for (int i = 0; i < 7; ++i)
+    if (name == kFrequencyNames[i]) return i + 1;
+  return 0;
+}
+
+Text GetFreNameFromIndex(long index) {
+  // Only 1 to 6 have a name here: a weekend job shows an empty Frequency column.
+  if (index >= 1 && index <= 6) return kFrequencyNames[index - 1];
+  return Text();
+}
+
+void setRecordIndex(AppState& app, long index) { app.Store.RecordIndex = index; }
+
+Text EncodeField(const Text& text) { return text; }
+Text DecodeField(const Text& text) { return text; }
+
+// --- Writing --------------------------------------------------------------------
+
+void DB_WriteSchdata(AppState& app, ScheduleRecord& record, bool bNoSch, bool /*spare*/) {
+  base::Guarded(
+      [&] {
+        // Delete then append: between the two the record is not in the file, which
+        // the engine and the application have always lived with.
+        DB_DeleteRecord(app, record.RecordNo, app.ScheduleFilePath);
+        record.EngineFlag = u"0";
+        if (bNoSch) return;
+        const Text line = BuildScheduleLine(record);
+        DB_WriteFirstLine(app);
+        DB_WriteRecord(app, line, app.ScheduleFilePath);
+      },
+      [&](const base::ErrorInfo& e) { TraceMonitorError(app, e, u"DB_WriteSchdata"); });
+}
+
+void DB_DeleteRecord(AppState& app, const Text& recordNo, const Text& path) {
+  base::Guarded(
+      [&] {
+        auto& fs = Fs(app);
+        if (recordNo.empty() || !fs.FileExists(path)) return;
+        auto lines = TextFile::ReadLines(fs, path);
+        if (!lines) return;
+        std::vector<Text> kept;
+        kept.reserve(lines->size() + 1);
+        size_t first = 0;
+        const bool keepStateLine = IsScheduleFile(app, path) && !lines->empty();
+        if (keepStateLine) {
+          kept.push_back((*lines)[0]);
+          first = 1;
+        }
+        for (size_t i = first; i < lines->size(); ++i) {
+          auto key = KeyOfLine((*lines)[i]);
+          if (key && *key != recordNo) kept.push_back(std::move((*lines)[i]));
+        }
+        app.RecordCount = static_cast<long>(kept.size()) - (keepStateLine ? 1 : 0);
+        DB_WriteLines(app, kept, path, static_cast<long>(kept.size()));
+      },
+      [&](const base::ErrorInfo& e) { TraceMonitorError(app, e, u"DB_DeleteRecord"); });
+}
+
+void DB_WriteFirstLine(AppState& app) {
+  base::Guarded(
+      [&] {
+        auto& fs = Fs(app);
+        const Text& path = app.ScheduleFilePath;
+        if (!fs.FileExists(path)) TextFile::Create(fs, path, false);
+        auto lines = TextFile::ReadLines(fs, path);
+        if (!lines) return;  // what cannot be read is not thrown away
+        const Text first = lines->empty() ? Text() : (*lines)[0];
+        // A first line that is not one character costs the whole file: that is how
+        // the other programs expect a damaged file to be mended.
+        if (first.size() != 1) TextFile::WriteLines(fs, path, {u"0"});
+      },
+      [&](const base::ErrorInfo& e) { TraceMonitorError(app, e, u"DB_WriteFirstLine"); });
+}
+
+void DB_WriteRecord(AppState& app, const Text& line, const Text& path) {
+  TextFile::AppendLine(Fs(app), path, line);
+  frame::WriteTrace(app, u"Exit DB_WriteRecord Monitor ");
+}
+
+void DB_WriteLines(AppState& app, const std::vector<Text>& lines, const Text& path, long count) {
+  const size_t n = std::min(lines.size(), static_cast<size_t>(std::max(0L, count)));
+  std::vector<Text> out(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(n));
+  TextFile::WriteLines(Fs(app), path, out);
+  for (const Text& line : out) frame::WriteTrace(app, u"Content of backupset Monitor ," + line);
+}
+
+void SetStateWord(AppState& app, const Text& path, const Text& value) {
+  auto& fs = Fs(app);
+  base::Utf16Content content;
+  if (fs.FileExists(path)) {
+    auto bytes = fs.ReadAll(path);
+    if (!bytes) return;
+    content = base::DecodeUtf16Le(*bytes);
+  } else {
+    content.units = u"0\r\n";
+  }
+  // Only the first character is replaced; the rest of the file goes back as it was.
+  content.units = base::Trim(value) + base::Mid(content.units, 2);
+  content.hasBom = true;
+  fs.WriteAll(path, base::EncodeUtf16Le(content));
+}
+
+long DB_GetNewSchRecordNo(AppState& app, long /*count*/) {
+  long result = 1;
+  base::Guarded(
+      [&] {
+        auto lines = TextFile::ReadLines(Fs(app), app.ScheduleFilePath);
+        if (!lines) return;
+        std::vector<double> numbers;
+        numbers.reserve(lines->size());
+        for (const Text& line : *lines)
+          if (auto key = KeyOfLine(line)) numbers.push_back(base::LeadingNumber(*key));
+        std::sort(numbers.begin(), numbers.end());
+        long candidate = 1;
+        for (double n : numbers) {
+          if (n == 0) continue;
+          if (n != static_cast<double>(candidate)) break;
+          ++candidate;
+        }
+        result = candidate;
+      },
+      [&](const base::ErrorInfo& e) { TraceMonitorError(app, e, u"DB_GetNewSchRecordNo"); });
+  return result;
+}
+
+void DB_AddImmediateRecord(AppState& app, std::vector<ScheduleRecord>& records, long count,
+                           const Text& sourceRecordNo) {
+  ScheduleRecord r;
+  r.RecordNo = base::FromNumber(DB_GetNewSchRecordNo(app, count));
+  if (const BackupNowRow* row = app.Store.LstBackupSet.Selected())
+    r.BackupSetName = base::Trim(row->Name);
+  const Text now = NowText(app);
+  r.CreatedOn = now;
+  r.NextRun = now;
+  r.SortKey = kImmediateKey;
+  r.FrequencyIndex = u"1";
+  r.Compression = frame::ReadSetting(app, u"COMP");
+  if (r.Compression.empty()) r.Compression = u"0";
+  if (auto* provider = app.platform.settingsProvider)
+    r.Encryption = provider->GetSetting(u"ENCON" + app.UserName, 0, 0);
+  if (r.Encryption.empty()) r.Encryption = u"0";
+  r.Reserved11.clear();
+
+  if (sourceRecordNo != u"-1") {
+    for (const ScheduleRecord& source : app.Jobs) {
+      if (source.RecordNo != sourceRecordNo) continue;
+      r.Destination = source.Destination;
+      r.JobKind = source.JobKind;
+      r.Reserved14 = source.Reserved14;
+      r.UserName = source.UserName;
+      r.Password = source.Password;
+      r.MailMode = source.MailMode;
+      r.MailAddresses = source.MailAddresses;
+      r.Reserved12 = source.Reserved12;
+      break;
+    }
+  } else {
+    r.UserName = frame::ReadSetting(app, u"UserName");
+    r.Password = frame::ReadSetting(app, r.UserName, true);
+    r.Destination = kDefaultDestination;
+    r.JobKind = u"1";
+    r.Reserved14 = u"1";
+  }
+
+  const size_t at = static_cast<size_t>(std::max(1L, count)) - 1;
+  if (records.size() <= at) records.resize(at + 1);
+  records[at] = r;
+  // Days stays empty in the file; every load repairs it to "IMMEDIATE".
+  DB_WriteSchdata(app, records[at], false);
+  ShowMessage(app,
+              u"You have successfully set up an immediate backup of your scheduled Backup set '" +
+                  r.BackupSetName + u"'. You may check its status from the system tray.",
+              kIconInformation);
+}
+
+Text NowText(AppState& app) {
+  const LocaleFormats locale = LocaleOf(app);
+  const base::DateTime now = app.platform.clock->Now();
+  return FormatDate(now, u"mm-dd-yyyy", locale) + u" " + FormatDate(now, u"H:mm:ss", locale);
+}
+
+int ShowMessage(AppState& app, const Text& text, int icon) {
+  if (!app.Store.ShowMessage) return 0;
+  return app.Store.ShowMessage(text, icon, kButtonsOk);
+}
+
+}  // namespace jobstore

@@ -1,0 +1,71 @@
+#pragma once
+// A monitor rooted at C:\QV on the fake platform, with QVCOMMON in place, a fixed
+// clock and every message the job store shows collected.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "base/Utf16.h"
+#include "jobstore/DBaction.h"
+#include "support/FrameFixture.h"
+
+namespace jobstore::test {
+
+using base::Text;
+
+// U+0008 pair and the old "ûû" pair, for building lines in tests.
+inline const Text kB = u"\b\b";
+inline const Text kU = u"\u00FB\u00FB";
+
+// The worked record of the file description, in the writer's form.
+inline const Text kWorkedLine =
+    u"12\b\bDocuments\b\b03-25-2013 6:41:00\b\b03-18-2013 15:02:33\b\bMy Corvane/\b\b3\b\b2\b\b1"
+    u"\b\b\b\b\b\b\b\b\b\b0\b\b1\b\b0\b\b201303250641\b\bjsmith\b\b1\b\b0\b\b1234567";
+
+inline Text Join(const std::vector<Text>& fields, const Text& sep) { return base::Join(fields, sep); }
+
+// The bytes of a UTF-16 text file with BOM and CR LF after every line.
+inline std::string FileBytes(const std::vector<Text>& lines) {
+  std::string bytes(base::kUtf16Bom);
+  for (const Text& l : lines) bytes += base::EncodeUtf16Le(l + u"\r\n");
+  return bytes;
+}
+
+struct Message {
+  Text text;
+  int icon;
+};
+
+class JobStoreTest : public ::testing::Test, public testkit::FrameFixture {
+ protected:
+  JobStoreTest() {
+    fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+    app.BacksetFilePath = Common(u"BacksetData.txt");
+    app.UserName = u"jsmith";
+    fake.clock.now = base::DateTime{2013, 3, 18, 15, 2, 33};
+    app.Store.ShowMessage = [this](const Text& text, int icon, int) {
+      messages.push_back({text, icon});
+      return 1;
+    };
+  }
+
+  Text SchedulePath() const { return app.ScheduleFilePath; }
+  void PutSchedule(const std::vector<Text>& lines) {
+    fake.fs.PutFile(SchedulePath(), FileBytes(lines));
+  }
+  std::string ScheduleBytes() { return fake.fs.Bytes(SchedulePath()); }
+  std::vector<Text> ScheduleLines() { return Lines(SchedulePath()); }
+  std::vector<Text> Trace() { return Lines(Common(u"SerTraceFile.txt")); }
+  void SetIni(const Text& section, const Text& key, const Text& value) {
+    fake.profile.WriteString(section, key, value, Common(u"qvwin.ini"));
+  }
+
+  long Load(const Text& key = Text()) { return DB_ReadSchdata(app, key, app.Jobs, false); }
+
+  std::vector<Message> messages;
+};
+
+inline std::string U8(const Text& t) { return base::ToUtf8(t); }
+
+}  // namespace jobstore::test

@@ -1,0 +1,293 @@
+// Reading scheduleData.txt: the record's cut, the tail rules, the repairs and the
+// choice of the next job.
+#include "JobStoreFixture.h"
+
+namespace jobstore::test {
+namespace {
+
+using ReadTest = JobStoreTest;
+
+ScheduleRecord WorkedRecord() {
+  ScheduleRecord r;
+  r.RecordNo = u"12";
+  r.BackupSetName = u"Documents";
+  r.NextRun = u"03-25-2013 6:41:00";
+  r.CreatedOn = u"03-18-2013 15:02:33";
+  r.Destination = u"My Corvane/";
+  r.FrequencyIndex = u"3";
+  r.JobKind = u"2";
+  r.Compression = u"1";
+  r.Encryption = u"0";
+  r.Reserved14 = u"1";
+  r.MailMode = u"0";
+  r.SortKey = u"201303250641";
+  r.UserName = u"jsmith";
+  r.Password = u"1";
+  r.EngineFlag = u"0";
+  r.Days = u"1234567";
+  return r;
+}
+
+TEST_F(ReadTest, WorkedRecordLoadsIntoItsTwentyFields) {
+  PutSchedule({u"0", kWorkedLine});
+  EXPECT_EQ(Load(), 0);
+  ASSERT_EQ(app.Jobs.size(), 1u);
+  EXPECT_EQ(app.RecordCount, 1);
+  EXPECT_EQ(app.Jobs[0], WorkedRecord());
+}
+
+TEST_F(ReadTest, WorkedRecordWritesBackByteForByte) {
+  PutSchedule({u"0"});
+  ScheduleRecord r = WorkedRecord();
+  r.Password = u"secret";   // never reaches the file: position 18 is always "1"
+  r.EngineFlag = u"7";      // the writer always stores "0"
+  DB_WriteSchdata(app, r, false);
+  EXPECT_EQ(ScheduleBytes(), FileBytes({u"0", kWorkedLine}));
+  EXPECT_EQ(r.EngineFlag, u"0");
+  EXPECT_EQ(BuildScheduleLine(WorkedRecord()), kWorkedLine);
+}
+
+TEST_F(ReadTest, OldFormLineKeepsDaysEmptyAndEngineFlagTakesTheRest) {
+  // Twenty fields with "ûû": no Days field is known to old lines.
+  Text line = Join({u"4", u"Mail", u"03-25-2013 6:41:00", u"03-18-2013 15:02:33", u"My Corvane/",
+                    u"4", u"2", u"0", u"a@b.com", u"", u"", u"", u"0", u"1", u"3",
+                    u"201303250641", u"jsmith", u"pw", u"0", u"1234567"},
+                   kU);
+  PutSchedule({u"0", line});
+  Load();
+  ASSERT_EQ(app.Jobs.size(), 1u);
+  const ScheduleRecord& r = app.Jobs[0];
+  EXPECT_EQ(r.MailAddresses, u"a@b.com");
+  EXPECT_EQ(r.MailMode, u"3");
+  EXPECT_EQ(r.SortKey, u"201303250641");
+  EXPECT_EQ(r.Password, u"pw");
+  EXPECT_EQ(r.EngineFlag, u"0" + kU + u"1234567");
+  EXPECT_EQ(r.Days, u"");  // frequency 4 would repair a new-form line; old form is left alone
+}
+
+TEST_F(ReadTest, OldSeparatorIsLookedForFirstEvenInANewFormLine) {
+  // A set name holding "ûû" makes the whole line read in the old form.
+  Text line = Join({u"5", u"Caf\u00FB\u00FBe", u"x"}, kB);
+  PutSchedule({u"0", line});
+  Load();
+  ASSERT_EQ(app.Jobs.size(), 1u);
+  EXPECT_EQ(app.Jobs[0].RecordNo, u"5\b\bCaf");
+  EXPECT_EQ(*KeyOfLine(line), u"5\b\bCaf");
+}
+
+TEST_F(ReadTest, ShortRecordsTakeTheDefaultsOfTheTail) {
+  std::vector<Text> sixteen = {u"1", u"A", u"03-25-2013 6:41:00", u"03-18-2013 15:02:33",
+                               u"My Corvane/", u"3", u"2", u"0", u"", u"", u"", u"", u"0",
+                               u"", u"0", u"201303250641"};
+  std::vector<Text> seventeen = sixteen;
+  seventeen[0] = u"2";
+  seventeen.push_back(u"bob");
+  std::vector<Text> eighteen = seventeen;
+  eighteen[0] = u"3";
+  eighteen.push_back(u"pw");
+  std::vector<Text> nineteen = eighteen;
+  nineteen[0] = u"4";
+  nineteen.push_back(u"9");
+  PutSchedule({u"0", Join(sixteen, kB), Join(seventeen, kB), Join(eighteen, kB),
+               Join(nineteen, kB), u"6\b\bB\b\b03-25-2013 6:41:00"});
+  Load();
+  ASSERT_EQ(app.Jobs.size(), 5u);
+  auto& j = app.Jobs;
+  EXPECT_EQ(j[0].SortKey, u"201303250641");
+  EXPECT_EQ(j[0].UserName, u"");
+  EXPECT_EQ(j[0].Password, u"");
+  EXPECT_EQ(j[0].EngineFlag, u"0");
+  EXPECT_EQ(j[1].UserName, u"bob");
+  EXPECT_EQ(j[1].Password, u"");
+  EXPECT_EQ(j[1].EngineFlag, u"0");
+  EXPECT_EQ(j[2].Password, u"pw");
+  EXPECT_EQ(j[2].EngineFlag, u"0");
+  EXPECT_EQ(j[3].EngineFlag, u"9");
+  for (int i = 0; i < 4; ++i) EXPECT_EQ(j[i].Days, u"1234567") << i;  // repaired from index 3
+  // Three fields: the third takes the rest, everything after stays empty.
+  EXPECT_EQ(j[4].NextRun, u"03-25-2013 6:41:00");
+  EXPECT_EQ(j[4].CreatedOn, u"");
+  EXPECT_EQ(j[4].SortKey, u"");
+  EXPECT_EQ(j[4].EngineFlag, u"0");
+}
+
+TEST_F(ReadTest, LinesWithoutSeparatorStayEmptyAndAreNeverTheNextJob) {
+  Text a = kWorkedLine;
+  PutSchedule({u"1", u"garbage line", a, u""});
+  EXPECT_EQ(DB_NumberOfRecord(app, SchedulePath()), 3);
+  EXPECT_EQ(Load(), 1);
+  ASSERT_EQ(app.Jobs.size(), 3u);
+  EXPECT_EQ(app.Jobs[0], ScheduleRecord());
+  EXPECT_EQ(app.Jobs[1].RecordNo, u"12");
+  EXPECT_EQ(app.Jobs[2], ScheduleRecord());
+}
+
+TEST_F(ReadTest, OnlyTheStateLineOrNoFileGivesNothing) {
+  PutSchedule({u"0"});
+  EXPECT_EQ(Load(), 0);
+  EXPECT_TRUE(app.Jobs.empty());
+  EXPECT_EQ(app.RecordCount, 0);
+
+  fake.fs.DeleteFile(SchedulePath());
+  EXPECT_EQ(Load(), 0);
+  EXPECT_TRUE(app.Jobs.empty());
+  EXPECT_EQ(DB_NumberOfRecord(app, SchedulePath()), 0);
+  std::vector<Text> lines{u"stale"};
+  EXPECT_FALSE(DB_ReadRecord(app, u"", SchedulePath(), lines));
+  EXPECT_TRUE(lines.empty());
+}
+
+TEST_F(ReadTest, CountSkipsTheStateLineOnlyOfTheScheduleFile) {
+  PutSchedule({u"0", kWorkedLine});
+  fake.fs.PutFile(Common(u"Mailid.txt"), FileBytes({u"a@b.com", u"c@d.com"}));
+  // The path is compared upper-cased.
+  EXPECT_EQ(DB_NumberOfRecord(app, base::ToUpper(SchedulePath())), 1);
+  EXPECT_EQ(DB_NumberOfRecord(app, Common(u"Mailid.txt")), 2);
+  std::vector<Text> lines;
+  EXPECT_TRUE(DB_ReadRecord(app, u"", Common(u"Mailid.txt"), lines));
+  EXPECT_EQ(lines, (std::vector<Text>{u"a@b.com", u"c@d.com"}));
+}
+
+TEST_F(ReadTest, ReadRecordByKeyKeepsTheStateLineAndFindsTheFirstMatch) {
+  Text other = Join({u"7", u"Second"}, kB);
+  Text dup = Join({u"7", u"Third"}, kU);
+  PutSchedule({u" 2 ", u"7", other, dup});
+  std::vector<Text> lines;
+  EXPECT_TRUE(DB_ReadRecord(app, u"7", SchedulePath(), lines));
+  EXPECT_EQ(lines, std::vector<Text>{other});
+  EXPECT_EQ(app.StateLine, u"2");
+
+  EXPECT_FALSE(DB_ReadRecord(app, u"8", SchedulePath(), lines));
+  EXPECT_EQ(lines, std::vector<Text>{u""});
+
+  // The keyed load sizes the list to one and leaves the global count alone.
+  app.RecordCount = 42;
+  DB_ReadSchdata(app, u"7", app.Jobs, false);
+  ASSERT_EQ(app.Jobs.size(), 1u);
+  EXPECT_EQ(app.Jobs[0].BackupSetName, u"Second");
+  EXPECT_EQ(app.RecordCount, 42);
+}
+
+TEST_F(ReadTest, SmallestKeyWinsAndATieKeepsTheEarlierRecord) {
+  auto rec = [](const Text& no, const Text& key) {
+    return Join({no, u"S" + no, u"03-25-2013 6:41:00", u"03-18-2013 15:02:33", u"My Corvane/",
+                 u"3", u"2", u"0", u"", u"", u"", u"", u"0", u"", u"0", key, u"u", u"1", u"0",
+                 u"1234567"},
+                kB);
+  };
+  PutSchedule({u"0", rec(u"1", u"201303250641"), rec(u"2", u"201303200641"),
+               rec(u"3", u"201303200641"), rec(u"4", u"300012121504")});
+  EXPECT_EQ(Load(), 1);
+
+  PutSchedule({u"0", rec(u"1", u"201303250641"), rec(u"2", kImmediateKey),
+               rec(u"3", kRunningKey)});
+  EXPECT_EQ(Load(), 2);  // a running job sorts before an immediate one
+
+  // Keys at or above the search start never win: the first record is the answer.
+  PutSchedule({u"0", rec(u"1", u"300012121503"), rec(u"2", u"399912121503")});
+  EXPECT_EQ(Load(), 0);
+}
+
+TEST_F(ReadTest, DaysRepairFollowsTheFrequencyName) {
+  auto rec = [](const Text& no, const Text& name, const Text& freq, const Text& days) {
+    return Join({no, name, u"03-20-2013 6:41:00", u"03-18-2013 15:02:33", u"My Corvane/", freq,
+                 u"2", u"0", u"", u"", u"", u"", u"0", u"", u"0", u"201303200641", u"u", u"1",
+                 u"0", days},
+                kB);
+  };
+  PutSchedule({u"0", rec(u"1", u"A", u"1", u""), rec(u"2", u"A", u"2", u""),
+               rec(u"3", u"A", u"3", u"  "), rec(u"4", u"A", u"4", u""),
+               rec(u"5", u"A", u"5", u""), rec(u"6", u"A", u"6", u""),
+               rec(u"7", u"A", u"7", u""), rec(u"8", u"A", u"0", u""),
+               rec(u"9", u" ", u"3", u""), rec(u"10", u"A", u"4", u"246")});
+  Load();
+  ASSERT_EQ(app.Jobs.size(), 10u);
+  const std::vector<Text> expected = {u"IMMEDIATE", u"Hourly", u"1234567",
+                                      u"4",  // 03-20-2013 was a Wednesday
+                                      u"Monthly", u"23456", u"", u"", u"", u"246"};
+  for (size_t i = 0; i < expected.size(); ++i) EXPECT_EQ(app.Jobs[i].Days, expected[i]) << i;
+}
+
+TEST_F(ReadTest, DateFormatRuleReadsDatesInTheSystemOrder) {
+  Text line = Join({u"1", u"A", u"3-5-2013 06:07:08", u"03-18-2013 15:02:33", u"My Corvane/",
+                    u"3", u"2", u"0", u"", u"", u"", u"", u"0", u"", u"0", u"201303050607",
+                    u"u", u"1", u"0", u"1234567"},
+                   kB);
+  PutSchedule({u"0", line});
+
+  // No setting: the text passes through the system's formatting in its own order.
+  Load();
+  EXPECT_EQ(app.Jobs[0].NextRun, u"03-05-2013 6:07:08");
+
+  // "D..." (any case of the first letter): the text as it stands.
+  SetIni(u"DateFormat", u"DateFormat", u"dd/mm/yyyy");
+  Load();
+  EXPECT_EQ(app.Jobs[0].NextRun, u"3-5-2013 06:07:08");
+
+  // A day-first system reads 3-5 as the 3rd of May; its time separator shows too.
+  SetIni(u"DateFormat", u"DateFormat", u"M");
+  fake.locale.shortDateFormat = u"dd.MM.yyyy";
+  fake.locale.timeSeparator = u".";
+  Load();
+  EXPECT_EQ(app.Jobs[0].NextRun, u"05-03-2013 6.07.08");
+  EXPECT_EQ(app.Jobs[0].CreatedOn, u"03-18-2013 15.02.33");  // 18 is no month: read month first
+}
+
+TEST_F(ReadTest, UnreadableTextIsKeptAsItStands) {
+  Text line = Join({u"1", u"A", u"soon", u"", u"My Corvane/", u"4"}, kB);
+  PutSchedule({u"0", line});
+  Load();
+  EXPECT_EQ(app.Jobs[0].NextRun, u"soon");
+  EXPECT_EQ(app.Jobs[0].Days, u"");  // a weekly job without a readable date gets no day
+}
+
+TEST_F(ReadTest, StateLineReaders) {
+  EXPECT_EQ(ReadStateLine(app, SchedulePath()), u"");
+  EXPECT_EQ(Readfirstline(app, SchedulePath()), u"0");
+  PutSchedule({});
+  EXPECT_EQ(ReadStateLine(app, SchedulePath()), u"0");
+  PutSchedule({u"   ", kWorkedLine});
+  EXPECT_EQ(ReadStateLine(app, SchedulePath()), u"0");
+  PutSchedule({u" 2 ", kWorkedLine});
+  EXPECT_EQ(ReadStateLine(app, SchedulePath()), u"2");
+  PutSchedule({u"10"});  // damaged, but the reader tells what is there
+  EXPECT_EQ(Readfirstline(app, SchedulePath()), u"10");
+}
+
+TEST_F(ReadTest, LookupsOverTheGlobalList) {
+  app.Jobs.resize(3);
+  app.Jobs[0].RecordNo = u"4";
+  app.Jobs[1].RecordNo = u"9";
+  app.Jobs[1].SortKey = kRunningKey;
+  app.Jobs[2].RecordNo = u"11";
+  app.Jobs[2].SortKey = kImmediateKey;
+  EXPECT_EQ(GetIndexFromRecordNo(app, u"9"), 2);
+  EXPECT_EQ(GetIndexFromRecordNo(app, u"1"), -1);
+  EXPECT_TRUE(CheckRecordNo(app, u"11"));
+  EXPECT_FALSE(CheckRecordNo(app, u"1"));
+  EXPECT_TRUE(CheckRecordInProgress(app, u"9"));
+  EXPECT_FALSE(CheckRecordInProgress(app, u"11"));
+  EXPECT_FALSE(CheckRecordInProgress(app, u"5"));
+  EXPECT_TRUE(CheckEnumStatus({u"a", u"B"}, u"B"));
+  EXPECT_FALSE(CheckEnumStatus({u"a", u"B"}, u"b"));
+  setRecordIndex(app, 7);
+  EXPECT_EQ(app.Store.RecordIndex, 7);
+}
+
+TEST(FrequencyNames, IndexKnowsSevenNamesButTheNameOnlySix) {
+  EXPECT_EQ(GetFrequencyIndex(u"Once"), 1);
+  EXPECT_EQ(GetFrequencyIndex(u"Weekdays (Mon - Fri)"), 6);
+  EXPECT_EQ(GetFrequencyIndex(u"WeekEnd (Sun & Sat)"), 7);
+  EXPECT_EQ(GetFrequencyIndex(u"weekly"), 0);
+  EXPECT_EQ(GetFrequencyIndex(u""), 0);
+  EXPECT_EQ(GetFreNameFromIndex(1), u"Once");
+  EXPECT_EQ(GetFreNameFromIndex(5), u"Monthly");
+  EXPECT_EQ(GetFreNameFromIndex(6), u"Weekdays (Mon - Fri)");
+  EXPECT_EQ(GetFreNameFromIndex(7), u"");
+  EXPECT_EQ(GetFreNameFromIndex(0), u"");
+  EXPECT_EQ(EncodeField(u"x\b y"), u"x\b y");
+  EXPECT_EQ(DecodeField(u""), u"");
+}
+
+}  // namespace
+}  // namespace jobstore::test

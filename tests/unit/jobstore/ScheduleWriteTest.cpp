@@ -1,0 +1,243 @@
+// Changing scheduleData.txt: update, delete, the state line, record numbers and the
+// Backup Now record.
+#include "JobStoreFixture.h"
+
+namespace jobstore::test {
+namespace {
+
+using WriteTest = JobStoreTest;
+
+Text Rec(const Text& no, const Text& name = u"Docs", const Text& key = u"201303250641") {
+  return Join({no, name, u"03-25-2013 6:41:00", u"03-18-2013 15:02:33", u"My Corvane/", u"3",
+               u"2", u"1", u"", u"", u"", u"", u"0", u"1", u"0", key, u"jsmith", u"1", u"0",
+               u"1234567"},
+              kB);
+}
+
+TEST_F(WriteTest, UpdateMovesTheRecordToTheEndInTheNewForm) {
+  Text old4 = Join({u"4", u"Old", u"03-25-2013 6:41:00", u"03-18-2013 15:02:33", u"My Corvane/",
+                    u"3", u"2", u"1", u"", u"", u"", u"", u"0", u"1", u"0", u"201303250641",
+                    u"jsmith", u"1", u"0"},
+                   kU);
+  PutSchedule({u"1", Rec(u"2"), old4, Rec(u"9")});
+  Load();
+  ScheduleRecord r = app.Jobs[1];
+  ASSERT_EQ(r.RecordNo, u"4");
+  r.BackupSetName = u"Renamed";
+  DB_WriteSchdata(app, r, false);
+
+  auto lines = ScheduleLines();
+  ASSERT_EQ(lines.size(), 4u);
+  EXPECT_EQ(lines[0], u"1");
+  EXPECT_EQ(lines[1], Rec(u"2"));
+  EXPECT_EQ(lines[2], Rec(u"9"));
+  // Old form in, new form out; the old line had no Days, so the write has an empty one.
+  EXPECT_EQ(lines[3], Join({u"4", u"Renamed", u"03-25-2013 6:41:00", u"03-18-2013 15:02:33",
+                            u"My Corvane/", u"3", u"2", u"1", u"", u"", u"", u"", u"0", u"1", u"0",
+                            u"201303250641", u"jsmith", u"1", u"0", u""},
+                           kB));
+  EXPECT_EQ(Trace().back(), u"Exit DB_WriteRecord Monitor");
+}
+
+TEST_F(WriteTest, UpdateWithNoScheduleOnlyRemoves) {
+  PutSchedule({u"0", Rec(u"1"), Rec(u"2"), u"loose text", Rec(u"3")});
+  ScheduleRecord r;
+  r.RecordNo = u"2";
+  DB_WriteSchdata(app, r, true);
+  // A line without a separator is lost at the rewrite, as the design has it.
+  EXPECT_EQ(ScheduleBytes(), FileBytes({u"0", Rec(u"1"), Rec(u"3")}));
+  EXPECT_EQ(app.RecordCount, 2);
+  EXPECT_EQ(r.EngineFlag, u"0");
+  // Every rewritten line goes to the trace.
+  auto trace = Trace();
+  EXPECT_NE(std::find(trace.begin(), trace.end(), u"Content of backupset Monitor ," + Rec(u"3")),
+            trace.end());
+}
+
+TEST_F(WriteTest, DeleteComparesTheWholeNumberAndKeepsAnyFirstLine) {
+  PutSchedule({u"garbage first", Rec(u"1"), Rec(u"12"), Rec(u"121"), Rec(u"12", u"Twice")});
+  DB_DeleteRecord(app, u"12", SchedulePath());
+  EXPECT_EQ(ScheduleLines(), (std::vector<Text>{u"garbage first", Rec(u"1"), Rec(u"121")}));
+
+  // Nothing happens for an empty number or an absent file.
+  std::string before = ScheduleBytes();
+  DB_DeleteRecord(app, u"", SchedulePath());
+  EXPECT_EQ(ScheduleBytes(), before);
+  DB_DeleteRecord(app, u"1", Common(u"none.txt"));
+  EXPECT_FALSE(fake.fs.FileExists(Common(u"none.txt")));
+}
+
+TEST_F(WriteTest, DeleteOnAnotherFileHasNoStateLine) {
+  Text path = Common(u"other.txt");
+  fake.fs.PutFile(path, FileBytes({Join({u"1", u"a"}, kB), Join({u"2", u"b"}, kB), u"x"}));
+  DB_DeleteRecord(app, u"1", path);
+  EXPECT_EQ(Lines(path), std::vector<Text>{Join({u"2", u"b"}, kB)});
+}
+
+TEST_F(WriteTest, DamagedStateLineEmptiesTheFileAtTheNextUpdate) {
+  PutSchedule({u"10", Rec(u"1"), Rec(u"2")});
+  ScheduleRecord r;
+  r.RecordNo = u"5";
+  r.BackupSetName = u"New";
+  DB_WriteSchdata(app, r, false);
+  auto lines = ScheduleLines();
+  ASSERT_EQ(lines.size(), 2u);
+  EXPECT_EQ(lines[0], u"0");
+  EXPECT_EQ(*KeyOfLine(lines[1]), u"5");
+}
+
+TEST_F(WriteTest, FirstLineIsMadeWhenMissingAndLeftAloneWhenGood) {
+  DB_WriteFirstLine(app);
+  EXPECT_EQ(ScheduleBytes(), FileBytes({u"0"}));
+
+  PutSchedule({u"2", Rec(u"1")});
+  std::string good = ScheduleBytes();
+  int writes = fake.fs.WriteCount();
+  DB_WriteFirstLine(app);
+  EXPECT_EQ(ScheduleBytes(), good);
+  EXPECT_EQ(fake.fs.WriteCount(), writes);
+
+  PutSchedule({u"", Rec(u"1")});
+  DB_WriteFirstLine(app);
+  EXPECT_EQ(ScheduleBytes(), FileBytes({u"0"}));
+}
+
+TEST_F(WriteTest, AnAbsentFileIsCreatedByTheFirstUpdate) {
+  ScheduleRecord r;
+  r.RecordNo = u"1";
+  DB_WriteSchdata(app, r, false);
+  EXPECT_EQ(ScheduleLines(), (std::vector<Text>{u"0", BuildScheduleLine(r)}));
+  EXPECT_EQ(BuildScheduleLine(r), Text(u"1") + Text(34, u'\b') + u"1\b\b0\b\b");
+}
+
+TEST_F(WriteTest, StateWordChangesOnlyTheFirstCharacter) {
+  PutSchedule({u"1", Rec(u"1")});
+  // An odd trailing byte and a lone LF must survive the rewrite.
+  std::string bytes = ScheduleBytes() + base::EncodeUtf16Le(u"tail\n") + "\x7f";
+  fake.fs.PutFile(SchedulePath(), bytes);
+  SetStateWord(app, SchedulePath(), u" 2 ");
+  std::string expected = bytes;
+  expected[2] = '2';
+  EXPECT_EQ(ScheduleBytes(), expected);
+
+  fake.fs.DeleteFile(SchedulePath());
+  SetStateWord(app, SchedulePath(), u"2");
+  EXPECT_EQ(ScheduleBytes(), FileBytes({u"2"}));
+
+  // A value of two characters makes the state line two long: the caller's business.
+  SetStateWord(app, SchedulePath(), u"21");
+  EXPECT_EQ(ScheduleLines(), std::vector<Text>{u"21"});
+}
+
+TEST_F(WriteTest, NewNumberIsTheFirstGapAmongPositiveNumbers) {
+  EXPECT_EQ(DB_GetNewSchRecordNo(app, 0), 1);  // no file
+  PutSchedule({u"0"});
+  EXPECT_EQ(DB_GetNewSchRecordNo(app, 0), 1);
+  PutSchedule({u"0", Rec(u"4"), Rec(u"1"), Rec(u"2")});
+  EXPECT_EQ(DB_GetNewSchRecordNo(app, 3), 3);
+  PutSchedule({u"0", Rec(u"0"), Rec(u"3"), Rec(u"1"), Rec(u"2"), u"17 no separator"});
+  EXPECT_EQ(DB_GetNewSchRecordNo(app, 4), 4);  // the Run-now "0" is not in the way
+  PutSchedule({u"0", Rec(u"2"), Rec(u"3")});
+  EXPECT_EQ(DB_GetNewSchRecordNo(app, 2), 1);  // deleted numbers come back
+  // A number that reads only in part counts by its leading digits; text counts as 0.
+  PutSchedule({u"0", Rec(u"1x"), Rec(u"abc"), Rec(u" 2")});
+  EXPECT_EQ(DB_GetNewSchRecordNo(app, 3), 3);
+}
+
+class ImmediateTest : public JobStoreTest {
+ protected:
+  ImmediateTest() {
+    app.Store.BackupNowMode = true;
+    fake.settings.values[u"ENCONjsmith"] = u"1";
+    SetIni(u"Corvane", u"COMP", u"1");
+  }
+  void Choose(const Text& set, const Text& source) {
+    app.Store.ChosenSetName = set;
+    app.Store.LstBackupSet.Rows = {{u" " + set + u" ", u"X/", u"u", source}};
+    app.Store.LstBackupSet.SelectedRow = 1;
+  }
+};
+
+TEST_F(ImmediateTest, RecordFromASourceJobCopiesItsIdentity) {
+  Text source = Join({u"3", u"Docs", u"03-25-2013 6:41:00", u"03-18-2013 15:02:33", u"Dest/",
+                      u"3", u"2", u"0", u"m@x.com", u"r10", u"r11", u"r12", u"0", u"r14", u"3",
+                      u"201303250641", u"bob", u"pw", u"0", u"1234567"},
+                     kB);
+  PutSchedule({u"0", source});
+  Choose(u"Docs", u"3");
+  DB_ReadSchdata(app, u"", app.Jobs, true);
+
+  ASSERT_EQ(messages.size(), 1u);
+  EXPECT_EQ(messages[0].text,
+            u"You have successfully set up an immediate backup of your scheduled Backup set "
+            u"'Docs'. You may check its status from the system tray.");
+  auto lines = ScheduleLines();
+  ASSERT_EQ(lines.size(), 3u);
+  EXPECT_EQ(lines[1], source);
+  EXPECT_EQ(lines[2], Join({u"1", u"Docs", u"03-18-2013 15:02:33", u"03-18-2013 15:02:33",
+                            u"Dest/", u"1", u"2", u"1", u"m@x.com", u"", u"", u"r12", u"1", u"r14",
+                            u"3", kImmediateKey, u"bob", u"1", u"0", u""},
+                           kB));
+  ASSERT_EQ(app.Jobs.size(), 2u);
+  EXPECT_FALSE(app.Store.ImmediateFound);
+
+  // The next load finds it, repairs its Days and says so instead of adding another.
+  messages.clear();
+  EXPECT_EQ(DB_ReadSchdata(app, u"", app.Jobs, true), 1);
+  EXPECT_TRUE(app.Store.ImmediateFound);
+  EXPECT_EQ(app.Jobs[1].Days, u"IMMEDIATE");
+  ASSERT_EQ(messages.size(), 1u);
+  EXPECT_EQ(messages[0].text,
+            u"You have already set up an immediate backup job for this Backup set 'Docs'.");
+  EXPECT_EQ(ScheduleLines().size(), 3u);
+}
+
+TEST_F(ImmediateTest, RecordWithoutSourceTakesTheAccountDefaults) {
+  SetIni(u"Corvane", u"UserName", u"jsmith");
+  SetIni(u"Corvane", u"COMP", u"");
+  fake.settings.values.clear();
+  PutSchedule({u"0", Rec(u"1", u"docs", kImmediateKey)});
+  Choose(u"Music", u"-1");
+  DB_ReadSchdata(app, u"", app.Jobs, true);
+  auto lines = ScheduleLines();
+  ASSERT_EQ(lines.size(), 3u);
+  EXPECT_EQ(lines[2], Join({u"2", u"Music", u"03-18-2013 15:02:33", u"03-18-2013 15:02:33",
+                            u"My Corvane/", u"1", u"1", u"0", u"", u"", u"", u"", u"0", u"1", u"",
+                            kImmediateKey, u"jsmith", u"1", u"0", u""},
+                           kB));
+}
+
+TEST_F(ImmediateTest, SameSetInAnyCaseIsFoundAndNothingIsAdded) {
+  PutSchedule({u"0", Rec(u"1", u"DOCS", kImmediateKey)});
+  Choose(u"docs", u"-1");
+  DB_ReadSchdata(app, u"", app.Jobs, true);
+  EXPECT_TRUE(app.Store.ImmediateFound);
+  EXPECT_EQ(ScheduleLines().size(), 2u);
+}
+
+TEST_F(ImmediateTest, NoWarningsOrNoSelectionOrNoModeAddsNothing) {
+  PutSchedule({u"0", Rec(u"1")});
+  std::string before = ScheduleBytes();
+  Choose(u"Docs", u"-1");
+  DB_ReadSchdata(app, u"", app.Jobs, false);
+  app.Store.LstBackupSet.SelectedRow = 0;
+  DB_ReadSchdata(app, u"", app.Jobs, true);
+  app.Store.LstBackupSet.SelectedRow = 1;
+  app.Store.BackupNowMode = false;
+  DB_ReadSchdata(app, u"", app.Jobs, true);
+  EXPECT_EQ(ScheduleBytes(), before);
+  EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(WriteTest, ImmediateRecordUsesTheLocaleTimeSeparator) {
+  fake.locale.timeSeparator = u".";
+  app.Store.LstBackupSet.Rows = {{u"Docs", u"", u"", u"-1"}};
+  app.Store.LstBackupSet.SelectedRow = 1;
+  DB_AddImmediateRecord(app, app.Jobs, 1, u"-1");
+  ASSERT_EQ(app.Jobs.size(), 1u);
+  EXPECT_EQ(app.Jobs[0].NextRun, u"03-18-2013 15.02.33");
+  EXPECT_EQ(app.Jobs[0].RecordNo, u"1");
+}
+
+}  // namespace
+}  // namespace jobstore::test
