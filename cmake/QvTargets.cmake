@@ -24,3 +24,35 @@ endfunction()
 
 # Wine runs the Windows test programs; the test harness sets WINEPREFIX/DISPLAY.
 set(QV_TEST_TIMEOUT 300 CACHE STRING "Seconds before a test counts as hung")
+
+# The program folder: a complete install of the Windows program (and, for tests and
+# the demo, the simulated engine) that `make run` and the end-to-end tests start from.
+set(QV_STAGE_DIR ${CMAKE_BINARY_DIR}/stage CACHE INTERNAL "")
+
+# qv_stage(target [SUBDIR dir]): copy the built target into the program folder
+# after every build of it.
+function(qv_stage target)
+  cmake_parse_arguments(S "" "SUBDIR" "" ${ARGN})
+  set(dest ${QV_STAGE_DIR})
+  if(S_SUBDIR)
+    set(dest ${dest}/${S_SUBDIR})
+  endif()
+  add_custom_command(TARGET ${target} POST_BUILD
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${dest}
+    COMMAND ${CMAKE_COMMAND} -E copy_if_different $<TARGET_FILE:${target}> ${dest}/
+    VERBATIM)
+endfunction()
+
+# qv_stage_files(SUBDIR dir FILES ...): copy data files (skin, icons) into the
+# program folder at configure time and again whenever they change.
+function(qv_stage_files)
+  cmake_parse_arguments(S "" "SUBDIR" "FILES" ${ARGN})
+  set(dest ${QV_STAGE_DIR})
+  if(S_SUBDIR)
+    set(dest ${dest}/${S_SUBDIR})
+  endif()
+  foreach(f ${S_FILES})
+    get_filename_component(name ${f} NAME)
+    configure_file(${f} ${dest}/${name} COPYONLY)
+  endforeach()
+endfunction()

@@ -1,0 +1,98 @@
+# Build and test entry points. Each tree is a CMake build folder of its own; give
+# your own *_DIR names when several people build in this work tree at once, e.g.
+#   make test NATIVE_DIR=build/me-native WIN_DIR=build/me-windows PREFIX_DIR=build/me-prefix
+SHELL := bash
+.SHELLFLAGS := -eo pipefail -c
+
+JOBS         ?= 2
+NATIVE_DIR   ?= build/native
+WIN_DIR      ?= build/windows
+PREFIX_DIR   ?= build/wineprefix
+BENCH_DIR    ?= build/bench
+FUZZ_DIR     ?= build/fuzz
+FUZZ_SECONDS ?= 30
+RUN_SECONDS  ?= 0
+GENERATOR    ?= Ninja
+
+# The native tree runs the unit tests with AddressSanitizer and UBSan: bad input
+# must never crash, and these turn a silent overrun into a failing test.
+SANITIZE := -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer
+export ASAN_OPTIONS ?= detect_leaks=1:abort_on_error=0
+export UBSAN_OPTIONS ?= print_stacktrace=1
+
+CTEST = ctest -j$(JOBS) --output-on-failure --no-tests=error
+
+.PHONY: all deps native windows test test-native test-windows check run bench fuzz clean
+
+all: native
+
+deps:
+	@bash tools/install-deps.sh
+
+$(NATIVE_DIR)/CMakeCache.txt: | deps
+	cmake -S . -B $(NATIVE_DIR) -G $(GENERATOR) -DCMAKE_BUILD_TYPE=Debug \
+	  -DCMAKE_CXX_FLAGS="$(SANITIZE)" -DCMAKE_C_FLAGS="$(SANITIZE)" \
+	  -DCMAKE_EXE_LINKER_FLAGS="$(SANITIZE)"
+
+$(WIN_DIR)/CMakeCache.txt: | deps
+	cmake -S . -B $(WIN_DIR) -G $(GENERATOR) -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+	  -DCMAKE_TOOLCHAIN_FILE=$(CURDIR)/cmake/mingw-w64-x86_64.cmake
+
+# Configuring again is a quarter second and the only way CMake notices a new test
+# folder or a new CMakeLists.txt of a Windows-only folder.
+native: deps $(NATIVE_DIR)/CMakeCache.txt
+	cmake -S . -B $(NATIVE_DIR) >/dev/null
+	cmake --build $(NATIVE_DIR) -j$(JOBS)
+
+windows: deps $(WIN_DIR)/CMakeCache.txt
+	cmake -S . -B $(WIN_DIR) >/dev/null
+	cmake --build $(WIN_DIR) -j$(JOBS)
+
+# Source rules only: seconds, no build.
+check:
+	@perl tools/check-sources.pl .
+
+test-native: native
+	$(CTEST) --test-dir $(NATIVE_DIR) 2>&1 | tee $(NATIVE_DIR)/ctest.log
+
+test-windows: windows
+	tools/with-wine.sh $(PREFIX_DIR) -- $(CTEST) --test-dir $(WIN_DIR) 2>&1 \
+	  | tee $(WIN_DIR)/ctest.log
+
+# Everything CI runs: the rules, the native tests, the same tests built for Windows
+# and run under Wine (with the contract and end-to-end tests), then one count.
+test: check test-native test-windows
+	@awk '/tests passed, .* tests failed out of/ { f += $$4; n += $$NF } \
+	      END { printf "total: %d passed, %d failed\n", n - f, f }' \
+	  $(NATIVE_DIR)/ctest.log $(WIN_DIR)/ctest.log
+
+# The monitor from its program folder on a private headless display; the
+# screenshot shows what a person would see. RUN_SECONDS=0 waits for it to end.
+run: windows
+	tools/with-wine.sh $(PREFIX_DIR) -- tools/run-monitor.sh $(WIN_DIR)/stage \
+	  build/screenshots/run.png $(RUN_SECONDS)
+
+$(BENCH_DIR)/CMakeCache.txt: | deps
+	cmake -S . -B $(BENCH_DIR) -G $(GENERATOR) -DCMAKE_BUILD_TYPE=Release -DQV_BENCH=ON
+
+bench: deps $(BENCH_DIR)/CMakeCache.txt
+	cmake --build $(BENCH_DIR) -j$(JOBS)
+	@found=0; for b in $$(find $(BENCH_DIR)/bench -maxdepth 1 -type f -executable | sort); do \
+	  found=1; echo "== $$b"; "$$b"; done; \
+	[ $$found = 1 ] || echo "bench: no benchmark programs yet"
+
+$(FUZZ_DIR)/CMakeCache.txt: | deps
+	CC=clang CXX=clang++ cmake -S . -B $(FUZZ_DIR) -G $(GENERATOR) \
+	  -DCMAKE_BUILD_TYPE=RelWithDebInfo -DQV_FUZZ=ON -DQV_BENCH=OFF
+
+# Each fuzz_* program for FUZZ_SECONDS, from its corpus in tests/fuzz/corpus/<name>.
+fuzz: deps $(FUZZ_DIR)/CMakeCache.txt
+	cmake --build $(FUZZ_DIR) -j$(JOBS)
+	@found=0; for f in $$(find $(FUZZ_DIR) -type f -executable -name 'fuzz_*' | sort); do \
+	  found=1; name=$$(basename $$f); corpus=$(FUZZ_DIR)/corpus/$$name; mkdir -p $$corpus; \
+	  seeds=tests/fuzz/corpus/$$name; [ -d $$seeds ] || seeds=; \
+	  echo "== $$name"; "$$f" -max_total_time=$(FUZZ_SECONDS) -print_final_stats=1 $$corpus $$seeds; \
+	done; [ $$found = 1 ] || echo "fuzz: no fuzz targets yet"
+
+clean:
+	rm -rf $(NATIVE_DIR) $(WIN_DIR) $(BENCH_DIR) $(FUZZ_DIR)

@@ -1,0 +1,136 @@
+#!/usr/bin/env bash
+# Cases for tools/check-sources.pl, each on a small tree made in a temporary folder
+# (a violation kept in the repository would trip the real check).
+set -u
+here=$(cd "$(dirname "$0")" && pwd)
+checker="$here/../../tools/check-sources.pl"
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+passed=0
+failed=0
+
+# newTree: a tree with three layers, base <- frame <- monitor.
+newTree() {
+  rm -rf "$work/t"
+  mkdir -p "$work/t/src/base" "$work/t/src/frame" "$work/t/src/monitor" \
+           "$work/t/src/platform/win32" "$work/t/src/app" "$work/t/tests/unit" "$work/t/tests/e2e"
+  cat >"$work/t/CMakeLists.txt" <<'EOF'
+qv_layer(base)
+qv_layer(frame DEPS qv_base)   # comment (qv_layer(fake DEPS qv_monitor))
+qv_layer(monitor
+         DEPS qv_frame)
+EOF
+  echo '#pragma once' >"$work/t/src/base/Text.h"
+}
+
+put() { mkdir -p "$(dirname "$work/t/$1")"; printf '%s\n' "$2" >"$work/t/$1"; }
+
+# expect NAME pass|fail [TEXT-THAT-MUST-APPEAR]
+expect() {
+  local name=$1 want=$2 needle=${3:-}
+  local out rc
+  out=$(perl "$checker" "$work/t" 2>&1); rc=$?
+  local ok=1
+  if [ "$want" = pass ] && [ $rc -ne 0 ]; then ok=0; fi
+  if [ "$want" = fail ] && [ $rc -ne 1 ]; then ok=0; fi
+  if [ -n "$needle" ] && ! grep -qF -- "$needle" <<<"$out"; then ok=0; fi
+  if [ $ok -eq 1 ]; then
+    passed=$((passed + 1)); echo "ok   $name"
+  else
+    failed=$((failed + 1)); echo "FAIL $name (exit $rc)"; sed 's/^/     /' <<<"$out"
+  fi
+}
+
+newTree
+put src/frame/Ok.h '#include "base/Text.h"
+#include <vector>'
+put src/monitor/Screen.cpp '#include "frame/Ok.h"
+#include "base/Text.h"'
+expect "downward and transitive includes are fine" pass "0 problems"
+
+newTree
+put src/frame/Bad.h '#pragma once
+
+#include "monitor/Screen.h"'
+expect "upward include is named with its line" fail "src/frame/Bad.h:3: layer 'frame' includes \"monitor/Screen.h\""
+
+newTree
+put src/base/Bad.h '#  include <frame/Ok.h>'
+expect "upward include with angle brackets" fail "layer 'base' includes"
+
+newTree
+echo 'qv_layer(notify DEPS qv_monitor)' >>"$work/t/CMakeLists.txt"
+put src/frame/AppState.h '#include "monitor/MonitorState.h"'
+put src/monitor/MonitorState.h '#include "base/Text.h"
+#include "monitor/Row.h"
+#include <vector>'
+put src/monitor/Row.h '#include "frame/Logs.h"'
+expect "the process state holds upper state that reaches no further up" pass "0 problems"
+
+put src/frame/Other.h '#include "monitor/MonitorState.h"'
+expect "only the process state may hold upper state" fail "src/frame/Other.h:1: layer 'frame' includes"
+
+rm "$work/t/src/frame/Other.h"
+put src/monitor/Row.h '#include "base/Text.h"
+
+#include "notify/Balloon.h"'
+expect "held state that reaches a layer above the holder" fail "src/monitor/Row.h:3: includes \"notify/Balloon.h\"; it is held by the process state (src/frame/AppState.h:1)"
+
+newTree
+put src/frame/Clock.cpp '#include <windows.h>'
+expect "Windows header in the logic" fail "Windows header <windows.h>"
+
+newTree
+put src/frame/Shell.cpp '#include <ShellAPI.h>'
+expect "Windows header names are matched without case" fail "Windows header <ShellAPI.h>"
+
+newTree
+put src/platform/win32/Win32Clock.cpp '#include <windows.h>
+static const wchar_t* kName = L"QVBackground";'
+put src/app/Main.cpp '#include <windows.h>
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) { return 0; }'
+put tests/e2e/Driver.cpp '#include <windows.h>
+const wchar_t c = L'"'"'x'"'"';'
+expect "Windows code where it belongs" pass "0 problems"
+
+newTree
+put src/frame/Name.cpp 'const wchar_t* p = nullptr;'
+expect "wchar_t in the logic" fail "src/frame/Name.cpp:1: wchar_t"
+
+newTree
+put tests/unit/NameTest.cpp 'auto s = L"abc";'
+expect "wide string literal in a unit test" fail "wide literal"
+
+newTree
+put src/frame/Raw.cpp 'auto s = LR"(abc)";
+auto c = L'"'"'a'"'"';'
+expect "wide raw and character literals" fail "src/frame/Raw.cpp:2: wide literal"
+
+newTree
+put src/frame/Fine.cpp '// converted to wchar_t only at the Win32 edge, never L"" here
+/* #include <windows.h>
+   wchar_t */
+auto a = u"SIZE L" u"\" L\"x";
+auto b = u8"wchar_t";
+auto r = uR"x(L"not wide" wchar_t)x";
+long n = 1'"'"'000L;
+auto url = u"http://a/*b*/";
+#include "base/Text.h"
+int HTML = 0; auto h = HTML;'
+expect "comments, string contents and suffixes are not code" pass "0 problems"
+
+newTree
+put src/frame/Lines.cpp '/* one
+two */ auto s = u"a";
+auto t = uR"(x
+y)";
+const wchar_t* w;'
+expect "line numbers survive comments and raw strings" fail "src/frame/Lines.cpp:5: wchar_t"
+
+newTree
+put bench/Bench.cpp '#include <windows.h>'
+expect "benchmarks are portable too" fail "bench/Bench.cpp:1"
+
+echo "check-sources cases: $passed passed, $failed failed"
+[ $failed -eq 0 ]

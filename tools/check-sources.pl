@@ -1,0 +1,183 @@
+#!/usr/bin/env perl
+# check-sources.pl [ROOT]
+#
+# Fails (exit 1) when the source tree breaks one of the two rules the compiler
+# cannot see:
+#  1. Windows-only names (Windows SDK headers, wchar_t, L"" / L'' literals) are
+#     used outside src/platform/win32/ and src/app/. The logic must build and be
+#     tested natively, so it may not lean on them. tests/e2e/ holds Windows-only
+#     drivers and tools/ is not checked.
+#  2. A layer includes a header of a layer above it. The layers and their
+#     dependencies are read from the qv_layer(...) lines of the top CMakeLists.txt,
+#     so a header-only upward include is caught before it links by accident.
+#     The process state (frame/AppState.h) alone holds upper layers' state; what
+#     it holds is checked not to reach further up.
+# Comments and the contents of string literals are ignored.
+use strict;
+use warnings;
+use File::Find;
+
+my $root = shift // '.';
+$root =~ s{/+$}{};
+
+my @winHeaders = qw(
+  windows winbase windef winuser wingdi winnt winreg winsvc winerror winver
+  shellapi shlobj shlwapi shobjidl commctrl commdlg objbase ole2 oleauto olectl
+  unknwn objidl oaidl ocidl wtypes comdef comutil atlbase tchar psapi tlhelp32
+  mmsystem ras raserror htmlhelp wininet winhttp winsock2 ws2tcpip iphlpapi
+  dbghelp process direct io conio
+);
+my $winHeaderRe = join '|', map { quotemeta } @winHeaders;
+
+# --- layers -----------------------------------------------------------------
+my %deps;
+{
+  open my $fh, '<', "$root/CMakeLists.txt" or die "check-sources: no $root/CMakeLists.txt\n";
+  local $/;
+  my $text = <$fh>;
+  $text =~ s/#[^\n]*//g;
+  while ($text =~ /\bqv_layer\(\s*(\w+)((?:\s+[^\s)]+)*)\s*\)/g) {
+    my ($name, $rest) = ($1, $2);
+    my @words = split ' ', $rest;
+    my @d;
+    my $inDeps = 0;
+    for my $w (@words) {
+      if ($w eq 'DEPS') { $inDeps = 1; next; }
+      push @d, $w =~ s/^qv_//r if $inDeps;
+    }
+    $deps{$name} = \@d;
+  }
+}
+
+# The process state is the one place a lower layer holds upper layers' values
+# (their module state and plain records). What it holds may bring in nothing the
+# holder could not include itself, other than more headers of the same layer; that
+# is checked below for every header reached this way.
+my %stateHolders = map { $_ => 1 } qw(
+  frame/AppState.h
+);
+
+my %below;   # layer -> set of layers it may include (itself and all below)
+sub closure {
+  my ($layer, $seen) = @_;
+  return if $seen->{$layer}++;
+  closure($_, $seen) for @{ $deps{$layer} // [] };
+}
+for my $layer (keys %deps) {
+  my %seen;
+  closure($layer, \%seen);
+  $below{$layer} = \%seen;
+}
+
+# --- files ------------------------------------------------------------------
+my @files;
+for my $dir (qw(src tests bench)) {
+  next unless -d "$root/$dir";
+  find({ no_chdir => 1, wanted => sub {
+    push @files, $File::Find::name if -f && /\.(?:h|hh|hpp|hxx|c|cc|cpp|cxx|inl|ipp)$/;
+  } }, "$root/$dir");
+}
+@files = sort @files;
+
+my $problems = 0;
+sub problem {
+  my ($file, $line, $msg) = @_;
+  print "$file:$line: $msg\n";
+  $problems++;
+}
+
+my $literal = qr{
+    (?<com> //[^\n]* | /\*.*?\*/ )
+  | (?<pre> \b(?:u8|u|U|L)?R ) " (?<delim> [^()\\\s"]{0,16} ) \( .*? \) \k<delim> "
+  | (?<spre> \b(?:u8|u|U|L) )? " (?: \\. | [^"\\\n] )* "
+  | (?<cpre> \b(?:u8|u|U|L) )? (?<! [0-9a-fA-F] ) ' (?: \\. | [^'\\\n] )+ '
+}xs;
+
+my %includes;   # "layer/File.h" -> [line, include] of includes of a layer's headers
+my @held;       # [header, holder's layer, where] reached from a state holder
+
+for my $path (@files) {
+  my $rel = substr($path, length($root) + 1);
+  open my $fh, '<', $path or next;
+  local $/;
+  my $text = <$fh>;
+  close $fh;
+
+  # Two views with line numbers kept: comments removed (for #include paths), and
+  # comments and literal contents removed (for names and literal prefixes).
+  my ($noComments, $bare) = ('', '');
+  my $pos = 0;
+  while ($text =~ /$literal/g) {
+    my ($start, $end) = ($-[0], $+[0]);
+    my $between = substr($text, $pos, $start - $pos);
+    my $match = substr($text, $start, $end - $start);
+    my $newlines = "\n" x ($match =~ tr/\n//);
+    $noComments .= $between;
+    $bare .= $between;
+    if (defined $+{com}) {
+      $noComments .= " $newlines";
+      $bare .= " $newlines";
+    } else {
+      my $prefix = $+{pre} // $+{spre} // $+{cpre} // '';
+      my $quote = defined $+{cpre} ? "''" : '""';
+      $noComments .= $match;
+      $bare .= "$prefix$quote$newlines";
+    }
+    $pos = $end;
+  }
+  $noComments .= substr($text, $pos);
+  $bare .= substr($text, $pos);
+
+  my $windowsAllowed = $rel =~ m{^src/(?:platform/win32|app)/} || $rel =~ m{^tests/e2e/};
+  my ($layer) = $rel =~ m{^src/(\w+)/};
+  my $layerChecked = defined $layer && exists $deps{$layer} && $rel !~ m{^src/platform/win32/};
+  my $srcRel = $rel =~ s{^src/}{}r;
+
+  my @withComments = split /\n/, $noComments, -1;
+  my @bareLines = split /\n/, $bare, -1;
+  for my $i (0 .. $#withComments) {
+    my $n = $i + 1;
+    my $line = $withComments[$i];
+    if ($line =~ /^\s*#\s*include\s*[<"]([^>"]+)[>"]/) {
+      my $inc = $1;
+      if (!$windowsAllowed && $inc =~ m{^(?:$winHeaderRe)\.h$}i) {
+        problem($rel, $n, "Windows header <$inc> outside src/platform/win32, src/app and tests/e2e");
+      }
+      if ($layerChecked && $inc =~ m{^(\w+)/} && exists $deps{$1} && !$below{$layer}{$1}) {
+        if ($stateHolders{$srcRel}) {
+          push @held, [$inc, $layer, "$rel:$n"];
+        } else {
+          problem($rel, $n, "layer '$layer' includes \"$inc\" from layer '$1' above it");
+        }
+      }
+      push @{ $includes{$srcRel} }, [$n, $inc] if $inc =~ m{^(\w+)/} && exists $deps{$1};
+    }
+    next if $windowsAllowed;
+    my $b = $bareLines[$i] // '';
+    problem($rel, $n, "wchar_t outside src/platform/win32 and src/app") if $b =~ /\bwchar_t\b/;
+    problem($rel, $n, "wide literal (L\"\" or L'') outside src/platform/win32 and src/app")
+      if $b =~ /\bLR?["']/;
+  }
+}
+
+# Walk what the process state holds.
+my %visited;
+while (my $item = shift @held) {
+  my ($header, $holderLayer, $where) = @$item;
+  next if $visited{$header}++;
+  my ($ownLayer) = $header =~ m{^(\w+)/};
+  for my $entry (@{ $includes{$header} // [] }) {
+    my ($n, $inc) = @$entry;
+    my ($incLayer) = $inc =~ m{^(\w+)/};
+    if ($incLayer eq $ownLayer) {
+      push @held, [$inc, $holderLayer, $where];
+    } elsif (!$below{$holderLayer}{$incLayer}) {
+      problem("src/$header", $n, "includes \"$inc\"; it is held by the process state "
+              . "($where), so it may include only $holderLayer and below and its own layer");
+    }
+  }
+}
+
+printf "check-sources: %d files, %d layers, %d problem%s\n",
+  scalar @files, scalar keys %deps, $problems, $problems == 1 ? '' : 's';
+exit($problems ? 1 : 0);
