@@ -1,0 +1,160 @@
+// What every file system gives the logic, written once and run on each of them.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "Targets.h"
+
+namespace contract {
+namespace {
+
+using platform::FileEntry;
+
+class FileSystemContract : public ::testing::TestWithParam<FsTarget> {
+ protected:
+  void SetUp() override { world_ = GetParam().make(); }
+  platform::IFileSystem& fs() { return world_->Fs(); }
+  Text Path(base::TextView name) { return world_->Path(name); }
+
+  std::unique_ptr<FsWorld> world_;
+};
+
+std::vector<Text> SortedNames(std::vector<FileEntry> entries) {
+  std::vector<Text> names;
+  for (auto& e : entries) names.push_back(e.name);
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+TEST_P(FileSystemContract, ExistenceTellsFilesFromFolders) {
+  Text file = Path(u"a.txt");
+  Text folder = Path(u"Sub");
+  EXPECT_FALSE(fs().FileExists(file));
+  EXPECT_FALSE(fs().FolderExists(folder));
+  ASSERT_TRUE(fs().WriteAll(file, "x"));
+  ASSERT_TRUE(fs().CreateFolder(folder));
+  EXPECT_TRUE(fs().FileExists(file));
+  EXPECT_FALSE(fs().FolderExists(file));
+  EXPECT_TRUE(fs().FolderExists(folder));
+  EXPECT_FALSE(fs().FileExists(folder));
+  EXPECT_TRUE(fs().FolderExists(world_->Root()));
+}
+
+TEST_P(FileSystemContract, CreateFolderMakesOneLevelOnly) {
+  Text parent = Path(u"One");
+  Text child = parent + u"\\Two";
+  EXPECT_FALSE(fs().CreateFolder(child));
+  EXPECT_FALSE(fs().FolderExists(child));
+  EXPECT_TRUE(fs().CreateFolder(parent));
+  EXPECT_TRUE(fs().CreateFolder(parent)) << "an existing folder counts as success";
+  EXPECT_TRUE(fs().CreateFolder(child));
+  EXPECT_TRUE(fs().FolderExists(child));
+}
+
+TEST_P(FileSystemContract, DeleteRemovesFilesReadOnlyOrNot) {
+  Text plain = Path(u"plain.txt");
+  Text locked = Path(u"readonly.txt");
+  ASSERT_TRUE(fs().WriteAll(plain, "1"));
+  ASSERT_TRUE(fs().WriteAll(locked, "2"));
+  ASSERT_TRUE(world_->MakeReadOnly(locked));
+  EXPECT_TRUE(fs().DeleteFile(plain));
+  EXPECT_TRUE(fs().DeleteFile(locked));
+  EXPECT_FALSE(fs().FileExists(plain));
+  EXPECT_FALSE(fs().FileExists(locked));
+  EXPECT_FALSE(fs().DeleteFile(plain)) << "nothing left to delete";
+  ASSERT_TRUE(fs().CreateFolder(Path(u"Dir")));
+  EXPECT_FALSE(fs().DeleteFile(Path(u"Dir"))) << "folders are not files";
+  EXPECT_TRUE(fs().FolderExists(Path(u"Dir")));
+}
+
+TEST_P(FileSystemContract, WriteReadAppendKeepEveryByte) {
+  Text file = Path(u"bytes.bin");
+  std::string all;
+  for (int i = 0; i < 256; ++i) all.push_back(static_cast<char>(i));
+  ASSERT_TRUE(fs().WriteAll(file, all));
+  EXPECT_EQ(fs().ReadAll(file), all);
+  ASSERT_TRUE(fs().WriteAll(file, "short")) << "a rewrite truncates";
+  EXPECT_EQ(fs().ReadAll(file), "short");
+  ASSERT_TRUE(fs().Append(file, std::string("\0\r\n", 3)));
+  EXPECT_EQ(fs().ReadAll(file), std::string("short\0\r\n", 8));
+  EXPECT_EQ(fs().FileSize(file), 8u);
+
+  Text fresh = Path(u"new.log");
+  ASSERT_TRUE(fs().Append(fresh, "first")) << "append creates a missing file";
+  EXPECT_EQ(fs().ReadAll(fresh), "first");
+  ASSERT_TRUE(fs().WriteAll(Path(u"empty"), ""));
+  EXPECT_EQ(fs().ReadAll(Path(u"empty")), "");
+  EXPECT_EQ(fs().FileSize(Path(u"empty")), 0u);
+}
+
+TEST_P(FileSystemContract, ReadRangeStopsAtTheEnd) {
+  Text file = Path(u"range.txt");
+  ASSERT_TRUE(fs().WriteAll(file, "0123456789"));
+  EXPECT_EQ(fs().ReadRange(file, 0, 4), "0123");
+  EXPECT_EQ(fs().ReadRange(file, 7, 100), "789");
+  EXPECT_EQ(fs().ReadRange(file, 10, 5), "");
+  EXPECT_EQ(fs().ReadRange(file, 50, 5), "");
+}
+
+TEST_P(FileSystemContract, MissingThingsFailQuietly) {
+  Text missing = Path(u"missing.txt");
+  Text inMissingFolder = Path(u"NoSuchFolder\\file.txt");
+  EXPECT_EQ(fs().ReadAll(missing), std::nullopt);
+  EXPECT_EQ(fs().ReadRange(missing, 0, 1), std::nullopt);
+  EXPECT_EQ(fs().FileSize(missing), std::nullopt);
+  EXPECT_FALSE(fs().WriteAll(inMissingFolder, "x"));
+  EXPECT_FALSE(fs().Append(inMissingFolder, "x"));
+  EXPECT_FALSE(fs().FileExists(inMissingFolder));
+  EXPECT_TRUE(fs().List(Path(u"NoSuchFolder"), u"*").empty());
+  EXPECT_FALSE(fs().SetCurrentFolder(Path(u"NoSuchFolder")));
+}
+
+TEST_P(FileSystemContract, ListMatchesPatternsWithoutRegardToCase) {
+  ASSERT_TRUE(fs().WriteAll(Path(u"Session1.txt"), "abc"));
+  ASSERT_TRUE(fs().WriteAll(Path(u"session2.TXT"), ""));
+  ASSERT_TRUE(fs().WriteAll(Path(u"notes.log"), "x"));
+  ASSERT_TRUE(fs().CreateFolder(Path(u"Logs")));
+
+  auto all = fs().List(world_->Root(), u"*");
+  EXPECT_EQ(SortedNames(all), (std::vector<Text>{u"Logs", u"Session1.txt", u"notes.log",
+                                                 u"session2.TXT"}));
+  for (const auto& e : all) {
+    EXPECT_EQ(e.isFolder, e.name == u"Logs") << base::ToUtf8(e.name);
+    if (e.name == u"Session1.txt") {
+      EXPECT_EQ(e.size, 3u);
+      if (world_->StampsTimes()) {
+        EXPECT_GT(e.modified.year, 2000) << "a real modification time";
+      }
+    }
+  }
+  EXPECT_EQ(SortedNames(fs().List(world_->Root(), u"*.txt")),
+            (std::vector<Text>{u"Session1.txt", u"session2.TXT"}));
+  EXPECT_EQ(SortedNames(fs().List(world_->Root(), u"SESSION*")),
+            (std::vector<Text>{u"Session1.txt", u"session2.TXT"}));
+  EXPECT_EQ(SortedNames(fs().List(world_->Root(), u"notes.log")),
+            (std::vector<Text>{u"notes.log"}));
+  EXPECT_TRUE(fs().List(world_->Root(), u"*.dat").empty());
+}
+
+TEST_P(FileSystemContract, NonAsciiNamesWork) {
+  Text name = u"R\u00e9sum\u00e9 \u20ac \u0416.txt";
+  ASSERT_TRUE(fs().WriteAll(Path(name), "v"));
+  EXPECT_TRUE(fs().FileExists(Path(name)));
+  EXPECT_EQ(SortedNames(fs().List(world_->Root(), u"*")), std::vector<Text>{name});
+  EXPECT_TRUE(fs().DeleteFile(Path(name)));
+}
+
+TEST_P(FileSystemContract, SetCurrentFolderToAnExistingFolder) {
+  // The real folder is put back, or the temporary folder could not be removed.
+  std::error_code ec;
+  auto before = std::filesystem::current_path(ec);
+  EXPECT_TRUE(fs().SetCurrentFolder(world_->Root()));
+  if (!ec) std::filesystem::current_path(before, ec);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, FileSystemContract, ::testing::ValuesIn(FileSystemTargets()),
+                         TargetName());
+
+}  // namespace
+}  // namespace contract

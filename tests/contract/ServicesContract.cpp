@@ -1,0 +1,236 @@
+// The smaller services: the single-instance mutex, the user's formats and the
+// facts about the system.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <thread>
+
+#include "Targets.h"
+#include "platform/fake/FakeServices.h"
+#include "platform/portable/PortableServices.h"
+
+#if QV_HAVE_WIN32
+#include "platform/win32/Win32FileSystem.h"
+#include "platform/win32/Win32Locale.h"
+#include "platform/win32/Win32OsNameProvider.h"
+#include "platform/win32/Win32Shell.h"
+#include "platform/win32/Win32SystemInfo.h"
+#endif
+
+namespace contract {
+namespace {
+
+// ---- mutex -----------------------------------------------------------------
+
+class MutexContract : public ::testing::TestWithParam<MutexTarget> {
+ protected:
+  void SetUp() override {
+    mutex_ = GetParam().make();
+    auto stamp = std::chrono::steady_clock::now().time_since_epoch().count();
+    name_ = u"Global\\QVContract" + base::FromUtf8(std::to_string(stamp));
+  }
+  std::unique_ptr<platform::IMutexService> mutex_;
+  Text name_;
+};
+
+TEST_P(MutexContract, SecondCreateOfOneNameSaysItExists) {
+  auto first = mutex_->CreateMutex(name_, true);
+  ASSERT_NE(first.handle, 0u);
+  EXPECT_EQ(first.lastError, 0u);
+  auto second = mutex_->CreateMutex(name_, true);
+  EXPECT_NE(second.handle, 0u) << "a handle to the existing mutex";
+  EXPECT_EQ(second.lastError, platform::kErrorAlreadyExists);
+
+  // The instance guard closes and then releases; the release comes too late to matter.
+  EXPECT_TRUE(mutex_->CloseHandle(second.handle));
+  EXPECT_FALSE(mutex_->ReleaseMutex(second.handle));
+  EXPECT_TRUE(mutex_->ReleaseMutex(first.handle)) << "the owner may release";
+  EXPECT_TRUE(mutex_->CloseHandle(first.handle));
+
+  auto again = mutex_->CreateMutex(name_, false);
+  EXPECT_EQ(again.lastError, 0u) << "gone once every handle is closed";
+  EXPECT_TRUE(mutex_->CloseHandle(again.handle));
+}
+
+TEST_P(MutexContract, DifferentNamesDoNotMeet) {
+  auto a = mutex_->CreateMutex(name_ + u"A", true);
+  auto b = mutex_->CreateMutex(name_ + u"B", true);
+  EXPECT_EQ(a.lastError, 0u);
+  EXPECT_EQ(b.lastError, 0u);
+  mutex_->CloseHandle(a.handle);
+  mutex_->CloseHandle(b.handle);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, MutexContract, ::testing::ValuesIn(MutexTargets()), TargetName());
+
+// ---- locale ----------------------------------------------------------------
+
+struct LocaleTarget {
+  std::string name;
+  std::function<std::unique_ptr<platform::ILocale>()> make;
+};
+std::ostream& operator<<(std::ostream& out, const LocaleTarget& t) { return out << t.name; }
+
+std::vector<LocaleTarget> LocaleTargets() {
+  std::vector<LocaleTarget> targets{
+      {"Portable", [] { return std::unique_ptr<platform::ILocale>(new platform::PortableLocale()); }},
+      {"Fake", [] { return std::unique_ptr<platform::ILocale>(new platform::FakeLocale()); }},
+  };
+#if QV_HAVE_WIN32
+  targets.push_back(
+      {"Win32", [] { return std::unique_ptr<platform::ILocale>(new platform::Win32Locale()); }});
+#endif
+  return targets;
+}
+
+class LocaleContract : public ::testing::TestWithParam<LocaleTarget> {};
+
+// The United States formats of a fresh system: what every target here has.
+TEST_P(LocaleContract, GivesTheFormatsOfTheDefaultUser) {
+  auto locale = GetParam().make();
+  EXPECT_EQ(locale->DateSeparator(), u"/");
+  EXPECT_EQ(locale->TimeSeparator(), u":");
+  EXPECT_EQ(locale->DecimalSeparator(), u".");
+  EXPECT_EQ(locale->ThousandsSeparator(), u",");
+  EXPECT_EQ(locale->ShortDateFormat(), u"M/d/yyyy");
+  EXPECT_EQ(locale->TimeFormat(), u"h:mm:ss tt");
+  EXPECT_EQ(locale->AmSymbol(), u"AM");
+  EXPECT_EQ(locale->PmSymbol(), u"PM");
+}
+
+INSTANTIATE_TEST_SUITE_P(All, LocaleContract, ::testing::ValuesIn(LocaleTargets()),
+                         TargetName());
+
+// ---- system facts ----------------------------------------------------------
+
+struct SystemTarget {
+  std::string name;
+  std::function<std::unique_ptr<platform::ISystemInfo>()> make;
+};
+std::ostream& operator<<(std::ostream& out, const SystemTarget& t) { return out << t.name; }
+
+std::vector<SystemTarget> SystemTargets() {
+  std::vector<SystemTarget> targets{
+      {"Fake",
+       [] { return std::unique_ptr<platform::ISystemInfo>(new platform::FakeSystemInfo()); }},
+  };
+#if QV_HAVE_WIN32
+  targets.push_back({"Win32", [] {
+                       return std::unique_ptr<platform::ISystemInfo>(
+                           new platform::Win32SystemInfo());
+                     }});
+#endif
+  return targets;
+}
+
+class SystemInfoContract : public ::testing::TestWithParam<SystemTarget> {};
+
+TEST_P(SystemInfoContract, FactsArePlausible) {
+  auto system = GetParam().make();
+  EXPECT_EQ(system->PlatformId(), 2u) << "the NT family";
+  EXPECT_GE(system->MajorVersion(), 6u);
+  EXPECT_GT(system->BuildNumber(), 0u);
+  int twips = system->TwipsPerPixelX();
+  EXPECT_TRUE(twips == 15 || twips == 12 || twips == 10 || twips == 7) << twips;
+  EXPECT_EQ(system->TwipsPerPixelY(), twips);
+
+  platform::Rect screen = system->Screen();
+  platform::Rect work = system->WorkArea();
+  EXPECT_GE(screen.Width(), 640);
+  EXPECT_GE(screen.Height(), 480);
+  EXPECT_GT(work.Width(), 0);
+  EXPECT_GT(work.Height(), 0);
+  EXPECT_GE(work.left, screen.left);
+  EXPECT_GE(work.top, screen.top);
+  EXPECT_LE(work.right, screen.right);
+  EXPECT_LE(work.bottom, screen.bottom);
+
+  EXPECT_FALSE(system->ComputerName().empty());
+  Text folder = system->ProgramFolder();
+  Text file = system->ProgramFileName();
+  EXPECT_FALSE(folder.empty());
+  EXPECT_TRUE(base::EndsWith(base::ToLower(file), u".exe")) << base::ToUtf8(file);
+  EXPECT_FALSE(base::EndsWith(folder, u"\\"));
+  EXPECT_EQ(system->Environment(u"QV_CONTRACT_SURELY_UNSET"), std::nullopt);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, SystemInfoContract, ::testing::ValuesIn(SystemTargets()),
+                         TargetName());
+
+#if QV_HAVE_WIN32
+
+TEST(Win32SystemInfo, ProgramPathIsThisTestProgram) {
+  platform::Win32SystemInfo system;
+  platform::Win32FileSystem fs;
+  EXPECT_TRUE(base::EqualsNoCase(system.ProgramFileName(), u"contract_platform.exe"))
+      << base::ToUtf8(system.ProgramFileName());
+  EXPECT_TRUE(fs.FileExists(system.ProgramFolder() + u"\\" + system.ProgramFileName()));
+  EXPECT_EQ(base::InStrNoCase(system.CommandLine(), u"contract_platform"), 0u)
+      << "the program's own name is not an argument: " << base::ToUtf8(system.CommandLine());
+}
+
+TEST(Win32SystemInfo, EnvironmentReadsSetAndEmptyValues) {
+  platform::Win32SystemInfo system;
+  auto path = system.Environment(u"PATH");
+  ASSERT_TRUE(path);
+  EXPECT_FALSE(path->empty());
+  auto profile = system.Environment(u"USERPROFILE");
+  ASSERT_TRUE(profile);
+  EXPECT_NE(profile->find(u'\\'), Text::npos) << base::ToUtf8(*profile);
+}
+
+TEST(Win32SystemInfo, ArgumentsFollowTheProgramName) {
+  using platform::ArgumentsOf;
+  EXPECT_EQ(ArgumentsOf(u"\"C:\\Program Files\\QV\\QVMonitor.exe\" Min"), u"Min");
+  EXPECT_EQ(ArgumentsOf(u"C:\\QV\\QVMonitor.exe  \t Min "), u"Min ");
+  EXPECT_EQ(ArgumentsOf(u"\"C:\\a b\\x.exe\"Min"), u"Min");
+  EXPECT_EQ(ArgumentsOf(u"QVMonitor.exe"), u"");
+  EXPECT_EQ(ArgumentsOf(u"\"C:\\unterminated Min"), u"");
+  EXPECT_EQ(ArgumentsOf(u"x.exe min word"), u"min word");
+}
+
+// Runs only as the second copy that the test below starts: it stays until told to go.
+TEST(Win32Helper, LingerWhileAsked) {
+  const char* stopFile = std::getenv("QV_CONTRACT_LINGER");
+  if (!stopFile) GTEST_SKIP() << "helper for PreviousInstanceIsSeen";
+  for (int i = 0; i < 200 && !std::filesystem::exists(stopFile); ++i)
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+}
+
+TEST(Win32SystemInfo, PreviousInstanceIsSeen) {
+  platform::Win32SystemInfo system;
+  auto stopFile = std::filesystem::temp_directory_path() /
+                  ("qv-linger-" + std::to_string(std::chrono::steady_clock::now()
+                                                     .time_since_epoch()
+                                                     .count()));
+  std::string stop = stopFile.string();
+  ASSERT_EQ(_putenv(("QV_CONTRACT_LINGER=" + stop).c_str()), 0);
+  platform::Win32Shell shell;
+  Text self = system.ProgramFolder() + u"\\" + system.ProgramFileName();
+  ASSERT_TRUE(shell.Run(u"\"" + self + u"\" --gtest_filter=Win32Helper.LingerWhileAsked", true));
+  _putenv("QV_CONTRACT_LINGER=");
+
+  bool seen = false;
+  for (int i = 0; i < 100 && !seen; ++i) {
+    seen = system.PreviousInstanceRunning();
+    if (!seen) std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  }
+  { std::ofstream(stopFile) << "stop"; }
+  EXPECT_TRUE(seen);
+  std::this_thread::sleep_for(std::chrono::milliseconds(200));
+  std::error_code ec;
+  std::filesystem::remove(stopFile, ec);
+}
+
+TEST(Win32OsNameProvider, UnregisteredObjectGivesNothing) {
+  platform::Win32OsNameProvider provider;
+  EXPECT_EQ(provider.OsName(), std::nullopt);
+}
+
+#endif
+
+}  // namespace
+}  // namespace contract

@@ -1,0 +1,97 @@
+// UTF-16 text files by lines, over every file system.
+#include <gtest/gtest.h>
+
+#include "Targets.h"
+#include "base/Utf16.h"
+#include "platform/TextFile.h"
+
+namespace contract {
+namespace {
+
+using platform::TextFile;
+
+std::string Utf16(base::TextView units) { return base::EncodeUtf16Le(units); }
+
+class TextFileContract : public ::testing::TestWithParam<FsTarget> {
+ protected:
+  void SetUp() override { world_ = GetParam().make(); }
+  platform::IFileSystem& fs() { return world_->Fs(); }
+  Text Path(base::TextView name) { return world_->Path(name); }
+
+  std::unique_ptr<FsWorld> world_;
+};
+
+TEST_P(TextFileContract, CreateWritesTheByteOrderMarkAndKeepsAnExistingFile) {
+  Text file = Path(u"trace.txt");
+  ASSERT_TRUE(TextFile::Create(fs(), file, false));
+  EXPECT_EQ(fs().ReadAll(file), "\xFF\xFE");
+  ASSERT_TRUE(TextFile::AppendLine(fs(), file, u"kept"));
+  ASSERT_TRUE(TextFile::Create(fs(), file, false));
+  EXPECT_EQ(TextFile::ReadLines(fs(), file), std::vector<Text>{u"kept"});
+  ASSERT_TRUE(TextFile::Create(fs(), file, true));
+  EXPECT_EQ(fs().ReadAll(file), "\xFF\xFE") << "overwrite empties it";
+}
+
+TEST_P(TextFileContract, AppendedLinesEndInCrLfAndReadBack) {
+  Text file = Path(u"log.txt");
+  ASSERT_TRUE(TextFile::AppendLine(fs(), file, u"Information : one"));
+  ASSERT_TRUE(TextFile::AppendLine(fs(), file, u""));
+  ASSERT_TRUE(TextFile::AppendLine(fs(), file, u"\u00e9\u20ac\u0416 \U0001F600"));
+  EXPECT_EQ(fs().ReadAll(file),
+            "\xFF\xFE" + Utf16(u"Information : one\r\n\r\n\u00e9\u20ac\u0416 \U0001F600\r\n"));
+  EXPECT_EQ(TextFile::ReadLines(fs(), file),
+            (std::vector<Text>{u"Information : one", u"", u"\u00e9\u20ac\u0416 \U0001F600"}));
+}
+
+TEST_P(TextFileContract, WriteLinesReplacesTheWholeFile) {
+  Text file = Path(u"schedule.txt");
+  ASSERT_TRUE(TextFile::WriteLines(fs(), file, {u"0", u"a", u"b"}));
+  ASSERT_TRUE(TextFile::WriteLines(fs(), file, {u"1"}));
+  EXPECT_EQ(fs().ReadAll(file), "\xFF\xFE" + Utf16(u"1\r\n"));
+}
+
+// The log separator goes into a UTF-16 file as single bytes. A reader gets the
+// units those bytes make, and writing back what it read reproduces the file.
+TEST_P(TextFileContract, SingleByteRunInTheMiddleSurvivesARoundTrip) {
+  Text file = Path(u"QVWServiceLog.txt");
+  const std::string separator = std::string(104, '_') + "\r\n";
+  ASSERT_TRUE(TextFile::AppendLine(fs(), file, u"Success     : logged out "));
+  ASSERT_TRUE(TextFile::AppendBytes(fs(), file, separator));
+  ASSERT_TRUE(TextFile::AppendLine(fs(), file, u"next"));
+  std::string original = *fs().ReadAll(file);
+  EXPECT_EQ(original, "\xFF\xFE" + Utf16(u"Success     : logged out \r\n") + separator +
+                          Utf16(u"next\r\n"));
+
+  auto lines = TextFile::ReadLines(fs(), file);
+  ASSERT_TRUE(lines);
+  ASSERT_EQ(lines->size(), 2u);
+  // 106 bytes make 53 units: 52 pairs of '_' and one of CR LF read the other way round.
+  Text expected(52, char16_t{0x5F5F});
+  expected += char16_t{0x0A0D};
+  expected += u"next";
+  EXPECT_EQ((*lines)[1], expected);
+
+  Text copy = Path(u"copy.txt");
+  ASSERT_TRUE(TextFile::WriteLines(fs(), copy, *lines));
+  EXPECT_EQ(fs().ReadAll(copy), original);
+}
+
+TEST_P(TextFileContract, OddByteCountStillReadsTheWholeUnits) {
+  Text file = Path(u"odd.txt");
+  ASSERT_TRUE(TextFile::AppendLine(fs(), file, u"a"));
+  ASSERT_TRUE(TextFile::AppendBytes(fs(), file, "_"));
+  EXPECT_EQ(TextFile::ReadText(fs(), file), Text(u"a\r\n"));
+}
+
+TEST_P(TextFileContract, FileWithoutByteOrderMarkIsReadAsUtf16) {
+  Text file = Path(u"nobom.txt");
+  ASSERT_TRUE(fs().WriteAll(file, Utf16(u"x=1\r\ny\n")));
+  EXPECT_EQ(TextFile::ReadLines(fs(), file), (std::vector<Text>{u"x=1", u"y"}));
+  EXPECT_EQ(TextFile::ReadLines(fs(), Path(u"absent.txt")), std::nullopt);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, TextFileContract, ::testing::ValuesIn(FileSystemTargets()),
+                         TargetName());
+
+}  // namespace
+}  // namespace contract
