@@ -1,0 +1,238 @@
+#include "kit/ListView.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace kit {
+
+namespace {
+
+// The list control compares without regard to case; ties keep their order.
+int CompareNoCase(const Text& a, const Text& b) {
+  Text la = base::ToLower(a);
+  Text lb = base::ToLower(b);
+  return la.compare(lb);
+}
+
+std::size_t Slot(int index1, std::size_t size, const char* what) {
+  if (index1 < 1 || static_cast<std::size_t>(index1) > size) throw std::out_of_range(what);
+  return static_cast<std::size_t>(index1 - 1);
+}
+
+}  // namespace
+
+// ---- ListItem ----------------------------------------------------------------
+
+ListItem::ListItem(ListView& owner, Text text, Text key)
+    : owner_(&owner), text_(std::move(text)), key_(std::move(key)) {}
+
+int ListItem::Index() const { return owner_->IndexOf(*this); }
+
+void ListItem::SetText(const Text& v) {
+  if (text_ == v) return;
+  text_ = v;
+  owner_->RowChanged(*this, owner_->SortKey() == 0);
+}
+
+Text ListItem::SubItem(int i) const {
+  if (i < 1) throw std::out_of_range("sub-item index");
+  std::size_t slot = static_cast<std::size_t>(i - 1);
+  return slot < subItems_.size() ? subItems_[slot] : Text();
+}
+
+void ListItem::SetSubItem(int i, const Text& v) {
+  if (i < 1) throw std::out_of_range("sub-item index");
+  std::size_t slot = static_cast<std::size_t>(i - 1);
+  if (slot < subItems_.size() && subItems_[slot] == v) return;
+  if (slot >= subItems_.size()) subItems_.resize(slot + 1);
+  subItems_[slot] = v;
+  owner_->RowChanged(*this, owner_->SortKey() == i);
+}
+
+void ListItem::SetChecked(bool v) {
+  if (checked_ == v) return;
+  checked_ = v;
+  owner_->RowChanged(*this, false);
+}
+
+void ListItem::SetSelected(bool v) {
+  if (selected_ == v) return;
+  if (v) {
+    for (auto& row : owner_->rows_) row->selected_ = false;
+  }
+  selected_ = v;
+  owner_->RowChanged(*this, false);
+}
+
+Text ListItem::SortText(int key) const { return key == 0 ? text_ : SubItem(key); }
+
+// ---- ListView ----------------------------------------------------------------
+
+ListView::ListView(Parent parent, Text name, Layout layout)
+    : Control(parent, ControlKind::ListView, std::move(name), -1, layout) {}
+
+void ListView::AddColumn(const Text& caption, double width) {
+  columns_.push_back({caption, width});
+  Touch(Aspect::Items);
+}
+
+void ListView::ClearColumns() {
+  if (columns_.empty()) return;
+  columns_.clear();
+  Touch(Aspect::Items);
+}
+
+const ListColumn& ListView::Column(int i) const {
+  return columns_[Slot(i, columns_.size(), "column index")];
+}
+
+void ListView::SetColumnCaption(int i, const Text& caption) {
+  ListColumn& c = columns_[Slot(i, columns_.size(), "column index")];
+  if (c.caption == caption) return;
+  c.caption = caption;
+  Touch(Aspect::Items);
+}
+
+void ListView::SetColumnWidth(int i, double width) {
+  ListColumn& c = columns_[Slot(i, columns_.size(), "column index")];
+  if (c.width == width) return;
+  c.width = width;
+  Touch(Aspect::Items);
+}
+
+ListItem& ListView::AddRow(const Text& text, const Text& key) {
+  if (!key.empty() && FindKey(key) != nullptr) throw std::invalid_argument("key is not unique");
+  rows_.push_back(std::make_unique<ListItem>(*this, text, key));
+  ListItem& item = *rows_.back();
+  if (s_.sorted) Resort();
+  Touch(Aspect::Items);
+  return item;
+}
+
+void ListView::RemoveRow(int index1) {
+  rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(Slot(index1, rows_.size(), "row index")));
+  Touch(Aspect::Items);
+}
+
+void ListView::ClearRows() {
+  if (rows_.empty()) return;
+  rows_.clear();
+  Touch(Aspect::Items);
+}
+
+ListItem& ListView::Item(int index1) { return *rows_[Slot(index1, rows_.size(), "row index")]; }
+
+const ListItem& ListView::Item(int index1) const {
+  return *rows_[Slot(index1, rows_.size(), "row index")];
+}
+
+ListItem* ListView::FindKey(TextView key) {
+  for (auto& row : rows_) {
+    if (row->key_ == key) return row.get();
+  }
+  return nullptr;
+}
+
+ListItem* ListView::SelectedItem() const {
+  for (const auto& row : rows_) {
+    if (row->selected_) return row.get();
+  }
+  return nullptr;
+}
+
+int ListView::SelectedIndex() const {
+  ListItem* item = SelectedItem();
+  return item == nullptr ? 0 : IndexOf(*item);
+}
+
+int ListView::IndexOf(const ListItem& item) const {
+  for (std::size_t i = 0; i < rows_.size(); ++i) {
+    if (rows_[i].get() == &item) return static_cast<int>(i + 1);
+  }
+  return 0;
+}
+
+void ListView::SetCheckboxes(bool v) {
+  if (s_.checkboxes == v) return;
+  s_.checkboxes = v;
+  Touch(Aspect::Style);
+}
+
+void ListView::SetFullRowSelect(bool v) {
+  if (s_.fullRowSelect == v) return;
+  s_.fullRowSelect = v;
+  Touch(Aspect::Style);
+}
+
+void ListView::SetHideSelection(bool v) {
+  if (s_.hideSelection == v) return;
+  s_.hideSelection = v;
+  Touch(Aspect::Style);
+}
+
+void ListView::SetSorted(bool v) {
+  s_.sorted = v;
+  if (v) Resort();
+  Touch(Aspect::Items);
+}
+
+void ListView::SetSortKey(int key) {
+  if (key < 0) throw std::out_of_range("sort key");
+  s_.sortKey = key;
+  if (s_.sorted) Resort();
+  Touch(Aspect::Items);
+}
+
+void ListView::SetSortOrder(SortOrder order) {
+  s_.sortOrder = order;
+  if (s_.sorted) Resort();
+  Touch(Aspect::Items);
+}
+
+void ListView::Resort() {
+  const int key = s_.sortKey;
+  const bool descending = s_.sortOrder == SortOrder::Descending;
+  std::stable_sort(rows_.begin(), rows_.end(), [&](const auto& a, const auto& b) {
+    int c = CompareNoCase(a->SortText(key), b->SortText(key));
+    return descending ? c > 0 : c < 0;
+  });
+}
+
+void ListView::RowChanged(ListItem& item, bool affectsSort) {
+  if (affectsSort && s_.sorted) Resort();
+  Touch(Aspect::Items);
+}
+
+void ListView::UserClickRow(int index1) {
+  if (!AcceptsInput() || index1 < 1 || index1 > Count()) return;
+  ListItem& item = Item(index1);
+  item.SetSelected(true);
+  Invoke(on.ItemClick, item);
+}
+
+void ListView::UserCheckRow(int index1, bool checked) {
+  if (!AcceptsInput() || index1 < 1 || index1 > Count()) return;
+  ListItem& item = Item(index1);
+  item.SetChecked(checked);
+  Invoke(on.ItemCheck, item);
+}
+
+void ListView::UserClickColumn(int column1) {
+  if (!AcceptsInput() || column1 < 1 || column1 > ColumnCount()) return;
+  Invoke(on.ColumnClick, column1);
+}
+
+void ListView::SaveDesign() {
+  Control::SaveDesign();
+  design_ = s_;
+  designColumns_ = columns_;
+}
+
+void ListView::RestoreDesign() {
+  Control::RestoreDesign();
+  s_ = design_;
+  columns_ = designColumns_;
+  rows_.clear();
+}
+
+}  // namespace kit

@@ -1,0 +1,128 @@
+#pragma once
+// The report-style list of the design's screens: columns, rows with sub-items, check
+// marks, one selected row, and the control's own sort by a key column.
+//
+// Rows count from 1 as the design's texts do ("row SelectedRow", "mark row 1");
+// sub-items count from 1 too, and a sort key of 0 means the row's text. An index
+// outside the list throws std::out_of_range, which the handler's guard reports (the
+// design relies on such a failure in places: "the fill fails to select it").
+#include <memory>
+#include <vector>
+
+#include "kit/Control.h"
+
+namespace kit {
+
+class ListView;
+
+class ListItem {
+ public:
+  ListItem(ListView& owner, Text text, Text key);
+
+  // 1-based position in the list as it stands (after sorting).
+  int Index() const;
+  const Text& GetText() const { return text_; }
+  void SetText(const Text& v);
+  const Text& Key() const { return key_; }
+  // Sub-item `i` (1-based); "" when it was never set.
+  Text SubItem(int i) const;
+  void SetSubItem(int i, const Text& v);
+  int SubItemCount() const { return static_cast<int>(subItems_.size()); }
+  bool Checked() const { return checked_; }
+  void SetChecked(bool v);
+  bool Selected() const { return selected_; }
+  // Selecting a row deselects the others (one selection at a time).
+  void SetSelected(bool v);
+  // The text of sort key `key`: 0 the row's text, n sub-item n.
+  Text SortText(int key) const;
+
+ private:
+  friend class ListView;
+  ListView* owner_;
+  Text text_;
+  Text key_;
+  std::vector<Text> subItems_;
+  bool checked_ = false;
+  bool selected_ = false;
+};
+
+struct ListColumn {
+  Text caption;
+  double width = 0;  // twips; 0 hides the column
+  bool operator==(const ListColumn&) const = default;
+};
+
+enum class SortOrder : int { Ascending = 0, Descending = 1 };
+
+class ListView : public Control {
+ public:
+  ListView(Parent parent, Text name, Layout layout);
+
+  // Columns, 1-based as the design counts them.
+  void AddColumn(const Text& caption, double width);
+  void ClearColumns();
+  int ColumnCount() const { return static_cast<int>(columns_.size()); }
+  const ListColumn& Column(int i) const;
+  void SetColumnCaption(int i, const Text& caption);
+  void SetColumnWidth(int i, double width);
+  const std::vector<ListColumn>& Columns() const { return columns_; }
+
+  // Rows. AddRow places the row at the end, or where the sort puts it when the list
+  // is sorted. A non-empty key must be unique (std::invalid_argument otherwise).
+  ListItem& AddRow(const Text& text, const Text& key = {});
+  void RemoveRow(int index1);
+  void ClearRows();
+  int Count() const { return static_cast<int>(rows_.size()); }
+  ListItem& Item(int index1);
+  const ListItem& Item(int index1) const;
+  ListItem* FindKey(TextView key);
+  // The selected row, or null.
+  ListItem* SelectedItem() const;
+  int SelectedIndex() const;  // 0 when none
+
+  bool Checkboxes() const { return s_.checkboxes; }
+  void SetCheckboxes(bool v);
+  bool FullRowSelect() const { return s_.fullRowSelect; }
+  void SetFullRowSelect(bool v);
+  bool HideSelection() const { return s_.hideSelection; }
+  void SetHideSelection(bool v);
+
+  // The control's sort: while Sorted, rows stand ordered by the text of SortKey
+  // (without regard to case, rows of equal text in their former order) in SortOrder.
+  // Setting any of the three re-sorts at once.
+  bool Sorted() const { return s_.sorted; }
+  void SetSorted(bool v);
+  int SortKey() const { return s_.sortKey; }
+  void SetSortKey(int key);
+  SortOrder Order() const { return s_.sortOrder; }
+  void SetSortOrder(SortOrder order);
+
+  // Input a renderer reports: a row clicked (selects it, then ItemClick), a check
+  // mark toggled by the user (then ItemCheck), a column header clicked.
+  void UserClickRow(int index1);
+  void UserCheckRow(int index1, bool checked);
+  void UserClickColumn(int column1);
+
+  void SaveDesign() override;
+  void RestoreDesign() override;
+
+ private:
+  friend class ListItem;
+  void RowChanged(ListItem& item, bool affectsSort);
+  void Resort();
+  int IndexOf(const ListItem& item) const;
+
+  struct State {
+    bool checkboxes = false;
+    bool fullRowSelect = true;
+    bool hideSelection = false;
+    bool sorted = false;
+    int sortKey = 0;
+    SortOrder sortOrder = SortOrder::Ascending;
+  } s_, design_;
+  std::vector<ListColumn> columns_;
+  std::vector<ListColumn> designColumns_;
+  std::vector<std::unique_ptr<ListItem>> rows_;
+};
+
+}  // namespace kit

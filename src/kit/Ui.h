@@ -1,0 +1,55 @@
+#pragma once
+// The screen service every form talks to: opening forms (modally or not), popup
+// menus, letting events through, the screen's scale and text measure, the product's
+// message box, and the balloon tips. The Win32 renderer implements it with real
+// windows; kit::ScriptedUi implements it for tests.
+#include <memory>
+
+#include "kit/Form.h"
+#include "kit/TextMeasure.h"
+
+namespace kit {
+
+class Menu;
+class MesgBox;
+class TipService;
+class TipBackend;
+
+class Ui {
+ public:
+  // `tipBackend` creates the real tip windows; null keeps the tips a model only.
+  explicit Ui(TipBackend* tipBackend = nullptr);
+  virtual ~Ui();
+  Ui(const Ui&) = delete;
+  Ui& operator=(const Ui&) = delete;
+
+  // Loads the form if needed, shows it and returns once it is unloaded or hidden.
+  // Timers and callbacks keep running meanwhile.
+  virtual void ShowModal(Form& form) = 0;
+  // Loads the form if needed and shows it; returns at once.
+  virtual void Show(Form& form) = 0;
+  // Pops up a menu of the form at the pointer; a chosen item raises its Click
+  // before this returns.
+  virtual void PopupMenu(Form& form, Menu& menu) = 0;
+  // Lets pending messages through.
+  virtual void DoEvents() = 0;
+  // 1440 divided by the screen's dots per inch (15 at 96).
+  virtual int TwipsPerPixelX() = 0;
+  virtual int TwipsPerPixelY() = 0;
+  virtual const TextMeasure& Measure() = 0;
+
+  // The product's message box: one MesgBox form, used again and again. `title` is,
+  // everywhere, the application title (AppState::AppTitle). Returns the result
+  // code (6 Yes, 7 No, 0 OK, 2 Cancel, 3 closed, 4 Retry, 5 Ignore).
+  int MessageBox(const Text& text, int icon, int buttons, const Text& title);
+  MesgBox& Box();
+
+  // The balloon tip in use and the older plain tip.
+  TipService& Tips();
+
+ private:
+  std::unique_ptr<MesgBox> box_;
+  std::unique_ptr<TipService> tips_;
+};
+
+}  // namespace kit

@@ -1,0 +1,312 @@
+// The form model through a small screen of its own: handlers change controls, the
+// list sorts, a close can be refused, and a renderer can follow every change.
+#include <gtest/gtest.h>
+
+#include "kit/Controls.h"
+#include "kit/Form.h"
+#include "kit/ListView.h"
+#include "kit/Menu.h"
+#include "kit/ScriptedUi.h"
+
+namespace {
+
+using kit::Layout;
+using kit::MouseArgs;
+using base::Text;
+
+// A screen as later screens are written: controls under their names with their
+// layout, handlers under their names.
+class frmSample : public kit::Form {
+ public:
+  frmSample() : Form(u"frmSample", {0, 0, 6000, 4000}, u"Sample") {
+    lblStatus.SetForeColor(0x00112233);
+    chkAll.SetVisible(true);
+    cmdGo.on.MouseUp = [this](const MouseArgs& a) { cmdGo_MouseUp(a); };
+    cmdGo.Lbl().on.MouseUp = cmdGo.on.MouseUp;
+    chkAll.on.Click = [this] { ++chkAllClicks; };
+    lvItems.on.ColumnClick = [this](int column) { lvItems_ColumnClick(column); };
+    mnuHide.on.Click = [this] { lblStatus.SetVisible(false); };
+    Timer1.on.Timer = [this] { ++ticks; };
+  }
+
+  void cmdGo_MouseUp(const MouseArgs& a) {
+    if (a.button == kit::kLeftButton) lblStatus.SetCaption(u"Going");
+  }
+  void lvItems_ColumnClick(int column) {
+    lvItems.SetSortOrder(lvItems.Order() == kit::SortOrder::Ascending ? kit::SortOrder::Descending
+                                                                       : kit::SortOrder::Ascending);
+    lvItems.SetSortKey(column - 1);
+    lvItems.SetSorted(true);
+  }
+
+  bool refuseClose = false;
+  int loads = 0;
+  int unloads = 0;
+  int chkAllClicks = 0;
+  int ticks = 0;
+  kit::UnloadMode lastMode = kit::UnloadMode::Code;
+
+  kit::Label lblStatus{*this, u"lblStatus", {120, 120, 3000, 255}, u"Idle"};
+  kit::Picture picFrame{*this, u"picFrame", {120, 500, 5000, 900}};
+  kit::PictureButton cmdGo{picFrame, u"cmdGo", {100, 100, 1200, 345}, u"&Go"};
+  kit::CheckBox chkAll{*this, u"chkAll", {120, 1500, 2000, 255}, u"&Select All"};
+  kit::OptionButton optA{*this, u"optA", {120, 1800, 2000, 255}, u"A"};
+  kit::OptionButton optB{*this, u"optB", {120, 2100, 2000, 255}, u"B"};
+  kit::OptionButton optInFrame{picFrame, u"optInFrame", {100, 500, 2000, 255}, u"C"};
+  kit::ListView lvItems{*this, u"lvItems", {120, 2400, 5000, 1200}};
+  kit::Timer Timer1{*this, u"Timer1", 60000};
+  kit::Menu mnuMain{*this, u"mnuMain", u"Main"};
+  kit::MenuItem mnuHide{mnuMain, u"mnuHide", u"&Hide"};
+
+ protected:
+  void Form_Load() override {
+    ++loads;
+    lvItems.AddColumn(u"Name", 1500);
+    lvItems.AddColumn(u"Size", 1000);
+  }
+  void Form_QueryUnload(int& cancel, kit::UnloadMode mode) override {
+    lastMode = mode;
+    if (refuseClose) cancel = 1;
+  }
+  void Form_Unload(int&) override { ++unloads; }
+};
+
+TEST(FormModel, ControlsRegisterInDeclarationOrderAndAreFoundByName) {
+  frmSample f;
+  const auto& all = f.Controls();
+  ASSERT_GE(all.size(), 10u);
+  EXPECT_EQ(all[0], &f.lblStatus);
+  // The skinned button's label follows its picture and sits inside it.
+  EXPECT_EQ(all[2], &f.cmdGo);
+  EXPECT_EQ(all[3], &f.cmdGo.Lbl());
+  EXPECT_EQ(f.cmdGo.Lbl().Name(), u"lbl_cmdGo");
+  EXPECT_EQ(f.cmdGo.Lbl().Container(), &f.cmdGo);
+  EXPECT_EQ(f.cmdGo.Container(), &f.picFrame);
+  EXPECT_EQ(f.Find(u"LBL_CMDGO"), &f.cmdGo.Lbl());
+  EXPECT_EQ(f.Find(u"nothing"), nullptr);
+  EXPECT_EQ(f.mnuHide.ParentItem(), &f.mnuMain);
+  ASSERT_EQ(f.mnuMain.Children().size(), 1u);
+}
+
+TEST(FormModel, ClickHandlerChangesLabelOnlyForAcceptedInput) {
+  kit::ScriptedUi ui;
+  frmSample f;
+  f.cmdGo.Lbl().RaiseMouseUp({kit::kLeftButton});
+  EXPECT_EQ(f.lblStatus.Caption(), u"Idle") << "an unloaded form takes no input";
+
+  ui.Show(f);
+  f.cmdGo.RaiseMouseUp({kit::kRightButton});
+  EXPECT_EQ(f.lblStatus.Caption(), u"Idle");
+  f.picFrame.SetEnabled(false);
+  f.cmdGo.Lbl().RaiseMouseUp({kit::kLeftButton});
+  EXPECT_EQ(f.lblStatus.Caption(), u"Idle") << "a disabled container blocks its controls";
+  f.picFrame.SetEnabled(true);
+  f.cmdGo.Lbl().RaiseMouseUp({kit::kLeftButton});
+  EXPECT_EQ(f.lblStatus.Caption(), u"Going");
+}
+
+TEST(FormModel, RevisionsAndListenerFollowRealChangesOnly) {
+  frmSample f;
+  std::vector<std::pair<Text, kit::Aspect>> seen;
+  f.SetChangeListener([&](kit::Control& c, kit::Aspect a) { seen.emplace_back(c.Name(), a); });
+  const auto before = f.lblStatus.Revision();
+  f.lblStatus.SetCaption(u"Idle");
+  EXPECT_EQ(f.lblStatus.Revision(), before);
+  EXPECT_TRUE(seen.empty());
+  f.lblStatus.SetCaption(u"Busy");
+  f.lblStatus.SetLeft(200);
+  EXPECT_EQ(f.lblStatus.Revision(), before + 2);
+  ASSERT_EQ(seen.size(), 2u);
+  EXPECT_EQ(seen[0].first, u"lblStatus");
+  EXPECT_TRUE(kit::Has(seen[0].second, kit::Aspect::Caption));
+  EXPECT_TRUE(kit::Has(seen[1].second, kit::Aspect::Layout));
+  f.lvItems.AddRow(u"x");
+  EXPECT_TRUE(kit::Has(seen.back().second, kit::Aspect::Items));
+  EXPECT_EQ(seen.back().first, u"lvItems");
+}
+
+TEST(FormModel, QueryUnloadCanRefuseTheClose) {
+  kit::ScriptedUi ui;
+  frmSample f;
+  ui.Show(f);
+  f.refuseClose = true;
+  EXPECT_FALSE(f.Unload(kit::UnloadMode::ControlMenu));
+  EXPECT_TRUE(f.IsLoaded());
+  EXPECT_TRUE(f.Visible());
+  EXPECT_EQ(f.unloads, 0);
+  EXPECT_EQ(f.lastMode, kit::UnloadMode::ControlMenu);
+  f.refuseClose = false;
+  EXPECT_TRUE(f.Unload());
+  EXPECT_FALSE(f.IsLoaded());
+  EXPECT_FALSE(f.Visible());
+  EXPECT_EQ(f.unloads, 1);
+}
+
+TEST(FormModel, ALoadedAgainFormStartsFromItsDesign) {
+  kit::ScriptedUi ui;
+  frmSample f;
+  ui.Show(f);
+  EXPECT_EQ(f.lblStatus.ForeColor(), 0x00112233u);
+  f.lblStatus.SetCaption(u"Changed");
+  f.lblStatus.SetForeColor(kit::kWhite);
+  f.cmdGo.Move(1, 2, 3, 4);
+  f.lvItems.AddRow(u"row");
+  f.Unload();
+  ui.Show(f);
+  EXPECT_EQ(f.loads, 2);
+  EXPECT_EQ(f.lblStatus.Caption(), u"Idle");
+  EXPECT_EQ(f.lblStatus.ForeColor(), 0x00112233u);
+  EXPECT_EQ(f.cmdGo.GetLayout(), (Layout{100, 100, 1200, 345}));
+  EXPECT_EQ(f.lvItems.Count(), 0);
+  // Columns added by Form_Load are not design: they come once per load.
+  EXPECT_EQ(f.lvItems.ColumnCount(), 2);
+}
+
+TEST(FormModel, CheckBoxAndOptionsRaiseClickOnProgramChangesAsThePlatformDoes) {
+  kit::ScriptedUi ui;
+  frmSample f;
+  ui.Show(f);
+  f.chkAll.SetValue(1);
+  f.chkAll.SetValue(1);
+  EXPECT_EQ(f.chkAllClicks, 1);
+  f.chkAll.UserClick();
+  EXPECT_EQ(f.chkAll.Value(), 0);
+  EXPECT_EQ(f.chkAllClicks, 2);
+  EXPECT_THROW(f.chkAll.SetValue(7), std::invalid_argument);
+
+  f.optA.SetValue(true);
+  f.optInFrame.SetValue(true);
+  f.optB.UserClick();
+  EXPECT_FALSE(f.optA.Value()) << "options of one container are one group";
+  EXPECT_TRUE(f.optB.Value());
+  EXPECT_TRUE(f.optInFrame.Value()) << "another container is another group";
+}
+
+TEST(FormModel, KeyPreviewDecidesWhoSeesAKeyFirst) {
+  kit::ScriptedUi ui;
+  struct KeyForm : kit::Form {
+    KeyForm() : Form(u"KeyForm") {
+      txt.on.KeyDown = [this](kit::KeyArgs& a) { order += u"c"; };
+    }
+    void Form_KeyDown(kit::KeyArgs& a) override {
+      order += u"f";
+      if (a.keyCode == kit::kKeyEscape) a.keyCode = 0;
+    }
+    Text order;
+    kit::TextBox txt{*this, u"txt", {0, 0, 100, 100}};
+  } f;
+  ui.Show(f);
+  kit::KeyArgs k{65, 0};
+  f.DeliverKeyDown(k);
+  EXPECT_EQ(f.order, u"f") << "no focus: the form has the key";
+  f.txt.SetFocus();
+  f.DeliverKeyDown(k);
+  EXPECT_EQ(f.order, u"fc");
+  f.SetKeyPreview(true);
+  f.order.clear();
+  f.DeliverKeyDown(k);
+  kit::KeyArgs esc{kit::kKeyEscape, 0};
+  f.DeliverKeyDown(esc);
+  EXPECT_EQ(f.order, u"fcf") << "a key swallowed by the form stays there";
+}
+
+TEST(FormModel, ListViewSortsByKeyAndOrderWithoutRegardToCase) {
+  kit::ScriptedUi ui;
+  frmSample f;
+  ui.Show(f);
+  auto& lv = f.lvItems;
+  lv.AddRow(u"beta").SetSubItem(1, u"2");
+  lv.AddRow(u"Alpha").SetSubItem(1, u"3");
+  lv.AddRow(u"gamma").SetSubItem(1, u"1");
+  lv.AddRow(u"alpha", u"k4");  // no sub-item: sorts as ""
+  EXPECT_EQ(lv.Item(1).GetText(), u"beta") << "unsorted rows stand as added";
+
+  lv.UserClickColumn(1);  // descending by the text
+  ASSERT_TRUE(lv.Sorted());
+  EXPECT_EQ(lv.Item(1).GetText(), u"gamma");
+  EXPECT_EQ(lv.Item(2).GetText(), u"beta");
+  // Equal texts keep their former order.
+  EXPECT_EQ(lv.Item(3).GetText(), u"Alpha");
+  EXPECT_EQ(lv.Item(4).GetText(), u"alpha");
+
+  lv.UserClickColumn(2);  // ascending by sub-item 1
+  EXPECT_EQ(lv.Item(1).GetText(), u"alpha");
+  EXPECT_EQ(lv.Item(2).GetText(), u"gamma");
+  EXPECT_EQ(lv.Item(4).GetText(), u"Alpha");
+
+  // A sorted list places new rows and changed keys at once.
+  lv.AddRow(u"delta").SetSubItem(1, u"0");
+  EXPECT_EQ(lv.Item(2).GetText(), u"delta");
+  EXPECT_EQ(lv.FindKey(u"k4")->Index(), 1);
+  lv.FindKey(u"k4")->SetSubItem(1, u"9");
+  EXPECT_EQ(lv.Item(lv.Count()).GetText(), u"alpha");
+}
+
+TEST(FormModel, ListViewSelectionChecksAndBadIndexes) {
+  frmSample f;
+  auto& lv = f.lvItems;
+  lv.AddRow(u"a", u"A");
+  lv.AddRow(u"b");
+  EXPECT_EQ(lv.SelectedIndex(), 0);
+  lv.Item(1).SetSelected(true);
+  lv.Item(2).SetSelected(true);
+  EXPECT_FALSE(lv.Item(1).Selected());
+  EXPECT_EQ(lv.SelectedIndex(), 2);
+  lv.Item(1).SetChecked(true);
+  EXPECT_TRUE(lv.Item(1).Checked());
+  EXPECT_THROW(lv.Item(3), std::out_of_range);
+  EXPECT_THROW(lv.Item(0), std::out_of_range);
+  EXPECT_THROW(lv.AddRow(u"dup", u"A"), std::invalid_argument);
+  EXPECT_EQ(lv.Item(2).SubItem(5), u"");
+  lv.RemoveRow(1);
+  EXPECT_EQ(lv.Count(), 1);
+  EXPECT_EQ(lv.SelectedIndex(), 1);
+}
+
+TEST(FormModel, AnExceptionInAHandlerGoesToTheSinkNotTheCaller) {
+  kit::ScriptedUi ui;
+  frmSample f;
+  ui.Show(f);
+  Text where;
+  f.SetFailureSink([&](kit::Control& c, const base::ErrorInfo&) { where = c.Name(); });
+  f.cmdGo.on.Click = [&] { f.lvItems.Item(9); };
+  EXPECT_NO_THROW(f.cmdGo.RaiseClick());
+  EXPECT_EQ(f.FailureCount(), 1);
+  EXPECT_EQ(where, u"cmdGo");
+}
+
+TEST(FormModel, TimersRunOnlyOnALoadedFormAndMenusHonourEnabledParents) {
+  kit::ScriptedUi ui;
+  frmSample f;
+  f.Timer1.Fire();
+  EXPECT_EQ(f.ticks, 0);
+  ui.Show(f);
+  f.Timer1.Fire();
+  f.Timer1.SetEnabled(false);
+  f.Timer1.Fire();
+  EXPECT_EQ(f.ticks, 1);
+
+  f.mnuMain.SetVisible(false);  // a popup menu hidden on the bar still works
+  f.mnuMain.SetEnabled(false);
+  f.mnuHide.Choose();
+  EXPECT_TRUE(f.lblStatus.Visible());
+  f.mnuMain.SetEnabled(true);
+  f.mnuHide.Choose();
+  EXPECT_FALSE(f.lblStatus.Visible());
+}
+
+TEST(FormModel, ScriptedUiRunsModalScriptsAndClosesWhatTheyLeaveOpen) {
+  kit::ScriptedUi ui;
+  frmSample f;
+  ui.OnShow(u"frmSample", [](kit::Form& form) {
+    static_cast<frmSample&>(form).cmdGo.RaiseMouseUp({kit::kLeftButton});
+  });
+  ui.ShowModal(f);
+  EXPECT_EQ(f.lblStatus.Caption(), u"Going") << "the script ran on the shown form";
+  EXPECT_FALSE(f.IsLoaded());
+  EXPECT_EQ(f.unloads, 1);
+  ASSERT_EQ(ui.ShownForms().size(), 1u);
+  EXPECT_TRUE(ui.ShownForms()[0].modal);
+}
+
+}  // namespace
