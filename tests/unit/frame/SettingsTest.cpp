@@ -61,6 +61,7 @@ TEST_F(SettingsTest, SecureFlagGoesThroughTheSecureStore) {
 }
 
 TEST_F(SettingsTest, AccountKeysComeFromDetailsOrPerUserFile) {
+  fake.fs.AddFolders(app.CommonFolder());
   fake.profile.WriteString(u"Corvane", Text(u"Type"), Text(u"exe"), Common(u"QVDetails.ini"));
   fake.fs.AddFolders(Common(u"jsmith"));
   fake.profile.WriteString(u"Corvane", Text(u"NoofDays"), Text(u"3"),
@@ -73,6 +74,7 @@ TEST_F(SettingsTest, AccountKeysComeFromDetailsOrPerUserFile) {
 
 TEST_F(SettingsTest, EngineTypeFromDetailsFileBeatsTheRegistry) {
   EXPECT_EQ(frame::EngineIsService(app), 0);  // nothing anywhere
+  fake.fs.AddFolders(app.CommonFolder());
 
   fake.registry.WriteString(RegRoot::LocalMachine, u"Software\\QVWin", u"Type",
                             Text(u"Service\0junk", 12), 0x20006);
