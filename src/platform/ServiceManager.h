@@ -1,7 +1,9 @@
 #pragma once
-// The service control manager. Filled in with the engine control work.
+// The service control manager, call for call. The engine objects compose these the
+// way the engine has always been driven (which access for which operation, the
+// database name, the two-step configuration query), so the interface passes those
+// values through instead of choosing them.
 #include <cstdint>
-#include <optional>
 
 #include "base/Text.h"
 
@@ -9,21 +11,45 @@ namespace platform {
 
 using base::Text;
 
-enum class ServiceControl : unsigned long { Stop = 1, Pause = 2, Continue = 3, Interrogate = 4 };
+using ScHandle = std::uintptr_t;  // 0: no handle
 
-struct ServiceQuery {
-  bool ok = false;
-  unsigned long currentState = 0;  // SERVICE_STOPPED 1 .. SERVICE_PAUSED 7
-  unsigned long lastError = 0;
+// Access rights and codes as the service manager numbers them.
+inline constexpr unsigned long kGenericRead = 0x80000000UL;
+inline constexpr unsigned long kScManagerAllAccess = 0xF003FUL;
+inline constexpr unsigned long kServiceQueryStatus = 0x0004UL;
+inline constexpr unsigned long kServiceAllAccess = 0xF01FFUL;
+inline constexpr unsigned long kServiceControlStop = 1;
+inline constexpr unsigned long kServiceControlPause = 2;
+inline constexpr unsigned long kServiceControlContinue = 3;
+inline constexpr unsigned long kServiceDisabled = 4;
+
+struct ServiceStatus {
+  unsigned long serviceType = 0;
+  unsigned long currentState = 0;  // 1 stopped .. 7 paused
+  unsigned long controlsAccepted = 0;
+  unsigned long win32ExitCode = 0;
 };
 
 class IServiceManager {
  public:
   virtual ~IServiceManager() = default;
-  virtual ServiceQuery QueryStatus(const Text& serviceName) = 0;
-  virtual std::optional<unsigned long> StartType(const Text& serviceName) = 0;
-  virtual unsigned long Start(const Text& serviceName) = 0;  // 0 or the error number
-  virtual unsigned long Control(const Text& serviceName, ServiceControl control) = 0;
+  // OpenSCManagerW; an empty machine name means this machine (a null pointer).
+  virtual ScHandle OpenSCManager(const Text& machineName, const Text& databaseName,
+                                 unsigned long access) = 0;
+  // OpenServiceW.
+  virtual ScHandle OpenService(ScHandle manager, const Text& serviceName,
+                               unsigned long access) = 0;
+  virtual bool QueryServiceStatus(ScHandle service, ServiceStatus& status) = 0;
+  // QueryServiceConfigA into a buffer of `bufferBytes` (none when 0). False with
+  // `bytesNeeded` set when the buffer is too small; `startType` is filled on success.
+  virtual bool QueryServiceConfig(ScHandle service, unsigned long bufferBytes,
+                                  unsigned long& bytesNeeded, unsigned long& startType) = 0;
+  // StartServiceA without arguments.
+  virtual bool StartService(ScHandle service) = 0;
+  virtual bool ControlService(ScHandle service, unsigned long control, ServiceStatus& status) = 0;
+  virtual bool CloseServiceHandle(ScHandle handle) = 0;
+  // The error of the last failed call on this thread.
+  virtual unsigned long LastError() = 0;
 };
 
 }  // namespace platform

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "platform/Platform.h"
+#include "platform/fake/FakeEngineServices.h"
 #include "platform/fake/FakeFileSystem.h"
 #include "platform/fake/FakeServices.h"
 #include "platform/portable/PortableProfile.h"
@@ -26,6 +27,8 @@ class FakePlatform {
     p.ui = &ui;
     p.osName = &osName;
     p.settingsProvider = &settings;
+    p.processes = &processes;
+    p.services = &services;
   }
   FakePlatform(const FakePlatform&) = delete;
   FakePlatform& operator=(const FakePlatform&) = delete;
@@ -42,6 +45,8 @@ class FakePlatform {
   FakeUiHost ui;
   FakeOsNameProvider osName;
   FakeSettingsProvider settings;
+  FakeProcessList processes;
+  FakeServiceManager services;
   PortableProfile profile;
 
  private:

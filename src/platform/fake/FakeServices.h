@@ -110,8 +110,20 @@ class FakeShell : public IShell {
     runs.push_back({commandLine, hidden});
     return runResult;
   }
+  long Execute(std::uintptr_t ownerWindow, const Text& verb, const Text& file,
+               const Text& parameters, const Text& folder, int showCommand) override {
+    executed.push_back({ownerWindow, verb, file, parameters, folder, showCommand});
+    return executeResult;
+  }
+  struct Execution {
+    std::uintptr_t ownerWindow;
+    Text verb, file, parameters, folder;
+    int showCommand;
+  };
   std::vector<Text> opened;
   std::vector<std::pair<Text, bool>> runs;
+  std::vector<Execution> executed;
+  long executeResult = 42;
   long openResult = 42;
   bool runResult = true;
 };

@@ -1,0 +1,200 @@
+#include <gtest/gtest.h>
+
+#include "engine/MonitorCallback.h"
+#include "frame/Logs.h"
+#include "support/FrameFixture.h"
+
+using base::Text;
+using engine::FilterTimeLeft;
+using engine::IsTimeLeftPlausible;
+using platform::UpdateMonitorArgs;
+using testkit::FrameFixture;
+
+namespace {
+
+constexpr double kGiB = 1073741824.0;
+
+UpdateMonitorArgs Call(const Text& file = u"C:\\Data\\report.doc") {
+  UpdateMonitorArgs a;
+  a.sFileName = file;
+  a.dFileSize = 2048;
+  a.dTotalFilesize = 4 * kGiB;
+  a.dfileBuff = 1024;
+  a.dTotalBuffer = 1.5 * kGiB;
+  a.sTrfRate = u"512 KB/s";
+  a.iFileProg = 50;
+  a.iTotalProg = 37;
+  a.StartTime = 1.5f;
+  a.timeelapsed = u"00:10:00";
+  a.TimeRemaining = u"2:10:00";
+  a.engNumber = 1;
+  a.sBkStatus = 2;
+  return a;
+}
+
+class MonitorCallbackTest : public ::testing::Test, public FrameFixture {
+ protected:
+  std::vector<Text> Trace() { return Lines(Common(u"SerTraceFile.txt")); }
+};
+
+TEST(TimeLeftTest, PlausibilityNeedsAGigabytePerHourAfterTheFirst) {
+  EXPECT_TRUE(IsTimeLeftPlausible(0, 0));
+  EXPECT_TRUE(IsTimeLeftPlausible(0, 1));
+  EXPECT_FALSE(IsTimeLeftPlausible(kGiB - 1, 2));
+  EXPECT_TRUE(IsTimeLeftPlausible(kGiB, 2));
+  EXPECT_FALSE(IsTimeLeftPlausible(2 * kGiB - 1, 3));
+  EXPECT_TRUE(IsTimeLeftPlausible(11 * kGiB, 12));
+  EXPECT_FALSE(IsTimeLeftPlausible(10.99 * kGiB, 12));
+  EXPECT_FALSE(IsTimeLeftPlausible(1e18, 13));
+}
+
+TEST(TimeLeftTest, FilterKeepsClearsOrLeavesTheOldValue) {
+  EXPECT_EQ(FilterTimeLeft(u"", 100), Text());
+  EXPECT_EQ(FilterTimeLeft(u"13:00:00", 1e15), Text());   // too long whatever the size
+  EXPECT_EQ(FilterTimeLeft(u"2:10:00", 500e6), Text());   // 500 MB cannot take 2 hours
+  EXPECT_EQ(FilterTimeLeft(u"2:10:00", 1.5 * kGiB), Text(u"2:10:00"));
+  EXPECT_EQ(FilterTimeLeft(u"0:05:00", 10), Text(u"0:05:00"));
+  EXPECT_EQ(FilterTimeLeft(u"12:00:00", 11 * kGiB), Text(u"12:00:00"));
+  // No usable hour part, or no total to judge by: the stored value stays.
+  EXPECT_EQ(FilterTimeLeft(u"5 min", 1e12), std::nullopt);
+  EXPECT_EQ(FilterTimeLeft(u":30", 1e12), std::nullopt);
+  EXPECT_EQ(FilterTimeLeft(u"2:10:00", 0), std::nullopt);
+  EXPECT_EQ(FilterTimeLeft(u"99999999999999999999:00", 0), Text());
+  EXPECT_EQ(FilterTimeLeft(u"-3:00:00", 5), Text(u"-3:00:00"));
+}
+
+TEST_F(MonitorCallbackTest, GetProperTimeGivesTwoDigitParts) {
+  EXPECT_EQ(engine::GetProperTime(app, 3909), u"01:05:09");
+  EXPECT_EQ(engine::GetProperTime(app, 0), u"00:00:00");
+  EXPECT_EQ(engine::GetProperTime(app, 59), u"00:00:59");
+  EXPECT_EQ(engine::GetProperTime(app, 36000 + 600 + 10), u"10:10:10");
+  EXPECT_EQ(engine::GetProperTime(app, 100 * 3600), u"100:00:00");
+}
+
+TEST_F(MonitorCallbackTest, AnAcceptedCallIsKeptForTheTick) {
+  app.StopSeen = true;
+  EXPECT_EQ(engine::UpdateMonitor(app, Call()), 1);
+  const engine::TransferUpdate& t = app.Transfer;
+  EXPECT_EQ(t.sFileName, u"C:\\Data\\report.doc");
+  EXPECT_EQ(t.dFileSize, 2048);
+  EXPECT_EQ(t.dTotalFilesize, 4 * kGiB);
+  EXPECT_EQ(t.dTotalBuffer, 1.5 * kGiB);
+  EXPECT_EQ(t.sTrfRate, u"512 KB/s");
+  EXPECT_EQ(t.iFileProg, 50);
+  EXPECT_EQ(t.iTotalProg, 37);
+  EXPECT_EQ(t.timeelapsed, u"00:10:00");
+  EXPECT_EQ(t.TimeRemaining, u"2:10:00");
+  EXPECT_EQ(t.engNumber, 1);
+  EXPECT_EQ(t.sBkStatus, 2);
+  EXPECT_TRUE(app.UpdateWaiting);
+  EXPECT_FALSE(app.StopSeen);
+  EXPECT_EQ(app.PaneFlag, u"1");
+  EXPECT_TRUE(Trace().empty());
+}
+
+TEST_F(MonitorCallbackTest, TimeLeftFilterAndOptionalStatusOnLaterCalls) {
+  engine::UpdateMonitor(app, Call());
+  UpdateMonitorArgs a = Call();
+  a.TimeRemaining = u"later";  // no hour part: the last good value stays
+  a.sBkStatus = 0;             // left out by the engine
+  engine::UpdateMonitor(app, a);
+  EXPECT_EQ(app.Transfer.TimeRemaining, u"2:10:00");
+  EXPECT_EQ(app.Transfer.sBkStatus, 0);
+  a.TimeRemaining = u"13:00:00";
+  engine::UpdateMonitor(app, a);
+  EXPECT_EQ(app.Transfer.TimeRemaining, u"");
+  a.TimeRemaining = u"2:10:00";
+  a.dTotalFilesize = 500e6;
+  engine::UpdateMonitor(app, a);
+  EXPECT_EQ(app.Transfer.TimeRemaining, u"");
+}
+
+TEST_F(MonitorCallbackTest, StopWordInAnyCaseEndsTheTransferAndKeepsNothing) {
+  engine::UpdateMonitor(app, Call());
+  for (const Text word : {u"?stop", u"?STOP", u"?StOp"}) {
+    app.UpdateWaiting = true;
+    UpdateMonitorArgs a = Call(word);
+    a.dFileSize = -1;  // not looked at
+    EXPECT_EQ(engine::UpdateMonitor(app, a), 1);
+    EXPECT_TRUE(app.StopSeen);
+    EXPECT_FALSE(app.UpdateWaiting);
+    EXPECT_EQ(app.PaneFlag, u"1");
+    EXPECT_EQ(app.Transfer.sFileName, u"C:\\Data\\report.doc");
+  }
+  EXPECT_TRUE(Trace().empty());
+  EXPECT_FALSE(engine::IsStopWord(u"?stop "));
+  EXPECT_FALSE(engine::IsStopWord(u"stop"));
+}
+
+TEST_F(MonitorCallbackTest, ANegativeSizeIsRefusedWithOneTraceLine) {
+  engine::UpdateMonitor(app, Call());
+  app.UpdateWaiting = false;
+  UpdateMonitorArgs a = Call(u"C:\\Data\\bad.bin");
+  a.dfileBuff = -5;
+  a.dTotalBuffer = 1234.5;
+  a.StartTime = 0.25f;
+  a.TimeRemaining = u"0:01:00";
+  a.sTrfRate = u"1 MB/s";
+  engine::UpdateMonitor(app, a);
+  EXPECT_EQ(app.Transfer.sFileName, u"C:\\Data\\report.doc");
+  EXPECT_FALSE(app.UpdateWaiting);  // not touched
+  EXPECT_EQ(app.PaneFlag, u"1");
+  const Text expected = frame::MonitorTraceLine(
+      frame::LogStamp(app),
+      u"got a call C:\\Data\\bad.bin 2048 4294967296 -5 1234.5 1 MB/s 0.250:01:00", 0);
+  ASSERT_EQ(Trace().size(), 1u);
+  EXPECT_EQ(Trace()[0], expected);
+
+  for (int which = 0; which < 3; ++which) {
+    UpdateMonitorArgs b = Call(u"neg");
+    if (which == 0) b.dFileSize = -1;
+    if (which == 1) b.dTotalFilesize = -1;
+    if (which == 2) b.dTotalBuffer = -0.5;
+    engine::UpdateMonitor(app, b);
+  }
+  EXPECT_EQ(Trace().size(), 4u);
+  EXPECT_EQ(app.Transfer.sFileName, u"C:\\Data\\report.doc");
+}
+
+TEST(NumberTextTest, WritesNumbersTheWayTheEngineTextConversionDoes) {
+  EXPECT_EQ(engine::NumberText(0, 15), u"0");
+  EXPECT_EQ(engine::NumberText(-5, 15), u"-5");
+  EXPECT_EQ(engine::NumberText(1234.5, 15), u"1234.5");
+  EXPECT_EQ(engine::NumberText(1234.5, 15, u","), u"1234,5");
+  EXPECT_EQ(engine::NumberText(1e20, 15), u"1E+20");
+  EXPECT_EQ(engine::NumberText(123456789012345.0, 15), u"123456789012345");
+  EXPECT_EQ(engine::NumberText(0.1f, 7), u"0.1");
+  EXPECT_EQ(engine::NumberText(1e-5, 15), u"1E-05");
+}
+
+TEST_F(MonitorCallbackTest, TheClassKeepsItsRateAndTracesCallsOnlyWhenAsked) {
+  engine::MonitorCallback quiet(app);
+  quiet.SetTransferRate(12.5);
+  EXPECT_EQ(quiet.GetTransferRate(), 12.5);
+  EXPECT_EQ(quiet.UpdateMonitor(Call()), 1);
+  EXPECT_EQ(quiet.GetProperTime(61), u"00:01:01");
+  EXPECT_TRUE(Trace().empty());
+
+  fake.system.environment[u"QV_TRACE_UPDATES"] = u"1";
+  engine::MonitorCallback traced(app);
+  EXPECT_EQ(traced.GetTransferRate(), 0);  // each instance has its own
+  UpdateMonitorArgs a = Call(u"C:\\x y.txt");
+  a.dFileSize = 0.1;
+  a.preCall = 3;
+  traced.UpdateMonitor(a);
+  auto lines = Trace();
+  ASSERT_EQ(lines.size(), 2u);
+  EXPECT_EQ(lines[0],
+            u"UpdateMonitor arrived: sFileName=[C:\\x y.txt] dFileSize=[0.1] "
+            u"dTotalFilesize=[4294967296] dfileBuff=[1024] dTotalBuffer=[1610612736] "
+            u"sTrfRate=[512 KB/s] iFileProg=[50] iTotalProg=[37] StartTime=[1.5] "
+            u"timeelapsed=[00:10:00] TimeRemaining=[2:10:00] engNumber=[1] preCall=[3] "
+            u"sBkStatus=[2]");
+  EXPECT_EQ(lines[1],
+            u"UpdateMonitor kept: sFileName=[C:\\x y.txt] dFileSize=[0.1] "
+            u"dTotalFilesize=[4294967296] dTotalBuffer=[1610612736] sTrfRate=[512 KB/s] "
+            u"iFileProg=[50] iTotalProg=[37] timeelapsed=[00:10:00] TimeRemaining=[2:10:00] "
+            u"engNumber=[1] sBkStatus=[2] UpdateWaiting=[1] StopSeen=[0] PaneFlag=[1]");
+}
+
+}  // namespace

@@ -1,0 +1,174 @@
+#include <gtest/gtest.h>
+
+#include "engine/EngineObject.h"
+#include "engine/EngineObjects.h"
+#include "engine/StopWord.h"
+#include "jobstore/DBaction.h"
+#include "support/FrameFixture.h"
+
+using base::Text;
+using testkit::FrameFixture;
+
+namespace {
+
+class StopWordTest : public ::testing::Test, public FrameFixture {
+ protected:
+  void SetUp() override { engine::CreateEngines(app); }  // background engine by default
+  void Word(const Text& w) {
+    fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+    platform::TextFile::WriteLines(fake.fs, app.ScheduleFilePath, {w, u"12\b\bDocuments\b\bx"});
+  }
+  Text FirstLine() {
+    auto lines = Lines(app.ScheduleFilePath);
+    return lines.empty() ? Text(u"<none>") : lines[0];
+  }
+  bool FileThere() { return fake.fs.FileExists(app.ScheduleFilePath); }
+  void EngineRuns() { fake.processes.Add(20, u"C:\\QV\\QVBackground_955.exe"); }
+};
+
+TEST_F(StopWordTest, StopTransferTurnsOnlyARunningWordIntoStop) {
+  app.ActiveEngine->StopTransfer();
+  EXPECT_FALSE(FileThere());
+  for (const Text w : {u"0", u"2", u""}) {
+    Word(w);
+    app.ActiveEngine->StopTransfer();
+    EXPECT_EQ(FirstLine(), w);
+  }
+  Word(u"1");
+  app.ServiceEngine->StopTransfer();
+  EXPECT_EQ(FirstLine(), u"2");
+  EXPECT_EQ(Lines(app.ScheduleFilePath)[1], u"12\b\bDocuments\b\bx");  // the records stay
+}
+
+TEST_F(StopWordTest, StopTransferMsgBoxOnlyTellsWhetherThereIsATransfer) {
+  EXPECT_FALSE(app.ActiveEngine->StopTransferMsgBox());
+  Word(u"1");
+  EXPECT_TRUE(app.ActiveEngine->StopTransferMsgBox());
+  EXPECT_TRUE(fake.ui.questions.empty());
+  Word(u"2");
+  EXPECT_FALSE(app.ServiceEngine->StopTransferMsgBox());
+}
+
+TEST_F(StopWordTest, MenuStopAsksFirstAndStopsOnYes) {
+  engine::AskAndStopTransfer(app);  // nothing to stop: no question
+  EXPECT_TRUE(fake.ui.questions.empty());
+
+  Word(u"1");
+  fake.ui.answers = {false};
+  engine::AskAndStopTransfer(app);
+  ASSERT_EQ(fake.ui.questions.size(), 1u);
+  EXPECT_EQ(fake.ui.questions[0], u"Do you want to stop the backup/restore operation?");
+  EXPECT_EQ(FirstLine(), u"1");
+
+  fake.ui.answers = {true};
+  engine::AskAndStopTransfer(app);
+  EXPECT_EQ(FirstLine(), u"2");
+}
+
+TEST_F(StopWordTest, MenuStopGoesThroughTheProductBoxWhenInstalled) {
+  Word(u"1");
+  std::vector<std::pair<Text, int>> shown;
+  app.Store.ShowMessage = [&](const Text& text, int icon, int buttons) {
+    shown.push_back({text, buttons});
+    return engine::kAnswerYes;
+  };
+  engine::AskAndStopTransfer(app);
+  ASSERT_EQ(shown.size(), 1u);
+  EXPECT_EQ(shown[0].second, 4);  // Yes and No
+  EXPECT_TRUE(fake.ui.questions.empty());
+  EXPECT_EQ(FirstLine(), u"2");
+}
+
+TEST_F(StopWordTest, IsBackingUpWithoutTransferLetsTheEngineStop) {
+  EXPECT_FALSE(engine::IsBackingUp(app));
+  Word(u"0");
+  EXPECT_FALSE(engine::IsBackingUp(app));
+  Word(u"2");
+  EXPECT_FALSE(engine::IsBackingUp(app));
+  EXPECT_TRUE(fake.ui.questions.empty());
+}
+
+TEST_F(StopWordTest, IsBackingUpAnsweredNoStillKeepsTheEngineRunning) {
+  Word(u"1");
+  int stopping = 0;
+  fake.ui.answers = {false};
+  EXPECT_TRUE(engine::IsBackingUp(app, {[&] { ++stopping; }, nullptr}));
+  EXPECT_EQ(FirstLine(), u"1");
+  EXPECT_EQ(stopping, 0);
+  ASSERT_EQ(fake.ui.questions.size(), 1u);
+  EXPECT_EQ(fake.ui.questions[0],
+            u"There is backup/ restore process in progress. Stopping QVWin service now will result "
+            u"in cancelling the backup/ restore process and loss of data.\r\n\r\n"
+            u"Are you sure you want to stop the QVWin service?");
+}
+
+TEST_F(StopWordTest, IsBackingUpOnAnythingButNoAsksTheEngineToStop) {
+  Word(u"1");
+  std::vector<Text> order;
+  app.Store.ShowMessage = [&](const Text& text, int, int buttons) {
+    order.push_back(buttons == 4 ? u"question" : text);
+    return 2;  // the box closed without an answer
+  };
+  EXPECT_TRUE(engine::IsBackingUp(app, {[&] { order.push_back(u"Set_Stopping"); },
+                                        [&] { order.push_back(u"redraw"); }}));
+  EXPECT_EQ(FirstLine(), u"2");
+  std::vector<Text> expected = {
+      u"question", u"Set_Stopping",
+      u"The backup/ restore operation is set to stop...\r\nThe service will stop only after the "
+      u"current file being backed up is completely backed up. This might take some time.",
+      u"redraw"};
+  EXPECT_EQ(order, expected);
+}
+
+TEST_F(StopWordTest, CanPauseReadsTheFirstByteSoAUnicodeFileRefuses) {
+  EXPECT_TRUE(engine::CanPause(app));  // absent
+  Word(u"0");                          // written with its byte-order mark
+  EXPECT_FALSE(engine::CanPause(app));
+  fake.fs.WriteAll(app.ScheduleFilePath, "0\r\n");
+  EXPECT_TRUE(engine::CanPause(app));
+  fake.fs.WriteAll(app.ScheduleFilePath, "1\r\n");
+  EXPECT_FALSE(engine::CanPause(app));
+  fake.fs.WriteAll(app.ScheduleFilePath, "");
+  EXPECT_FALSE(engine::CanPause(app));
+}
+
+TEST_F(StopWordTest, AStaleWordOfAStoppedEngineIsCleared) {
+  Word(u"1");
+  engine::ClearStaleStateWord(app);
+  EXPECT_EQ(FirstLine(), u"0");
+  Word(u"2");
+  engine::ClearStaleStateWord(app);
+  EXPECT_EQ(FirstLine(), u"0");
+}
+
+TEST_F(StopWordTest, TheWordOfARunningEngineStays) {
+  EngineRuns();
+  Word(u"1");
+  engine::ClearStaleStateWord(app);
+  EXPECT_EQ(FirstLine(), u"1");
+  Word(u"2");
+  engine::ClearStaleStateWord(app);
+  EXPECT_EQ(FirstLine(), u"2");
+}
+
+TEST_F(StopWordTest, ClearingLooksAtTheActiveEngineOnly) {
+  // A service engine that is down counts, even though the background program runs.
+  fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+  fake.profile.WriteString(u"Corvane", Text(u"Type"), Text(u"service"), Common(u"QVDetails.ini"));
+  engine::CreateEngines(app);
+  EngineRuns();
+  Word(u"1");
+  engine::ClearStaleStateWord(app);
+  EXPECT_EQ(FirstLine(), u"0");
+}
+
+TEST_F(StopWordTest, NothingToClearLeavesTheFileAsItIs) {
+  engine::ClearStaleStateWord(app);
+  EXPECT_FALSE(FileThere());
+  Word(u"0");
+  const std::string before = fake.fs.Bytes(app.ScheduleFilePath);
+  engine::ClearStaleStateWord(app);
+  EXPECT_EQ(fake.fs.Bytes(app.ScheduleFilePath), before);
+}
+
+}  // namespace
