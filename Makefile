@@ -22,7 +22,7 @@ export UBSAN_OPTIONS ?= print_stacktrace=1
 
 CTEST = ctest -j$(JOBS) --output-on-failure --no-tests=error
 
-.PHONY: all deps native windows test test-native test-windows check run bench fuzz clean
+.PHONY: all deps build native windows test test-native test-windows test-fuzz check run bench fuzz clean
 
 all: native
 
@@ -48,6 +48,10 @@ windows: deps $(WIN_DIR)/CMakeCache.txt
 	cmake -S . -B $(WIN_DIR) >/dev/null
 	cmake --build $(WIN_DIR) -j$(JOBS)
 
+# Both configurations and the complete program folder $(WIN_DIR)/stage; no test runs.
+build: native windows
+	@echo "build: program folder in $(WIN_DIR)/stage"
+
 # Source rules only: seconds, no build.
 check:
 	@perl tools/check-sources.pl .
@@ -61,10 +65,36 @@ test-windows: windows
 
 # Everything CI runs: the rules, the native tests, the same tests built for Windows
 # and run under Wine (with the contract and end-to-end tests), then one count.
-test: check test-native test-windows
-	@awk '/tests passed, .* tests failed out of/ { f += $$4; n += $$NF } \
-	      END { printf "total: %d passed, %d failed\n", n - f, f }' \
-	  $(NATIVE_DIR)/ctest.log $(WIN_DIR)/ctest.log
+# Every stage runs even when an earlier one failed, so the closing count covers all
+# of them; a stage that failed without a test log (a build error) counts as one failure.
+test:
+	@rm -f $(NATIVE_DIR)/ctest.log $(WIN_DIR)/ctest.log $(FUZZ_DIR)/fuzz.log; status=0; broken=0; \
+	for stage in check test-native test-windows test-fuzz; do \
+	  if ! $(MAKE) --no-print-directory $$stage; then status=1; echo "make test: stage $$stage failed"; \
+	    case $$stage in test-native) [ -f $(NATIVE_DIR)/ctest.log ] || broken=$$((broken+1));; \
+	      test-windows) [ -f $(WIN_DIR)/ctest.log ] || broken=$$((broken+1));; \
+	      test-fuzz) [ -f $(FUZZ_DIR)/fuzz.log ] || broken=$$((broken+1));; \
+	      *) broken=$$((broken+1));; esac; fi; \
+	done; \
+	logs=$$(ls $(NATIVE_DIR)/ctest.log $(WIN_DIR)/ctest.log $(FUZZ_DIR)/fuzz.log 2>/dev/null || true); \
+	awk -v broken=$$broken '/tests passed, .* tests failed out of/ { f += $$4; n += $$NF } \
+	      END { printf "total: %d passed, %d failed\n", n - f, f + broken }' $$logs /dev/null; \
+	exit $$status
+
+# A short run of every fuzz target as part of the tests (FUZZ_SMOKE seconds each);
+# `make fuzz` is the long run. A target that finds a crash fails the test.
+FUZZ_SMOKE ?= 15
+test-fuzz: deps $(FUZZ_DIR)/CMakeCache.txt
+	cmake -S . -B $(FUZZ_DIR) >/dev/null
+	cmake --build $(FUZZ_DIR) -j$(JOBS)
+	@total=0; failed=0; for f in $$(find $(FUZZ_DIR)/tests/fuzz -maxdepth 1 -type f -executable -name 'fuzz_*' 2>/dev/null | sort); do \
+	  total=$$((total+1)); name=$$(basename $$f); corpus=$(FUZZ_DIR)/corpus/$$name; mkdir -p $$corpus; \
+	  seeds=tests/fuzz/corpus/$$name; [ -d $$seeds ] || seeds=; \
+	  if "$$f" -max_total_time=$(FUZZ_SMOKE) -timeout=10 $$corpus $$seeds >$(FUZZ_DIR)/$$name.log 2>&1; \
+	  then echo "fuzz: $$name passed"; else failed=$$((failed+1)); echo "fuzz: $$name FAILED"; tail -30 $(FUZZ_DIR)/$$name.log; fi; \
+	done; \
+	echo "$$(( total ? 100*(total-failed)/total : 100 ))% tests passed, $$failed tests failed out of $$total" | tee $(FUZZ_DIR)/fuzz.log; \
+	[ $$failed -eq 0 ]
 
 # The monitor from its program folder on a private headless display; the
 # screenshot shows what a person would see. RUN_SECONDS=0 waits for it to end.
