@@ -1,0 +1,296 @@
+// The product's message box, driven as a user would: buttons, keys, the close
+// picture; and the way it sizes itself to the text.
+#include <gtest/gtest.h>
+
+#include "kit/MesgBox.h"
+#include "kit/ScriptedUi.h"
+#include "kit/WindowLook.h"
+
+namespace {
+
+using base::Text;
+using kit::MesgBox;
+using Answer = kit::ScriptedUi::Answer;
+
+constexpr char16_t kTitle[] = u"Corvane for Windows";
+
+Text Chars(std::size_t n) { return Text(n, u'x'); }
+
+struct SetCase {
+  int buttons;
+  std::vector<Text> captions;
+  Text allowed;
+  Text defaultKey;
+};
+
+class MesgBoxSets : public ::testing::TestWithParam<SetCase> {};
+
+TEST_P(MesgBoxSets, EachSetShowsItsButtonsAndKeys) {
+  const SetCase& c = GetParam();
+  kit::ScriptedUi ui;
+  MesgBox& box = ui.Box();
+  // Look at the box while it is up, before the answer closes it.
+  ui.Queue(Answer::Close());
+  ui.MessageBox(u"Question", kit::kIconQuestion, c.buttons, kTitle);
+  ASSERT_EQ(ui.Questions().size(), 1u);
+  EXPECT_EQ(box.ButtonCount(), static_cast<int>(c.captions.size()));
+  EXPECT_EQ(box.AllowedKeys(), c.allowed);
+  EXPECT_EQ(box.DefaultKey(), c.defaultKey);
+  for (int i = 0; i < 3; ++i) {
+    const bool shown = i < static_cast<int>(c.captions.size());
+    EXPECT_EQ(box.cmdButton(i).Visible(), shown) << i;
+    if (shown) {
+      EXPECT_EQ(box.cmdButton(i).Lbl().Caption(), c.captions[i]);
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    AllSets, MesgBoxSets,
+    ::testing::Values(SetCase{0, {u"&OK"}, u"oO", u"o"},
+                      SetCase{1, {u"&OK", u"&Cancel"}, u"ocOC", u"c"},
+                      SetCase{2, {u"&Yes", u"&No"}, u"ynYN", u"y"},
+                      SetCase{3, {u"&Ok", u"&Cancel", u"&Retry"}, u"ocrOCR", u"o"},
+                      SetCase{4, {u"&Ok", u"&Cancel", u"&Ignore"}, u"ociOCI", u"o"}));
+
+int Ask(kit::ScriptedUi& ui, int buttons, std::initializer_list<Answer> answers) {
+  ui.Queue(answers);
+  return ui.MessageBox(u"Text", kit::kIconInfo, buttons, kTitle);
+}
+
+TEST(MesgBox, ButtonsGiveTheirResultByTheExactCaption) {
+  kit::ScriptedUi ui;
+  EXPECT_EQ(Ask(ui, kit::kButtonsYesNo, {Answer::Press(0)}), kit::kResultYes);
+  EXPECT_EQ(Ask(ui, kit::kButtonsYesNo, {Answer::Press(1)}), kit::kResultNo);
+  EXPECT_EQ(Ask(ui, kit::kButtonsOkCancelRetry, {Answer::Press(2)}), kit::kResultRetry);
+  EXPECT_EQ(Ask(ui, kit::kButtonsOkCancelIgnore, {Answer::Press(2)}), kit::kResultIgnore);
+  EXPECT_EQ(Ask(ui, kit::kButtonsOk, {Answer::Press(0)}), kit::kResultOk);
+  // "&Cancel" and "&Ok" match no caption of the compare: the box closes and the
+  // result stays that of the call before.
+  EXPECT_EQ(Ask(ui, kit::kButtonsYesNo, {Answer::Press(1)}), kit::kResultNo);
+  EXPECT_EQ(Ask(ui, kit::kButtonsOkCancel, {Answer::Press(1)}), kit::kResultNo);
+  EXPECT_EQ(Ask(ui, kit::kButtonsYesNo, {Answer::Press(0)}), kit::kResultYes);
+  EXPECT_EQ(Ask(ui, kit::kButtonsOkCancelRetry, {Answer::Press(0)}), kit::kResultYes);
+  EXPECT_EQ(ui.UnansweredCount(), 0) << "each press closed its box";
+}
+
+TEST(MesgBox, EnterIsTheDefaultLetterAndAltLettersCountOnlyWhenAllowed) {
+  kit::ScriptedUi ui;
+  EXPECT_EQ(Ask(ui, kit::kButtonsOkCancel, {Answer::Enter()}), kit::kResultCancel);
+  EXPECT_EQ(Ask(ui, kit::kButtonsYesNo, {Answer::Enter()}), kit::kResultYes);
+  EXPECT_EQ(Ask(ui, kit::kButtonsOk, {Answer::Enter()}), kit::kResultOk);
+  EXPECT_EQ(Ask(ui, kit::kButtonsOkCancelRetry, {Answer::Alt(u'r')}), kit::kResultRetry);
+  EXPECT_EQ(Ask(ui, kit::kButtonsOkCancelIgnore, {Answer::Alt(u'I')}), kit::kResultIgnore);
+  EXPECT_EQ(Ask(ui, kit::kButtonsOkCancelIgnore, {Answer::Cancel()}), kit::kResultCancel);
+
+  // Alt+N in an OK box does nothing: the box stays until it is closed.
+  EXPECT_EQ(Ask(ui, kit::kButtonsOk, {Answer::No(), Answer::Close()}), kit::kResultClosed);
+  EXPECT_EQ(ui.Questions().back().inputs, 2);
+
+  // A letter without Alt does nothing either (the box of the last call: OK only).
+  MesgBox& box = ui.Box();
+  box.Load();
+  kit::KeyArgs plainO{'O', 0};
+  box.DeliverKeyUp(plainO);
+  EXPECT_TRUE(box.IsLoaded());
+  kit::KeyArgs altO{'O', kit::kAltMask};
+  box.DeliverKeyUp(altO);
+  EXPECT_FALSE(box.IsLoaded());
+}
+
+TEST(MesgBox, TheClosePictureGivesThreeWhichIsNotYes) {
+  kit::ScriptedUi ui;
+  EXPECT_EQ(Ask(ui, kit::kButtonsYesNo, {Answer::Close()}), kit::kResultClosed);
+  // With nothing queued the responder closes the box the same way and says so.
+  EXPECT_EQ(ui.MessageBox(u"Unexpected", 0, 2, kTitle), kit::kResultClosed);
+  EXPECT_EQ(ui.UnansweredCount(), 1);
+}
+
+TEST(MesgBox, TheClosePictureRunsAButtonCaptionedNoOrCancel) {
+  kit::ScriptedUi ui;
+  MesgBox& box = ui.Box();
+  box.Load();
+  box.SetButton(1, u"Cancel", true, false);
+  box.MsgClose.RaiseMouseUp({kit::kLeftButton});
+  EXPECT_FALSE(box.IsLoaded());
+  EXPECT_EQ(box.Result(), kit::kResultCancel);
+  box.Load();
+  box.MsgClose.RaiseMouseUp({kit::kRightButton});
+  EXPECT_TRUE(box.IsLoaded()) << "only the left button closes";
+}
+
+TEST(MesgBox, ABadButtonSetLeavesOnlyTheClosePicture) {
+  kit::ScriptedUi ui;
+  MesgBox& box = ui.Box();
+  EXPECT_EQ(Ask(ui, kit::kButtonsOk, {Answer::Ok()}), kit::kResultOk);
+  EXPECT_EQ(Ask(ui, 7, {Answer::Enter(), Answer::Ok(), Answer::Press(0), Answer::Close()}),
+            kit::kResultClosed);
+  EXPECT_EQ(ui.Questions().back().inputs, 4);
+  EXPECT_EQ(box.ButtonCount(), -1);
+  EXPECT_TRUE(box.AllowedKeys().empty());
+  EXPECT_FALSE(box.cmdButton(0).Visible());
+}
+
+TEST(MesgBox, ASecondCallShowsOnlyItsOwnButtonsAndIcon) {
+  kit::ScriptedUi ui;
+  MesgBox& box = ui.Box();
+  Ask(ui, kit::kButtonsOkCancelIgnore, {Answer::Alt(u'i')});
+  ui.Queue(Answer::Close());
+  int result = ui.MessageBox(u"Second", kit::kIconError, kit::kButtonsOk, u"Other title");
+  EXPECT_EQ(result, kit::kResultClosed);
+  // The box is unloaded now; its controls hold what the second call set.
+  EXPECT_TRUE(box.cmdButton(0).Visible());
+  EXPECT_FALSE(box.cmdButton(1).Visible());
+  EXPECT_FALSE(box.cmdButton(2).Visible());
+  EXPECT_FALSE(box.picIcon(0).Visible());
+  EXPECT_TRUE(box.picIcon(kit::kIconError).Visible());
+  EXPECT_EQ(box.AppCaption.Caption(), u"Other title");
+  EXPECT_EQ(box.Caption(), u"Other title");
+  const auto& q = ui.Questions().back();
+  EXPECT_EQ(q.text, u"Second");
+  EXPECT_EQ(q.icon, kit::kIconError);
+  EXPECT_EQ(q.buttons, kit::kButtonsOk);
+  EXPECT_EQ(q.title, u"Other title");
+}
+
+TEST(MesgBox, TheTextChoosesTheLabelAndItsLineEnds) {
+  kit::ScriptedUi ui;
+  MesgBox& box = ui.Box();
+  auto show = [&](std::size_t n) {
+    ui.Queue(Answer::Ok());
+    ui.MessageBox(Chars(n), kit::kIconInfo, kit::kButtonsOk, kTitle);
+  };
+  show(50);
+  EXPECT_TRUE(box.ShortText());
+  EXPECT_TRUE(box.lblSmallText.Visible());
+  EXPECT_FALSE(box.lblText.Visible());
+  EXPECT_EQ(box.lblSmallText.Caption(), Chars(50));
+
+  struct LineCase {
+    std::size_t length;
+    Text tail;
+  };
+  // n = length / 50 with halves to the even number: 75 and 125 are both 2.
+  const LineCase cases[] = {{51, u"\r\n\r\n"}, {75, u"\r\n\r\n"}, {125, u"\r\n\r\n"},
+                            {126, u"\r\n"},    {175, u"\r\n"},    {225, u"\r\n"},
+                            {226, u""},        {250, u""},        {275, u""}};
+  for (const LineCase& c : cases) {
+    show(c.length);
+    EXPECT_FALSE(box.ShortText()) << c.length;
+    EXPECT_TRUE(box.lblText.Visible()) << c.length;
+    EXPECT_FALSE(box.lblSmallText.Visible()) << c.length;
+    EXPECT_EQ(box.lblText.Caption(), Chars(c.length) + c.tail) << c.length;
+  }
+}
+
+TEST(MesgBox, TheWindowIsLaidOutAroundTheTextAndTheButtons) {
+  kit::ScriptedUi ui;
+  MesgBox& box = ui.Box();
+  ui.Queue(Answer::Ok());
+  ui.MessageBox(Chars(120), kit::kIconWarning, kit::kButtonsYesNo, kTitle);
+  const kit::Label& text = box.lblText;
+  const auto& b0 = box.cmdButton(0);
+  const auto& b1 = box.cmdButton(1);
+  EXPECT_EQ(text.Left(), box.picIcon(kit::kIconWarning).Width() + 120);
+  EXPECT_EQ(text.Top(), 200);
+  EXPECT_EQ(box.Width(), text.Left() + text.Width() + 500);
+  // The measured text (three lines and the two empty ones) pushes the buttons down.
+  const double line = kit::EstimatedTextMeasure::LineHeight(0);
+  EXPECT_GT(text.Height(), 4 * line);
+  EXPECT_EQ(box.picBtnContainer.Top(), text.Top() + text.Height() + MesgBox::kGapAboveButtons);
+  EXPECT_EQ(box.Height(), box.picBtnContainer.Top() + box.picBtnContainer.Height() +
+                              MesgBox::kGapBelowButtons);
+  EXPECT_EQ(box.picBtnContainer.Width(), box.Width() - 100);
+  EXPECT_EQ(b0.Left(), (box.picBtnContainer.Width() - 1800) / 2);
+  EXPECT_EQ(b1.Left(), b0.Left() + b0.Width() + 210);
+  // The corner pictures follow the width, the strip the height.
+  EXPECT_EQ(box.MsgClose.Left(), box.Width() - 500);
+  EXPECT_EQ(box.Picture2.Left(), box.Width() - 469);
+  EXPECT_EQ(box.Picture1.Height(), box.Height() + 100);
+  ASSERT_TRUE(box.Region().has_value());
+  EXPECT_EQ(box.Region()->right, kit::RoundHalfEven(box.Width() / 15 + 1.0));
+  EXPECT_TRUE(box.Frameless());
+
+  // A short text narrower than a button takes the button's width; one button is centred.
+  ui.Queue(Answer::Ok());
+  ui.MessageBox(u"Hi", kit::kIconInfo, kit::kButtonsOk, kTitle);
+  EXPECT_EQ(box.lblSmallText.Width(), b0.Width());
+  EXPECT_EQ(b0.Left(), (box.picBtnContainer.Width() - b0.Width()) / 2);
+
+  // Three buttons start at (width - 2800) / 2.
+  ui.Queue(Answer::Ok());
+  ui.MessageBox(Chars(40), kit::kIconInfo, kit::kButtonsOkCancelRetry, kTitle);
+  EXPECT_EQ(b0.Left(), (box.picBtnContainer.Width() - 2800) / 2);
+  EXPECT_EQ(box.cmdButton(2).Left(), b1.Left() + b1.Width() + 210);
+}
+
+TEST(MesgBox, ABadIconLeavesTheBoxWithoutIcon) {
+  kit::ScriptedUi ui;
+  MesgBox& box = ui.Box();
+  ui.Queue(Answer::Ok());
+  EXPECT_EQ(ui.MessageBox(u"Text", 9, kit::kButtonsOk, kTitle), kit::kResultOk);
+  for (int i = 0; i < 4; ++i) EXPECT_FALSE(box.picIcon(i).Visible()) << i;
+  ui.Queue(Answer::Ok());
+  ui.MessageBox(u"Text", -1, kit::kButtonsOk, kTitle);
+  EXPECT_EQ(ui.Questions().size(), 2u);
+}
+
+TEST(MesgBox, AboveNinetySixDotsTheCornerPicturesUseTheirOwnOffsets) {
+  kit::ScriptedUi ui(12);  // 120 dots per inch
+  MesgBox& box = ui.Box();
+  ui.Queue(Answer::Ok());
+  ui.MessageBox(u"Scaled", kit::kIconInfo, kit::kButtonsOk, kTitle);
+  EXPECT_EQ(box.Picture2.Left(), box.Width() - 475);
+  EXPECT_EQ(box.MsgClose.Left(), box.Width() - 450);
+  // The walk scaled the design; the button labels then moved by their offsets.
+  EXPECT_DOUBLE_EQ(box.cmdButton(0).Width(), 795 / 1.25);
+  const auto& label = box.cmdButton(0).Lbl();
+  EXPECT_DOUBLE_EQ(label.Left(), 0 / 1.25 + 30);
+  EXPECT_DOUBLE_EQ(label.Top(), 60 / 1.25 - 20);
+}
+
+TEST(MesgBox, HoverMovesToTheButtonUnderThePointerOnceReady) {
+  kit::ScriptedUi ui;
+  MesgBox& box = ui.Box();
+  box.Load();
+  box.SetButton(0, u"&Yes", true, true);
+  box.SetButton(1, u"&No", true, false);
+  box.cmdButton(1).Lbl().RaiseMouseMove({});
+  EXPECT_EQ(box.cmdButton(1).PictureKey(), u"button_enb") << "not before the pointer passed";
+  box.picBtnContainer.RaiseMouseMove({});
+  EXPECT_TRUE(box.HoverReady());
+  box.cmdButton(1).Lbl().RaiseMouseMove({});
+  EXPECT_EQ(box.cmdButton(1).PictureKey(), u"button_ovr");
+  EXPECT_EQ(box.cmdButton(1).Lbl().ForeColor(), kit::kWhite);
+  box.cmdButton(0).Lbl().RaiseMouseMove({});
+  EXPECT_EQ(box.cmdButton(0).PictureKey(), u"button_ovr");
+  EXPECT_EQ(box.cmdButton(1).PictureKey(), u"button_enb");
+  // A right button up on a button does nothing.
+  box.cmdButton(0).RaiseMouseUp({kit::kRightButton});
+  EXPECT_TRUE(box.IsLoaded());
+  box.lblCapbar.RaiseMouseDown({kit::kLeftButton});
+  EXPECT_EQ(box.DragRequests(), 1);
+}
+
+TEST(MesgBox, AQuestionAskedWhileTheBoxIsUpReadsAsClosed) {
+  int nested = -1;
+  // A timer that asks while the first box waits for its answer.
+  struct NestingUi : kit::ScriptedUi {
+    std::function<void()> during;
+    void ShowModal(kit::Form& form) override {
+      if (during) {
+        auto d = std::move(during);
+        during = nullptr;
+        d();
+      }
+      ScriptedUi::ShowModal(form);
+    }
+  } nui;
+  nui.during = [&] { nested = nui.MessageBox(u"Inner", 1, kit::kButtonsYesNo, kTitle); };
+  nui.Queue(Answer::Yes());
+  EXPECT_EQ(nui.MessageBox(u"Outer", 1, kit::kButtonsYesNo, kTitle), kit::kResultYes);
+  EXPECT_EQ(nested, kit::kResultClosed);
+  EXPECT_EQ(nui.Questions().size(), 1u) << "the inner question never showed";
+}
+
+}  // namespace
