@@ -163,7 +163,9 @@ TEST_P(ProfileCrossCheck, PortableMatchesThePlatform) {
       bool realOk = real_.WriteString(w->section, w->key, w->value, realFile);
       bool portableOk = portable_.WriteString(w->section, w->key, w->value, portableFile);
       EXPECT_EQ(portableOk, realOk);
-      if (!realOk) EXPECT_EQ(portable_.LastError(), real_.LastError());
+      if (!realOk) {
+        EXPECT_EQ(portable_.LastError(), real_.LastError());
+      }
     } else {
       const Read& r = std::get<Read>(step);
       Text expected = real_.GetString(r.section, r.key, r.def, r.buffer, realFile);

@@ -18,6 +18,13 @@ long Win32Shell::Open(const Text& target) noexcept {
   return static_cast<long>(reinterpret_cast<std::intptr_t>(result));
 }
 
+long Win32Shell::Execute(std::uintptr_t ownerWindow, const Text& verb, const Text& file,
+                         const Text& parameters, const Text& folder, int showCommand) noexcept {
+  HINSTANCE result = ::ShellExecuteW(reinterpret_cast<HWND>(ownerWindow), Wide(verb), Wide(file),
+                                     Wide(parameters), Wide(folder), showCommand);
+  return static_cast<long>(reinterpret_cast<std::intptr_t>(result));
+}
+
 bool Win32Shell::Run(const Text& commandLine, bool hidden) noexcept {
   return NoThrow(false, [&] {
     // CreateProcessW may write into the command line, so it gets its own copy.
