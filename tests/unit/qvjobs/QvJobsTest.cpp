@@ -1,0 +1,134 @@
+// qvjobs over a fake disk: each command against what the job store does.
+#include <gtest/gtest.h>
+
+#include "QvJobsCommand.h"
+#include "base/Utf16.h"
+#include "platform/TextFile.h"
+#include "platform/fake/FakePlatform.h"
+
+namespace qvjobs {
+namespace {
+
+using base::Text;
+
+const Text kSchedule = u"C:\\QV\\QVCOMMON\\scheduleData.txt";
+
+std::string FileBytes(const std::vector<Text>& lines) {
+  std::string bytes(base::kUtf16Bom);
+  for (const Text& l : lines) bytes += base::EncodeUtf16Le(l + u"\r\n");
+  return bytes;
+}
+
+Text Rec(const Text& no, const Text& name, const Text& next, const Text& key, const Text& days) {
+  return base::Join({no, name, next, u"03-18-2013 15:02:33", u"My Corvane/", u"4", u"2", u"1",
+                     u"a@b.c;d@e.f", u"", u"", u"", u"0", u"1", u"3", key, u"jsmith", u"1", u"0",
+                     days},
+                    u"\b\b");
+}
+
+class QvJobsTest : public ::testing::Test {
+ protected:
+  QvJobsTest() {
+    fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+    fake.clock.now = base::DateTime{2013, 3, 18, 10, 15, 20};  // a Monday
+  }
+  int Run(std::vector<std::string> args) {
+    out.clear();
+    err.clear();
+    return RunQvJobs(args, fake.Get(), u"C:\\QV", out, err);
+  }
+  void Put(const std::vector<Text>& lines) { fake.fs.PutFile(kSchedule, FileBytes(lines)); }
+
+  platform::FakePlatform fake;
+  std::string out, err;
+};
+
+TEST_F(QvJobsTest, ListShowsTheRecordsAsLoaded) {
+  Put({u"1", Rec(u"3", u"Caf\u00E9", u"03-25-2013 6:41:00", u"201303250641", u""),
+       u"no separator", Rec(u"7", u"B", u"03-20-2013 6:41:00", u"201303200641", u"246")});
+  EXPECT_EQ(Run({"list"}), kExitOk);
+  // The weekly record's empty Days is shown repaired; the separator-less line is an empty record.
+  EXPECT_EQ(out,
+            "3|Caf\xC3\xA9|03-25-2013 6:41:00|03-18-2013 15:02:33|4|201303250641|2|jsmith|3|a@b.c;d@e.f\n"
+            "|||||||||\n"
+            "7|B|03-20-2013 6:41:00|03-18-2013 15:02:33|4|201303200641|246|jsmith|3|a@b.c;d@e.f\n");
+  EXPECT_EQ(err, "");
+  EXPECT_EQ(Run({"next"}), kExitOk);
+  EXPECT_EQ(out, "2 7\n");
+  EXPECT_EQ(Run({"--root", "C:\\QV\\", "state"}), kExitOk);
+  EXPECT_EQ(out, "1\n");
+}
+
+TEST_F(QvJobsTest, MissingOrDamagedFilesGiveWhatTheLoadGives) {
+  EXPECT_EQ(Run({"--root", "D:\\Nowhere", "list"}), kExitOk);
+  EXPECT_EQ(out, "");
+  EXPECT_EQ(Run({"--root", "D:\\Nowhere", "next"}), kExitOk);
+  EXPECT_EQ(out, "0 \n");
+  EXPECT_EQ(Run({"--root", "D:\\Nowhere", "state"}), kExitOk);
+  EXPECT_EQ(out, "\n");
+  fake.fs.PutFile(kSchedule, std::string("\xFF\xFE\x00\xD8\x0A", 5));
+  EXPECT_EQ(Run({"list"}), kExitOk);
+  EXPECT_EQ(out, "");
+}
+
+TEST_F(QvJobsTest, ChangingCommands) {
+  Put({u"0", Rec(u"1", u"A", u"03-25-2013 6:41:00", u"201303250641", u"2"),
+       Rec(u"2", u"B", u"03-25-2013 6:41:00", u"201303250641", u"2"),
+       Rec(u"4", u"C", u"03-25-2013 6:41:00", u"201303250641", u"2")});
+  EXPECT_EQ(Run({"new-number"}), kExitOk);
+  EXPECT_EQ(out, "3\n");
+  EXPECT_EQ(Run({"delete", "2"}), kExitOk);
+  EXPECT_EQ(out, "");
+  EXPECT_EQ(Run({"new-number"}), kExitOk);
+  EXPECT_EQ(out, "2\n");
+  EXPECT_EQ(Run({"set-state", "2"}), kExitOk);
+  auto lines = platform::TextFile::ReadLines(fake.fs, kSchedule).value();
+  ASSERT_EQ(lines.size(), 3u);
+  EXPECT_EQ(lines[0], u"2");
+  EXPECT_EQ(lines[2].substr(0, 3), u"4\b\b");
+}
+
+TEST_F(QvJobsTest, PlanGivesWhatTheEditorWouldStore) {
+  EXPECT_EQ(Run({"--now", "03-18-2013 10:15:20", "plan", "--time", "10:14:59", "--days", "2"}), kExitOk);
+  EXPECT_EQ(out, "03-25-2013 10:14:59|2|4|201303251014\n");
+  EXPECT_EQ(Run({"plan", "--time", "9:00:00", "--days", "2,3,4,5,6"}), kExitOk);
+  EXPECT_EQ(out, "03-19-2013 9:00:00|23456|6|201303190900\n");
+  EXPECT_EQ(Run({"plan", "--time", "9:30:00", "--hourly"}), kExitOk);
+  EXPECT_EQ(out, "03-18-2013 11:15:20|Hourly|0|201303181115\n");
+  EXPECT_EQ(Run({"--now", "01-31-2013 12:00:00", "plan", "--monthly", "01-31-2013", "--time", "8:00:00"}), kExitOk);
+  EXPECT_EQ(out, "02-28-2013 8:00:00|Monthly|0|201302280800\n");
+  EXPECT_EQ(Run({"plan", "--time", "0:00:00", "--immediate"}), kExitOk);
+  EXPECT_EQ(out, "03-18-2013 10:15:20|Immediate|1|201303181015\n");
+  EXPECT_EQ(Run({"plan", "--time", "0:00:00", "--days", "1,2,3,4,5,6,7"}), kExitOk);
+  EXPECT_EQ(out, "03-19-2013 0:00:01|1234567|3|201303190000\n");
+}
+
+TEST_F(QvJobsTest, BadArgumentsGiveOneUsageLineAndTwo) {
+  const std::vector<std::vector<std::string>> bad = {
+      {},
+      {"bogus"},
+      {"--root"},
+      {"--when", "x", "list"},
+      {"--now", "03-18-2013", "list"},
+      {"--now", "13-45-2013 1:00:00", "list"},
+      {"list", "extra"},
+      {"delete"},
+      {"set-state"},
+      {"plan", "--days", "2"},
+      {"plan", "--time", "25:00:00", "--hourly"},
+      {"plan", "--time", "9:00:00"},
+      {"plan", "--time", "9:00:00", "--hourly", "--immediate"},
+      {"plan", "--time", "9:00:00", "--days", "8"},
+      {"plan", "--time", "9:00:00", "--days", "1,,2"},
+      {"plan", "--time", "9:00:00", "--monthly", "02-30-2013"},
+  };
+  for (const auto& args : bad) {
+    EXPECT_EQ(Run(args), kExitUsage) << (args.empty() ? "" : args[0]);
+    EXPECT_EQ(out, "");
+    EXPECT_EQ(err.rfind("qvjobs: ", 0), 0u) << err;
+    EXPECT_EQ(err.find('\n'), err.size() - 1) << err;
+  }
+}
+
+}  // namespace
+}  // namespace qvjobs

@@ -1,0 +1,57 @@
+// qvjobs entry: the real platform of the system it runs on, UTF-8 on the console.
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "QvJobsCommand.h"
+
+#ifdef _WIN32
+#include "platform/win32/Win32Platform.h"
+#else
+#include "platform/portable/PortableFileSystem.h"
+#include "platform/portable/PortableProfile.h"
+#include "platform/portable/PortableServices.h"
+#endif
+
+namespace {
+
+base::Text CurrentFolder() {
+  std::error_code ec;
+  auto cwd = std::filesystem::current_path(ec);
+  if (ec) return u".";
+  return cwd.u16string();
+}
+
+void Write(std::FILE* stream, const std::string& text) {
+  if (!text.empty()) std::fwrite(text.data(), 1, text.size(), stream);
+  std::fflush(stream);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::vector<std::string> args(argv + 1, argv + argc);
+
+#ifdef _WIN32
+  platform::Win32Platform system;
+  platform::Platform& bundle = system.Get();
+#else
+  platform::PortableFileSystem fs;
+  platform::PortableProfile profile(fs);
+  platform::PortableClock clock;
+  platform::PortableLocale locale;
+  platform::Platform bundle;
+  bundle.fs = &fs;
+  bundle.profile = &profile;
+  bundle.clock = &clock;
+  bundle.locale = &locale;
+#endif
+
+  std::string out, err;
+  int code = qvjobs::RunQvJobs(args, bundle, CurrentFolder(), out, err);
+  Write(stdout, out);
+  Write(stderr, err);
+  return code;
+}
