@@ -1,0 +1,140 @@
+// Balloon tips: the table, the cut of the texts, and when a tip comes and goes.
+#include <gtest/gtest.h>
+
+#include "kit/Controls.h"
+#include "kit/Form.h"
+#include "kit/ToolTips.h"
+
+namespace {
+
+using base::Text;
+
+// Records what the renderer would be asked to do.
+struct RecordingTips : kit::TipBackend {
+  std::vector<kit::TipPlan> created;
+  std::vector<std::uintptr_t> destroyed;
+  std::vector<Text> plain;
+  int plainDestroyed = 0;
+  std::uintptr_t next = 100;
+  std::uintptr_t Create(const kit::TipPlan& plan) override {
+    created.push_back(plan);
+    return next++;
+  }
+  void Destroy(std::uintptr_t tip) override { destroyed.push_back(tip); }
+  void Track(std::uintptr_t, long, long, const kit::Control&) override {}
+  void ShowPlain(const Text& text) override { plain.push_back(text); }
+  void DestroyPlain() override { ++plainDestroyed; }
+};
+
+struct bkupjobnotify : kit::Form {
+  bkupjobnotify() : Form(u"bkupjobnotify") {}
+  kit::PictureButton cancel{*this, u"cancel", {0, 0, 1200, 345}, u"&Close"};
+  kit::PictureButton viewbkuplog{*this, u"viewbkuplog", {0, 0, 1200, 345}, u"&View Log"};
+  kit::PictureButton nothing{*this, u"nothing", {0, 0, 1200, 345}, u"?"};
+};
+
+TEST(ToolTips, EveryKeyIsFoundWithoutRegardToCase) {
+  ASSERT_EQ(kit::ToolTipKeys().size(), 32u);
+  for (const Text& key : kit::ToolTipKeys()) {
+    const Text text = kit::GetToolTipText(key);
+    EXPECT_FALSE(text.empty()) << base::ToUtf8(key);
+    EXPECT_EQ(kit::GetToolTipText(base::ToUpper(key)), text) << base::ToUtf8(key);
+  }
+  EXPECT_EQ(kit::GetToolTipText(u"BKUPJOBNOTIFY.CANCEL"), u"<br>Exit this screen<br>");
+  EXPECT_EQ(kit::GetToolTipText(u"frmQVWinService.btnClose"),
+            u"QVMonitor will continue to <br>run in the system tray.<br>");
+  EXPECT_EQ(kit::GetToolTipText(u"bkupjobnotify"), u"");
+  EXPECT_EQ(kit::GetToolTipText(u""), u"");
+}
+
+TEST(ToolTips, TheCutDropsFourUnitsAtEachEndAndBreaksLines) {
+  EXPECT_EQ(kit::CutTipText(u"<br>Exit this screen<br>"), u"Exit this screen");
+  EXPECT_EQ(kit::CutTipText(kit::GetToolTipText(u"frmQVWinService.btnStopTransfer")),
+            u"Immediately stop the backup or restore \r\noperation that is underway");
+  // The one text without a leading mark loses four letters all the same.
+  EXPECT_EQ(kit::CutTipText(kit::GetToolTipText(u"frmQVWinService.btnClose")),
+            u"nitor will continue to \r\nrun in the system tray.");
+  EXPECT_EQ(kit::CutTipText(u""), u"");
+  EXPECT_EQ(kit::CutTipText(u"abcdef"), u"");
+  EXPECT_EQ(kit::CutTipText(u"<br>x<br>y<br><br>"), u"x\r\ny\r\n");
+}
+
+TEST(ToolTips, RightButtonUpOpensTheBalloonAndAnyOtherClickRemovesIt) {
+  RecordingTips backend;
+  kit::TipService tips(&backend);
+  bkupjobnotify form;
+
+  tips.ButtonMouseUp(form.cancel.Lbl(), kit::kRightButton);
+  ASSERT_EQ(backend.created.size(), 1u);
+  const kit::TipPlan& plan = backend.created[0];
+  EXPECT_EQ(plan.text, u"Exit this screen");
+  EXPECT_EQ(plan.parent, &form.cancel) << "the label's tip hangs on its button";
+  EXPECT_EQ(plan.style & kit::kTipStyleBalloon, kit::kTipStyleBalloon);
+  EXPECT_EQ(plan.toolFlags, 17u);
+  ASSERT_NE(tips.Balloon(), nullptr);
+  EXPECT_EQ(tips.Balloon()->VisibleTime(), 60000);
+  EXPECT_EQ(tips.Balloon()->DelayTime(), 0);
+  EXPECT_FALSE(tips.Balloon()->PopupOnDemand());
+
+  // A second tip replaces the first, whose window goes.
+  tips.ButtonMouseUp(form.viewbkuplog, kit::kRightButton);
+  ASSERT_EQ(backend.created.size(), 2u);
+  EXPECT_EQ(backend.created[1].text, u"View the log of the scheduled \r\nbackup /restore jobs");
+  ASSERT_EQ(backend.destroyed.size(), 1u);
+  EXPECT_EQ(backend.destroyed[0], 100u);
+
+  tips.ButtonMouseUp(form.viewbkuplog, kit::kLeftButton);
+  EXPECT_EQ(tips.Balloon(), nullptr);
+  EXPECT_EQ(backend.destroyed.size(), 2u);
+
+  // A button without an entry opens an empty tip.
+  tips.ButtonMouseUp(form.nothing, kit::kRightButton);
+  EXPECT_EQ(backend.created.back().text, u"");
+  EXPECT_EQ(kit::TipService::KeyFor(form.nothing.Lbl()), u"bkupjobnotify.nothing");
+
+  tips.ShowTip(kit::kRightButton, u"<br>plain<br>", form.cancel, true);
+  ASSERT_NE(tips.Plain(), nullptr);
+  EXPECT_EQ(backend.plain.back(), u"plain");
+  tips.Remove();
+  EXPECT_EQ(tips.Plain(), nullptr);
+  EXPECT_EQ(tips.Balloon(), nullptr);
+  EXPECT_EQ(backend.plainDestroyed, 1);
+}
+
+TEST(ToolTips, FlagsAndMessagesFollowTheProperties) {
+  kit::CBalloonToolTip tip;
+  struct FlagCase {
+    bool centered, onDemand;
+    std::uint32_t flags;
+  };
+  for (FlagCase c : {FlagCase{false, false, 17}, FlagCase{true, false, 19},
+                     FlagCase{false, true, 289}, FlagCase{true, true, 35}}) {
+    tip.SetCentered(c.centered);
+    tip.SetPopupOnDemand(c.onDemand);
+    EXPECT_EQ(tip.ToolFlags(), c.flags);
+  }
+
+  bkupjobnotify form;
+  kit::CBalloonToolTip plain;
+  plain.SetVisibleTime(5000);
+  plain.SetDelayTime(7);
+  auto messages = plain.Plan(form.cancel).messages;
+  ASSERT_EQ(messages.size(), 4u);
+  EXPECT_EQ(messages[0].message, kit::kTtmSetMaxTipWidth);
+  EXPECT_EQ(messages[1].message, kit::kTtmAddTool);
+  EXPECT_EQ(messages[2], (kit::TipMessage{kit::kTtmSetDelayTime, 2, 5000}));
+  EXPECT_EQ(messages[3], (kit::TipMessage{kit::kTtmSetDelayTime, 3, 7}));
+  EXPECT_EQ(plain.Plan(form.cancel).style & kit::kTipStyleBalloon, 0u) << "style 0 is standard";
+
+  kit::CBalloonToolTip full;
+  full.SetIcon(1);
+  full.SetBackColor(0x00FFEEDD);
+  full.SetForeColor(0x00112233);
+  full.SetTipFont({u"Tahoma", 8});
+  std::vector<unsigned> order;
+  for (const auto& m : full.Plan(form.cancel).messages) order.push_back(m.message);
+  EXPECT_EQ(order, (std::vector<unsigned>{1048, 1028, 1056, 1044, 1043, 48, 1027, 1027}));
+  EXPECT_EQ(kit::CBalloonToolTip::PackPoint(10, 3), 10 + 3 * 65536);
+}
+
+}  // namespace
