@@ -5,6 +5,7 @@
 
 #include "app/AppIcon.h"
 #include "base/Guarded.h"
+#include "engine/EngineObjects.h"
 #include "frame/Logs.h"
 #include "frame/Settings.h"
 
@@ -27,9 +28,7 @@ MonitorShell::~MonitorShell() {
   if (icon_) DestroyIcon(icon_);
 }
 
-void MonitorShell::CreateEngines(frame::AppState&) {
-  // The engine control objects join here with the engine work.
-}
+void MonitorShell::CreateEngines(frame::AppState& app) { engine::CreateEngines(app); }
 
 void MonitorShell::LoadMonitorWindow(frame::AppState& app) {
   app_ = &app;

@@ -55,7 +55,7 @@ void BackGroundService::ServiceStop() {
       [&] {
         platform::IProcessList& list = Require(app_.platform.processes);
         // With no such window the close goes to a null window and does nothing.
-        list.PostMessage(list.FindWindowByTitle(kBackgroundTitle), kCloseMessage, 0, 0);
+        list.PostMessageA(list.FindWindowByTitle(kBackgroundTitle), kCloseMessage, 0, 0);
       },
       [&](const base::ErrorInfo& e) {
         frame::TraceError(app_, u"Unable to stop the background exe, Reason : ", e);

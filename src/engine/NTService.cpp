@@ -44,9 +44,9 @@ NTService::NTService(frame::AppState& app) : app_(app), exeName_(kServiceProgram
 template <class Call>
 void NTService::WithService(unsigned long managerAccess, unsigned long serviceAccess, Call&& call) {
   platform::IServiceManager& sm = Require(app_.platform.services);
-  const platform::ScHandle manager = sm.OpenSCManager(Text(), kServicesDatabase, managerAccess);
+  const platform::ScHandle manager = sm.OpenSCManagerW(Text(), kServicesDatabase, managerAccess);
   if (manager == 0) return;
-  const platform::ScHandle service = sm.OpenService(manager, kServiceName, serviceAccess);
+  const platform::ScHandle service = sm.OpenServiceW(manager, kServiceName, serviceAccess);
   if (service != 0) {
     base::Guarded([&] { call(sm, service); },
                   [&](const base::ErrorInfo& e) { frame::TraceError(app_, kErrorText, e); });
@@ -100,7 +100,7 @@ void NTService::ServiceStart() {
         }
         WithService(platform::kScManagerAllAccess, platform::kServiceAllAccess,
                     [](platform::IServiceManager& sm, platform::ScHandle service) {
-                      sm.StartService(service);
+                      sm.StartServiceA(service);
                     });
       },
       [&](const base::ErrorInfo& e) { frame::TraceError(app_, kErrorText, e); });
@@ -114,9 +114,9 @@ long NTService::GetServiceStartupType() {
                     [&](platform::IServiceManager& sm, platform::ScHandle service) {
                       unsigned long needed = 0, type = 0;
                       // First without a buffer to learn its size, then with it.
-                      sm.QueryServiceConfig(service, 0, needed, type);
+                      sm.QueryServiceConfigA(service, 0, needed, type);
                       unsigned long needed2 = 0;
-                      if (sm.QueryServiceConfig(service, needed, needed2, type))
+                      if (sm.QueryServiceConfigA(service, needed, needed2, type))
                         startType = static_cast<long>(type);
                     });
       },

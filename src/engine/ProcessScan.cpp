@@ -51,7 +51,7 @@ long ScanList(AppState& app, const Text& target, bool killIt, ScanAccess access)
   while (byteCount <= returned && byteCount < kByteCountLimit) {
     byteCount *= 2;
     std::uint32_t got = returned;
-    if (list.EnumProcesses(byteCount, ids, got)) returned = got;
+    if (list.EnumProcessIds(byteCount, ids, got)) returned = got;
   }
   const std::size_t count = std::min<std::size_t>(returned / 4, ids.size());
   const std::uint32_t openAccess = access == ScanAccess::CanKill ? kListKillAccess : kListQueryAccess;
@@ -60,9 +60,9 @@ long ScanList(AppState& app, const Text& target, bool killIt, ScanAccess access)
     if (process == 0) continue;  // other users' and protected processes
     bool match = false;
     std::uintptr_t module = 0;
-    if (list.EnumProcessModules(process, kModuleTableBytes, module)) {
+    if (list.EnumModules(process, kModuleTableBytes, module)) {
       const Text name =
-          list.GetModuleFileNameEx(process, module, kModuleNameSize, kModuleNameBufferChars);
+          list.ModuleFileName(process, module, kModuleNameSize, kModuleNameBufferChars);
       match = ProgramTail(name) == target;
     }
     if (match && killIt && access == ScanAccess::CanKill) list.TerminateProcess(process, 0);

@@ -39,9 +39,9 @@ FakeServiceManager::Service* FakeServiceManager::ServiceOf(ScHandle handle) {
   return Find(it->second.service);
 }
 
-ScHandle FakeServiceManager::OpenSCManager(const Text& machineName, const Text& databaseName,
+ScHandle FakeServiceManager::OpenSCManagerW(const Text& machineName, const Text& databaseName,
                                            unsigned long access) {
-  calls.push_back("OpenSCManager(" + base::ToUtf8(machineName) + "," +
+  calls.push_back("OpenSCManagerW(" + base::ToUtf8(machineName) + "," +
                   base::ToUtf8(databaseName) + "," + Hex(access) + ")");
   if (managerFails) {
     lastError_ = 5;
@@ -52,9 +52,9 @@ ScHandle FakeServiceManager::OpenSCManager(const Text& machineName, const Text& 
   return h;
 }
 
-ScHandle FakeServiceManager::OpenService(ScHandle manager, const Text& serviceName,
+ScHandle FakeServiceManager::OpenServiceW(ScHandle manager, const Text& serviceName,
                                          unsigned long access) {
-  calls.push_back("OpenService(" + base::ToUtf8(serviceName) + "," + Hex(access) + ")");
+  calls.push_back("OpenServiceW(" + base::ToUtf8(serviceName) + "," + Hex(access) + ")");
   auto it = handles_.find(manager);
   if (it == handles_.end() || !it->second.manager) {
     lastError_ = kErrorInvalidHandle;
@@ -81,9 +81,9 @@ bool FakeServiceManager::QueryServiceStatus(ScHandle service, ServiceStatus& sta
   return true;
 }
 
-bool FakeServiceManager::QueryServiceConfig(ScHandle service, unsigned long bufferBytes,
+bool FakeServiceManager::QueryServiceConfigA(ScHandle service, unsigned long bufferBytes,
                                             unsigned long& bytesNeeded, unsigned long& startType) {
-  calls.push_back("QueryServiceConfig(" + std::to_string(bufferBytes) + ")");
+  calls.push_back("QueryServiceConfigA(" + std::to_string(bufferBytes) + ")");
   Service* s = ServiceOf(service);
   if (!s) {
     lastError_ = kErrorInvalidHandle;
@@ -98,7 +98,7 @@ bool FakeServiceManager::QueryServiceConfig(ScHandle service, unsigned long buff
   return true;
 }
 
-bool FakeServiceManager::StartService(ScHandle service) {
+bool FakeServiceManager::StartServiceA(ScHandle service) {
   calls.push_back("StartService");
   Service* s = ServiceOf(service);
   if (!s) {
@@ -165,9 +165,9 @@ const FakeProcessList::Process* FakeProcessList::ProcessOf(OsHandle handle) cons
   return nullptr;
 }
 
-bool FakeProcessList::EnumProcesses(std::uint32_t byteCount, std::vector<std::uint32_t>& ids,
+bool FakeProcessList::EnumProcessIds(std::uint32_t byteCount, std::vector<std::uint32_t>& ids,
                                     std::uint32_t& bytesReturned) {
-  calls.push_back("EnumProcesses(" + std::to_string(byteCount) + ")");
+  calls.push_back("EnumProcessIds(" + std::to_string(byteCount) + ")");
   const std::size_t room = byteCount / 4;
   ids.assign(room, 0);
   std::size_t n = std::min(room, processes.size());
@@ -190,17 +190,17 @@ OsHandle FakeProcessList::OpenProcess(std::uint32_t access, bool inheritHandle,
   return 0;
 }
 
-bool FakeProcessList::EnumProcessModules(OsHandle process, std::uint32_t tableBytes,
+bool FakeProcessList::EnumModules(OsHandle process, std::uint32_t tableBytes,
                                          std::uintptr_t& firstModule) {
-  calls.push_back("EnumProcessModules(" + std::to_string(tableBytes) + ")");
+  calls.push_back("EnumModules(" + std::to_string(tableBytes) + ")");
   if (modulesFail || !ProcessOf(process)) return false;
   firstModule = 0x400000;
   return true;
 }
 
-Text FakeProcessList::GetModuleFileNameEx(OsHandle process, std::uintptr_t module,
+Text FakeProcessList::ModuleFileName(OsHandle process, std::uintptr_t module,
                                           std::uint32_t size, std::uint32_t bufferChars) {
-  calls.push_back("GetModuleFileNameEx(" + std::to_string(size) + "," +
+  calls.push_back("ModuleFileName(" + std::to_string(size) + "," +
                   std::to_string(bufferChars) + ")");
   Text buffer(bufferChars, u'\0');
   const Process* p = ProcessOf(process);
@@ -268,9 +268,9 @@ OsHandle FakeProcessList::FindWindowByTitle(const Text& title) {
   return it == windows.end() ? 0 : it->second;
 }
 
-bool FakeProcessList::PostMessage(OsHandle window, std::uint32_t message, std::uintptr_t wParam,
+bool FakeProcessList::PostMessageA(OsHandle window, std::uint32_t message, std::uintptr_t wParam,
                                   std::intptr_t lParam) {
-  calls.push_back("PostMessage(" + std::to_string(window) + "," + std::to_string(message) + "," +
+  calls.push_back("PostMessageA(" + std::to_string(window) + "," + std::to_string(message) + "," +
                   std::to_string(wParam) + "," + std::to_string(lParam) + ")");
   return window != 0;
 }

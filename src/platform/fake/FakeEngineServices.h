@@ -22,13 +22,13 @@ class FakeServiceManager : public IServiceManager {
     unsigned long stateAfterStart = 4;
   };
 
-  ScHandle OpenSCManager(const Text& machineName, const Text& databaseName,
+  ScHandle OpenSCManagerW(const Text& machineName, const Text& databaseName,
                          unsigned long access) override;
-  ScHandle OpenService(ScHandle manager, const Text& serviceName, unsigned long access) override;
+  ScHandle OpenServiceW(ScHandle manager, const Text& serviceName, unsigned long access) override;
   bool QueryServiceStatus(ScHandle service, ServiceStatus& status) override;
-  bool QueryServiceConfig(ScHandle service, unsigned long bufferBytes, unsigned long& bytesNeeded,
+  bool QueryServiceConfigA(ScHandle service, unsigned long bufferBytes, unsigned long& bytesNeeded,
                           unsigned long& startType) override;
-  bool StartService(ScHandle service) override;
+  bool StartServiceA(ScHandle service) override;
   bool ControlService(ScHandle service, unsigned long control, ServiceStatus& status) override;
   bool CloseServiceHandle(ScHandle handle) override;
   unsigned long LastError() override { return lastError_; }
@@ -41,7 +41,7 @@ class FakeServiceManager : public IServiceManager {
 
   bool managerFails = false;
   bool queryFails = false;
-  // One line per call, e.g. "OpenSCManager(,ServicesActive,0x80000000)".
+  // One line per call, e.g. "OpenSCManagerW(,ServicesActive,0x80000000)".
   std::vector<std::string> calls;
 
  private:
@@ -66,12 +66,12 @@ class FakeProcessList : public IProcessList {
     bool openable = true;
   };
 
-  bool EnumProcesses(std::uint32_t byteCount, std::vector<std::uint32_t>& ids,
+  bool EnumProcessIds(std::uint32_t byteCount, std::vector<std::uint32_t>& ids,
                      std::uint32_t& bytesReturned) override;
   OsHandle OpenProcess(std::uint32_t access, bool inheritHandle, std::uint32_t processId) override;
-  bool EnumProcessModules(OsHandle process, std::uint32_t tableBytes,
+  bool EnumModules(OsHandle process, std::uint32_t tableBytes,
                           std::uintptr_t& firstModule) override;
-  Text GetModuleFileNameEx(OsHandle process, std::uintptr_t module, std::uint32_t size,
+  Text ModuleFileName(OsHandle process, std::uintptr_t module, std::uint32_t size,
                            std::uint32_t bufferChars) override;
   OsHandle CreateSnapshot(std::uint32_t flags, std::uint32_t processId) override;
   bool ProcessFirst(OsHandle snapshot, std::uint32_t entrySize, SnapshotEntry& entry) override;
@@ -79,7 +79,7 @@ class FakeProcessList : public IProcessList {
   bool TerminateProcess(OsHandle process, std::uint32_t exitCode) override;
   bool CloseHandle(OsHandle handle) override;
   OsHandle FindWindowByTitle(const Text& title) override;
-  bool PostMessage(OsHandle window, std::uint32_t message, std::uintptr_t wParam,
+  bool PostMessageA(OsHandle window, std::uint32_t message, std::uintptr_t wParam,
                    std::intptr_t lParam) override;
 
   void Add(std::uint32_t pid, const Text& modulePath, bool openable = true);
@@ -91,7 +91,7 @@ class FakeProcessList : public IProcessList {
   bool snapshotFails = false;
   bool modulesFail = false;
   std::vector<std::uint32_t> terminated;
-  std::vector<std::string> calls;  // e.g. "OpenProcess(1041,0,12)", "EnumProcesses(16)"
+  std::vector<std::string> calls;  // e.g. "OpenProcess(1041,0,12)", "EnumProcessIds(16)"
 
  private:
   struct HandleInfo {

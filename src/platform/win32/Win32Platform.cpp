@@ -12,6 +12,8 @@ Win32Platform::Win32Platform() {
   platform_.shell = &shell;
   platform_.locale = &locale;
   platform_.osName = &osName;
+  platform_.processes = &processes;
+  platform_.services = &services;
 }
 
 }  // namespace platform

@@ -7,8 +7,10 @@
 #include "platform/win32/Win32Locale.h"
 #include "platform/win32/Win32MutexService.h"
 #include "platform/win32/Win32OsNameProvider.h"
+#include "platform/win32/Win32ProcessList.h"
 #include "platform/win32/Win32Profile.h"
 #include "platform/win32/Win32Registry.h"
+#include "platform/win32/Win32ServiceManager.h"
 #include "platform/win32/Win32Shell.h"
 #include "platform/win32/Win32SystemInfo.h"
 
@@ -31,6 +33,8 @@ class Win32Platform {
   Win32Shell shell;
   Win32Locale locale;
   Win32OsNameProvider osName;
+  Win32ProcessList processes;
+  Win32ServiceManager services;
 
  private:
   Platform platform_;

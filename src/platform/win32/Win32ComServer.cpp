@@ -1,0 +1,331 @@
+#include "platform/win32/Win32Text.h"
+#include "platform/win32/Win32ComServer.h"
+
+#include <initguid.h>
+#include <oleauto.h>
+
+#include <atomic>
+#include <memory>
+#include <utility>
+
+#include "QVMonitor_h.h"
+#include "base/Guarded.h"
+
+// In the import library but not declared by the headers of this tool chain.
+extern "C" HRESULT WINAPI RegisterTypeLibForUser(ITypeLib* lib, OLECHAR* path, OLECHAR* helpDir);
+
+namespace platform {
+
+using win32::FromWide;
+using win32::Wide;
+
+namespace {
+
+constexpr wchar_t kTypeLibMarshaler[] = L"{00020424-0000-0000-C000-000000000046}";
+
+Text ProgramPath() {
+  wchar_t buffer[MAX_PATH * 2] = {};
+  DWORD n = ::GetModuleFileNameW(nullptr, buffer, MAX_PATH * 2);
+  return FromWide(buffer, n);
+}
+
+Text FromBstr(const BSTR* value) {
+  if (!value || !*value) return Text();
+  return FromWide(*value, ::SysStringLen(*value));
+}
+
+// The type library embedded in this program, for IDispatch.
+ITypeInfo* LoadMonitorTypeInfo() {
+  ITypeLib* lib = nullptr;
+  const Text path = ProgramPath();
+  if (FAILED(::LoadTypeLibEx(Wide(path), REGKIND_NONE, &lib)) || !lib) return nullptr;
+  ITypeInfo* info = nullptr;
+  lib->GetTypeInfoOfGuid(IID__IMonitor, &info);
+  lib->Release();
+  return info;
+}
+
+bool SetValue(HKEY root, const Text& key, const Text& name, const Text& value) {
+  HKEY h = nullptr;
+  if (::RegCreateKeyExW(root, Wide(key), 0, nullptr, 0, KEY_WRITE, nullptr, &h, nullptr) !=
+      ERROR_SUCCESS)
+    return false;
+  const LONG rc = ::RegSetValueExW(h, name.empty() ? nullptr : Wide(name), 0, REG_SZ,
+                                   reinterpret_cast<const BYTE*>(Wide(value)),
+                                   static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
+  ::RegCloseKey(h);
+  return rc == ERROR_SUCCESS;
+}
+
+// Writes the class, program id, interface and type library under `root` + `prefix`.
+bool WriteClassKeys(HKEY root, const Text& prefix, const Text& exePath) {
+  const Text folder = exePath.substr(0, exePath.rfind(u'\\'));
+  const Text clsid = prefix + u"CLSID\\" + kMonitorClsid;
+  const Text iface = prefix + u"Interface\\" + kMonitorIid;
+  const Text lib = prefix + u"TypeLib\\" + kMonitorLibid + u"\\1.0";
+  const Text marshaler = FromWide(kTypeLibMarshaler);
+  bool ok = true;
+  ok &= SetValue(root, clsid, Text(), kMonitorProgId);
+  ok &= SetValue(root, clsid + u"\\LocalServer32", Text(), u"\"" + exePath + u"\"");
+  ok &= SetValue(root, clsid + u"\\ProgID", Text(), kMonitorProgId);
+  ok &= SetValue(root, clsid + u"\\TypeLib", Text(), kMonitorLibid);
+  ok &= SetValue(root, clsid + u"\\VERSION", Text(), u"1.0");
+  ok &= SetValue(root, prefix + kMonitorProgId, Text(), kMonitorProgId);
+  ok &= SetValue(root, prefix + kMonitorProgId + u"\\Clsid", Text(), kMonitorClsid);
+  ok &= SetValue(root, iface, Text(), u"_IMonitor");
+  ok &= SetValue(root, iface + u"\\ProxyStubClsid", Text(), marshaler);
+  ok &= SetValue(root, iface + u"\\ProxyStubClsid32", Text(), marshaler);
+  ok &= SetValue(root, iface + u"\\TypeLib", Text(), kMonitorLibid);
+  ok &= SetValue(root, iface + u"\\TypeLib", u"Version", u"1.0");
+  ok &= SetValue(root, lib, Text(), u"QVMonitor");
+  ok &= SetValue(root, lib + u"\\0\\win64", Text(), exePath);
+  ok &= SetValue(root, lib + u"\\0\\win32", Text(), exePath);
+  ok &= SetValue(root, lib + u"\\FLAGS", Text(), u"0");
+  ok &= SetValue(root, lib + u"\\HELPDIR", Text(), folder);
+  return ok;
+}
+
+// What COM will find when it looks the class up.
+Text RegisteredServer() {
+  HKEY h = nullptr;
+  const Text key = Text(u"CLSID\\") + kMonitorClsid + u"\\LocalServer32";
+  if (::RegOpenKeyExW(HKEY_CLASSES_ROOT, Wide(key), 0, KEY_READ, &h) != ERROR_SUCCESS)
+    return Text();
+  wchar_t buffer[1024] = {};
+  DWORD bytes = sizeof(buffer) - sizeof(wchar_t);
+  DWORD type = 0;
+  const LONG rc = ::RegQueryValueExW(h, nullptr, nullptr, &type, reinterpret_cast<BYTE*>(buffer), &bytes);
+  ::RegCloseKey(h);
+  return rc == ERROR_SUCCESS ? Text(FromWide(buffer)) : Text();
+}
+
+// One instance of the class for one client.
+class MonitorObject final : public _IMonitor {
+ public:
+  MonitorObject(std::unique_ptr<IMonitorCallback> callback, ITypeInfo* typeInfo)
+      : callback_(std::move(callback)), typeInfo_(typeInfo) {
+    if (typeInfo_) typeInfo_->AddRef();
+  }
+  ~MonitorObject() {
+    if (typeInfo_) typeInfo_->Release();
+  }
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** out) noexcept override {
+    if (!out) return E_POINTER;
+    if (riid == IID_IUnknown || riid == IID_IDispatch || riid == IID__IMonitor) {
+      *out = static_cast<_IMonitor*>(this);
+      AddRef();
+      return S_OK;
+    }
+    *out = nullptr;
+    return E_NOINTERFACE;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() noexcept override { return ++refs_; }
+  ULONG STDMETHODCALLTYPE Release() noexcept override {
+    const ULONG left = --refs_;
+    if (left == 0) delete this;
+    return left;
+  }
+
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) noexcept override {
+    if (!count) return E_POINTER;
+    *count = typeInfo_ ? 1 : 0;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID, ITypeInfo** info) noexcept override {
+    if (!info) return E_POINTER;
+    *info = nullptr;
+    if (index != 0 || !typeInfo_) return DISP_E_BADINDEX;
+    typeInfo_->AddRef();
+    *info = typeInfo_;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
+                                          DISPID* ids) noexcept override {
+    if (!typeInfo_) return E_NOTIMPL;
+    return ::DispGetIDsOfNames(typeInfo_, names, count, ids);
+  }
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* params,
+                                   VARIANT* result, EXCEPINFO* excep, UINT* argErr) noexcept override {
+    if (!typeInfo_) return E_NOTIMPL;
+    return ::DispInvoke(static_cast<_IMonitor*>(this), typeInfo_, id, flags, params, result, excep,
+                        argErr);
+  }
+
+  HRESULT STDMETHODCALLTYPE get_dTransferRate(double* value) noexcept override {
+    if (!value) return E_POINTER;
+    *value = 0;
+    base::Guarded([&] { *value = callback_->GetTransferRate(); }, [](const base::ErrorInfo&) {});
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE put_dTransferRate(double value) noexcept override {
+    base::Guarded([&] { callback_->SetTransferRate(value); }, [](const base::ErrorInfo&) {});
+    return S_OK;
+  }
+
+  HRESULT STDMETHODCALLTYPE UpdateMonitor(BSTR* sFileName, double* dFileSize,
+                                          double* dTotalFilesize, double* dfileBuff,
+                                          double* dTotalBuffer, BSTR* sTrfRate, short* iFileProg,
+                                          short* iTotalProg, float* StartTime, BSTR* timeelapsed,
+                                          BSTR* TimeRemaining, short* engNumber, short* preCall,
+                                          LONG sBkStatus, VARIANT* result) noexcept override {
+    short answer = 1;
+    base::Guarded(
+        [&] {
+          UpdateMonitorArgs a;
+          a.sFileName = FromBstr(sFileName);
+          a.dFileSize = dFileSize ? *dFileSize : 0;
+          a.dTotalFilesize = dTotalFilesize ? *dTotalFilesize : 0;
+          a.dfileBuff = dfileBuff ? *dfileBuff : 0;
+          a.dTotalBuffer = dTotalBuffer ? *dTotalBuffer : 0;
+          a.sTrfRate = FromBstr(sTrfRate);
+          a.iFileProg = iFileProg ? *iFileProg : 0;
+          a.iTotalProg = iTotalProg ? *iTotalProg : 0;
+          a.StartTime = StartTime ? *StartTime : 0;
+          a.timeelapsed = FromBstr(timeelapsed);
+          a.TimeRemaining = FromBstr(TimeRemaining);
+          a.engNumber = engNumber ? *engNumber : 0;
+          a.preCall = preCall ? *preCall : 0;
+          a.sBkStatus = sBkStatus;
+          answer = callback_->UpdateMonitor(a);
+        },
+        [](const base::ErrorInfo&) {});
+    if (result) {
+      ::VariantInit(result);
+      result->vt = VT_I2;
+      result->iVal = answer;
+    }
+    return S_OK;
+  }
+
+  HRESULT STDMETHODCALLTYPE GetProperTime(LONG lTimeValue, BSTR* result) noexcept override {
+    if (!result) return E_POINTER;
+    *result = nullptr;
+    Text text;
+    base::Guarded([&] { text = callback_->GetProperTime(lTimeValue); }, [](const base::ErrorInfo&) {});
+    *result = ::SysAllocStringLen(Wide(text), static_cast<UINT>(text.size()));
+    return S_OK;
+  }
+
+ private:
+  std::atomic<ULONG> refs_{1};
+  std::unique_ptr<IMonitorCallback> callback_;
+  ITypeInfo* typeInfo_ = nullptr;
+};
+
+class MonitorFactory final : public IClassFactory {
+ public:
+  explicit MonitorFactory(MonitorCallbackFactory make) : make_(std::move(make)) {
+    typeInfo_ = LoadMonitorTypeInfo();
+  }
+  ~MonitorFactory() {
+    if (typeInfo_) typeInfo_->Release();
+  }
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** out) noexcept override {
+    if (!out) return E_POINTER;
+    if (riid == IID_IUnknown || riid == IID_IClassFactory) {
+      *out = static_cast<IClassFactory*>(this);
+      AddRef();
+      return S_OK;
+    }
+    *out = nullptr;
+    return E_NOINTERFACE;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() noexcept override { return ++refs_; }
+  ULONG STDMETHODCALLTYPE Release() noexcept override {
+    const ULONG left = --refs_;
+    if (left == 0) delete this;
+    return left;
+  }
+
+  HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID riid, void** out) noexcept override {
+    if (!out) return E_POINTER;
+    *out = nullptr;
+    if (outer) return CLASS_E_NOAGGREGATION;
+    HRESULT hr = E_OUTOFMEMORY;
+    base::Guarded(
+        [&] {
+          std::unique_ptr<IMonitorCallback> callback = make_ ? make_() : nullptr;
+          if (!callback) {
+            hr = E_FAIL;
+            return;
+          }
+          auto* object = new MonitorObject(std::move(callback), typeInfo_);
+          hr = object->QueryInterface(riid, out);
+          object->Release();
+        },
+        [](const base::ErrorInfo&) {});
+    return hr;
+  }
+  // The monitor lives on its own; a lock from a client does not change that.
+  HRESULT STDMETHODCALLTYPE LockServer(BOOL) noexcept override { return S_OK; }
+
+ private:
+  std::atomic<ULONG> refs_{1};
+  MonitorCallbackFactory make_;
+  ITypeInfo* typeInfo_ = nullptr;
+};
+
+}  // namespace
+
+Win32ComServer::~Win32ComServer() { RevokeClassObject(); }
+
+bool Win32ComServer::RegisterServer() noexcept {
+  bool ok = false;
+  base::Guarded(
+      [&] {
+        const Text exe = ProgramPath();
+        if (exe.empty()) return;
+        // The user's classes are what the monitor may write without rights of an
+        // administrator; the installer registers for the machine.
+        ok = WriteClassKeys(HKEY_CURRENT_USER, u"Software\\Classes\\", exe);
+        // Where the user's classes are not seen through the classes root, the root
+        // itself is written, so that the class is found at all.
+        if (RegisteredServer() != u"\"" + exe + u"\"") ok = WriteClassKeys(HKEY_CLASSES_ROOT, Text(), exe);
+        ITypeLib* lib = nullptr;
+        if (SUCCEEDED(::LoadTypeLibEx(Wide(exe), REGKIND_NONE, &lib)) && lib) {
+          const Text folder = exe.substr(0, exe.rfind(u'\\'));
+          std::wstring dir(folder.begin(), folder.end());
+          std::wstring path(exe.begin(), exe.end());
+          ::RegisterTypeLibForUser(lib, path.data(), dir.data());
+          lib->Release();
+        } else {
+          ok = false;
+        }
+      },
+      [](const base::ErrorInfo&) {});
+  return ok;
+}
+
+bool Win32ComServer::RegisterClassObject(MonitorCallbackFactory factory) noexcept {
+  bool ok = false;
+  base::Guarded(
+      [&] {
+        RevokeClassObject();
+        // The calls must arrive on this (the window's) thread: an apartment of its own.
+        ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+        auto* f = new MonitorFactory(std::move(factory));
+        DWORD cookie = 0;
+        const HRESULT hr = ::CoRegisterClassObject(CLSID_IMonitor, f, CLSCTX_LOCAL_SERVER,
+                                                   REGCLS_MULTIPLEUSE, &cookie);
+        if (FAILED(hr)) {
+          f->Release();
+          return;
+        }
+        cookie_ = cookie;
+        factory_ = f;
+        ok = true;
+      },
+      [](const base::ErrorInfo&) {});
+  return ok;
+}
+
+void Win32ComServer::RevokeClassObject() noexcept {
+  if (cookie_ != 0) ::CoRevokeClassObject(cookie_);
+  cookie_ = 0;
+  if (factory_) static_cast<IClassFactory*>(factory_)->Release();
+  factory_ = nullptr;
+}
+
+}  // namespace platform
