@@ -22,10 +22,10 @@ const std::vector<Text>& ToolTipKeys();
 // letters all the same, as it always has), every inner "<br>" a line break.
 Text CutTipText(TextView text);
 
-struct TipFontSpec {
+struct TipFontInfo {
   Text name;
   double size = 0;
-  bool operator==(const TipFontSpec&) const = default;
+  bool operator==(const TipFontInfo&) const = default;
 };
 
 // One message the renderer sends to the new tip window.
@@ -58,7 +58,7 @@ struct TipPlan {
   Text text;
   Text title;
   int icon = 0;
-  std::optional<TipFontSpec> font;
+  std::optional<TipFontInfo> font;
   std::vector<TipMessage> messages;  // in the order they are sent
 };
 
@@ -89,8 +89,8 @@ class CBalloonToolTip {
   void SetDelayTime(long ms) { delayTime_ = ms; }
   int Icon() const { return icon_; }  // 0 none, 1 info, 2 warning, 3 error
   void SetIcon(int icon) { icon_ = icon; }
-  const std::optional<TipFontSpec>& TipFont() const { return tipFont_; }
-  void SetTipFont(const TipFontSpec& font) { tipFont_ = font; }
+  const std::optional<TipFontInfo>& TipFont() const { return tipFont_; }
+  void SetTipFont(const TipFontInfo& font) { tipFont_ = font; }
   const std::optional<Color>& ForeColor() const { return foreColor_; }
   void SetForeColor(Color c) { foreColor_ = c; }
   const Text& Title() const { return title_; }
@@ -127,7 +127,7 @@ class CBalloonToolTip {
   long visibleTime_ = 0;
   long delayTime_ = 0;
   int icon_ = 0;
-  std::optional<TipFontSpec> tipFont_;
+  std::optional<TipFontInfo> tipFont_;
   std::optional<Color> foreColor_;
   Text title_;
   bool popupOnDemand_ = false;
