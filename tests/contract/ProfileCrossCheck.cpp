@@ -37,6 +37,8 @@ struct Scenario {
   std::vector<Step> steps;
 };
 
+void PrintTo(const Scenario& scenario, std::ostream* out) { *out << scenario.name; }
+
 using namespace std::string_literals;
 
 std::string U16(base::TextView t) { return "\xFF\xFE" + base::EncodeUtf16Le(t); }
