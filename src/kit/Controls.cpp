@@ -192,9 +192,8 @@ TextBox::TextBox(Parent parent, Text name, int index, Layout layout, Text text)
     : Control(parent, ControlKind::TextBox, std::move(name), index, layout, std::move(text)) {}
 
 void TextBox::SetText(const Text& v) {
-  Text next = s_.maxLength > 0 ? base::Left(v, static_cast<std::size_t>(s_.maxLength)) : v;
-  if (next == Caption()) return;
-  SetCaption(next);
+  if (v == Caption()) return;
+  SetCaption(v);
   Invoke(on.Change);
 }
 

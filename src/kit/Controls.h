@@ -143,6 +143,8 @@ class TextBox : public Control {
   const Text& GetText() const { return Caption(); }
   void SetText(const Text& v);
 
+  // Limits what the user types (the renderer applies it); text set by the program
+  // is taken whole, as the platform's edit control does.
   int MaxLength() const { return s_.maxLength; }  // 0 = no limit
   void SetMaxLength(int v);
   char16_t PasswordChar() const { return s_.passwordChar; }  // 0 = none
