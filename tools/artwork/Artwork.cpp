@@ -462,15 +462,17 @@ void Mark(Canvas& c, const Ctx& k, bool greyed = false) {
   const Color bottom = greyed ? pal::grey500 : pal::tealDark;
   const Color edge = greyed ? pal::grey500 : pal::tealDeep;
   const Shape tile = RoundRect(k.P(1), k.P(1), k.P(31), k.P(31), k.S(6.5f));
+  const Paint face = VerticalGradient(0, top, k.h, bottom);
   c.Fill(tile, edge);
-  c.Fill(Inset(tile, std::max(1.0f, std::round(k.S(1)))), VerticalGradient(0, top, k.h, bottom));
+  c.Fill(Inset(tile, std::max(1.0f, std::round(k.S(0.5f)))), face);
   if (k.w < 24) {
     const float cx = k.Cx();
     c.Fill(ArrowUp(cx, k.S(6), k.S(26), k.S(18), k.E(6)), pal::white);
     return;
   }
+  // The arrow is cut out of the cloud, down through its lower edge.
   c.Fill(Cloud(k.S(4), k.S(7.5f), k.S(24)), pal::white);
-  c.Fill(ArrowUp(k.Cx(), k.S(12), k.S(25), k.S(9), k.S(3.2f)), bottom);
+  c.Fill(ArrowUp(k.Cx(), k.S(11.5f), k.S(22), k.S(9), k.S(3.2f)), face);
 }
 
 DrawFn MarkIcon() {
@@ -510,9 +512,11 @@ void TrayIcon(Canvas& c, const Ctx& k, Tray t) {
   if (t == Tray::Paused) bt = pal::amberLight, bb = pal::amber;
   if (t == Tray::Stopped) bt = pal::redLight, bb = pal::red;
   if (t == Tray::Unknown) bt = pal::grey500, bb = pal::grey700;
-  if (t == Tray::Transfer) bt = pal::tealMid, bb = pal::tealBright;
+  if (t == Tray::Transfer) bt = pal::white, bb = pal::tealPale;
   Badge(c, bx, by, br, k.S(1.1f), bt, bb);
-  const Color ink = t == Tray::Paused ? pal::amberInk : pal::white;
+  Color ink = pal::white;
+  if (t == Tray::Paused) ink = pal::amberInk;
+  if (t == Tray::Transfer) ink = pal::teal;
   switch (t) {
     case Tray::Running:
       if (k.w >= 24) c.Fill(Check(bx, by, k.S(5), k.S(1.2f)), ink);
@@ -541,7 +545,7 @@ enum class Decor { Plain, About, CustomAbout };
 // help and close pictures, a quiet light body, a one pixel frame.
 void Background(Canvas& c, const Ctx& k, Decor decor) {
   const float band = k.P(34);
-  c.Flood(VerticalGradient(band, pal::white, k.h, Rgb(0xEDF4F5)));
+  c.FloodRows(VerticalGradient(band, pal::white, k.h, Rgb(0xEDF4F5)));
   c.Fill(Rect(0, 0, k.w, band), VerticalGradient(0, Rgb(0x12858F), band, pal::tealDark));
   c.Fill(Intersect(Circle(k.w - k.S(30), k.S(-40), k.S(90)), Rect(0, 0, k.w, band)), WithAlpha(pal::white, 0.06f));
   c.Fill(Intersect(Circle(k.w - k.S(150), k.S(80), k.S(100)), Rect(0, 0, k.w, band)), WithAlpha(pal::white, 0.04f));
@@ -557,7 +561,13 @@ void Background(Canvas& c, const Ctx& k, Decor decor) {
     const float tw = TextWidth("Corvane", st);
     c.Fill(TextShape("Corvane", k.w - tw - k.S(26), k.h - k.S(24), st), WithAlpha(pal::teal, 0.16f));
   }
-  c.Fill(Outline(Rect(0, 0, k.w, k.h), k.W(1)), pal::tealDark);
+  // The frame as four bars: a full-canvas outline shape would cost a distance
+  // evaluation for every pixel of the window.
+  const float f = k.W(1);
+  c.Fill(Rect(0, 0, k.w, f), pal::tealDark);
+  c.Fill(Rect(0, k.h - f, k.w, k.h), pal::tealDark);
+  c.Fill(Rect(0, f, f, k.h - f), pal::tealDark);
+  c.Fill(Rect(k.w - f, f, k.w, k.h - f), pal::tealDark);
 }
 
 DrawFn Bg(Decor d) {

@@ -95,6 +95,61 @@ TEST(Raster, ArcStaysWithinItsAngles) {
   EXPECT_EQ(c.PremultipliedAt(20, 9).a + c.PremultipliedAt(20, 10).a, 0.0f);   // top
 }
 
+TEST(Raster, GrownPolygonRoundsItsCornersAndGrowsItsArea) {
+  Canvas c(40, 40);
+  c.Fill(Polygon({{10, 10}, {30, 10}, {30, 30}, {10, 30}}, 4), Rgb(0));
+  double sum = 0;
+  for (int y = 0; y < 40; ++y)
+    for (int x = 0; x < 40; ++x) sum += c.PremultipliedAt(x, y).a;
+  // A 20 x 20 square grown by 4: 28 x 28 less the four corners outside a radius 4.
+  EXPECT_NEAR(sum, 28 * 28 - 4 * (16 - 3.14159265 * 16 / 4), 4.0);
+  EXPECT_FLOAT_EQ(c.PremultipliedAt(20, 6).a, 1.0f);  // the middle of an edge is solid
+  EXPECT_LT(c.PremultipliedAt(6, 6).a, 0.5f);         // the corner is round
+}
+
+TEST(Raster, SetOperationsCutRings) {
+  Canvas c(50, 50);
+  c.Fill(Subtract(Circle(25, 25, 20), Circle(25, 25, 12)), Rgb(0));
+  double sum = 0;
+  for (int y = 0; y < 50; ++y)
+    for (int x = 0; x < 50; ++x) sum += c.PremultipliedAt(x, y).a;
+  EXPECT_NEAR(sum, 3.14159265 * (400 - 144), 3.14159265 * 256 * 0.01);
+  EXPECT_EQ(c.PremultipliedAt(25, 25).a, 0.0f);
+
+  Canvas d(50, 50);
+  d.Fill(Intersect(Rect(0, 0, 25, 50), Circle(25, 25, 20)), Rgb(0));
+  EXPECT_EQ(d.PremultipliedAt(30, 25).a, 0.0f);
+  EXPECT_EQ(d.PremultipliedAt(20, 25).a, 1.0f);
+}
+
+TEST(Raster, ShapesPartlyOffTheCanvasAreClipped) {
+  Canvas c(8, 8);
+  c.Fill(Circle(-3, -3, 9), Rgb(0xFF0000));
+  c.Fill(Rect(5, 5, 100, 100), Rgb(0x00FF00));
+  c.Erase(Rect(6, 6, 100, 100));
+  EXPECT_EQ(c.PremultipliedAt(7, 7).a, 0.0f);
+  EXPECT_GT(c.PremultipliedAt(0, 0).a, 0.0f);
+}
+
+TEST(Raster, BlitAndStraightColoursFollowTheAlpha) {
+  Canvas under(2, 1), over(2, 1);
+  under.Fill(Rect(0, 0, 2, 1), Rgb(0x0000FF));
+  over.Fill(Rect(0, 0, 1, 1), WithAlpha(Rgb(0xFF0000), 0.5f));
+  under.Blit(over, 0, 0);
+  const Color mixed = under.PremultipliedAt(0, 0);
+  EXPECT_NEAR(mixed.r, 0.5f, 1e-6);
+  EXPECT_NEAR(mixed.b, 0.5f, 1e-6);
+  EXPECT_FLOAT_EQ(mixed.a, 1.0f);
+
+  // Straight colours undo the premultiplication; clear pixels are all zero.
+  const auto straight = over.StraightBgra();
+  EXPECT_EQ(straight[2], 255);
+  EXPECT_EQ(straight[3], 128);
+  EXPECT_EQ(std::vector<uint8_t>(straight.begin() + 4, straight.end()), std::vector<uint8_t>(4, 0));
+  const auto pre = over.PremultipliedBgra();
+  EXPECT_EQ(pre[2], 128);
+}
+
 TEST(Font, CoversTheWordsTheArtworkWrites) {
   EXPECT_TRUE(FontCovers("Status"));
   EXPECT_TRUE(FontCovers("Details"));
@@ -102,6 +157,28 @@ TEST(Font, CoversTheWordsTheArtworkWrites) {
   EXPECT_FALSE(FontCovers("Zebra"));
   const TextStyle st;
   EXPECT_GT(TextWidth("Details", st), TextWidth("Deta", st));
+}
+
+TEST(Font, InkStaysBetweenCapitalHeightAndBaseline) {
+  const TextStyle st{2.0f, 2.0f, 0.7f};
+  const float width = TextWidth("Details", st);
+  Canvas c(static_cast<int>(width) + 20, 40);
+  c.Fill(TextShape("Details", 10, 30, st), Rgb(0));
+  int top = 99, bottom = -1, left = 999, right = -1;
+  for (int y = 0; y < c.Height(); ++y)
+    for (int x = 0; x < c.Width(); ++x)
+      if (c.PremultipliedAt(x, y).a > 0.5f) {
+        top = std::min(top, y);
+        bottom = std::max(bottom, y);
+        left = std::min(left, x);
+        right = std::max(right, x);
+      }
+  // Capitals 8 units (16 px) above the baseline at 30, the 'l' a little taller.
+  EXPECT_GE(top, 30 - 18 - 2);
+  EXPECT_LE(top, 30 - 15);
+  EXPECT_LE(bottom, 30 + 1);
+  EXPECT_GE(left, 9);
+  EXPECT_LE(right, 10 + static_cast<int>(width) + 2);
 }
 
 // ---------------------------------------------------------------- file formats
@@ -166,6 +243,16 @@ TEST(Ico, DirectoryEntriesAndMaskMatchTheImages) {
         ASSERT_EQ(e.transparentMask[static_cast<size_t>(y) * e.width + x], PixelOf(e.image, x, y).a == 0)
             << "size " << e.width << " at " << x << "," << y;
   }
+}
+
+TEST(Ico, ReaderRefusesEntriesThatDoNotAddUp) {
+  std::vector<uint8_t> f = EncodeIco({Pattern(16, 16)});
+  ASSERT_TRUE(DecodeIco(f));
+  std::vector<uint8_t> longer = f;
+  longer[6 + 8] += 4;  // the entry claims more bytes than its bitmap and mask hold
+  EXPECT_FALSE(DecodeIco(longer));
+  std::vector<uint8_t> cut(f.begin(), f.end() - 10);
+  EXPECT_FALSE(DecodeIco(cut));
 }
 
 TEST(Png, StoredBlocksRoundTripAndCrcIsChecked) {
@@ -240,6 +327,26 @@ TEST(Catalogue, StatesOfOneControlShareTheirSize) {
   EXPECT_EQ(sizes.count("tab_status"), 1u);
 }
 
+TEST(Catalogue, DrawingIsRepeatable) {
+  for (const Picture& p : Catalogue()) {
+    if (p.kind == Kind::Bitmap && p.width <= 160) {
+      EXPECT_EQ(RenderBitmap(p, 125).PremultipliedBgra(), RenderBitmap(p, 125).PremultipliedBgra()) << p.key;
+    } else if (p.kind == Kind::Icon) {
+      EXPECT_EQ(RenderIcon(p, 20).StraightBgra(), RenderIcon(p, 20).StraightBgra()) << p.key;
+    }
+  }
+}
+
+TEST(Catalogue, WritingIntoAFileReportsTheFailure) {
+  const fs::path blocker = fs::temp_directory_path() / ("qvartwork-blocker-" + std::to_string(::getpid()));
+  ASSERT_TRUE(WriteFile(blocker.string(), {1, 2, 3}));
+  std::vector<WrittenFile> written;
+  std::string error;
+  EXPECT_FALSE(WriteAll((blocker / "images").string(), written, error));
+  EXPECT_FALSE(error.empty());
+  fs::remove(blocker);
+}
+
 TEST(Catalogue, DocumentationCarriesTheCurrentList) {
   std::ifstream in(QV_ARTWORK_DOC);
   ASSERT_TRUE(in) << QV_ARTWORK_DOC;
@@ -247,6 +354,16 @@ TEST(Catalogue, DocumentationCarriesTheCurrentList) {
   text << in.rdbuf();
   EXPECT_NE(text.str().find(MarkdownList()), std::string::npos)
       << "docs/artwork.md is out of date: paste the output of `qvartwork --list` into it";
+}
+
+// ---------------------------------------------------------------- the pictures
+
+// A bitmap as it is written (premultiplied), drawn in memory.
+Image Drawn(const std::string& key, int pct) {
+  const Picture* p = FindPicture(key);
+  EXPECT_NE(p, nullptr) << key;
+  if (!p) return {};
+  return ToImage(RenderBitmap(*p, pct), true);
 }
 
 // ---------------------------------------------------------------- the written files
@@ -267,9 +384,6 @@ class Written : public ::testing::Test {
   static std::vector<uint8_t> Bytes(const std::string& rel) {
     auto f = ReadFile((*dir_ / rel).string());
     return f ? *f : std::vector<uint8_t>{};
-  }
-  static std::optional<BmpInfo> Bmp(const std::string& key, int pct) {
-    return DecodeBmp(Bytes(BitmapFileName(key, pct)));
   }
 
   static inline fs::path* dir_ = nullptr;
@@ -319,7 +433,7 @@ TEST_F(Written, EveryIconHoldsTheSizesItClaims) {
   }
 }
 
-TEST_F(Written, ManifestListsEveryFile) {
+TEST_F(Written, ManifestListsEveryFileWithItsSize) {
   ASSERT_TRUE(ok_) << error_;
   const std::vector<uint8_t> m = Bytes("artwork.txt");
   const std::string text(m.begin(), m.end());
@@ -331,24 +445,26 @@ TEST_F(Written, ManifestListsEveryFile) {
       EXPECT_NE(text.find(RelativePath(p, pct) + "\t"), std::string::npos) << RelativePath(p, pct);
     }
   EXPECT_EQ(written_->size(), files);
-}
-
-TEST_F(Written, BrandingIconsStayOutOfTheImageFolder) {
+  for (const WrittenFile& f : *written_) {
+    if (!f.path.ends_with(".bmp")) continue;
+    const auto info = DecodeBmp(Bytes(f.path));
+    ASSERT_TRUE(info) << f.path;
+    EXPECT_EQ(info->image.width, f.width) << f.path;
+    EXPECT_EQ(info->image.height, f.height) << f.path;
+  }
   // MonitorIcon.ico in the image folder freezes the tray icon; only a branded
   // install puts it there.
-  ASSERT_TRUE(ok_) << error_;
   EXPECT_FALSE(fs::exists(*dir_ / "MonitorIcon.ico"));
   EXPECT_TRUE(fs::exists(*dir_ / "branding" / "MonitorIcon.ico"));
 }
 
-TEST_F(Written, BackgroundsAreOpaqueWithACrispFrame) {
-  ASSERT_TRUE(ok_) << error_;
+// ---------------------------------------------------------------- what the pictures show
+
+TEST(Pictures, BackgroundsAreOpaqueWithACrispFrame) {
   for (const char* key : {"qv_desk_notify", "qv_dsktp_notification", "qv_medium", "qv_about_us",
                           "qv_cust_about_us", "bg_auto"}) {
     for (int pct : kScales) {
-      const auto info = Bmp(key, pct);
-      ASSERT_TRUE(info) << key;
-      const Image& img = info->image;
+      const Image img = Drawn(key, pct);
       for (size_t i = 3; i < img.bgra.size(); i += 4) ASSERT_EQ(img.bgra[i], 255) << key << "@" << pct;
       // The frame is one whole pixel of the dark teal on every side.
       for (auto [x, y] : {std::pair{img.width / 2, 0}, {img.width / 2, img.height - 1}, {0, img.height / 2},
@@ -362,33 +478,43 @@ TEST_F(Written, BackgroundsAreOpaqueWithACrispFrame) {
   }
 }
 
-TEST_F(Written, ButtonEdgesAreWholePixelsAtEveryScale) {
-  ASSERT_TRUE(ok_) << error_;
+// The header band is as tall as docs/artwork.md promises the screens.
+TEST(Pictures, HeaderBandHasTheDocumentedHeight) {
+  const std::pair<int, int> bands[] = {{100, 34}, {125, 43}, {150, 51}};
+  for (auto [pct, band] : bands) {
+    const Image img = Drawn("qv_desk_notify", pct);
+    const int x = img.width / 3;
+    EXPECT_LT(PixelOf(img, x, band - 1).r, 40) << pct;  // teal band
+    EXPECT_GT(PixelOf(img, x, band).r, 60) << pct;      // the light line under it
+    EXPECT_LT(PixelOf(img, x, band).r, 200) << pct;
+    EXPECT_GT(PixelOf(img, x, band + 3).r, 230) << pct;  // near-white body
+  }
+}
+
+TEST(Pictures, ButtonEdgesAreWholePixelsAtEveryScale) {
   for (const char* key : {"button_enb", "button_ovr", "button_OK_enb", "button_large200_enb", "button_med_enb"}) {
     for (int pct : kScales) {
-      const auto info = Bmp(key, pct);
-      ASSERT_TRUE(info) << key;
-      const Image& img = info->image;
+      const Image img = Drawn(key, pct);
       const int mid = img.height / 2;
       // Straight edges: the outer column and row are solid, the corner is cut.
       EXPECT_EQ(PixelOf(img, 0, mid).a, 255) << key << "@" << pct;
       EXPECT_EQ(PixelOf(img, img.width - 1, mid).a, 255) << key << "@" << pct;
       EXPECT_EQ(PixelOf(img, img.width / 2, 0).a, 255) << key << "@" << pct;
       EXPECT_LT(PixelOf(img, 0, 0).a, 128) << key << "@" << pct;
-      // The border is one colour along the whole straight part of the edge.
-      const Rgba first = PixelOf(img, img.width / 2, 0);
-      for (int x = img.width / 4; x < img.width * 3 / 4; ++x) {
-        const Rgba p = PixelOf(img, x, 0);
-        ASSERT_TRUE(p.r == first.r && p.g == first.g && p.b == first.b) << key << "@" << pct << " x " << x;
-      }
+      // One colour along the straight part of the edge, and every column of the
+      // middle alike, so that the face may be stretched sideways.
+      for (int x = img.width / 4; x < img.width * 3 / 4; ++x)
+        for (int y = 0; y < img.height; ++y) {
+          const Rgba a = PixelOf(img, x, y), b = PixelOf(img, img.width / 2, y);
+          ASSERT_TRUE(a.r == b.r && a.g == b.g && a.b == b.b && a.a == b.a) << key << "@" << pct << " " << x << "," << y;
+        }
     }
   }
 }
 
-TEST_F(Written, HoverFacesCarryWhiteLabelsAndNormalFacesDarkOnes) {
+TEST(Pictures, HoverFacesCarryWhiteLabelsAndNormalFacesDarkOnes) {
   // The label colour of state 1 is white: the hover face must be dark enough for
   // it, and the normal face light enough for a dark label.
-  ASSERT_TRUE(ok_) << error_;
   auto luminance = [](Rgba p) {
     auto lin = [](int c) {
       const double v = c / 255.0;
@@ -397,32 +523,109 @@ TEST_F(Written, HoverFacesCarryWhiteLabelsAndNormalFacesDarkOnes) {
     return 0.2126 * lin(p.r) + 0.7152 * lin(p.g) + 0.0722 * lin(p.b);
   };
   for (const char* fam : {"button", "button_OK", "button_med", "button_large200"}) {
-    const auto ovr = Bmp(std::string(fam) + "_ovr", 100);
-    const auto enb = Bmp(std::string(fam) + "_enb", 100);
-    ASSERT_TRUE(ovr && enb) << fam;
-    const double hover = luminance(PixelOf(ovr->image, ovr->image.width / 2, ovr->image.height / 2));
-    const double normal = luminance(PixelOf(enb->image, enb->image.width / 2, enb->image.height / 2));
+    const Image ovr = Drawn(std::string(fam) + "_ovr", 100);
+    const Image enb = Drawn(std::string(fam) + "_enb", 100);
+    const double hover = luminance(PixelOf(ovr, ovr.width / 2, ovr.height / 2));
+    const double normal = luminance(PixelOf(enb, enb.width / 2, enb.height / 2));
     EXPECT_GE(1.05 / (hover + 0.05), 4.5) << fam << ": white on the hover face";
     EXPECT_GE((normal + 0.05) / 0.05, 12.0) << fam << ": black on the normal face";
   }
 }
 
-TEST_F(Written, TrayStatesDifferAtSixteenPixels) {
-  ASSERT_TRUE(ok_) << error_;
+TEST(Pictures, SliderTicksSitUnderTheKnobCentres) {
+  // The knob's left edge goes to box left + (box width - knob width) * p / 100, so
+  // its centre at p is knob / 2 + (box - knob) * p / 100.
+  for (int pct : kScales) {
+    const Image box = Drawn("slider_box", pct);
+    const int k = Drawn("slider_knob2", pct).width, w = box.width;
+    const int y = box.height - ScaledSize(2, pct);
+    std::vector<int> ticks;
+    for (int x = 0; x < w; ++x)
+      if (PixelOf(box, x, y).a > 128) ticks.push_back(x);
+    ASSERT_FALSE(ticks.empty()) << pct;
+    std::vector<int> starts = {ticks[0]};
+    for (size_t i = 1; i < ticks.size(); ++i)
+      if (ticks[i] != ticks[i - 1] + 1) starts.push_back(ticks[i]);
+    ASSERT_EQ(starts.size(), 5u) << pct;
+    for (int i = 0; i < 5; ++i)
+      EXPECT_NEAR(starts[i] + 0.5 * ScaledSize(1, pct), k / 2.0 + (w - k) * i / 4.0, 1.0) << pct << " tick " << i;
+  }
+}
+
+TEST(Pictures, PicturesWearTheColourOfTheirMeaning) {
+  auto at = [](const char* key, double fx, double fy) {
+    const Image img = Drawn(key, 100);
+    return PixelOf(img, static_cast<int>(img.width * fx), static_cast<int>(img.height * fy));
+  };
+  auto red = [](Rgba p) { return p.r > 150 && p.g < 110 && p.b < 110; };
+  auto green = [](Rgba p) { return p.g > p.r + 40 && p.g > p.b + 20; };
+  auto amber = [](Rgba p) { return p.r > 200 && p.g > 130 && p.b < 90; };
+  auto teal = [](Rgba p) { return p.r < 60 && p.g > 90 && p.b > 100; };
+  EXPECT_TRUE(teal(at("qv_msg_info", 0.2, 0.5)));
+  EXPECT_TRUE(teal(at("qv_msg_question", 0.2, 0.5)));
+  EXPECT_TRUE(red(at("qv_msg_cross", 0.2, 0.5)));
+  EXPECT_TRUE(amber(at("qv_msg_warn", 0.3, 0.75)));
+  EXPECT_TRUE(green(at("qv_desknoti_success", 0.5, 0.25)));
+  EXPECT_TRUE(red(at("qv_desknoti_fail", 0.5, 0.25)));
+  // Lamps from the top: red, amber, green; one lit at a time.
+  EXPECT_TRUE(green(at("light_green", 0.5, 0.85)));
+  EXPECT_FALSE(red(at("light_green", 0.5, 0.2)));
+  EXPECT_TRUE(amber(at("light_amber", 0.5, 0.55)));
+  EXPECT_TRUE(red(at("light_red", 0.5, 0.25)));
+  for (double fy : {0.25, 0.55, 0.85}) {
+    const Rgba p = at("light_off", 0.5, fy);
+    EXPECT_LT(std::max({p.r, p.g, p.b}), 120) << "an unlit lamp at " << fy;
+  }
+}
+
+TEST(Pictures, EveryStateOfAPictureButtonLooksDifferent) {
+  for (const char* base : {"edit", "del", "imme", "stop", "stcomp", "ref", "button", "tab_status", "tab_details",
+                           "next", "back"}) {
+    std::vector<std::vector<uint8_t>> seen;
+    for (const char* suffix : {"_gen", "_ove", "_dwn", "_dis", "_enb", "_ovr", "_sel", "", "_reg"}) {
+      const std::string key = std::string(base) + suffix;
+      if (!FindPicture(key)) continue;
+      const Image img = Drawn(key, 100);
+      for (const auto& other : seen) EXPECT_NE(other, img.bgra) << key << " repeats another state";
+      seen.push_back(img.bgra);
+    }
+    EXPECT_GE(seen.size(), 2u) << base;
+  }
+}
+
+TEST(Pictures, TheDayBoxShowsItsCheckMark) {
+  auto whitePixels = [](const char* key) {
+    const Image img = Drawn(key, 100);
+    int n = 0;
+    for (int y = 3; y < 13; ++y)
+      for (int x = 3; x < 13; ++x) {
+        const Rgba p = PixelOf(img, x, y);
+        n += p.r > 230 && p.g > 230 && p.b > 230;
+      }
+    return n;
+  };
+  const int checked = whitePixels("checked");
+  EXPECT_GE(checked, 6);
+  EXPECT_LE(checked, 40);             // a mark on teal, not a white box
+  EXPECT_GE(whitePixels("gen"), 60);  // the empty box is light all over
+}
+
+TEST(Pictures, TrayStatesDifferAtSixteenPixels) {
   std::vector<Image> small;
   for (const char* f : {"tray_running.ico", "tray_stopped.ico", "tray_paused.ico", "tray_transfer.ico",
                         "tray_unknown.ico"}) {
-    const auto entries = DecodeIco(Bytes(f));
-    ASSERT_TRUE(entries && !entries->empty()) << f;
-    small.push_back(entries->front().image);
-    ASSERT_EQ(small.back().width, 16);
+    const Picture* p = FindPicture(f);
+    ASSERT_NE(p, nullptr) << f;
+    small.push_back(ToImage(RenderIcon(*p, 16), false));
   }
   for (size_t i = 0; i < small.size(); ++i)
     for (size_t j = i + 1; j < small.size(); ++j) {
       int differing = 0;
-      for (size_t b = 0; b < small[i].bgra.size(); b += 4)
-        differing += std::abs(small[i].bgra[b] - small[j].bgra[b]) + std::abs(small[i].bgra[b + 1] - small[j].bgra[b + 1]) +
-                         std::abs(small[i].bgra[b + 2] - small[j].bgra[b + 2]) > 60;
+      for (size_t b = 0; b < small[i].bgra.size(); b += 4) {
+        const int d = std::abs(small[i].bgra[b] - small[j].bgra[b]) + std::abs(small[i].bgra[b + 1] - small[j].bgra[b + 1]) +
+                      std::abs(small[i].bgra[b + 2] - small[j].bgra[b + 2]);
+        differing += d > 60;
+      }
       EXPECT_GE(differing, 8) << "tray icons " << i << " and " << j << " look alike";
     }
 }

@@ -20,6 +20,16 @@ float SegmentDistance(float px, float py, Point a, Point b) {
   return std::sqrt(dx * dx + dy * dy);
 }
 
+// A distance beyond every anti-aliasing ramp used.
+constexpr float kFar = 4.0f;
+
+// Distance from a point to a box, 0 inside: a lower bound of any shape within it.
+float BoxDistance(const Box& b, float x, float y) {
+  const float dx = std::max({b.x0 - x, 0.0f, x - b.x1});
+  const float dy = std::max({b.y0 - y, 0.0f, y - b.y1});
+  return std::sqrt(dx * dx + dy * dy);
+}
+
 Box Grow(Box b, float by) { return {b.x0 - by, b.y0 - by, b.x1 + by, b.y1 + by}; }
 
 Box Hull(Box a, Box b) {
@@ -153,7 +163,13 @@ Shape Ring(float cx, float cy, float r, float width) {
 
 Shape Union(const Shape& a, const Shape& b) {
   auto fa = a.sdf, fb = b.sdf;
-  return {[=](float x, float y) { return std::min(fa(x, y), fb(x, y)); },
+  const Box ba = a.bounds, bb = b.bounds;
+  // Far from a part's box its box distance is as good as its own: no coverage
+  // either way. This keeps long unions (text, clouds) cheap.
+  return {[=](float x, float y) {
+            const float da = BoxDistance(ba, x, y), db = BoxDistance(bb, x, y);
+            return std::min(da > kFar ? da : fa(x, y), db > kFar ? db : fb(x, y));
+          },
           Hull(a.bounds, b.bounds)};
 }
 
@@ -218,14 +234,7 @@ void Canvas::Fill(const Shape& s, const Paint& p, float feather) {
       float cx = x + 0.5f, cy = y + 0.5f;
       float cov = Coverage(s.sdf(cx, cy), feather);
       if (cov <= 0) continue;
-      Color c = p(cx, cy);
-      float a = Channel(c.a) * cov;
-      float* d = &px_[(static_cast<size_t>(y) * w_ + x) * 4];
-      float keep = 1 - a;
-      d[0] = c.r * a + d[0] * keep;
-      d[1] = c.g * a + d[1] * keep;
-      d[2] = c.b * a + d[2] * keep;
-      d[3] = a + d[3] * keep;
+      Blend(x, y, p(cx, cy), cov);
     }
   }
 }
@@ -248,9 +257,29 @@ void Canvas::Erase(const Shape& s) {
 }
 
 void Canvas::Flood(const Paint& p) {
-  Fill(Shape{[](float, float) { return -kBig; },
-             {0, 0, static_cast<float>(w_), static_cast<float>(h_)}},
-       p);
+  for (int y = 0; y < h_; ++y) {
+    for (int x = 0; x < w_; ++x) {
+      const Color c = p(x + 0.5f, y + 0.5f);
+      Blend(x, y, c, 1);
+    }
+  }
+}
+
+void Canvas::FloodRows(const Paint& p) {
+  for (int y = 0; y < h_; ++y) {
+    const Color c = p(0.5f, y + 0.5f);
+    for (int x = 0; x < w_; ++x) Blend(x, y, c, 1);
+  }
+}
+
+void Canvas::Blend(int x, int y, const Color& c, float cover) {
+  const float a = Channel(c.a) * cover;
+  float* d = &px_[(static_cast<size_t>(y) * w_ + x) * 4];
+  const float keep = 1 - a;
+  d[0] = c.r * a + d[0] * keep;
+  d[1] = c.g * a + d[1] * keep;
+  d[2] = c.b * a + d[2] * keep;
+  d[3] = a + d[3] * keep;
 }
 
 Color Canvas::PremultipliedAt(int x, int y) const {

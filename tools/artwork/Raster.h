@@ -86,6 +86,8 @@ class Canvas {
   void Erase(const Shape& s);
   // Paints the whole canvas.
   void Flood(const Paint& p);
+  // The same for a paint that changes only from top to bottom (one call a row).
+  void FloodRows(const Paint& p);
 
   // Premultiplied pixel, channels 0..1.
   Color PremultipliedAt(int x, int y) const;
@@ -98,6 +100,9 @@ class Canvas {
   void Blit(const Canvas& src, int x, int y);
 
  private:
+  // Source-over of a straight colour with the given coverage at one pixel.
+  void Blend(int x, int y, const Color& c, float cover);
+
   int w_, h_;
   std::vector<float> px_;  // premultiplied r, g, b, a
 };
