@@ -125,6 +125,15 @@ std::vector<Scenario> Scenarios() {
         Write{u"S", u"\tk", u"\t x\t"}, Write{u"S", u"new", u"\r\nx\r\n"}, Read{u"S", u"new"},
         Write{u"S", u"[X]", u"1"}, Read{u"X", u"=1"}, Write{u"S", u"nul", u"a\0b"s}}},
       {"EmptyFile", std::string(), {Read{u"S", u"k"}, Write{u"S", u"k", u"v"}}},
+      // Blanks are trimmed off a header's name before the NUL cuts it short.
+      {"NulInsideAHeader",
+       "[S\t\0x\t]\r\nk=1\r\n[T \0]\r\nj=2\r\n"s,
+       {Read{u"S", u"k"}, Read{u"T", u"j"}, Write{u"S", u"k", u"v"}, Read{u"S", u"k"},
+        Write{u"S", u"k", u"w"}, Read{u"S", u"k"}, Write{u"T", u"j", u"3"}}},
+      // The rewrite drops the tab, and the file then begins with what reads as a mark.
+      {"AnsiLineThatBecomesAMark",
+       "\t\xFE\xFFk=1\r\n"s,
+       {Write{u"S", u"k", u"v"}, Read{u"S", u"k"}, Write{u"S", u"j", u"w"}, Read{u"S", u"j"}}},
   };
 }
 
