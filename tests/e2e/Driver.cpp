@@ -1,0 +1,169 @@
+#include "Driver.h"
+
+#include <thread>
+
+namespace e2e {
+
+namespace {
+
+std::wstring ClassOf(HWND hwnd) {
+  wchar_t name[256] = {};
+  int n = GetClassNameW(hwnd, name, 256);
+  return std::wstring(name, n > 0 ? n : 0);
+}
+
+// WM_GETTEXT rather than GetWindowTextW: the latter does not ask a window of another
+// process for the text of its controls.
+std::wstring TextOf(HWND hwnd) {
+  DWORD_PTR length = 0;
+  if (!SendMessageTimeoutW(hwnd, WM_GETTEXTLENGTH, 0, 0, SMTO_ABORTIFHUNG, 2000, &length))
+    return {};
+  std::wstring text(length + 1, L'\0');
+  DWORD_PTR got = 0;
+  if (!SendMessageTimeoutW(hwnd, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()),
+                           SMTO_ABORTIFHUNG, 2000, &got))
+    return {};
+  text.resize(got < text.size() ? got : text.size() - 1);
+  return text;
+}
+
+int CheckOf(HWND hwnd, const std::wstring& className) {
+  if (_wcsicmp(className.c_str(), L"Button") != 0) return -1;
+  DWORD_PTR state = 0;
+  if (!SendMessageTimeoutW(hwnd, BM_GETCHECK, 0, 0, SMTO_ABORTIFHUNG, 2000, &state)) return -1;
+  return static_cast<int>(state);
+}
+
+bool Matches(const WindowInfo& w, const WindowQuery& q) {
+  if (q.pid && w.pid != q.pid) return false;
+  if (!q.className.empty() && w.className != q.className) return false;
+  if (!q.title.empty() && w.text != q.title) return false;
+  return !q.visibleOnly || w.visible;
+}
+
+struct Collect {
+  const WindowQuery* query;
+  std::vector<WindowInfo>* out;
+};
+
+BOOL CALLBACK CollectTopLevel(HWND hwnd, LPARAM lp) {
+  auto* c = reinterpret_cast<Collect*>(lp);
+  WindowInfo info = Describe(hwnd);
+  if (Matches(info, *c->query)) c->out->push_back(std::move(info));
+  return TRUE;
+}
+
+BOOL CALLBACK CollectChild(HWND hwnd, LPARAM lp) {
+  reinterpret_cast<std::vector<WindowInfo>*>(lp)->push_back(Describe(hwnd));
+  return TRUE;
+}
+
+bool PostKey(HWND menu, WPARAM vk) {
+  bool ok = Post(menu, WM_KEYDOWN, vk, 1) && Post(menu, WM_KEYUP, vk, 0xC0000001);
+  // The menu loop takes one message per turn; a short pause keeps it from seeing the
+  // next key before it has moved the selection.
+  std::this_thread::sleep_for(Ms{60});
+  return ok;
+}
+
+}  // namespace
+
+WindowInfo Describe(HWND hwnd) {
+  WindowInfo info;
+  info.hwnd = hwnd;
+  GetWindowThreadProcessId(hwnd, &info.pid);
+  info.className = ClassOf(hwnd);
+  info.text = TextOf(hwnd);
+  info.visible = IsWindowVisible(hwnd) != FALSE;
+  info.enabled = IsWindowEnabled(hwnd) != FALSE;
+  info.check = CheckOf(hwnd, info.className);
+  GetWindowRect(hwnd, &info.rect);
+  return info;
+}
+
+std::vector<WindowInfo> FindTopLevel(const WindowQuery& query) {
+  std::vector<WindowInfo> found;
+  Collect c{&query, &found};
+  EnumWindows(&CollectTopLevel, reinterpret_cast<LPARAM>(&c));
+  return found;
+}
+
+std::vector<WindowInfo> ListChildren(HWND parent) {
+  std::vector<WindowInfo> found;
+  EnumChildWindows(parent, &CollectChild, reinterpret_cast<LPARAM>(&found));
+  return found;
+}
+
+bool WaitUntil(const std::function<bool()>& done, Ms timeout, Ms poll) {
+  const auto end = std::chrono::steady_clock::now() + timeout;
+  for (;;) {
+    if (done()) return true;
+    if (std::chrono::steady_clock::now() >= end) return false;
+    std::this_thread::sleep_for(poll);
+  }
+}
+
+std::optional<WindowInfo> WaitForWindow(const WindowQuery& query, Ms timeout) {
+  std::optional<WindowInfo> found;
+  WaitUntil(
+      [&] {
+        auto all = FindTopLevel(query);
+        if (!all.empty()) found = all.front();
+        return found.has_value();
+      },
+      timeout);
+  return found;
+}
+
+bool WaitForNoWindow(const WindowQuery& query, Ms timeout) {
+  return WaitUntil([&] { return FindTopLevel(query).empty(); }, timeout);
+}
+
+bool WaitForVisible(HWND hwnd, bool visible, Ms timeout) {
+  return WaitUntil([&] { return IsWindow(hwnd) && (IsWindowVisible(hwnd) != FALSE) == visible; },
+                   timeout);
+}
+
+bool Post(HWND hwnd, UINT message, WPARAM wp, LPARAM lp) {
+  return PostMessageW(hwnd, message, wp, lp) != FALSE;
+}
+
+bool PostCommand(HWND hwnd, WORD id) { return Post(hwnd, WM_COMMAND, MAKEWPARAM(id, 0), 0); }
+
+bool PostTrayMouse(HWND hwnd, UINT mouseMessage, UINT callback) {
+  // The icon identifier goes in wParam; the monitor's icon is number 0.
+  return Post(hwnd, callback, 0, static_cast<LPARAM>(mouseMessage));
+}
+
+std::optional<WindowInfo> WaitForPopupMenu(DWORD pid, Ms timeout) {
+  return WaitForWindow(WindowQuery{L"", kMenuClass, pid, true}, timeout);
+}
+
+bool WaitForNoPopupMenu(DWORD pid, Ms timeout) {
+  return WaitForNoWindow(WindowQuery{L"", kMenuClass, pid, true}, timeout);
+}
+
+bool ChooseMenuItemByMnemonic(DWORD pid, wchar_t key, Ms timeout) {
+  auto menu = WaitForPopupMenu(pid, timeout);
+  if (!menu) return false;
+  if (!Post(menu->hwnd, WM_CHAR, static_cast<WPARAM>(key), 1)) return false;
+  return WaitForNoPopupMenu(pid, timeout);
+}
+
+bool ChooseMenuItemByArrows(DWORD pid, int downs, Ms timeout) {
+  auto menu = WaitForPopupMenu(pid, timeout);
+  if (!menu) return false;
+  for (int i = 0; i < downs; ++i)
+    if (!PostKey(menu->hwnd, VK_DOWN)) return false;
+  if (!PostKey(menu->hwnd, VK_RETURN)) return false;
+  return WaitForNoPopupMenu(pid, timeout);
+}
+
+bool DismissMenu(DWORD pid, Ms timeout) {
+  auto menu = WaitForPopupMenu(pid, timeout);
+  if (!menu) return false;
+  if (!PostKey(menu->hwnd, VK_ESCAPE)) return false;
+  return WaitForNoPopupMenu(pid, timeout);
+}
+
+}  // namespace e2e

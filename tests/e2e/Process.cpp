@@ -1,0 +1,139 @@
+#include "Process.h"
+
+#include <tlhelp32.h>
+
+#include <algorithm>
+#include <cwctype>
+#include <utility>
+
+namespace e2e {
+
+Process::Process(Process&& other) noexcept { *this = std::move(other); }
+
+Process& Process::operator=(Process&& other) noexcept {
+  if (this != &other) {
+    Terminate();
+    Close();
+    process_ = std::exchange(other.process_, nullptr);
+    outputRead_ = std::exchange(other.outputRead_, nullptr);
+    pid_ = std::exchange(other.pid_, 0);
+  }
+  return *this;
+}
+
+Process::~Process() {
+  Terminate();
+  Close();
+}
+
+std::optional<Process> Process::Start(const std::filesystem::path& exe,
+                                      const std::wstring& arguments,
+                                      const std::filesystem::path& workingFolder,
+                                      bool captureOutput) {
+  std::wstring commandLine = L"\"" + exe.wstring() + L"\"";
+  if (!arguments.empty()) commandLine += L" " + arguments;
+
+  STARTUPINFOW si{};
+  si.cb = sizeof(si);
+  HANDLE writeEnd = nullptr;
+  Process p;
+  if (captureOutput) {
+    SECURITY_ATTRIBUTES sa{sizeof(sa), nullptr, TRUE};
+    if (!CreatePipe(&p.outputRead_, &writeEnd, &sa, 0)) return std::nullopt;
+    SetHandleInformation(p.outputRead_, HANDLE_FLAG_INHERIT, 0);
+    si.dwFlags = STARTF_USESTDHANDLES;
+    si.hStdInput = GetStdHandle(STD_INPUT_HANDLE);
+    si.hStdOutput = writeEnd;
+    si.hStdError = writeEnd;
+  }
+  PROCESS_INFORMATION pi{};
+  BOOL ok = CreateProcessW(exe.c_str(), commandLine.data(), nullptr, nullptr,
+                           captureOutput ? TRUE : FALSE, 0, nullptr,
+                           workingFolder.empty() ? nullptr : workingFolder.c_str(), &si, &pi);
+  if (writeEnd) CloseHandle(writeEnd);
+  if (!ok) return std::nullopt;
+  CloseHandle(pi.hThread);
+  p.process_ = pi.hProcess;
+  p.pid_ = pi.dwProcessId;
+  return p;
+}
+
+bool Process::Running() const {
+  return process_ && WaitForSingleObject(process_, 0) == WAIT_TIMEOUT;
+}
+
+std::optional<DWORD> Process::WaitExit(Ms timeout) {
+  if (!process_) return std::nullopt;
+  if (WaitForSingleObject(process_, static_cast<DWORD>(timeout.count())) != WAIT_OBJECT_0)
+    return std::nullopt;
+  DWORD code = 0;
+  if (!GetExitCodeProcess(process_, &code)) return std::nullopt;
+  return code;
+}
+
+void Process::Terminate() {
+  if (!Running()) return;
+  TerminateProcess(process_, 1);
+  WaitForSingleObject(process_, 10000);
+}
+
+std::string Process::Output() {
+  std::string out;
+  if (!outputRead_) return out;
+  char buffer[4096];
+  DWORD got = 0;
+  while (ReadFile(outputRead_, buffer, sizeof(buffer), &got, nullptr) && got > 0)
+    out.append(buffer, got);
+  return out;
+}
+
+void Process::Close() {
+  if (process_) CloseHandle(process_);
+  if (outputRead_) CloseHandle(outputRead_);
+  process_ = outputRead_ = nullptr;
+  pid_ = 0;
+}
+
+std::vector<ProcessEntry> FindProcesses(const std::wstring& exeName) {
+  std::vector<ProcessEntry> found;
+  HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+  if (snapshot == INVALID_HANDLE_VALUE) return found;
+  PROCESSENTRY32W entry{};
+  entry.dwSize = sizeof(entry);
+  for (BOOL more = Process32FirstW(snapshot, &entry); more;
+       more = Process32NextW(snapshot, &entry)) {
+    if (_wcsicmp(entry.szExeFile, exeName.c_str()) != 0) continue;
+    ProcessEntry e{entry.th32ProcessID, {}};
+    if (HANDLE h = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, e.pid)) {
+      wchar_t path[MAX_PATH * 2] = {};
+      DWORD size = MAX_PATH * 2;
+      if (QueryFullProcessImageNameW(h, 0, path, &size)) e.image.assign(path, size);
+      CloseHandle(h);
+    }
+    found.push_back(std::move(e));
+  }
+  CloseHandle(snapshot);
+  return found;
+}
+
+int TerminateProcessesUnder(const std::wstring& exeName, const std::filesystem::path& folder) {
+  auto lower = [](std::wstring s) {
+    std::transform(s.begin(), s.end(), s.begin(), [](wchar_t c) { return std::towlower(c); });
+    return s;
+  };
+  const std::wstring prefix = lower(folder.wstring());
+  int ended = 0;
+  for (const auto& p : FindProcesses(exeName)) {
+    if (lower(p.image).rfind(prefix, 0) != 0) continue;
+    if (HANDLE h = OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, p.pid)) {
+      if (TerminateProcess(h, 1)) {
+        WaitForSingleObject(h, 10000);
+        ++ended;
+      }
+      CloseHandle(h);
+    }
+  }
+  return ended;
+}
+
+}  // namespace e2e

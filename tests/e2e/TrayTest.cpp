@@ -1,0 +1,120 @@
+// The monitor as the user meets it after start-up: closing the window hides it, the
+// notification-area icon brings it back, and only the tray menu's Shutdown ends it.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "MonitorFixture.h"
+
+namespace e2e {
+namespace {
+
+// Geometry is stored in twips; the test prefix runs at 96 dpi, 15 twips a pixel.
+constexpr long kTwips = 15;
+
+class TrayTest : public MonitorTest {
+ protected:
+  std::wstring Stored(const wchar_t* key) {
+    return ReadIni(Folder().CommonFile(L"qvwin.ini"), L"LDPI", key);
+  }
+  static std::wstring Twips(long pixels) { return std::to_wstring(pixels * kTwips); }
+};
+
+TEST_F(TrayTest, CloseHidesTheWindowStoresItsPlaceAndTheTrayBringsItBack) {
+  Process* p = StartAndWait(L"");
+  ASSERT_NE(p, nullptr);
+  auto w = MainWindow(p->Pid());
+  ASSERT_TRUE(w && w->visible);
+
+  ASSERT_TRUE(Post(w->hwnd, WM_CLOSE));
+  ASSERT_TRUE(WaitForVisible(w->hwnd, false)) << "WM_CLOSE did not hide the window";
+  // The close is cancelled: give a wrongly ending process the time to end.
+  EXPECT_FALSE(p->WaitExit(Ms{1500}).has_value()) << "closing the window ended the monitor";
+  EXPECT_TRUE(IsWindow(w->hwnd));
+  EXPECT_EQ(Stored(L"MonLeft"), Twips(w->rect.left));
+  EXPECT_EQ(Stored(L"MonTop"), Twips(w->rect.top));
+  EXPECT_EQ(Stored(L"MonWidth"), Twips(w->Width()));
+  EXPECT_EQ(Stored(L"MonHeight"), Twips(w->Height()));
+  Shot("closed");
+
+  ASSERT_TRUE(PostTrayMouse(w->hwnd, WM_LBUTTONDBLCLK));
+  EXPECT_TRUE(WaitForVisible(w->hwnd, true)) << "a double click on the icon did not show it";
+  Shot("shown-again");
+}
+
+TEST_F(TrayTest, TrayMenuOpensTheHiddenWindowAndEscapeChoosesNothing) {
+  Process* p = StartAndWait(L"Min");
+  ASSERT_NE(p, nullptr);
+  auto w = MainWindow(p->Pid());
+  ASSERT_TRUE(w);
+  ASSERT_FALSE(w->visible);
+
+  ASSERT_TRUE(PostTrayMouse(w->hwnd, WM_RBUTTONUP));
+  auto menu = WaitForPopupMenu(p->Pid());
+  ASSERT_TRUE(menu) << "a right click on the icon opened no menu";
+  Shot("menu");
+  ASSERT_TRUE(DismissMenu(p->Pid()));
+  EXPECT_FALSE(p->WaitExit(Ms{500}).has_value());
+  EXPECT_FALSE(IsWindowVisible(w->hwnd));
+
+  // "&Open Status Indicator" is the first item, enabled while the window is hidden.
+  ASSERT_TRUE(PostTrayMouse(w->hwnd, WM_RBUTTONUP));
+  ASSERT_TRUE(ChooseMenuItemByArrows(p->Pid(), 1));
+  EXPECT_TRUE(WaitForVisible(w->hwnd, true)) << "Open Status Indicator did not show the window";
+  EXPECT_TRUE(p->Running());
+}
+
+TEST_F(TrayTest, ShutdownFromTheTrayMenuEndsTheProgramAndStoresTheVisiblePlace) {
+  Process* p = StartAndWait(L"");
+  ASSERT_NE(p, nullptr);
+  auto w = MainWindow(p->Pid());
+  ASSERT_TRUE(w && w->visible);
+  ASSERT_TRUE(SetWindowPos(w->hwnd, nullptr, 240, 120, 0, 0,
+                           SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE));
+  ASSERT_TRUE(WaitUntil([&] { return Describe(w->hwnd).rect.left == 240; }));
+  const WindowInfo moved = Describe(w->hwnd);
+
+  ASSERT_TRUE(PostTrayMouse(w->hwnd, WM_RBUTTONUP));
+  ASSERT_TRUE(ChooseMenuItemByMnemonic(p->Pid(), L's'));
+  auto code = p->WaitExit();
+  ASSERT_TRUE(code) << "Shutdown Indicator did not end the monitor";
+  EXPECT_EQ(*code, 0u);
+  EXPECT_TRUE(AllMonitorWindows().empty());
+  EXPECT_EQ(Stored(L"MonLeft"), L"3600");
+  EXPECT_EQ(Stored(L"MonTop"), L"1800");
+  EXPECT_EQ(Stored(L"MonWidth"), Twips(moved.Width()));
+  EXPECT_EQ(Stored(L"MonHeight"), Twips(moved.Height()));
+
+  // The next start takes the stored place.
+  std::filesystem::remove(Folder().Trace());
+  Process* again = StartAndWait(L"");
+  ASSERT_NE(again, nullptr);
+  auto w2 = MainWindow(again->Pid());
+  ASSERT_TRUE(w2);
+  EXPECT_TRUE(EqualRect(&w2->rect, &moved.rect));
+}
+
+TEST_F(TrayTest, ShutdownWhileHiddenLeavesTheStoredGeometryAsItWas) {
+  // 9007 twips are not a whole number of pixels: a store would write 9000.
+  ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"qvwin.ini"),
+                             {L"[LDPI]", L"MonWidth=9007", L"MonHeight=6007", L"MonTop=1507",
+                              L"MonLeft=3007"}));
+  Process* p = StartAndWait(L"Min");
+  ASSERT_NE(p, nullptr);
+  auto w = MainWindow(p->Pid());
+  ASSERT_TRUE(w);
+  ASSERT_FALSE(w->visible);
+
+  ASSERT_TRUE(PostTrayMouse(w->hwnd, WM_RBUTTONUP));
+  ASSERT_TRUE(ChooseMenuItemByMnemonic(p->Pid(), L's'));
+  auto code = p->WaitExit();
+  ASSERT_TRUE(code) << "Shutdown Indicator did not end the monitor";
+  EXPECT_EQ(*code, 0u);
+  EXPECT_EQ(Stored(L"MonWidth"), L"9007");
+  EXPECT_EQ(Stored(L"MonHeight"), L"6007");
+  EXPECT_EQ(Stored(L"MonTop"), L"1507");
+  EXPECT_EQ(Stored(L"MonLeft"), L"3007");
+}
+
+}  // namespace
+}  // namespace e2e
