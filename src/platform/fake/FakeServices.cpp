@@ -75,23 +75,4 @@ std::optional<Text> FakeSystemInfo::Environment(const Text& name) {
   return it->second;
 }
 
-std::uintptr_t FakeUiHost::StartTimer(std::uint32_t intervalMs, std::function<void()> onTick) {
-  std::uintptr_t id = nextTimer_++;
-  timers[id] = {intervalMs, std::move(onTick)};
-  return id;
-}
-
-bool FakeUiHost::AskYesNo(const Text& text, const Text&) {
-  questions.push_back(text);
-  if (answers.empty()) return false;
-  bool a = answers.front();
-  answers.pop_front();
-  return a;
-}
-
-void FakeUiHost::FireTimer(std::uintptr_t id) {
-  auto it = timers.find(id);
-  if (it != timers.end() && it->second.onTick) it->second.onTick();
-}
-
 }  // namespace platform

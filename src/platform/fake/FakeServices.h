@@ -17,7 +17,7 @@
 #include "platform/Registry.h"
 #include "platform/Shell.h"
 #include "platform/SystemInfo.h"
-#include "platform/UiHost.h"
+#include "platform/fake/FakeUiHost.h"
 
 namespace platform {
 
@@ -157,35 +157,6 @@ class FakeSettingsProvider : public ISettingsProvider {
     return it == values.end() ? Text() : it->second;
   }
   std::map<Text, Text> values;
-};
-
-// Timers fire only when a test says so; questions are answered from a queue.
-class FakeUiHost : public IUiHost {
- public:
-  int RunMessageLoop() override { return exitCode; }
-  void Quit(int code) override {
-    quitRequested = true;
-    exitCode = code;
-  }
-  void DoEvents() override { ++doEventsCalls; }
-  std::uintptr_t StartTimer(std::uint32_t intervalMs, std::function<void()> onTick) override;
-  void StopTimer(std::uintptr_t id) override { timers.erase(id); }
-  bool AskYesNo(const Text& text, const Text& title) override;
-
-  void FireTimer(std::uintptr_t id);
-  struct TimerEntry {
-    std::uint32_t intervalMs;
-    std::function<void()> onTick;
-  };
-  std::map<std::uintptr_t, TimerEntry> timers;
-  std::deque<bool> answers;  // empty: No
-  std::vector<Text> questions;
-  bool quitRequested = false;
-  int exitCode = 0;
-  int doEventsCalls = 0;
-
- private:
-  std::uintptr_t nextTimer_ = 1;
 };
 
 }  // namespace platform

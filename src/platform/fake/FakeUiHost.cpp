@@ -1,0 +1,210 @@
+#include "platform/fake/FakeUiHost.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace platform {
+
+namespace {
+
+std::string Narrow(const Text& t) { return base::ToUtf8(t); }
+
+}  // namespace
+
+std::uintptr_t FakeUiHost::StartTimer(std::uint32_t intervalMs, std::function<void()> onTick) {
+  std::uintptr_t id = nextTimer_++;
+  timers[id] = {intervalMs, std::move(onTick)};
+  return id;
+}
+
+bool FakeUiHost::AskYesNo(const Text& text, const Text&) {
+  questions.push_back(text);
+  if (answers.empty()) return false;
+  bool a = answers.front();
+  answers.pop_front();
+  return a;
+}
+
+void FakeUiHost::FireTimer(std::uintptr_t id) {
+  auto it = timers.find(id);
+  if (it == timers.end() || !it->second.onTick) return;
+  // The tick may stop its own timer; keep the function alive while it runs.
+  std::function<void()> tick = it->second.onTick;
+  tick();
+}
+
+UiTextSize FakeUiHost::MeasureText(const Text& text, const UiFont& font, double wrapWidth) {
+  const double points = font.size > 0 ? font.size : 8.25;
+  const double unit = points * 11.0;
+  const double line = points * 24.0;
+  std::size_t perLine = 0;
+  if (wrapWidth > 0) perLine = static_cast<std::size_t>(std::max(1.0, std::floor(wrapWidth / unit)));
+  std::size_t lines = 0;
+  std::size_t widest = 0;
+  for (const Text& raw : base::Split(text, u"\n")) {
+    Text para = raw;
+    if (!para.empty() && para.back() == u'\r') para.pop_back();
+    std::size_t n = para.size();
+    if (perLine > 0 && n > perLine) {
+      lines += (n + perLine - 1) / perLine;
+      widest = std::max(widest, perLine);
+    } else {
+      lines += 1;
+      widest = std::max(widest, n);
+    }
+  }
+  return {static_cast<double>(widest) * unit, static_cast<double>(lines) * line};
+}
+
+UiHandle FakeUiHost::CreateForm(const UiWindow& window, IUiEvents& events) {
+  UiHandle h = next_++;
+  FormRecord& r = forms[h];
+  r.state = window;
+  r.events = &events;
+  calls.push_back("CreateForm " + Narrow(window.name));
+  return h;
+}
+
+void FakeUiHost::UpdateForm(UiHandle window, const UiWindow& state, UiChange changes) {
+  auto it = forms.find(window);
+  if (it == forms.end()) return;
+  it->second.state = state;
+  ++it->second.updates;
+  it->second.lastChanges = changes;
+}
+
+void FakeUiHost::DestroyForm(UiHandle window) {
+  auto it = forms.find(window);
+  if (it == forms.end()) return;
+  calls.push_back("DestroyForm " + Narrow(it->second.state.name));
+  // A tip lives with the window of its tool.
+  for (auto t = tips.begin(); t != tips.end();) {
+    auto tool = controls.find(t->second.tip.tool);
+    bool mine = t->second.tip.tool == window || (tool != controls.end() && tool->second.window == window);
+    t = mine ? tips.erase(t) : std::next(t);
+  }
+  for (auto c = controls.begin(); c != controls.end();) {
+    c = c->second.window == window ? controls.erase(c) : std::next(c);
+  }
+  forms.erase(it);
+}
+
+UiHandle FakeUiHost::CreateControl(UiHandle window, UiHandle container, const UiControl& control) {
+  if (forms.count(window) == 0) return 0;
+  UiHandle h = next_++;
+  ControlRecord& r = controls[h];
+  r.window = window;
+  r.container = container;
+  r.state = control;
+  return h;
+}
+
+void FakeUiHost::UpdateControl(UiHandle control, const UiControl& state, UiChange changes) {
+  auto it = controls.find(control);
+  if (it == controls.end()) return;
+  it->second.state = state;
+  ++it->second.updates;
+  it->second.lastChanges = changes;
+}
+
+void FakeUiHost::FocusControl(UiHandle window, UiHandle control) {
+  auto it = forms.find(window);
+  if (it != forms.end()) it->second.focus = control;
+}
+
+void FakeUiHost::RunModal(UiHandle window) {
+  auto it = forms.find(window);
+  if (it == forms.end()) return;
+  calls.push_back("RunModal " + Narrow(it->second.state.name));
+  it->second.modal = true;
+  it->second.ended = false;
+  if (onModal) onModal(window);
+  it = forms.find(window);
+  if (it != forms.end()) it->second.modal = false;
+}
+
+void FakeUiHost::EndModal(UiHandle window) {
+  auto it = forms.find(window);
+  if (it == forms.end()) return;
+  calls.push_back("EndModal " + Narrow(it->second.state.name));
+  it->second.ended = true;
+}
+
+std::uint32_t FakeUiHost::PopupMenu(UiHandle, const std::vector<UiMenuItem>& items) {
+  popups.push_back(items);
+  if (popupChoices.empty()) return 0;
+  std::uint32_t id = popupChoices.front();
+  popupChoices.pop_front();
+  return id;
+}
+
+UiHandle FakeUiHost::CreateTip(const UiTip& tip) {
+  UiHandle h = next_++;
+  tips[h].tip = tip;
+  return h;
+}
+
+void FakeUiHost::TrackTip(UiHandle tip, long x, long y, UiHandle) {
+  auto it = tips.find(tip);
+  if (it == tips.end()) return;
+  it->second.tracked = true;
+  it->second.x = x;
+  it->second.y = y;
+}
+
+UiHandle FakeUiHost::AddTrayIcon(const UiTrayIcon& icon, std::function<void(int)> onEvent) {
+  UiHandle h = next_++;
+  trayIcons[h] = {icon, std::move(onEvent)};
+  return h;
+}
+
+void FakeUiHost::ModifyTrayIcon(UiHandle icon, const UiTrayIcon& state) {
+  auto it = trayIcons.find(icon);
+  if (it != trayIcons.end()) it->second.state = state;
+}
+
+void FakeUiHost::FireTray(UiHandle icon, int mouseMessage) {
+  auto it = trayIcons.find(icon);
+  if (it == trayIcons.end() || !it->second.onEvent) return;
+  std::function<void(int)> handler = it->second.onEvent;
+  handler(mouseMessage);
+}
+
+UiHandle FakeUiHost::FindForm(const Text& name) const {
+  for (const auto& [h, r] : forms) {
+    if (r.state.name == name) return h;
+  }
+  return 0;
+}
+
+UiHandle FakeUiHost::FindControl(UiHandle window, const Text& name) const {
+  for (const auto& [h, r] : controls) {
+    if (r.window == window && r.state.name == name) return h;
+  }
+  return 0;
+}
+
+const UiControl* FakeUiHost::Control(UiHandle window, const Text& name) const {
+  UiHandle h = FindControl(window, name);
+  return h == 0 ? nullptr : &controls.at(h).state;
+}
+
+bool FakeUiHost::Shown(UiHandle control) const {
+  UiHandle h = control;
+  UiHandle window = 0;
+  while (h != 0) {
+    auto it = controls.find(h);
+    if (it == controls.end() || !it->second.state.visible) return false;
+    window = it->second.window;
+    h = it->second.container;
+  }
+  auto f = forms.find(window);
+  return f != forms.end() && f->second.state.visible;
+}
+
+IUiEvents* FakeUiHost::Events(UiHandle window) const {
+  auto it = forms.find(window);
+  return it == forms.end() ? nullptr : it->second.events;
+}
+
+}  // namespace platform

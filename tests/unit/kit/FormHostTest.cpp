@@ -1,0 +1,449 @@
+// The kit's forms on a UI host: what the host is told when a screen is loaded,
+// changed and unloaded, and how the user's input reported by the host reaches the
+// screen's handlers. The fake host stands for the Windows one; it keeps what it was
+// told and lets the test play the user through the same calls.
+#include <gtest/gtest.h>
+
+#include "kit/Controls.h"
+#include "kit/HostedUi.h"
+#include "kit/ListView.h"
+#include "kit/Menu.h"
+#include "kit/MesgBox.h"
+#include "kit/ToolTips.h"
+#include "platform/fake/FakeUiHost.h"
+
+namespace {
+
+using base::Text;
+using kit::Layout;
+using kit::MouseArgs;
+using platform::UiChange;
+using platform::UiHandle;
+using platform::UiKind;
+
+// A later screen as it will be written: one class, its layout and its handlers.
+class frmSample : public kit::Form {
+ public:
+  frmSample() : Form(u"frmSample", {1200, 900, 6000, 4000}, u"Sample") {
+    cmdGo.on.MouseUp = [this](const MouseArgs& a) { cmdGo_MouseUp(a); };
+    cmdGo.Lbl().on.MouseUp = cmdGo.on.MouseUp;
+    chkAll.on.Click = [this] { ++chkAllClicks; };
+    txtName.on.Change = [this] { lastText = txtName.GetText(); };
+    lvItems.on.ItemCheck = [this](kit::ListItem& item) { lastChecked = item.Index(); };
+    lvItems.on.ColumnClick = [this](int column) { lastColumn = column; };
+    mnuHide.on.Click = [this] { lblStatus.SetVisible(false); };
+    mnuPopupGo.on.Click = [this] { lblStatus.SetCaption(u"Chosen"); };
+    Timer1.on.Timer = [this] { ++ticks; };
+    lblStatus.on.MouseDown = [this](const MouseArgs& a) {
+      if (a.button == kit::kLeftButton) BeginDrag();
+    };
+  }
+
+  void cmdGo_MouseUp(const MouseArgs& a) {
+    lastButton = a.button;
+    if (a.button == kit::kLeftButton) lblStatus.SetCaption(u"Going");
+  }
+
+  bool refuseClose = false;
+  int chkAllClicks = 0;
+  int ticks = 0;
+  int lastButton = 0;
+  int lastChecked = 0;
+  int lastColumn = 0;
+  int activations = 0;
+  Text lastText;
+  std::vector<int> keysSeen;
+
+  kit::Label lblStatus{*this, u"lblStatus", {120, 120, 3000, 255}, u"Idle"};
+  kit::Picture picFrame{*this, u"picFrame", {120, 500, 5000, 900}, u"qv_medium"};
+  kit::PictureButton cmdGo{picFrame, u"cmdGo", {100, 100, 1200, 345}, u"&Go"};
+  kit::CheckBox chkAll{*this, u"chkAll", {120, 1500, 2000, 255}, u"&Select All"};
+  kit::TextBox txtName{*this, u"txtName", {120, 1800, 2000, 285}};
+  kit::ListView lvItems{*this, u"lvItems", {120, 2400, 5000, 1200}};
+  kit::ProgressBar pbDisk{*this, u"pbDisk", {120, 3700, 2000, 200}};
+  kit::Timer Timer1{*this, u"Timer1", 60000};
+  kit::Menu mnuMain{*this, u"mnuMain", u"Main"};
+  kit::MenuItem mnuHide{mnuMain, u"mnuHide", u"&Hide"};
+  kit::Menu mnuPopup{*this, u"mnuPopup", u"Popup"};
+  kit::MenuItem mnuPopupGo{mnuPopup, u"mnuPopupGo", u"&Go"};
+
+ protected:
+  void Form_Load() override {
+    mnuPopup.SetVisible(false);  // a popup only, as the tray menu is
+    lvItems.SetCheckboxes(true);
+    lvItems.AddColumn(u"Name", 1500);
+    lvItems.AddColumn(u"Size", 1000);
+    lvItems.AddRow(u"alpha").SetSubItem(1, u"1 KB");
+    lvItems.AddRow(u"beta").SetSubItem(1, u"2 KB");
+  }
+  void Form_Activate() override { ++activations; }
+  void Form_QueryUnload(int& cancel, kit::UnloadMode) override {
+    if (refuseClose) cancel = 1;
+  }
+  void Form_KeyDown(kit::KeyArgs& args) override {
+    keysSeen.push_back(args.keyCode);
+    if (args.keyCode == 'Q') args.keyCode = 0;  // swallowed
+  }
+};
+
+class FormHostTest : public ::testing::Test {
+ protected:
+  platform::FakeUiHost fake;
+  frmSample form;  // outlives the Ui that renders it
+  kit::HostedUi ui{fake};
+
+  UiHandle Window() { return ui.Forms().WindowOf(form); }
+  const platform::UiControl& State(const kit::Control& c) {
+    return fake.controls.at(ui.Forms().HandleOf(c)).state;
+  }
+  platform::IUiEvents& Events() { return *fake.Events(Window()); }
+  UiHandle H(const kit::Control& c) { return ui.Forms().HandleOf(c); }
+};
+
+TEST_F(FormHostTest, AScreenBecomesOneWindowWithItsControlsInTheirContainers) {
+  ui.Show(form);
+  const UiHandle w = Window();
+  ASSERT_NE(w, 0u);
+  const platform::UiWindow& win = fake.forms.at(w).state;
+  EXPECT_EQ(win.name, u"frmSample");
+  EXPECT_EQ(win.caption, u"Sample");
+  EXPECT_EQ(win.rect, (platform::UiRect{1200, 900, 6000, 4000}));
+  EXPECT_TRUE(win.visible);
+
+  // Timers and menus are no windows; every other control is, in its container.
+  EXPECT_EQ(fake.controls.size(), 8u);
+  EXPECT_EQ(fake.FindControl(w, u"Timer1"), 0u);
+  EXPECT_EQ(fake.FindControl(w, u"mnuHide"), 0u);
+  EXPECT_EQ(fake.controls.at(H(form.cmdGo)).container, H(form.picFrame));
+  EXPECT_EQ(fake.controls.at(H(form.cmdGo.Lbl())).container, H(form.cmdGo));
+  EXPECT_EQ(fake.controls.at(H(form.lblStatus)).container, 0u);
+  // Controls are created in declaration order, so later ones stack above.
+  EXPECT_LT(H(form.picFrame), H(form.cmdGo));
+  EXPECT_LT(H(form.cmdGo), H(form.cmdGo.Lbl()));
+
+  EXPECT_EQ(State(form.cmdGo).kind, UiKind::PictureButton);
+  EXPECT_EQ(State(form.cmdGo).caption, u"&Go");  // the button reads as its label
+  EXPECT_EQ(State(form.cmdGo.Lbl()).name, u"lbl_cmdGo");
+  EXPECT_EQ(State(form.picFrame).pictureKey, u"qv_medium");
+  const platform::UiControl& list = State(form.lvItems);
+  ASSERT_EQ(list.columns.size(), 2u);
+  EXPECT_EQ(list.columns[1].caption, u"Size");
+  ASSERT_EQ(list.rows.size(), 2u);
+  EXPECT_EQ(list.rows[1].subItems, std::vector<Text>{u"2 KB"});
+  EXPECT_TRUE(list.checkboxes);
+
+  // The bar shows the visible menu only; the popup stays out of it.
+  ASSERT_EQ(win.menuBar.size(), 1u);
+  EXPECT_EQ(win.menuBar[0].caption, u"Main");
+  ASSERT_EQ(win.menuBar[0].children.size(), 1u);
+  EXPECT_EQ(win.menuBar[0].children[0].caption, u"&Hide");
+}
+
+TEST_F(FormHostTest, ChangesReachTheHostAsTheAspectThatChanged) {
+  ui.Show(form);
+  const UiHandle status = H(form.lblStatus);
+  const int before = fake.controls.at(status).updates;
+
+  form.lblStatus.SetCaption(u"Busy");
+  EXPECT_EQ(fake.controls.at(status).updates, before + 1);
+  EXPECT_EQ(fake.controls.at(status).lastChanges, UiChange::Caption);
+  EXPECT_EQ(State(form.lblStatus).caption, u"Busy");
+
+  form.lblStatus.SetCaption(u"Busy");  // no change, nothing sent
+  EXPECT_EQ(fake.controls.at(status).updates, before + 1);
+
+  form.lblStatus.Move(10, 20, 30, 40);
+  EXPECT_EQ(fake.controls.at(status).lastChanges, UiChange::Layout);
+  EXPECT_EQ(State(form.lblStatus).rect, (platform::UiRect{10, 20, 30, 40}));
+
+  // A skinned button's text follows its label.
+  form.cmdGo.Lbl().SetCaption(u"&Stop");
+  EXPECT_EQ(State(form.cmdGo.Lbl()).caption, u"&Stop");
+  EXPECT_EQ(State(form.cmdGo).caption, u"&Stop");
+  form.cmdGo.SetSkinState(1);
+  EXPECT_EQ(State(form.cmdGo).skinState, 1);
+  EXPECT_EQ(fake.controls.at(H(form.cmdGo)).lastChanges, UiChange::Picture);
+
+  form.lvItems.Item(2).SetSelected(true);
+  EXPECT_TRUE(State(form.lvItems).rows[1].selected);
+  EXPECT_EQ(fake.controls.at(H(form.lvItems)).lastChanges, UiChange::Items);
+
+  form.pbDisk.SetValue(250);  // held to the range
+  EXPECT_EQ(State(form.pbDisk).value, 100);
+
+  form.mnuHide.SetCaption(u"&Hide it");
+  EXPECT_EQ(fake.forms.at(Window()).lastChanges, UiChange::Menu);
+  EXPECT_EQ(fake.forms.at(Window()).state.menuBar[0].children[0].caption, u"&Hide it");
+
+  form.SetCaption(u"Other");
+  EXPECT_EQ(fake.forms.at(Window()).state.caption, u"Other");
+  form.SetRegion(kit::RoundRegion{0, 0, 401, 268, 5, 5});
+  ASSERT_TRUE(fake.forms.at(Window()).state.region.has_value());
+  EXPECT_EQ(fake.forms.at(Window()).state.region->right, 401);
+}
+
+TEST_F(FormHostTest, TheWindowLivesWhileTheFormIsLoaded) {
+  ui.Show(form);
+  const UiHandle first = Window();
+  form.Hide();
+  EXPECT_FALSE(fake.forms.at(first).state.visible);
+  EXPECT_TRUE(form.Unload());
+  EXPECT_EQ(Window(), 0u);
+  EXPECT_TRUE(fake.forms.empty());
+  EXPECT_TRUE(fake.controls.empty());
+
+  // Loaded again, it gets a fresh window built from its design.
+  ui.Show(form);
+  ASSERT_NE(Window(), 0u);
+  EXPECT_NE(Window(), first);
+  EXPECT_EQ(State(form.lvItems).rows.size(), 2u);
+
+  ui.Forms().Detach(form);
+  EXPECT_TRUE(fake.forms.empty());
+  form.lblStatus.SetCaption(u"Nobody listens");  // no host any more, no crash
+  EXPECT_EQ(fake.calls.back(), "DestroyForm frmSample");
+}
+
+TEST_F(FormHostTest, TheUsersInputReachesTheScreensHandlers) {
+  ui.Show(form);
+  const UiHandle w = Window();
+
+  // A right button up on the label of the skinned button is its button's event.
+  Events().OnMouse(w, H(form.cmdGo.Lbl()), {platform::UiMouse::Up, kit::kRightButton, 0, 5, 5});
+  EXPECT_EQ(form.lastButton, kit::kRightButton);
+  Events().OnMouse(w, H(form.cmdGo), {platform::UiMouse::Up, kit::kLeftButton, 0, 5, 5});
+  EXPECT_EQ(State(form.lblStatus).caption, u"Going");
+
+  // The host changes no state itself: the click toggles the model, which sends it back.
+  Events().OnClick(w, H(form.chkAll));
+  EXPECT_EQ(form.chkAll.Value(), 1);
+  EXPECT_EQ(form.chkAllClicks, 1);
+  EXPECT_EQ(State(form.chkAll).check, 1);
+
+  Events().OnTextChanged(w, H(form.txtName), u"typed");
+  EXPECT_EQ(form.lastText, u"typed");
+
+  Events().OnList(w, H(form.lvItems), {platform::UiListWhat::RowClick, 2, false});
+  EXPECT_EQ(form.lvItems.SelectedIndex(), 2);
+  EXPECT_TRUE(State(form.lvItems).rows[1].selected);
+  Events().OnList(w, H(form.lvItems), {platform::UiListWhat::RowCheck, 1, true});
+  EXPECT_TRUE(form.lvItems.Item(1).Checked());
+  EXPECT_EQ(form.lastChecked, 1);
+  Events().OnList(w, H(form.lvItems), {platform::UiListWhat::ColumnClick, 2, false});
+  EXPECT_EQ(form.lastColumn, 2);
+  Events().OnList(w, H(form.lvItems), {platform::UiListWhat::RowClick, 9, false});  // no such row
+  EXPECT_EQ(form.lvItems.SelectedIndex(), 2);
+
+  Events().OnMenu(w, kit::FormHost::MenuId(form, form.mnuHide));
+  EXPECT_FALSE(form.lblStatus.Visible());
+  EXPECT_FALSE(State(form.lblStatus).visible);
+
+  Events().OnActivate(w, true);
+  EXPECT_EQ(form.activations, 1);
+
+  Events().OnFocus(w, H(form.txtName));
+  EXPECT_EQ(form.ActiveControl(), &form.txtName);
+}
+
+TEST_F(FormHostTest, InputToAHiddenOrDisabledControlIsDropped) {
+  ui.Show(form);
+  form.chkAll.SetEnabled(false);
+  Events().OnClick(Window(), H(form.chkAll));
+  EXPECT_EQ(form.chkAll.Value(), 0);
+  form.picFrame.SetVisible(false);  // hides the button inside it as well
+  Events().OnMouse(Window(), H(form.cmdGo), {platform::UiMouse::Up, kit::kLeftButton, 0, 0, 0});
+  EXPECT_EQ(form.lastButton, 0);
+  // A handle the window does not know is ignored.
+  Events().OnMouse(Window(), 9999, {platform::UiMouse::Up, kit::kLeftButton, 0, 0, 0});
+  EXPECT_EQ(form.lastButton, 0);
+}
+
+TEST_F(FormHostTest, KeysGoThroughTheFormAndASwallowedKeyIsReported) {
+  ui.Show(form);
+  form.SetKeyPreview(true);
+  EXPECT_TRUE(Events().OnKey(Window(), {platform::UiKey::Down, 'A', 0}));
+  EXPECT_FALSE(Events().OnKey(Window(), {platform::UiKey::Down, 'Q', 0}));
+  EXPECT_EQ(form.keysSeen, (std::vector<int>{'A', 'Q'}));
+}
+
+TEST_F(FormHostTest, ACloseRequestAsksTheFormWhichMayRefuse) {
+  ui.Show(form);
+  form.refuseClose = true;
+  Events().OnCloseRequest(Window());
+  EXPECT_TRUE(form.IsLoaded());
+  EXPECT_NE(Window(), 0u);
+  form.refuseClose = false;
+  Events().OnCloseRequest(Window());
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_TRUE(fake.forms.empty());
+}
+
+TEST_F(FormHostTest, TheUserMovingTheWindowMovesTheForm) {
+  ui.Show(form);
+  Events().OnMoved(Window(), {3000, 1500, 6000, 4000});
+  EXPECT_EQ(form.Left(), 3000);
+  EXPECT_EQ(form.Top(), 1500);
+  EXPECT_EQ(fake.forms.at(Window()).state.rect.left, 3000);
+}
+
+TEST_F(FormHostTest, ADragStripAsksTheHostToMoveTheWindow) {
+  ui.Show(form);
+  Events().OnMouse(Window(), H(form.lblStatus), {platform::UiMouse::Down, kit::kLeftButton, 0, 1, 1});
+  EXPECT_EQ(fake.dragRequests, std::vector<UiHandle>{Window()});
+}
+
+TEST_F(FormHostTest, FormTimersRunOnHostTimersWhileTheFormIsLoaded) {
+  EXPECT_TRUE(fake.timers.empty());
+  ui.Show(form);
+  ASSERT_EQ(fake.timers.size(), 1u);
+  std::uintptr_t id = fake.timers.begin()->first;
+  EXPECT_EQ(fake.timers.begin()->second.intervalMs, 60000u);
+  fake.FireTimer(id);
+  EXPECT_EQ(form.ticks, 1);
+
+  form.Timer1.SetInterval(950);
+  ASSERT_EQ(fake.timers.size(), 1u);
+  EXPECT_EQ(fake.timers.begin()->second.intervalMs, 950u);
+  EXPECT_EQ(fake.timers.count(id), 0u);
+
+  form.Timer1.SetEnabled(false);
+  EXPECT_TRUE(fake.timers.empty());
+  form.Timer1.SetEnabled(true);
+  EXPECT_EQ(fake.timers.size(), 1u);
+  form.Unload();
+  EXPECT_TRUE(fake.timers.empty());
+}
+
+TEST_F(FormHostTest, APopupMenuShowsTheHiddenMenusItemsAndRunsTheChoice) {
+  ui.Show(form);
+  fake.popupChoices.push_back(kit::FormHost::MenuId(form, form.mnuPopupGo));
+  ui.PopupMenu(form, form.mnuPopup);
+  ASSERT_EQ(fake.popups.size(), 1u);
+  ASSERT_EQ(fake.popups[0].size(), 1u);
+  EXPECT_EQ(fake.popups[0][0].caption, u"&Go");
+  EXPECT_EQ(form.lblStatus.Caption(), u"Chosen");
+
+  // Nothing chosen: nothing happens. A disabled item is not run even if reported.
+  form.lblStatus.SetCaption(u"Idle");
+  ui.PopupMenu(form, form.mnuPopup);
+  form.mnuPopupGo.SetEnabled(false);
+  fake.popupChoices.push_back(kit::FormHost::MenuId(form, form.mnuPopupGo));
+  ui.PopupMenu(form, form.mnuPopup);
+  EXPECT_FALSE(fake.popups.back()[0].enabled);
+  EXPECT_EQ(form.lblStatus.Caption(), u"Idle");
+}
+
+TEST_F(FormHostTest, ARightClickGivesABalloonTipOverTheButtonAndAnyOtherClickRemovesIt) {
+  ui.Show(form);
+  kit::TipService& tips = ui.Tips();
+  tips.ButtonMouseUp(form.cmdGo.Lbl(), kit::kRightButton);
+  ASSERT_EQ(fake.tips.size(), 1u);
+  const platform::UiTip& tip = fake.tips.begin()->second.tip;
+  EXPECT_EQ(tip.tool, H(form.cmdGo));
+  EXPECT_EQ(tip.windowClass, u"tooltips_class32");
+  EXPECT_EQ(tip.style, kit::kTipStyleBase | kit::kTipStyleBalloon);
+  EXPECT_EQ(tip.toolFlags, 17u);
+  EXPECT_EQ(tip.messages.front().message, kit::kTtmSetMaxTipWidth);
+  EXPECT_EQ(tip.messages.back().message, kit::kTtmSetDelayTime);
+
+  tips.ButtonMouseUp(form.cmdGo, kit::kLeftButton);
+  EXPECT_TRUE(fake.tips.empty());
+}
+
+TEST_F(FormHostTest, TipTextIsCutAndBrokenAsTheTableSays) {
+  kit::Form notify(u"bkupjobnotify", {0, 0, 6750, 4050});
+  kit::PictureButton viewbkuplog(notify, u"viewbkuplog", {100, 100, 1200, 345}, u"&View Log");
+  ui.Show(notify);
+  ASSERT_TRUE(ui.Forms().IsAttached(notify));
+  ui.Tips().ButtonMouseUp(viewbkuplog, kit::kRightButton);
+  ASSERT_EQ(fake.tips.size(), 1u);
+  EXPECT_EQ(fake.tips.begin()->second.tip.text,
+            u"View the log of the scheduled \r\nbackup /restore jobs");
+  ui.Forms().Detach(notify);
+  EXPECT_TRUE(fake.tips.empty());
+}
+
+// ---- The message box on a host ----------------------------------------------------
+
+constexpr char16_t kTitle[] = u"Corvane for Windows";
+
+class MesgBoxOnHost : public ::testing::Test {
+ protected:
+  platform::FakeUiHost fake;
+  kit::HostedUi ui{fake};
+
+  // Plays `input` while the box is up and returns what the caller got.
+  int Ask(int buttons, std::function<void(UiHandle)> input, const Text& text = u"Question") {
+    fake.onModal = std::move(input);
+    return ui.MessageBox(text, kit::kIconQuestion, buttons, kTitle);
+  }
+  platform::IUiEvents& Events(UiHandle w) { return *fake.Events(w); }
+};
+
+TEST_F(MesgBoxOnHost, AltLetterAndEnterGiveTheCallerTheirResults) {
+  EXPECT_EQ(Ask(kit::kButtonsYesNo,
+                [&](UiHandle w) {
+                  Events(w).OnKey(w, {platform::UiKey::Down, 'N', kit::kAltMask});
+                  Events(w).OnKey(w, {platform::UiKey::Up, 'N', kit::kAltMask});
+                }),
+            kit::kResultNo);
+  EXPECT_EQ(Ask(kit::kButtonsOkCancel,
+                [&](UiHandle w) { Events(w).OnKey(w, {platform::UiKey::Down, kit::kKeyReturn, 0}); }),
+            kit::kResultCancel);
+  // Without Alt a letter does nothing; the box is still up when the loop returns,
+  // and a modal show ends with it out of sight.
+  EXPECT_EQ(Ask(kit::kButtonsYesNo,
+                [&](UiHandle w) {
+                  Events(w).OnKey(w, {platform::UiKey::Up, 'Y', 0});
+                  EXPECT_NE(fake.FindForm(u"MesgBox"), 0u);
+                }),
+            kit::kResultCancel);  // left from the call before
+  EXPECT_FALSE(ui.Box().Visible());
+}
+
+TEST_F(MesgBoxOnHost, TheClosePictureGivesThreeAndTheWindowGoes) {
+  int result = Ask(kit::kButtonsYesNo, [&](UiHandle w) {
+    const UiHandle close = fake.FindControl(w, u"MsgClose");
+    ASSERT_NE(close, 0u);
+    Events(w).OnMouse(w, close, {platform::UiMouse::Up, kit::kLeftButton, 0, 3, 3});
+  });
+  EXPECT_EQ(result, kit::kResultClosed);
+  EXPECT_EQ(fake.FindForm(u"MesgBox"), 0u);
+  EXPECT_EQ(fake.calls.back(), "DestroyForm MesgBox");
+}
+
+TEST_F(MesgBoxOnHost, TheBoxShowsOnlyItsOwnButtonsAndTheHostMeasuresTheText) {
+  const Text longText(120, u'w');
+  Ask(kit::kButtonsOkCancelRetry, [&](UiHandle w) {
+    EXPECT_TRUE(fake.Shown(fake.FindControl(w, u"cmdButton(2)")));
+    EXPECT_EQ(fake.Control(w, u"cmdButton(2)")->caption, u"&Retry");
+    EXPECT_EQ(fake.Control(w, u"lbl_cmdButton(2)")->caption, u"&Retry");
+    EXPECT_TRUE(fake.forms.at(w).state.frameless);
+    EXPECT_TRUE(fake.forms.at(w).state.region.has_value());
+  });
+  Ask(kit::kButtonsOk, [&](UiHandle w) {
+    EXPECT_TRUE(fake.Shown(fake.FindControl(w, u"cmdButton(0)")));
+    EXPECT_FALSE(fake.Shown(fake.FindControl(w, u"cmdButton(1)")));
+    EXPECT_FALSE(fake.Shown(fake.FindControl(w, u"cmdButton(2)")));
+    // 120 units at 90.75 twips wrapped to the label's 4200: three lines, and the
+    // two blank lines the box adds behind a short text.
+    const platform::UiControl* text = fake.Control(w, u"lblText");
+    ASSERT_NE(text, nullptr);
+    EXPECT_TRUE(text->visible);
+    EXPECT_TRUE(text->wordWrap);
+    EXPECT_DOUBLE_EQ(text->rect.height, 5 * 8.25 * 24);
+    EXPECT_EQ(fake.Control(w, u"AppCaption")->caption, kTitle);
+  }, longText);
+}
+
+TEST_F(MesgBoxOnHost, AScreenScaledAbove96DotsPerInchKeepsItsPixels) {
+  fake.twipsPerPixel = 12;  // 120 dots per inch
+  Ask(kit::kButtonsOk, [&](UiHandle w) {
+    // The design's 795 twips wide button is 53 pixels at 96 dpi; at 120 dpi the
+    // scaling gives 636 twips, which is again 53 pixels.
+    EXPECT_DOUBLE_EQ(fake.Control(w, u"cmdButton(0)")->rect.width, 795 / 1.25);
+    EXPECT_DOUBLE_EQ(fake.Control(w, u"picIcon(1)")->rect.width, 480 / 1.25);
+  });
+}
+
+}  // namespace
