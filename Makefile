@@ -12,6 +12,8 @@ BENCH_DIR    ?= build/bench
 FUZZ_DIR     ?= build/fuzz
 FUZZ_SECONDS ?= 30
 RUN_SECONDS  ?= 0
+RUN_ARGS     ?=
+DEMO_RESET   ?=
 GENERATOR    ?= Ninja
 
 # The native tree runs the unit tests with AddressSanitizer and UBSan: bad input
@@ -96,11 +98,13 @@ test-fuzz: deps $(FUZZ_DIR)/CMakeCache.txt
 	echo "$$(( total ? 100*(total-failed)/total : 100 ))% tests passed, $$failed tests failed out of $$total" | tee $(FUZZ_DIR)/fuzz.log; \
 	[ $$failed -eq 0 ]
 
-# The monitor from its program folder on a private headless display; the
-# screenshot shows what a person would see. RUN_SECONDS=0 waits for it to end.
+# The monitor from its program folder with the demo data (tools/make-demo-root.sh),
+# on the user's display when DISPLAY is set, else on a private headless one; the
+# screenshot shows what a person would see. RUN_SECONDS=0 waits for it to end,
+# RUN_ARGS=Min starts it in the tray, DEMO_RESET=1 writes the demo files afresh.
 run: windows
-	tools/with-wine.sh $(PREFIX_DIR) -- tools/run-monitor.sh $(WIN_DIR)/stage \
-	  build/screenshots/run.png $(RUN_SECONDS)
+	QV_DEMO_RESET=$(filter 1,$(DEMO_RESET)) tools/with-wine.sh --user-display $(PREFIX_DIR) -- \
+	  tools/run-monitor.sh $(WIN_DIR)/stage build/screenshots/run.png $(RUN_SECONDS) "$(RUN_ARGS)"
 
 $(BENCH_DIR)/CMakeCache.txt: | deps
 	cmake -S . -B $(BENCH_DIR) -G $(GENERATOR) -DCMAKE_BUILD_TYPE=Release -DQV_BENCH=ON

@@ -1,12 +1,16 @@
 #!/usr/bin/env bash
-# run-monitor.sh STAGE_DIR SHOT.png [SECONDS]
-# Run inside tools/with-wine.sh: starts the monitor from the program folder the way
-# a user's logon does, saves a screenshot of the desktop once it has had time to
-# draw, and waits for it to end (or stops it after SECONDS when that is not 0).
+# run-monitor.sh STAGE_DIR SHOT.png [SECONDS] [ARGUMENT]
+# Run inside tools/with-wine.sh: puts the demo data into the program folder (which is
+# the data root), starts the engine when one is staged, then the monitor the way a
+# user's logon does, saves a screenshot once it has shown itself, and waits for it to
+# end (or stops it after SECONDS when that is not 0). ARGUMENT is the monitor's
+# command-line word ("Min" starts it hidden in the tray).
 set -euo pipefail
-stage=${1:?usage: run-monitor.sh STAGE_DIR SHOT.png [SECONDS]}
-shot=${2:?usage: run-monitor.sh STAGE_DIR SHOT.png [SECONDS]}
+usage="usage: run-monitor.sh STAGE_DIR SHOT.png [SECONDS] [ARGUMENT]"
+stage=${1:?$usage}
+shot=${2:?$usage}
 seconds=${3:-0}
+argument=${4:-}
 if [ ! -f "$stage/QVMonitor.exe" ]; then
   echo "run-monitor: $stage/QVMonitor.exe is not built yet (the app target stages it with qv_stage)" >&2
   exit 1
@@ -14,16 +18,70 @@ fi
 
 here=$(cd "$(dirname "$0")" && pwd)
 shot=$(realpath -m "$shot")
+stage=$(cd "$stage" && pwd)
+trace="$stage/QVCOMMON/SerTraceFile.txt"
+
+"$here/make-demo-root.sh" "$stage" ${QV_DEMO_RESET:+--reset}
+
+# The engine beside the monitor. The simulated background engine (tools/engine-sim,
+# staged as QVBackground_955.exe) starts first, as it would at logon, so the monitor
+# finds it running. QV_RUN_ENGINE=0 leaves it out.
+startEngine() {
+  local engine="$stage/QVBackground_955.exe"
+  [ "${QV_RUN_ENGINE:-1}" = 1 ] || return 0
+  if [ ! -f "$engine" ]; then
+    echo "run-monitor: no engine staged ($engine); the monitor runs alone"
+    return 0
+  fi
+  (cd "$stage" && exec "$QV_WINE" "$engine" </dev/null >/dev/null 2>&1) &
+  echo "run-monitor: QVBackground_955.exe started"
+}
+startEngine
+
+# The monitor writes one of these when its window is up, shown or hidden.
+started() {
+  [ -f "$trace" ] && iconv -f UTF-16 -t UTF-8 "$trace" 2>/dev/null \
+    | grep -Eq '^(Show|Hide)FromTaskBar called from the Monitor\.'
+}
+
+# On a person's own display only the Wine desktop is pictured, not their whole screen.
+screenshot() {
+  local window=""
+  if [ "${QV_USER_DISPLAY:-0}" = 1 ]; then
+    window=$(xdotool search --name 'Wine desktop' 2>/dev/null | head -1 || true)
+  fi
+  if [ -n "$window" ]; then
+    mkdir -p "$(dirname "$shot")"
+    xwd -id "$window" -silent -display "$DISPLAY" | /usr/bin/convert-im6.q16 xwd:- "$shot"
+  else
+    "$here/screenshot.sh" "$shot"
+  fi
+}
+
 cd "$stage"
-exe="$PWD/QVMonitor.exe"
-"$QV_WINE" "$exe" </dev/null &
-pid=$!
-echo "run-monitor: QVMonitor.exe started on display $DISPLAY"
-sleep 5
-if kill -0 "$pid" 2>/dev/null; then
-  "$here/screenshot.sh" "$shot"
-  echo "run-monitor: screenshot in $shot"
+rm -f "$trace"   # so that only this run's start-up line counts
+if [ -n "$argument" ]; then
+  "$QV_WINE" "$stage/QVMonitor.exe" "$argument" </dev/null &
+else
+  "$QV_WINE" "$stage/QVMonitor.exe" </dev/null &
 fi
+pid=$!
+echo "run-monitor: QVMonitor.exe started on display $DISPLAY from $stage"
+for _ in $(seq 300); do
+  started && break
+  kill -0 "$pid" 2>/dev/null || break
+  sleep 0.1
+done
+if ! kill -0 "$pid" 2>/dev/null; then
+  echo "run-monitor: QVMonitor.exe ended by itself (another monitor running, or no write permission?)" >&2
+  wait "$pid" || true
+  exit 1
+fi
+started || echo "run-monitor: no start-up line in $trace after 30 s; taking the picture anyway" >&2
+sleep 2   # let the window and the tray icon paint
+screenshot
+echo "run-monitor: screenshot in $shot"
+
 if [ "$seconds" -gt 0 ]; then
   for _ in $(seq "$seconds"); do
     kill -0 "$pid" 2>/dev/null || break
@@ -33,5 +91,7 @@ if [ "$seconds" -gt 0 ]; then
     echo "run-monitor: stopping after ${seconds}s"
     exit 0   # with-wine.sh ends the prefix's processes
   fi
+else
+  echo "run-monitor: the tray icon's menu (right click) has Shutdown; Ctrl-C here ends it too"
 fi
 wait "$pid"

@@ -1,8 +1,11 @@
 #!/usr/bin/env bash
-# with-wine.sh PREFIX_DIR [--] COMMAND...
+# with-wine.sh [--user-display] PREFIX_DIR [--] COMMAND...
 #
 # Runs COMMAND with a private headless X display and a ready Wine prefix:
 # DISPLAY, WINEPREFIX, WINEDEBUG and QV_WINE (the loader) are exported to it.
+# With --user-display and a DISPLAY already set (a person at a desktop), the Wine
+# desktop opens there instead; QV_USER_DISPLAY=1 tells COMMAND so. Tests never ask
+# for this: their windows and screenshots stay off the user's screen.
 # The prefix is made once and reused; a change of its recipe below (kRecipe)
 # rebuilds it. Xvfb and the prefix's wineserver are always ended on exit, also
 # when COMMAND fails or the script is interrupted.
@@ -16,8 +19,13 @@ kRecipe="qv-prefix-3 win10 shell=1280x800 fonts audio-off"
 WINE=/usr/lib/wine/wine64
 WINESERVER=/usr/lib/wine/wineserver
 
+userDisplay=0
+if [ "${1:-}" = "--user-display" ]; then
+  shift
+  [ -n "${DISPLAY:-}" ] && userDisplay=1
+fi
 if [ $# -lt 2 ]; then
-  echo "usage: $0 PREFIX_DIR [--] COMMAND..." >&2
+  echo "usage: $0 [--user-display] PREFIX_DIR [--] COMMAND..." >&2
   exit 2
 fi
 mkdir -p "$1"
@@ -62,23 +70,32 @@ trap 'exit 143' TERM
 # A leftover server of a run that was killed would hold the old display.
 "$WINESERVER" -k >/dev/null 2>&1 || true
 
-# Xvfb picks a free display number itself, so parallel runs of several people
-# on one machine never collide.
-Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp -ac 3>"$displayFile" \
-  </dev/null >/dev/null 2>&1 &
-xvfbPid=$!
-for _ in $(seq 100); do
-  [ -s "$displayFile" ] && break
-  kill -0 "$xvfbPid" 2>/dev/null || { log "Xvfb did not start"; exit 1; }
-  sleep 0.1
-done
-[ -s "$displayFile" ] || { log "Xvfb gave no display number"; exit 1; }
-export DISPLAY=":$(tr -d '[:space:]' <"$displayFile")"
-for _ in $(seq 100); do
-  xdpyinfo -display "$DISPLAY" >/dev/null 2>&1 && break
-  sleep 0.1
-done
-xdpyinfo -display "$DISPLAY" >/dev/null 2>&1 || { log "display $DISPLAY does not answer"; exit 1; }
+export QV_USER_DISPLAY=$userDisplay
+startXvfb() {
+  # Xvfb picks a free display number itself, so parallel runs of several people
+  # on one machine never collide.
+  Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp -ac 3>"$displayFile" \
+    </dev/null >/dev/null 2>&1 &
+  xvfbPid=$!
+  for _ in $(seq 100); do
+    [ -s "$displayFile" ] && break
+    kill -0 "$xvfbPid" 2>/dev/null || { log "Xvfb did not start"; exit 1; }
+    sleep 0.1
+  done
+  [ -s "$displayFile" ] || { log "Xvfb gave no display number"; exit 1; }
+  export DISPLAY=":$(tr -d '[:space:]' <"$displayFile")"
+  for _ in $(seq 100); do
+    xdpyinfo -display "$DISPLAY" >/dev/null 2>&1 && break
+    sleep 0.1
+  done
+  xdpyinfo -display "$DISPLAY" >/dev/null 2>&1 || { log "display $DISPLAY does not answer"; exit 1; }
+}
+if [ "$userDisplay" = 1 ]; then
+  xdpyinfo -display "$DISPLAY" >/dev/null 2>&1 || { log "display $DISPLAY does not answer"; exit 1; }
+  log "using the display $DISPLAY"
+else
+  startXvfb
+fi
 
 quiet() { "$@" </dev/null >/dev/null 2>&1; }
 
