@@ -13,6 +13,7 @@
 #include "platform/portable/PortableServices.h"
 
 #if QV_HAVE_WIN32
+#include "platform/win32/Win32Clock.h"
 #include "platform/win32/Win32FileSystem.h"
 #include "platform/win32/Win32Locale.h"
 #include "platform/win32/Win32OsNameProvider.h"
@@ -65,6 +66,43 @@ TEST_P(MutexContract, DifferentNamesDoNotMeet) {
 }
 
 INSTANTIATE_TEST_SUITE_P(All, MutexContract, ::testing::ValuesIn(MutexTargets()), TargetName());
+
+// ---- clock -----------------------------------------------------------------
+
+struct ClockTarget {
+  std::string name;
+  std::function<std::unique_ptr<platform::IClock>()> make;
+};
+std::ostream& operator<<(std::ostream& out, const ClockTarget& t) { return out << t.name; }
+
+std::vector<ClockTarget> ClockTargets() {
+  std::vector<ClockTarget> targets{
+      {"Portable", [] { return std::unique_ptr<platform::IClock>(new platform::PortableClock()); }},
+      {"Fake", [] { return std::unique_ptr<platform::IClock>(new platform::FakeClock()); }},
+  };
+#if QV_HAVE_WIN32
+  targets.push_back(
+      {"Win32", [] { return std::unique_ptr<platform::IClock>(new platform::Win32Clock()); }});
+#endif
+  return targets;
+}
+
+class ClockContract : public ::testing::TestWithParam<ClockTarget> {};
+
+TEST_P(ClockContract, LocalTimeIsValidAndSleepMovesTheTicks) {
+  auto clock = GetParam().make();
+  base::DateTime now = clock->Now();
+  EXPECT_GE(now.year, 2020);
+  EXPECT_TRUE(base::DateTime::IsValid(now.year, now.month, now.day, now.hour, now.minute,
+                                      now.second));
+  std::uint64_t before = clock->TickMs();
+  clock->Sleep(60);
+  std::uint64_t after = clock->TickMs();
+  EXPECT_GE(after - before, 50u);  // tick counters may run a few ms coarse
+  EXPECT_LT(after - before, 5000u);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, ClockContract, ::testing::ValuesIn(ClockTargets()), TargetName());
 
 // ---- locale ----------------------------------------------------------------
 
