@@ -24,7 +24,7 @@ export UBSAN_OPTIONS ?= print_stacktrace=1
 
 CTEST = ctest -j$(JOBS) --output-on-failure --no-tests=error
 
-.PHONY: all deps build native windows test test-native test-windows test-fuzz check run bench fuzz clean
+.PHONY: all deps build native windows artwork-tool test test-native test-windows test-fuzz check run bench fuzz clean
 
 all: native
 
@@ -46,13 +46,23 @@ native: deps $(NATIVE_DIR)/CMakeCache.txt
 	cmake -S . -B $(NATIVE_DIR) >/dev/null
 	cmake --build $(NATIVE_DIR) -j$(JOBS)
 
+# The pictures of the program folder are drawn by the native qvartwork (tools/artwork);
+# the Windows tree is told where it is once the native tree has built it, and stages
+# no pictures before that.
+ARTWORK_TOOL = $(CURDIR)/$(NATIVE_DIR)/bin/qvartwork
+
 windows: deps $(WIN_DIR)/CMakeCache.txt
-	cmake -S . -B $(WIN_DIR) >/dev/null
+	cmake -S . -B $(WIN_DIR) -DQV_ARTWORK_TOOL=$(wildcard $(ARTWORK_TOOL)) >/dev/null
 	cmake --build $(WIN_DIR) -j$(JOBS)
+
+# Only what the program folder needs from the native tree.
+artwork-tool: deps $(NATIVE_DIR)/CMakeCache.txt
+	cmake -S . -B $(NATIVE_DIR) >/dev/null
+	cmake --build $(NATIVE_DIR) -j$(JOBS) --target qvartwork
 
 # Both configurations and the complete program folder $(WIN_DIR)/stage; no test runs.
 build: native windows
-	@echo "build: program folder in $(WIN_DIR)/stage"
+	@bash tools/check-stage.sh $(WIN_DIR)/stage
 
 # Source rules only: seconds, no build.
 check:
@@ -102,7 +112,7 @@ test-fuzz: deps $(FUZZ_DIR)/CMakeCache.txt
 # on the user's display when DISPLAY is set, else on a private headless one; the
 # screenshot shows what a person would see. RUN_SECONDS=0 waits for it to end,
 # RUN_ARGS=Min starts it in the tray, DEMO_RESET=1 writes the demo files afresh.
-run: windows
+run: artwork-tool windows
 	QV_DEMO_RESET=$(filter 1,$(DEMO_RESET)) tools/with-wine.sh --user-display $(PREFIX_DIR) -- \
 	  tools/run-monitor.sh $(WIN_DIR)/stage build/screenshots/run.png $(RUN_SECONDS) "$(RUN_ARGS)"
 

@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# check-stage.sh STAGE_DIR: what the program folder holds, and what it still lacks of
+# a complete install (the monitor, its pictures, the simulated engine in both forms).
+# Only a missing monitor is an error: the other parts arrive as their tools are built.
+set -euo pipefail
+stage=${1:?usage: check-stage.sh STAGE_DIR}
+here=$(cd "$(dirname "$0")" && pwd)
+missing=0
+have() {   # have PATH WHAT [SOURCE_FOLDER]
+  if [ -e "$stage/$1" ]; then
+    echo "stage: $1"
+  elif [ -n "${3:-}" ] && [ ! -d "$here/$3" ]; then
+    echo "stage: ($1 not yet: no tools/$3)"
+  else
+    echo "stage: MISSING $1 ($2)"
+    missing=$((missing + 1))
+  fi
+}
+have QVMonitor.exe "the monitor"
+have images/artwork.txt "the pictures, drawn by the native qvartwork; build the native tree first" artwork
+have QVBackground_955.exe "the simulated background engine" engine-sim
+have "QVWin Service_955.exe" "the simulated service engine" engine-sim
+if [ $missing -gt 0 ]; then
+  echo "build: program folder in $stage, $missing parts missing"
+else
+  echo "build: program folder in $stage"
+fi
+[ -f "$stage/QVMonitor.exe" ]
