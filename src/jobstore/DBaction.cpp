@@ -232,12 +232,14 @@ long DB_ReadSchdata(AppState& app, const Text& key, std::vector<ScheduleRecord>&
 
   if (read) {
     const LocaleFormats locale = LocaleOf(app);
-    Text dateFormat;
-    // DateFormat is asked again for every record, so a change by the application
-    // during a load takes effect from the next record on.
+    // The setting is read when the first record reaches its dates and then kept for the
+    // rest of the load. Reading qvwin.ini again for every record would only matter if
+    // the application changed the date form in the milliseconds of one load, and it
+    // made a load of a thousand records cost more than all the rest of it.
+    std::optional<Text> dateFormat;
     DateRule rule = [&](const Text& value, int position) {
-      if (position == 3) dateFormat = frame::ReadSetting(app, u"DateFormat");
-      return ApplyDateFormat(value, dateFormat, locale);
+      if (position == 3 && !dateFormat) dateFormat = frame::ReadSetting(app, u"DateFormat");
+      return ApplyDateFormat(value, dateFormat.value_or(Text()), locale);
     };
     const Text chosen = base::ToUpper(store.ChosenSetName);
     // The file may have changed between the count and the read; the count rules.
@@ -400,7 +402,16 @@ void DB_WriteLines(AppState& app, const std::vector<Text>& lines, const Text& pa
   const size_t n = std::min(lines.size(), static_cast<size_t>(std::max(0L, count)));
   std::vector<Text> out(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(n));
   TextFile::WriteLines(Fs(app), path, out);
-  for (const Text& line : out) frame::WriteTrace(app, u"Content of backupset Monitor ," + line);
+  // Every line goes to the trace. The block is appended in one go: the bytes are those
+  // of one trace line per schedule line, but a rewrite of thousands of records does not
+  // open the trace thousands of times.
+  if (out.empty()) return;
+  Text block;
+  for (const Text& line : out) {
+    if (!block.empty()) block += u"\r\n";
+    block += base::Trim(u"Content of backupset Monitor ," + line);
+  }
+  frame::AppendLine(app, app.CommonFile(u"SerTraceFile.txt"), block);
 }
 
 void SetStateWord(AppState& app, const Text& path, const Text& value) {

@@ -1,7 +1,5 @@
 #include "jobstore/SystemDate.h"
 
-#include <vector>
-
 #include "frame/AppState.h"
 
 namespace jobstore {
@@ -25,33 +23,39 @@ bool HasAmPm(TextView pattern) {
   return base::InStrNoCase(pattern, u"AMPM") > 0 || base::InStrNoCase(pattern, u"AM/PM") > 0;
 }
 
-// Numbers of a chunk split at any of `separators`; nullopt when anything else is in it.
-std::optional<std::vector<Text>> Numbers(TextView chunk, TextView separators) {
-  std::vector<Text> parts(1);
+// Up to four numbers of a chunk split at any of `separators`; false when anything
+// else is in it or a number has more than four digits.
+struct Numbers {
+  int value[4] = {};
+  size_t digits[4] = {};
+  size_t count = 0;
+};
+
+bool ReadNumbers(TextView chunk, TextView separators, Numbers& n) {
+  n = Numbers();
+  size_t current = 0;  // digits of the number being read
   for (char16_t c : chunk) {
     if (IsDigit(c)) {
-      parts.back().push_back(c);
+      if (current == 0) {
+        if (n.count == 4) return false;
+        ++n.count;
+      }
+      if (++current > 4) return false;
+      n.value[n.count - 1] = n.value[n.count - 1] * 10 + (c - u'0');
+      n.digits[n.count - 1] = current;
     } else if (separators.find(c) != TextView::npos) {
-      if (parts.back().empty()) return std::nullopt;
-      parts.emplace_back();
+      if (current == 0) return false;
+      current = 0;
     } else {
-      return std::nullopt;
+      return false;
     }
   }
-  if (parts.back().empty()) return std::nullopt;
-  for (const auto& p : parts)
-    if (p.size() > 4) return std::nullopt;
-  return parts;
-}
-
-int ToInt(const Text& digits) {
-  int v = 0;
-  for (char16_t c : digits) v = v * 10 + (c - u'0');
-  return v;
+  return current != 0;
 }
 
 // "MDY", "DMY" or "YMD" from a short-date pattern such as "M/d/yyyy" or "dd.MM.yyyy".
-Text DateOrder(TextView shortDate) {
+enum class Order { MDY, DMY, YMD };
+Order DateOrder(TextView shortDate) {
   size_t d = Text::npos, m = Text::npos, y = Text::npos;
   for (size_t i = 0; i < shortDate.size(); ++i) {
     char16_t c = shortDate[i];
@@ -59,9 +63,9 @@ Text DateOrder(TextView shortDate) {
     if ((c == u'M' || c == u'm') && m == Text::npos) m = i;
     if ((c == u'y' || c == u'Y') && y == Text::npos) y = i;
   }
-  if (y < m && y < d) return u"YMD";
-  if (d < m) return u"DMY";
-  return u"MDY";
+  if (y < m && y < d) return Order::YMD;
+  if (d < m) return Order::DMY;
+  return Order::MDY;
 }
 
 std::optional<base::DateTime> MakeDate(int year, size_t yearDigits, int month, int day) {
@@ -77,29 +81,30 @@ std::optional<base::DateTime> MakeDate(int year, size_t yearDigits, int month, i
 
 std::optional<base::DateTime> ReadDatePart(TextView chunk, const LocaleFormats& locale) {
   Text separators = u"-/." + locale.dateSeparator;
-  auto nums = Numbers(chunk, separators);
-  if (!nums || nums->size() != 3) return std::nullopt;
-  const auto& n = *nums;
-  Text order = DateOrder(locale.shortDateFormat);
-  if (n[0].size() >= 3) order = u"YMD";
-  if (order == u"YMD") return MakeDate(ToInt(n[0]), n[0].size(), ToInt(n[1]), ToInt(n[2]));
-  int first = ToInt(n[0]), second = ToInt(n[1]);
-  bool dayFirst = order == u"DMY";
-  auto dt = dayFirst ? MakeDate(ToInt(n[2]), n[2].size(), second, first)
-                     : MakeDate(ToInt(n[2]), n[2].size(), first, second);
+  Numbers n;
+  if (!ReadNumbers(chunk, separators, n) || n.count != 3) return std::nullopt;
+  Order order = DateOrder(locale.shortDateFormat);
+  if (n.digits[0] >= 3) order = Order::YMD;
+  const int year = n.value[2];
+  const size_t yearDigits = n.digits[2];
+  if (order == Order::YMD) return MakeDate(n.value[0], n.digits[0], n.value[1], n.value[2]);
+  const int first = n.value[0], second = n.value[1];
+  const bool dayFirst = order == Order::DMY;
+  auto dt = dayFirst ? MakeDate(year, yearDigits, second, first)
+                     : MakeDate(year, yearDigits, first, second);
   if (dt) return dt;
   // A text that makes no date in the system's order is tried the other way round.
-  return dayFirst ? MakeDate(ToInt(n[2]), n[2].size(), first, second)
-                  : MakeDate(ToInt(n[2]), n[2].size(), second, first);
+  return dayFirst ? MakeDate(year, yearDigits, first, second)
+                  : MakeDate(year, yearDigits, second, first);
 }
 
 bool ReadTimePart(TextView chunk, const LocaleFormats& locale, int& h, int& m, int& s) {
   Text separators = u":" + locale.timeSeparator;
-  auto nums = Numbers(chunk, separators);
-  if (!nums || nums->size() < 2 || nums->size() > 3) return false;
-  h = ToInt((*nums)[0]);
-  m = ToInt((*nums)[1]);
-  s = nums->size() > 2 ? ToInt((*nums)[2]) : 0;
+  Numbers n;
+  if (!ReadNumbers(chunk, separators, n) || n.count < 2 || n.count > 3) return false;
+  h = n.value[0];
+  m = n.value[1];
+  s = n.count > 2 ? n.value[2] : 0;
   return h <= 23 && m <= 59 && s <= 59;
 }
 
@@ -130,15 +135,14 @@ Text FormatDate(const base::DateTime& dt, TextView pattern, const LocaleFormats&
   size_t i = 0;
   while (i < pattern.size()) {
     char16_t c = pattern[i];
-    if (base::StartsWith(base::ToUpper(pattern.substr(i, 5)), u"AM/PM")) {
-      out += dt.hour < 12 ? locale.am : locale.pm;
-      i += 5;
-      continue;
-    }
-    if (base::StartsWith(base::ToUpper(pattern.substr(i, 4)), u"AMPM")) {
-      out += dt.hour < 12 ? locale.am : locale.pm;
-      i += 4;
-      continue;
+    if (c == u'A' || c == u'a') {
+      const Text ahead = base::ToUpper(pattern.substr(i, 5));
+      size_t len = base::StartsWith(ahead, u"AM/PM") ? 5 : base::StartsWith(ahead, u"AMPM") ? 4 : 0;
+      if (len) {
+        out += dt.hour < 12 ? locale.am : locale.pm;
+        i += len;
+        continue;
+      }
     }
     size_t run = RunOf(pattern, i, c);
     switch (c) {
@@ -194,40 +198,47 @@ Text FormatDate(const base::DateTime& dt, TextView pattern, const LocaleFormats&
 }
 
 std::optional<base::DateTime> ParseSystemDate(TextView text, const LocaleFormats& locale) {
-  std::vector<Text> chunks;
-  for (const Text& piece : base::Split(base::Trim(text), u" "))
-    if (!piece.empty()) chunks.push_back(piece);
-  if (chunks.empty()) return std::nullopt;
+  // At most three blank-separated chunks: date, time, AM/PM.
+  TextView chunks[3];
+  size_t count = 0;
+  size_t i = 0;
+  while (i < text.size()) {
+    while (i < text.size() && text[i] == u' ') ++i;
+    if (i == text.size()) break;
+    size_t start = i;
+    while (i < text.size() && text[i] != u' ') ++i;
+    if (count == 3) return std::nullopt;
+    chunks[count++] = text.substr(start, i - start);
+  }
+  if (count == 0) return std::nullopt;
 
   // A trailing AM or PM turns a twelve-hour time into the day's hour.
   int half = 0;  // 0 none, 1 AM, 2 PM
-  const Text& last = chunks.back();
+  const TextView last = chunks[count - 1];
   if (base::EqualsNoCase(last, u"AM") || (!locale.am.empty() && base::EqualsNoCase(last, locale.am)))
     half = 1;
   else if (base::EqualsNoCase(last, u"PM") ||
            (!locale.pm.empty() && base::EqualsNoCase(last, locale.pm)))
     half = 2;
-  if (half) chunks.pop_back();
-  if (chunks.empty() || chunks.size() > 2) return std::nullopt;
+  if (half) --count;
+  if (count == 0 || count > 2) return std::nullopt;
 
   base::DateTime result;  // 12-30-1899 0:00:00
-  const Text* timeChunk = nullptr;
-  if (chunks.size() == 2) {
+  int h = 0, m = 0, s = 0;
+  bool hasTime = false;
+  if (count == 2) {
     auto date = ReadDatePart(chunks[0], locale);
-    if (!date) return std::nullopt;
+    if (!date || !ReadTimePart(chunks[1], locale, h, m, s)) return std::nullopt;
     result = *date;
-    timeChunk = &chunks[1];
-  } else if (int h = 0, m = 0, s = 0;
-             LooksLikeTime(chunks[0], locale) && ReadTimePart(chunks[0], locale, h, m, s)) {
-    timeChunk = &chunks[0];
+    hasTime = true;
+  } else if (LooksLikeTime(chunks[0], locale) && ReadTimePart(chunks[0], locale, h, m, s)) {
+    hasTime = true;
   } else {
     auto date = ReadDatePart(chunks[0], locale);
     if (!date) return std::nullopt;
     result = *date;
   }
-  if (timeChunk) {
-    int h = 0, m = 0, s = 0;
-    if (!ReadTimePart(*timeChunk, locale, h, m, s)) return std::nullopt;
+  if (hasTime) {
     if (half) {
       if (h < 1 || h > 12) return std::nullopt;
       h = h % 12 + (half == 2 ? 12 : 0);
