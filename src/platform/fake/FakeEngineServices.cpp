@@ -272,7 +272,19 @@ bool FakeProcessList::PostMessageA(OsHandle window, std::uint32_t message, std::
                                   std::intptr_t lParam) {
   calls.push_back("PostMessageA(" + std::to_string(window) + "," + std::to_string(message) + "," +
                   std::to_string(wParam) + "," + std::to_string(lParam) + ")");
-  return window != 0;
+  // A null window posts to the caller's own queue, where a close means nothing.
+  if (window == 0) return true;
+  auto owner = windowOwners.find(window);
+  if (message == 16 && owner != windowOwners.end()) {
+    const std::uint32_t pid = owner->second;
+    processes.erase(std::remove_if(processes.begin(), processes.end(),
+                                   [&](const Process& q) { return q.pid == pid; }),
+                    processes.end());
+    for (auto it = windows.begin(); it != windows.end();)
+      it = it->second == window ? windows.erase(it) : std::next(it);
+    windowOwners.erase(owner);
+  }
+  return true;
 }
 
 }  // namespace platform

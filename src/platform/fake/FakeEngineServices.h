@@ -88,6 +88,8 @@ class FakeProcessList : public IProcessList {
 
   std::vector<Process> processes;
   std::map<Text, OsHandle> windows;  // title -> window
+  // The process that owns a window: a close message posted to it ends the process.
+  std::map<OsHandle, std::uint32_t> windowOwners;
   bool snapshotFails = false;
   bool modulesFail = false;
   std::vector<std::uint32_t> terminated;

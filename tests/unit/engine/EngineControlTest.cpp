@@ -44,8 +44,8 @@ TEST_F(EngineControlTest, StatusQueriesWithReadAccessAndNamesEveryState) {
   }
   AddService(8);
   EXPECT_EQ(service.GetServiceStatus(), u"");
-  EXPECT_EQ(Calls()[0], "OpenSCManager(,ServicesActive,0x80000000)");
-  EXPECT_EQ(Calls()[1], "OpenService(QVWin Service,0x4)");
+  EXPECT_EQ(Calls()[0], "OpenSCManagerW(,ServicesActive,0x80000000)");
+  EXPECT_EQ(Calls()[1], "OpenServiceW(QVWin Service,0x4)");
   EXPECT_EQ(fake.services.OpenHandles(), 0);
 }
 
@@ -84,8 +84,8 @@ TEST_F(EngineControlTest, ControlsUseFullAccessAndTheirCodes) {
   EXPECT_EQ(has("ControlService(3)"), 1);
   EXPECT_EQ(has("ControlService(1)"), 1);
   EXPECT_EQ(has("StartService"), 1);
-  EXPECT_EQ(has("OpenSCManager(,ServicesActive,0xf003f)"), 5);  // 4 operations + start type
-  EXPECT_EQ(has("OpenService(QVWin Service,0xf01ff)"), 4);
+  EXPECT_EQ(has("OpenSCManagerW(,ServicesActive,0xf003f)"), 5);  // 4 operations + start type
+  EXPECT_EQ(has("OpenServiceW(QVWin Service,0xf01ff)"), 4);
   EXPECT_EQ(fake.services.OpenHandles(), 0);
 }
 
@@ -94,9 +94,9 @@ TEST_F(EngineControlTest, StartTypeAsksTwiceForTheConfiguration) {
   Service().configBytes = 233;
   NTService service(app);
   EXPECT_EQ(service.GetServiceStartupType(), 3);
-  std::vector<std::string> expected = {"OpenSCManager(,ServicesActive,0xf003f)",
-                                       "OpenService(QVWin Service,0x80000000)",
-                                       "QueryServiceConfig(0)", "QueryServiceConfig(233)",
+  std::vector<std::string> expected = {"OpenSCManagerW(,ServicesActive,0xf003f)",
+                                       "OpenServiceW(QVWin Service,0x80000000)",
+                                       "QueryServiceConfigA(0)", "QueryServiceConfigA(233)",
                                        "CloseServiceHandle(service)",
                                        "CloseServiceHandle(manager)"};
   EXPECT_EQ(Calls(), expected);
@@ -158,8 +158,8 @@ TEST_F(EngineControlTest, BackgroundFormStartsHiddenAndStopsByCloseMessage) {
   bg.ServiceStop();  // no such window: the close goes to a null window
   fake.processes.windows[u"QVBackground"] = 0x777;
   bg.ServiceStop();
-  std::vector<std::string> expected = {"FindWindow(QVBackground)", "PostMessage(0,16,0,0)",
-                                       "FindWindow(QVBackground)", "PostMessage(1911,16,0,0)"};
+  std::vector<std::string> expected = {"FindWindow(QVBackground)", "PostMessageA(0,16,0,0)",
+                                       "FindWindow(QVBackground)", "PostMessageA(1911,16,0,0)"};
   EXPECT_EQ(fake.processes.calls, expected);
 }
 

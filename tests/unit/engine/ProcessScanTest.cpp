@@ -41,12 +41,12 @@ TEST_F(ProcessScanTest, ListPathGrowsTheArrayUntilItHasRoomToSpare) {
   for (std::uint32_t pid = 1; pid <= 9; ++pid) fake.processes.Add(pid * 4, u"C:\\w\\other.exe");
   EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", false, 2), 0);
   // 9 processes are 36 bytes: 16 and 32 are full, 64 has room.
-  std::vector<std::string> expected = {"EnumProcesses(16)", "EnumProcesses(32)",
-                                       "EnumProcesses(64)"};
-  EXPECT_EQ(CallsStartingWith("EnumProcesses"), expected);
+  std::vector<std::string> expected = {"EnumProcessIds(16)", "EnumProcessIds(32)",
+                                       "EnumProcessIds(64)"};
+  EXPECT_EQ(CallsStartingWith("EnumProcessIds"), expected);
   EXPECT_EQ(Count("OpenProcess(1041,0,36)"), 1);
-  EXPECT_EQ(Count("EnumProcessModules(200)"), 9);
-  EXPECT_EQ(Count("GetModuleFileNameEx(500,520)"), 9);
+  EXPECT_EQ(Count("EnumModules(200)"), 9);
+  EXPECT_EQ(Count("ModuleFileName(500,520)"), 9);
   EXPECT_EQ(fake.processes.OpenHandles(), 0);
 }
 

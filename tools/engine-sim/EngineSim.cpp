@@ -1,0 +1,339 @@
+#include "EngineSim.h"
+
+#include <objbase.h>
+#include <oleauto.h>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "QVMonitor_h.h"
+#include "Scenario.h"
+#include "base/DateTime.h"
+#include "base/Guarded.h"
+#include "engine/MonitorCallback.h"
+#include "frame/AppState.h"
+#include "frame/Logs.h"
+#include "frame/Settings.h"
+#include "jobstore/DBaction.h"
+#include "platform/TextFile.h"
+#include "platform/win32/Win32Platform.h"
+
+namespace enginesim {
+
+namespace {
+
+using base::Text;
+
+const wchar_t* W(const Text& t) { return reinterpret_cast<const wchar_t*>(t.c_str()); }
+
+// The simulator's own record of what it did, plain UTF-8, beside the shared files.
+class SimLog {
+ public:
+  explicit SimLog(const Text& path) : path_(path) {}
+  void Line(const Text& text) {
+    const std::string utf8 = base::ToUtf8(text) + "\r\n";
+    HANDLE h = ::CreateFileW(W(path_), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                             nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (h == INVALID_HANDLE_VALUE) return;
+    DWORD written = 0;
+    ::WriteFile(h, utf8.data(), static_cast<DWORD>(utf8.size()), &written, nullptr);
+    ::CloseHandle(h);
+  }
+
+ private:
+  Text path_;
+};
+
+Text Hex(long v) {
+  char buf[16];
+  std::snprintf(buf, sizeof buf, "0x%08lx", static_cast<unsigned long>(v));
+  return base::FromUtf8(buf);
+}
+
+// One client instance of the monitor's class, held for the length of a job.
+class MonitorClient {
+ public:
+  explicit MonitorClient(SimLog& log) : log_(log) {
+    CLSID clsid{};
+    HRESULT hr = ::CLSIDFromProgID(L"QVMonitor.IMonitor", &clsid);
+    if (SUCCEEDED(hr))
+      hr = ::CoCreateInstance(clsid, nullptr, CLSCTX_LOCAL_SERVER, IID__IMonitor,
+                              reinterpret_cast<void**>(&monitor_));
+    log_.Line(u"connect hr=" + Hex(hr));
+  }
+  ~MonitorClient() {
+    if (monitor_) monitor_->Release();
+  }
+  bool Connected() const { return monitor_ != nullptr; }
+
+  void Call(const platform::UpdateMonitorArgs& a, bool withOptionals, Via via) {
+    const Text how = via == Via::Dispatch ? u"dispatch" : u"vtable";
+    const Text sent = engine::ArrivedCallText(a);
+    if (!monitor_) {
+      log_.Line(u"not sent (no monitor) " + how + u" " + sent);
+      return;
+    }
+    BSTR file = ::SysAllocStringLen(W(a.sFileName), static_cast<UINT>(a.sFileName.size()));
+    BSTR rate = ::SysAllocStringLen(W(a.sTrfRate), static_cast<UINT>(a.sTrfRate.size()));
+    BSTR elapsed = ::SysAllocStringLen(W(a.timeelapsed), static_cast<UINT>(a.timeelapsed.size()));
+    BSTR left = ::SysAllocStringLen(W(a.TimeRemaining), static_cast<UINT>(a.TimeRemaining.size()));
+    double fileSize = a.dFileSize, total = a.dTotalFilesize, buff = a.dfileBuff,
+           totalBuff = a.dTotalBuffer;
+    short fileProg = a.iFileProg, totalProg = a.iTotalProg, eng = a.engNumber, pre = a.preCall;
+    float start = a.StartTime;
+    VARIANT result;
+    ::VariantInit(&result);
+    HRESULT hr = E_FAIL;
+    if (via == Via::Vtable) {
+      // A vtable caller cannot leave an argument out: it passes the defaults.
+      if (!withOptionals) pre = 0;
+      hr = monitor_->UpdateMonitor(&file, &fileSize, &total, &buff, &totalBuff, &rate, &fileProg,
+                                   &totalProg, &start, &elapsed, &left, &eng, &pre,
+                                   withOptionals ? a.sBkStatus : 0, &result);
+    } else {
+      DISPID id = 0;
+      LPOLESTR name = const_cast<LPOLESTR>(L"UpdateMonitor");
+      hr = monitor_->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id);
+      if (SUCCEEDED(hr)) {
+        VARIANTARG args[14];
+        for (auto& v : args) ::VariantInit(&v);
+        // Arguments go in reverse order.
+        auto ref = [&](int index, VARTYPE type, void* p) {
+          VARIANTARG& v = args[13 - index];
+          v.vt = VT_BYREF | type;
+          v.byref = p;
+        };
+        ref(0, VT_BSTR, &file);
+        ref(1, VT_R8, &fileSize);
+        ref(2, VT_R8, &total);
+        ref(3, VT_R8, &buff);
+        ref(4, VT_R8, &totalBuff);
+        ref(5, VT_BSTR, &rate);
+        ref(6, VT_I2, &fileProg);
+        ref(7, VT_I2, &totalProg);
+        ref(8, VT_R4, &start);
+        ref(9, VT_BSTR, &elapsed);
+        ref(10, VT_BSTR, &left);
+        ref(11, VT_I2, &eng);
+        ref(12, VT_I2, &pre);
+        args[0].vt = VT_I4;
+        args[0].lVal = a.sBkStatus;
+        DISPPARAMS params{};
+        // Without the optionals only the first twelve go, which are the last twelve here.
+        params.rgvarg = withOptionals ? args : args + 2;
+        params.cArgs = withOptionals ? 14 : 12;
+        UINT argErr = 0;
+        hr = monitor_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params,
+                              &result, nullptr, &argErr);
+      }
+    }
+    Text outcome = u" hr=" + Hex(hr) + u" result=" +
+                   (result.vt == VT_I2 ? base::FromNumber(result.iVal) : Text(u"?"));
+    log_.Line(u"sent " + how + (withOptionals ? Text(u" with optionals ") : Text(u" without optionals ")) +
+              sent + outcome);
+    ::VariantClear(&result);
+    ::SysFreeString(file);
+    ::SysFreeString(rate);
+    ::SysFreeString(elapsed);
+    ::SysFreeString(left);
+  }
+
+  Text ProperTime(long seconds) {
+    if (!monitor_) return Text();
+    BSTR out = nullptr;
+    monitor_->GetProperTime(seconds, &out);
+    Text t = out ? Text(reinterpret_cast<const char16_t*>(out), ::SysStringLen(out)) : Text();
+    ::SysFreeString(out);
+    return t;
+  }
+
+ private:
+  SimLog& log_;
+  _IMonitor* monitor_ = nullptr;
+};
+
+// The next run of a repeating job after `from`, past `now`; nullopt for a job that
+// runs once.
+std::optional<base::DateTime> NextRunAfter(const jobstore::ScheduleRecord& r, base::DateTime from,
+                                           base::DateTime now) {
+  const Text days = base::ToUpper(r.Days);
+  const long index = static_cast<long>(base::LeadingNumber(r.FrequencyIndex));
+  if (index <= 1 || days == u"IMMEDIATE" || r.SortKey == jobstore::kImmediateKey) return std::nullopt;
+  base::DateTime next = from;
+  for (int guard = 0; guard < 100000 && next <= now; ++guard) {
+    if (index == 2) next = next.AddHours(1);
+    else if (index == 5) next = next.AddMonths(1);
+    else if (index == 4) next = next.AddDays(7);
+    else {
+      next = next.AddDays(1);
+      // Daily, weekdays and weekend jobs run on the days their digits name.
+      const Text digits = index == 6 ? Text(u"23456") : index == 7 ? Text(u"17") : r.Days;
+      if (!digits.empty() && base::IsNumeric(digits) &&
+          digits.find(static_cast<char16_t>(u'0' + next.Weekday())) == Text::npos)
+        continue;
+    }
+  }
+  return next;
+}
+
+Text TwoDigits(int v) { return (v < 10 ? Text(u"0") : Text()) + base::FromNumber(v); }
+
+class Engine {
+ public:
+  explicit Engine(Control& control)
+      : control_(control), app_(win32_.Get()) {
+    app_.ProgramFolder = win32_.system.ProgramFolder();
+    app_.DataRoot = app_.ProgramFolder;
+    app_.ScheduleFilePath = app_.CommonFile(u"scheduleData.txt");
+    app_.ServiceLogPath = app_.CommonFile(u"QVWServiceLog.txt");
+    win32_.fs.CreateFolder(app_.CommonFolder());
+    log_ = std::make_unique<SimLog>(app_.CommonFile(u"engine-sim.log"));
+  }
+
+  void Run() {
+    log_->Line(u"started");
+    while (!control_.quit) {
+      scenario_ = LoadScenario();
+      if (!control_.paused) RunDueJob();
+      Wait(scenario_.pollMs);
+    }
+    log_->Line(u"ended");
+  }
+
+ private:
+  Scenario LoadScenario() {
+    Scenario s;
+    auto bytes = win32_.fs.ReadAll(app_.ProgramFolder + u"\\engine-sim.ini");
+    if (bytes) s = ParseScenario(*bytes);
+    for (const std::string& p : s.problems) log_->Line(u"scenario line not understood: " + base::FromUtf8(p));
+    return s;
+  }
+
+  void Wait(unsigned ms) {
+    for (unsigned waited = 0; waited < ms && !control_.quit; waited += 10) ::Sleep(10);
+  }
+
+  bool StopAsked() { return jobstore::ReadStateLine(app_, app_.ScheduleFilePath) == u"2"; }
+
+  void RunDueJob() {
+    auto lines = platform::TextFile::ReadLines(win32_.fs, app_.ScheduleFilePath);
+    if (!lines || lines->empty()) return;
+    if (base::Trim((*lines)[0]) != u"0") return;  // a job runs, or the word is damaged
+    const base::DateTime now = win32_.clock.Now();
+    const Text nowKey = base::FormatSortKey(now);
+    std::optional<jobstore::ScheduleRecord> due;
+    for (size_t i = 1; i < lines->size(); ++i) {
+      jobstore::ParsedLine p = jobstore::ParseScheduleLine((*lines)[i]);
+      if (!p.hasSeparator) continue;
+      const Text& key = p.record.SortKey;
+      if (key == jobstore::kRunningKey || key.size() != 12 || key > nowKey) continue;
+      if (!due || key < due->SortKey) due = p.record;
+    }
+    if (due) RunJob(*due, now);
+  }
+
+  void RunJob(jobstore::ScheduleRecord record, base::DateTime started) {
+    const Text setName = base::Trim(record.BackupSetName);
+    log_->Line(u"job " + record.RecordNo + u" " + setName + u" starts");
+    const Text firstKey = record.SortKey;
+    // The engine's marks of a running job: the word and the running key.
+    jobstore::SetStateWord(app_, app_.ScheduleFilePath, u"1");
+    record.SortKey = jobstore::kRunningKey;
+    jobstore::DB_WriteSchdata(app_, record, false);
+
+    app_.CurrentLogName = u"Schedule " + setName;
+    app_.CurrentSessionFile = u"Schedule " + TwoDigits(started.month) + u"-" +
+                              TwoDigits(started.day) + u"-" + base::FromNumber(started.year) +
+                              u"  " + TwoDigits(started.hour) + u"-" + TwoDigits(started.minute) +
+                              u"-" + TwoDigits(started.second) + u".txt";
+    frame::WriteActivityLog(app_, u"Scheduled backup of '" + setName + u"' started", 0);
+
+    MonitorClient monitor(*log_);
+    // The calls show a transfer clock of their own, so a short test run still reports
+    // the times and rates of a real transfer.
+    unsigned stepsDone = 0;
+    auto elapsed = [&] { return stepsDone * scenario_.stepSeconds; };
+    for (const ScriptedCall& c : scenario_.calls) {
+      if (control_.quit) return;
+      monitor.Call(c.args, c.withOptionals, c.via);
+    }
+    bool stopped = false;
+    unsigned done = 0;
+    for (unsigned f = 0; f < scenario_.files && !control_.quit; ++f) {
+      for (unsigned step = 1; step <= scenario_.steps && !control_.quit; ++step) {
+        Wait(scenario_.stepMs);
+        ++stepsDone;
+        monitor.Call(GeneratedCall(scenario_, f, step, elapsed()), scenario_.withOptionals,
+                     scenario_.via);
+      }
+      ++done;
+      frame::WriteActivityLog(app_, u"Backed up C:\\Users\\Public\\Documents\\Report " +
+                                        base::FromNumber(f + 1) + u".docx", 1);
+      // A stop request is honoured between files, never inside one.
+      if (f + 1 < scenario_.files && StopAsked()) {
+        stopped = true;
+        log_->Line(u"stop word seen after file " + base::FromNumber(f + 1));
+        break;
+      }
+    }
+    if (control_.quit) {
+      log_->Line(u"job " + record.RecordNo + u" left by the ending program");
+      return;
+    }
+    platform::UpdateMonitorArgs stop;
+    stop.sFileName = u"?stop";
+    monitor.Call(stop, scenario_.withOptionals, scenario_.via);
+
+    // The word goes back to "0" and the job to its next run (or out of the file).
+    jobstore::SetStateWord(app_, app_.ScheduleFilePath, u"0");
+    const auto from = base::ParseFileDate(record.NextRun);
+    const auto next = NextRunAfter(record, from.value_or(started), win32_.clock.Now());
+    if (next) {
+      record.NextRun = base::FormatFileDate(*next);
+      record.SortKey = base::FormatSortKey(*next);
+      jobstore::DB_WriteSchdata(app_, record, false);
+      log_->Line(u"job " + record.RecordNo + u" next " + record.NextRun);
+    } else {
+      jobstore::DB_DeleteRecord(app_, record.RecordNo, app_.ScheduleFilePath);
+      log_->Line(u"job " + record.RecordNo + u" removed (" + firstKey + u")");
+    }
+
+    const Text result = stopped ? Text(u"RED") : scenario_.result;
+    frame::WriteActivityLog(app_,
+                            u"Scheduled backup of '" + setName + u"' " +
+                                (stopped ? Text(u"was stopped by the user after ") : Text(u"ended: ")) +
+                                base::FromNumber(done) + u" file(s)",
+                            stopped ? 2 : 1);
+    app_.CurrentSessionFile.clear();
+    frame::WriteSetting(app_, u"DESKNOTIFYICON", result);
+    platform::TextFile::WriteLines(win32_.fs, app_.CommonFile(u"qvwincurjobname.txt"),
+                                   {setName, record.RecordNo, base::Trim(record.UserName)});
+    log_->Line(u"job " + record.RecordNo + (stopped ? Text(u" stopped") : Text(u" ended")) +
+               u" files=" + base::FromNumber(done) + u" result=" + result);
+  }
+
+  Control& control_;
+  platform::Win32Platform win32_;
+  frame::AppState app_;
+  std::unique_ptr<SimLog> log_;
+  Scenario scenario_;
+};
+
+}  // namespace
+
+void RunEngine(Control& control) noexcept {
+  base::Guarded(
+      [&] {
+        ::CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+        {
+          Engine engine(control);
+          engine.Run();
+        }
+        ::CoUninitialize();
+      },
+      [](const base::ErrorInfo&) {});
+}
+
+}  // namespace enginesim
