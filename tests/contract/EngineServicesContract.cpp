@@ -16,14 +16,13 @@
 #include "platform/fake/FakePlatform.h"
 
 #if QV_HAVE_WIN32
-#include <windows.h>
-
 #include <cstring>
 #include <filesystem>
 
 #include "SimPrograms.h"
 #include "platform/win32/Win32ProcessList.h"
 #include "platform/win32/Win32ServiceManager.h"
+#include "platform/win32/Win32Shell.h"
 #endif
 
 namespace contract {
@@ -56,126 +55,133 @@ class ServiceWorld {
   virtual platform::IServiceManager& Sm() = 0;
   virtual Text Name() const = 0;
   virtual bool Ready() const { return true; }
-  virtual void SetStartType(unsigned long type) = 0;
 };
 
 class FakeServiceWorld : public ServiceWorld {
  public:
-  FakeServiceWorld() { sm_.Add(Name()); }
+  explicit FakeServiceWorld(const Text& startWord) {
+    platform::FakeServiceManager::Service s;
+    s.startType = startWord == u"disabled" ? platform::kServiceDisabled : 3;
+    sm_.Add(Name(), s);
+  }
   platform::IServiceManager& Sm() override { return sm_; }
   Text Name() const override { return u"QV Contract Service"; }
-  void SetStartType(unsigned long type) override { sm_.Find(Name())->startType = type; }
 
  private:
   platform::FakeServiceManager sm_;
 };
 
 #if QV_HAVE_WIN32
-const wchar_t* W(const Text& t) { return reinterpret_cast<const wchar_t*>(t.c_str()); }
-
-// The build tree's path as this program sees it under Wine (the root is drive Z:).
-std::filesystem::path BuiltProgram(const char* path) {
-  std::wstring p(path, path + std::strlen(path));
-  if (!p.empty() && p[0] == L'/') p = L"Z:" + p;
-  for (wchar_t& c : p)
-    if (c == L'/') c = L'\\';
-  return p;
+// The build tree's path as the Windows program sees it under Wine (the root is Z:).
+Text BuiltProgram(const char* path) {
+  Text p = base::FromUtf8(path);
+  if (!p.empty() && p[0] == u'/') p = u"Z:" + p;
+  return base::Replace(p, u"/", u"\\");
 }
 
-// Runs a command line and waits for it; its exit code, or -1.
-long RunAndWait(std::wstring line) {
-  STARTUPINFOW si{};
-  si.cb = sizeof(si);
-  PROCESS_INFORMATION pi{};
-  if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
-                      nullptr, &si, &pi))
-    return -1;
-  WaitForSingleObject(pi.hProcess, 30000);
-  DWORD code = 0;
-  GetExitCodeProcess(pi.hProcess, &code);
-  CloseHandle(pi.hThread);
-  CloseHandle(pi.hProcess);
-  return static_cast<long>(code);
+std::filesystem::path FsPath(const Text& windowsPath) {
+  return std::filesystem::path(base::ToUtf8(windowsPath));
 }
 
-std::filesystem::path TempFolder(const std::wstring& name) {
-  wchar_t temp[MAX_PATH] = {};
-  GetTempPathW(MAX_PATH, temp);
-  auto folder = std::filesystem::path(temp) / (name + std::to_wstring(GetCurrentProcessId()));
+Text Stamp() {
+  return base::FromNumber(std::chrono::steady_clock::now().time_since_epoch().count() % 100000000);
+}
+
+// A folder of its own under the temporary folder, as a Windows path.
+Text TempFolder(const Text& stem) {
   std::error_code ec;
+  const auto folder = std::filesystem::temp_directory_path(ec) / base::ToUtf8(stem + Stamp());
   std::filesystem::create_directories(folder, ec);
-  return folder;
+  return base::FromUtf8(folder.string());
+}
+
+bool CopyProgram(const char* built, const Text& to) {
+  std::error_code ec;
+  std::filesystem::copy_file(FsPath(BuiltProgram(built)), FsPath(to),
+                             std::filesystem::copy_options::overwrite_existing, ec);
+  return !ec;
 }
 
 // The simulated engine's service program, registered under a name of this run by
-// `sc create`, from a folder of its own.
+// `sc create`, from a folder of its own. Wine's sc has no "config", so the start type
+// is given at creation.
 class Win32ServiceWorld : public ServiceWorld {
  public:
-  Win32ServiceWorld() {
-    name_ = u"QV Contract " + base::FromNumber(GetCurrentProcessId());
-    folder_ = TempFolder(L"qvcontract-svc-");
-    const auto exe = folder_ / L"QVWin Service_955.exe";
-    std::error_code ec;
-    std::filesystem::copy_file(BuiltProgram(QV_SIM_SERVICE_EXE), exe,
-                               std::filesystem::copy_options::overwrite_existing, ec);
-    const long rc = RunAndWait(L"sc create \"" + std::wstring(W(name_)) + L"\" binPath= \"" +
-                               exe.wstring() + L"\" start= demand");
-    ready_ = !ec && rc == 0;
+  explicit Win32ServiceWorld(const Text& startWord) {
+    name_ = u"QV Contract " + Stamp();
+    folder_ = TempFolder(u"qvcontract-svc-");
+    const Text exe = folder_ + u"\\QVWin Service_955.exe";
+    if (!CopyProgram(QV_SIM_SERVICE_EXE, exe)) return;
+    shell_.Run(u"sc create \"" + name_ + u"\" binPath= \"" + exe + u"\" start= " + startWord, true);
+    ready_ = Eventually([&] { return Exists(); });
   }
   ~Win32ServiceWorld() override {
-    platform::Win32ServiceManager sm;
-    if (ScHandle m = sm.OpenSCManagerW(Text(), u"ServicesActive", platform::kScManagerAllAccess)) {
-      if (ScHandle s = sm.OpenServiceW(m, name_, platform::kServiceAllAccess)) {
+    if (ScHandle m = sm_.OpenSCManagerW(Text(), u"ServicesActive", platform::kScManagerAllAccess)) {
+      if (ScHandle s = sm_.OpenServiceW(m, name_, platform::kServiceAllAccess)) {
         ServiceStatus st;
-        sm.ControlService(s, platform::kServiceControlStop, st);
-        Eventually([&] { return sm.QueryServiceStatus(s, st) && st.currentState == 1; });
-        sm.CloseServiceHandle(s);
+        sm_.ControlService(s, platform::kServiceControlStop, st);
+        Eventually([&] { return sm_.QueryServiceStatus(s, st) && st.currentState == 1; });
+        sm_.CloseServiceHandle(s);
       }
-      sm.CloseServiceHandle(m);
+      sm_.CloseServiceHandle(m);
     }
-    RunAndWait(L"sc delete \"" + std::wstring(W(name_)) + L"\"");
+    shell_.Run(u"sc delete \"" + name_ + u"\"", true);
+    Eventually([&] { return !Exists(); });
     std::error_code ec;
-    std::filesystem::remove_all(folder_, ec);
+    for (int i = 0; i < 20 && std::filesystem::exists(FsPath(folder_), ec); ++i) {
+      std::filesystem::remove_all(FsPath(folder_), ec);
+      std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    }
   }
   platform::IServiceManager& Sm() override { return sm_; }
   Text Name() const override { return name_; }
   bool Ready() const override { return ready_; }
-  // Wine's sc has no "config": the start type is set through the API itself.
-  void SetStartType(unsigned long type) override {
-    SC_HANDLE m = OpenSCManagerW(nullptr, nullptr, SC_MANAGER_ALL_ACCESS);
-    SC_HANDLE s = m ? OpenServiceW(m, W(name_), SERVICE_ALL_ACCESS) : nullptr;
-    if (s)
-      ChangeServiceConfigW(s, SERVICE_NO_CHANGE, type, SERVICE_NO_CHANGE, nullptr, nullptr,
-                           nullptr, nullptr, nullptr, nullptr, nullptr);
-    if (s) CloseServiceHandle(s);
-    if (m) CloseServiceHandle(m);
-  }
 
  private:
+  bool Exists() {
+    bool found = false;
+    if (ScHandle m = sm_.OpenSCManagerW(Text(), u"ServicesActive", platform::kGenericRead)) {
+      if (ScHandle s = sm_.OpenServiceW(m, name_, platform::kServiceQueryStatus)) {
+        found = true;
+        sm_.CloseServiceHandle(s);
+      }
+      sm_.CloseServiceHandle(m);
+    }
+    return found;
+  }
+
   platform::Win32ServiceManager sm_;
+  platform::Win32Shell shell_;
   Text name_;
-  std::filesystem::path folder_;
+  Text folder_;
   bool ready_ = false;
 };
 #endif
 
-using ServiceTarget = Target<ServiceWorld>;
+// A target makes a world whose service starts as the word of `sc create` says.
+struct ServiceTarget {
+  std::string name;
+  std::function<std::unique_ptr<ServiceWorld>(const Text& startWord)> make;
+};
+std::ostream& operator<<(std::ostream& out, const ServiceTarget& t) { return out << t.name; }
 
 std::vector<ServiceTarget> ServiceTargets() {
-  std::vector<ServiceTarget> t = {{"fake", [] { return std::make_unique<FakeServiceWorld>(); }}};
+  std::vector<ServiceTarget> t = {
+      {"fake", [](const Text& w) { return std::make_unique<FakeServiceWorld>(w); }}};
 #if QV_HAVE_WIN32
-  t.push_back({"win32", [] { return std::make_unique<Win32ServiceWorld>(); }});
+  t.push_back({"win32", [](const Text& w) { return std::make_unique<Win32ServiceWorld>(w); }});
 #endif
   return t;
 }
 
 class ServiceManagerContract : public ::testing::TestWithParam<ServiceTarget> {
  protected:
-  void SetUp() override {
-    world_ = GetParam().make();
+  void Make(const Text& startWord) {
+    world_ = GetParam().make(startWord);
     ASSERT_TRUE(world_->Ready()) << "the service could not be registered";
   }
   void TearDown() override {
+    if (!world_) return;
     auto& sm = world_->Sm();
     for (ScHandle h : {service_, manager_})
       if (h) sm.CloseServiceHandle(h);
@@ -201,6 +207,7 @@ class ServiceManagerContract : public ::testing::TestWithParam<ServiceTarget> {
 };
 
 TEST_P(ServiceManagerContract, AnUnknownServiceCannotBeOpened) {
+  ASSERT_NO_FATAL_FAILURE(Make(u"demand"));
   manager_ = Sm().OpenSCManagerW(Text(), u"ServicesActive", platform::kGenericRead);
   ASSERT_NE(manager_, 0u);
   EXPECT_EQ(Sm().OpenServiceW(manager_, u"QV No Such Service 7781", platform::kServiceQueryStatus),
@@ -209,6 +216,7 @@ TEST_P(ServiceManagerContract, AnUnknownServiceCannotBeOpened) {
 }
 
 TEST_P(ServiceManagerContract, ReadAccessQueriesTheStatus) {
+  ASSERT_NO_FATAL_FAILURE(Make(u"demand"));
   Open(platform::kGenericRead, platform::kServiceQueryStatus);
   ServiceStatus st;
   ASSERT_TRUE(Sm().QueryServiceStatus(service_, st));
@@ -216,20 +224,24 @@ TEST_P(ServiceManagerContract, ReadAccessQueriesTheStatus) {
 }
 
 TEST_P(ServiceManagerContract, ConfigurationIsAskedForInTwoSteps) {
-  Open(platform::kScManagerAllAccess, platform::kGenericRead);
-  unsigned long needed = 0, type = 99;
-  EXPECT_FALSE(Sm().QueryServiceConfigA(service_, 0, needed, type));
-  EXPECT_EQ(Sm().LastError(), kErrorInsufficientBuffer);
-  ASSERT_GT(needed, 36u);  // the structure and its strings
-  unsigned long again = 0;
-  ASSERT_TRUE(Sm().QueryServiceConfigA(service_, needed, again, type));
-  EXPECT_EQ(type, 3u);  // on demand
-  world_->SetStartType(platform::kServiceDisabled);
-  ASSERT_TRUE(Sm().QueryServiceConfigA(service_, needed, again, type));
-  EXPECT_EQ(type, 4u);
+  for (const Text word : {u"demand", u"disabled"}) {
+    ASSERT_NO_FATAL_FAILURE(Make(word));
+    Open(platform::kScManagerAllAccess, platform::kGenericRead);
+    unsigned long needed = 0, type = 99;
+    EXPECT_FALSE(Sm().QueryServiceConfigA(service_, 0, needed, type));
+    EXPECT_EQ(Sm().LastError(), kErrorInsufficientBuffer);
+    ASSERT_GT(needed, 36u);  // the structure and its strings
+    unsigned long again = 0;
+    ASSERT_TRUE(Sm().QueryServiceConfigA(service_, needed, again, type));
+    EXPECT_EQ(type, word == u"demand" ? 3u : 4u);
+    TearDown();
+    service_ = manager_ = 0;
+    world_.reset();
+  }
 }
 
 TEST_P(ServiceManagerContract, StartPauseContinueStop) {
+  ASSERT_NO_FATAL_FAILURE(Make(u"demand"));
   Open();
   ASSERT_TRUE(Sm().StartServiceA(service_));
   EXPECT_TRUE(ReachesState(4));
@@ -247,7 +259,7 @@ TEST_P(ServiceManagerContract, StartPauseContinueStop) {
 }
 
 TEST_P(ServiceManagerContract, ADisabledServiceDoesNotStart) {
-  world_->SetStartType(platform::kServiceDisabled);
+  ASSERT_NO_FATAL_FAILURE(Make(u"disabled"));
   Open();
   EXPECT_FALSE(Sm().StartServiceA(service_));
   EXPECT_EQ(Sm().LastError(), kErrorServiceDisabled);
@@ -290,50 +302,68 @@ class FakeProcessWorld : public ProcessWorld {
 };
 
 #if QV_HAVE_WIN32
+// Copies of the simulated background program, started through the shell under file
+// names of the test's choosing, found again through the process list.
 class Win32ProcessWorld : public ProcessWorld {
  public:
-  Win32ProcessWorld() : folder_(TempFolder(L"qvcontract-proc-")) {}
+  Win32ProcessWorld() : folder_(TempFolder(u"qvcontract-proc-")) {}
   ~Win32ProcessWorld() override {
-    for (HANDLE h : children_) {
-      TerminateProcess(h, 1);
-      WaitForSingleObject(h, 5000);
-      ::CloseHandle(h);
+    for (std::uint32_t pid : pids_) {
+      if (platform::OsHandle h = list_.OpenProcess(1, false, pid)) {
+        list_.TerminateProcess(h, 1);
+        list_.CloseHandle(h);
+      }
     }
+    Eventually([&] {
+      for (std::uint32_t pid : pids_)
+        if (!Exited(pid)) return false;
+      return true;
+    }, 5000);
     std::error_code ec;
-    std::filesystem::remove_all(folder_, ec);
+    std::filesystem::remove_all(FsPath(folder_), ec);
   }
   platform::IProcessList& List() override { return list_; }
   std::uint32_t StartChild(const Text& exeName, const Text& title) override {
-    const auto exe = folder_ / std::wstring(W(exeName));
-    std::error_code ec;
-    std::filesystem::copy_file(BuiltProgram(QV_SIM_BACKGROUND_EXE), exe,
-                               std::filesystem::copy_options::overwrite_existing, ec);
-    if (ec) return 0;
-    std::wstring line = L"\"" + exe.wstring() + L"\" --title " + std::wstring(W(title));
-    STARTUPINFOW si{};
-    si.cb = sizeof(si);
-    PROCESS_INFORMATION pi{};
-    if (!CreateProcessW(exe.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                        folder_.c_str(), &si, &pi))
-      return 0;
-    ::CloseHandle(pi.hThread);
-    children_.push_back(pi.hProcess);
-    pids_.push_back(pi.dwProcessId);
-    // Ready once its window is there.
-    Eventually([&] { return FindWindowW(nullptr, W(title)) != nullptr; }, 10000);
-    return pi.dwProcessId;
+    const Text exe = folder_ + u"\\" + exeName;
+    if (!CopyProgram(QV_SIM_BACKGROUND_EXE, exe)) return 0;
+    if (shell_.Execute(0, u"open", exe, u"--title " + title, folder_, 0) <= 32) return 0;
+    if (!Eventually([&] { return list_.FindWindowByTitle(title) != 0; }, 10000)) return 0;
+    const std::uint32_t pid = PidOf(exe);
+    if (pid) pids_.push_back(pid);
+    return pid;
   }
   bool Exited(std::uint32_t pid) override {
-    for (size_t i = 0; i < pids_.size(); ++i)
-      if (pids_[i] == pid) return WaitForSingleObject(children_[i], 0) == WAIT_OBJECT_0;
-    return false;
+    for (std::uint32_t id : Ids())
+      if (id == pid) return false;
+    return true;
   }
   long PlatformId() override { return 2; }
 
  private:
+  std::vector<std::uint32_t> Ids() {
+    std::vector<std::uint32_t> ids;
+    std::uint32_t returned = 0;
+    if (!list_.EnumProcessIds(65536, ids, returned)) return {};
+    ids.resize(returned / 4);
+    return ids;
+  }
+  std::uint32_t PidOf(const Text& exe) {
+    for (std::uint32_t id : Ids()) {
+      platform::OsHandle h = list_.OpenProcess(engine::kListQueryAccess, false, id);
+      if (!h) continue;
+      std::uintptr_t module = 0;
+      Text name;
+      if (list_.EnumModules(h, engine::kModuleTableBytes, module))
+        name = base::CutAtNul(list_.ModuleFileName(h, module, 500, 520));
+      list_.CloseHandle(h);
+      if (base::EqualsNoCase(name, exe)) return id;
+    }
+    return 0;
+  }
+
   platform::Win32ProcessList list_;
-  std::filesystem::path folder_;
-  std::vector<HANDLE> children_;
+  platform::Win32Shell shell_;
+  Text folder_;
   std::vector<std::uint32_t> pids_;
 };
 #endif
