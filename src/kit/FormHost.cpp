@@ -164,6 +164,7 @@ platform::UiControl FormHost::Describe(const Control& c) {
         for (int s = 1; s <= item.SubItemCount(); ++s) row.subItems.push_back(item.SubItem(s));
         row.checked = item.Checked();
         row.selected = item.Selected();
+        row.foreColor = item.ForeColor();
         d.rows.push_back(std::move(row));
       }
       d.checkboxes = lv.Checkboxes();

@@ -64,6 +64,12 @@ void ListItem::SetSelected(bool v) {
   owner_->RowChanged(*this, false);
 }
 
+void ListItem::SetForeColor(Color c) {
+  if (foreColor_ == c) return;
+  foreColor_ = c;
+  owner_->RowChanged(*this, false);
+}
+
 Text ListItem::SortText(int key) const { return key == 0 ? text_ : SubItem(key); }
 
 // ---- ListView ----------------------------------------------------------------

@@ -33,6 +33,9 @@ class ListItem {
   bool Selected() const { return selected_; }
   // Selecting a row deselects the others (one selection at a time).
   void SetSelected(bool v);
+  // The row's text colour (0x00BBGGRR); kDefaultColor for the list's own.
+  Color ForeColor() const { return foreColor_; }
+  void SetForeColor(Color c);
   // The text of sort key `key`: 0 the row's text, n sub-item n.
   Text SortText(int key) const;
 
@@ -44,6 +47,7 @@ class ListItem {
   std::vector<Text> subItems_;
   bool checked_ = false;
   bool selected_ = false;
+  Color foreColor_ = kDefaultColor;
 };
 
 struct ListColumn {
