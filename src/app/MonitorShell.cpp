@@ -152,6 +152,9 @@ void MonitorShell::StoreGeometry() {
 void MonitorShell::Shutdown() {
   if (window_ && IsWindowVisible(window_)) StoreGeometry();
   RemoveTrayIcon();
+  // A class object left registered by an ended process can be handed to the engine
+  // later, which then cannot reach it; the next monitor's would not be used.
+  if (app_ && app_->platform.com) app_->platform.com->RevokeClassObject();
   TerminateProcess(GetCurrentProcess(), 0);
 }
 

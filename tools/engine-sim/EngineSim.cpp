@@ -70,7 +70,11 @@ class MonitorClient {
 
   void Call(const platform::UpdateMonitorArgs& a, bool withOptionals, Via via) {
     const Text how = via == Via::Dispatch ? u"dispatch" : u"vtable";
-    const Text sent = engine::ArrivedCallText(a);
+    // Left-out optionals are not sent: the monitor gets their defaults, and the log
+    // says so, to compare with what arrived.
+    platform::UpdateMonitorArgs asSent = a;
+    if (!withOptionals) asSent.preCall = asSent.sBkStatus = 0;
+    const Text sent = engine::ArrivedCallText(asSent);
     if (!monitor_) {
       log_.Line(u"not sent (no monitor) " + how + u" " + sent);
       return;

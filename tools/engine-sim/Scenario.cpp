@@ -78,7 +78,10 @@ Scenario ParseScenario(std::string_view text) {
     if (line.empty() || line[0] == '#' || line[0] == ';') continue;
     if (Lower(line) == "[call]") {
       ScriptedCall c;
-      c.args = GeneratedCall(s, 0, 1, 1);
+      // Arguments the call does not name: the first step of the scenario's transfer.
+      Scenario d = s;
+      if (d.files == 0) d.files = 3;
+      c.args = GeneratedCall(d, 0, 1, d.stepSeconds);
       c.withOptionals = s.withOptionals;
       c.via = s.via;
       s.calls.push_back(c);

@@ -1,0 +1,466 @@
+// The simulated engine against the running monitor: the progress calls over COM
+// (by vtable and by IDispatch, with and without the optionals), the stop word, the
+// service form under the service manager, and a start of the monitor by COM. The
+// monitor runs with QV_TRACE_UPDATES=1, so its trace shows each call as it arrived
+// and what it kept; the simulator's log shows what was sent.
+#include <objbase.h>
+#include <oleauto.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+
+#include "MonitorFixture.h"
+#include "QVMonitor_h.h"
+#include "engine/BackGroundService.h"
+#include "engine/NTService.h"
+#include "frame/AppState.h"
+#include "platform/win32/Win32Platform.h"
+
+namespace e2e {
+namespace {
+
+constexpr wchar_t kArrived[] = L"UpdateMonitor arrived: ";
+constexpr wchar_t kKept[] = L"UpdateMonitor kept: ";
+constexpr wchar_t kSimLog[] = L"engine-sim.log";
+constexpr wchar_t kBackgroundExe[] = L"QVBackground_955.exe";
+constexpr wchar_t kServiceExe[] = L"QVWin Service_955.exe";
+
+std::wstring Record(const std::vector<std::wstring>& fields) {
+  std::wstring line;
+  for (size_t i = 0; i < fields.size(); ++i) line += (i ? L"\b\b" : L"") + fields[i];
+  return line;
+}
+
+// Record 5: an immediate job ("Once", the immediate key).
+std::wstring ImmediateJob() {
+  return Record({L"5", L"Documents", L"11-15-2026 5:00:00", L"11-15-2026 4:00:00", L"My Corvane/",
+                 L"1", L"2", L"0", L"", L"", L"", L"", L"0", L"1", L"0", L"000000010000",
+                 L"jsmith", L"1", L"0", L""});
+}
+
+// Record 7: a daily job whose time has long come.
+std::wstring DailyJob() {
+  return Record({L"7", L"Pictures", L"01-02-2020 6:30:00", L"01-01-2020 4:00:00", L"My Corvane/",
+                 L"3", L"2", L"0", L"", L"", L"", L"", L"0", L"1", L"0", L"202001020630",
+                 L"jsmith", L"1", L"0", L"1234567"});
+}
+
+std::wstring After(const std::wstring& line, const std::wstring& prefix) {
+  const size_t at = line.find(prefix);
+  return at == std::wstring::npos ? std::wstring() : line.substr(at + prefix.size());
+}
+
+base::Text AsText(const std::filesystem::path& p) {
+  const std::wstring w = p.wstring();
+  return base::Text(reinterpret_cast<const char16_t*>(w.c_str()), w.size());
+}
+
+std::string Utf8(const std::wstring& w) {
+  int n = WideCharToMultiByte(CP_UTF8, 0, w.data(), static_cast<int>(w.size()), nullptr, 0,
+                              nullptr, nullptr);
+  std::string s(static_cast<size_t>(n), '\0');
+  WideCharToMultiByte(CP_UTF8, 0, w.data(), static_cast<int>(w.size()), s.data(), n, nullptr,
+                      nullptr);
+  return s;
+}
+
+// Wine's COM keeps the class object of a server that was killed (not ended through
+// its Shutdown) and hands it to later clients, who then cannot reach it. Restarting
+// the COM service forgets such leftovers of earlier tests.
+void ForgetKilledServers() {
+  SC_HANDLE m = OpenSCManagerW(nullptr, nullptr, SC_MANAGER_ALL_ACCESS);
+  if (!m) return;
+  if (SC_HANDLE s = OpenServiceW(m, L"RpcSs", SERVICE_ALL_ACCESS)) {
+    SERVICE_STATUS st{};
+    if (ControlService(s, SERVICE_CONTROL_STOP, &st))
+      WaitUntil([&] { return QueryServiceStatus(s, &st) && st.dwCurrentState == SERVICE_STOPPED; });
+    StartServiceW(s, 0, nullptr);
+    WaitUntil([&] { return QueryServiceStatus(s, &st) && st.dwCurrentState == SERVICE_RUNNING; });
+    CloseServiceHandle(s);
+  }
+  CloseServiceHandle(m);
+}
+
+class EngineCallbackTest : public MonitorTest {
+ protected:
+  void SetUp() override {
+    ForgetKilledServers();
+    SetEnvironmentVariableW(L"QV_TRACE_UPDATES", L"1");
+    MonitorTest::SetUp();
+  }
+  void TearDown() override {
+    if (HasFailure()) {
+      for (const auto& l : SimLog()) std::printf("sim: %s\n", Utf8(l).c_str());
+    }
+    for (auto& p : engines_) p.Terminate();
+    engines_.clear();
+    MonitorTest::TearDown();
+    SetEnvironmentVariableW(L"QV_TRACE_UPDATES", nullptr);
+  }
+
+  void Schedule(const std::wstring& word, const std::wstring& record) {
+    std::error_code ec;
+    std::filesystem::create_directories(Folder().Common(), ec);
+    ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"scheduleData.txt"), {word, record}));
+  }
+  void Scenario(const Lines& lines) {
+    ASSERT_TRUE(WriteAnsiFile(Folder().Root() / L"engine-sim.ini", lines));
+  }
+  // The monitor serves the class once Main is through: its registration names this
+  // folder's program, and the class object follows at once.
+  void StartServingMonitor() {
+    ASSERT_TRUE(StartAndWait(L"Min"));
+    const std::wstring expected = L"\"" + Folder().Exe().wstring() + L"\"";
+    ASSERT_TRUE(WaitUntil([&] {
+      wchar_t value[1024] = {};
+      DWORD bytes = sizeof(value);
+      return RegGetValueW(HKEY_CLASSES_ROOT,
+                          L"CLSID\\{1984E5BD-394A-449B-A09A-6648BCB1AF6F}\\LocalServer32",
+                          nullptr, RRF_RT_REG_SZ, nullptr, value, &bytes) == ERROR_SUCCESS &&
+             _wcsicmp(value, expected.c_str()) == 0;
+    }));
+    Sleep(500);
+  }
+  void StartBackgroundEngine() {
+    auto p = Process::Start(Folder().Root() / kBackgroundExe, L"", Folder().Root());
+    ASSERT_TRUE(p.has_value());
+    engines_.push_back(std::move(*p));
+  }
+
+  Lines SimLog() { return ReadTextFile(Folder().CommonFile(kSimLog)).value_or(Lines{}); }
+  bool WaitForSimLine(const std::wstring& line, Ms timeout = Ms{60000}) {
+    return WaitUntil([&] { return CountLine(SimLog(), line) > 0; }, timeout);
+  }
+  // The calls as the simulator sent them, without its outcome; the outcomes apart.
+  Lines Sent(Lines* outcomes = nullptr) {
+    Lines sent;
+    for (const auto& l : SimLog()) {
+      if (l.rfind(L"sent ", 0) != 0) continue;
+      std::wstring call = After(l, kArrived);
+      const size_t hr = call.rfind(L" hr=");
+      if (outcomes) outcomes->push_back(call.substr(hr + 1));
+      sent.push_back(call.substr(0, hr));
+    }
+    return sent;
+  }
+  Lines TraceAfter(const std::wstring& prefix) {
+    Lines out;
+    for (const auto& l : Trace(Folder()))
+      if (l.rfind(prefix, 0) == 0) out.push_back(l.substr(prefix.size()));
+    return out;
+  }
+  std::wstring Word() {
+    auto lines = ReadTextFile(Folder().CommonFile(L"scheduleData.txt")).value_or(Lines{});
+    return lines.empty() ? L"<none>" : lines[0];
+  }
+  // Every call the simulator sent arrived, in order, exactly as it was sent.
+  void ExpectSentArrived(size_t count) {
+    Lines outcomes;
+    const Lines sent = Sent(&outcomes);
+    const Lines arrived = TraceAfter(kArrived);
+    EXPECT_EQ(sent.size(), count);
+    EXPECT_EQ(sent, arrived);
+    for (const auto& o : outcomes) EXPECT_EQ(o, L"hr=0x00000000 result=1");
+  }
+  void PrintRecorded() {
+    for (const auto& l : Trace(Folder()))
+      if (l.rfind(L"UpdateMonitor", 0) == 0 || l.find(L"got a call") != std::wstring::npos)
+        std::printf("monitor: %s\n", Utf8(l).c_str());
+  }
+
+  std::list<Process> engines_;
+};
+
+TEST_F(EngineCallbackTest, BackgroundEngineCallsTheMonitorThroughTheVtable) {
+  Schedule(L"0", ImmediateJob());
+  Scenario({L"files = 2", L"steps = 3", L"step_ms = 100", L"bk_status = 2"});
+  StartServingMonitor();
+  StartBackgroundEngine();
+  ASSERT_TRUE(WaitForSimLine(L"job 5 ended files=2 result=GREEN"));
+  PrintRecorded();
+
+  ExpectSentArrived(7);
+  const Lines kept = TraceAfter(kKept);
+  ASSERT_EQ(kept.size(), 7u);
+  EXPECT_EQ(kept[5],
+            L"sFileName=[C:\\Users\\Public\\Documents\\Report 2.docx] dFileSize=[3e+06] "
+            L"dTotalFilesize=[6e+06] dTotalBuffer=[6e+06] sTrfRate=[48 KB/s] iFileProg=[100] "
+            L"iTotalProg=[100] timeelapsed=[00:02:00] TimeRemaining=[00:00:00] engNumber=[1] "
+            L"sBkStatus=[2] UpdateWaiting=[1] StopSeen=[0] PaneFlag=[1]");
+  // "?stop" keeps the last values and says the transfer is over.
+  EXPECT_EQ(After(kept[6], L"sBkStatus=[2] "), L"UpdateWaiting=[0] StopSeen=[1] PaneFlag=[1]");
+  EXPECT_EQ(Sent().back().substr(0, 18), L"sFileName=[?stop] ");
+
+  // What the engine leaves at the end of a job.
+  EXPECT_EQ(Word(), L"0");
+  auto schedule = ReadTextFile(Folder().CommonFile(L"scheduleData.txt")).value_or(Lines{});
+  EXPECT_EQ(schedule.size(), 1u) << "the job that ran once is gone";
+  EXPECT_EQ(ReadTextFile(Folder().CommonFile(L"qvwincurjobname.txt")).value_or(Lines{}),
+            (Lines{L"Documents", L"5", L"jsmith"}));
+  EXPECT_EQ(ReadIni(Folder().CommonFile(L"qvwin.ini"), L"Corvane", L"DESKNOTIFYICON"), L"GREEN");
+  int sessions = 0;
+  std::error_code ec;
+  for (const auto& e : std::filesystem::directory_iterator(Folder().Common() / L"Session", ec))
+    sessions += e.path().filename().wstring().rfind(L"Schedule ", 0) == 0;
+  EXPECT_EQ(sessions, 1);
+  const Lines activity = ReadTextFile(Folder().CommonFile(L"QVWServiceLog.txt")).value_or(Lines{});
+  EXPECT_TRUE(std::any_of(activity.begin(), activity.end(), [](const std::wstring& l) {
+    return l.rfind(L"Information : ", 0) == 0 &&
+           l.find(L" : Scheduled backup of 'Documents' started") != std::wstring::npos;
+  }));
+}
+
+TEST_F(EngineCallbackTest, DispatchAndVtableWithAndWithoutOptionalsAndRefusedCalls) {
+  Schedule(L"0", ImmediateJob());
+  Scenario({L"files = 0", L"step_ms = 50",
+            L"[call]", L"sFileName = C:\\a.txt", L"via = dispatch", L"preCall = 7", L"sBkStatus = 3",
+            L"[call]", L"sFileName = C:\\b.txt", L"via = dispatch", L"optionals = no", L"sBkStatus = 3",
+            L"[call]", L"sFileName = C:\\c.txt", L"via = vtable", L"optionals = no", L"sBkStatus = 4",
+            L"[call]", L"sFileName = C:\\bad.bin", L"dfileBuff = -5", L"StartTime = 0.25",
+            L"TimeRemaining = 0:01:00", L"sTrfRate = 1 MB/s",
+            L"[call]", L"sFileName = C:\\d.txt", L"TimeRemaining = 13:00:00", L"via = dispatch",
+            L"[call]", L"sFileName = C:\\restore.txt", L"sBkStatus = 0", L"dTotalFilesize = 500000000",
+            L"TimeRemaining = 2:10:00"});
+  StartServingMonitor();
+  StartBackgroundEngine();
+  ASSERT_TRUE(WaitForSimLine(L"job 5 ended files=0 result=GREEN"));
+  PrintRecorded();
+
+  ExpectSentArrived(7);
+  const Lines arrived = TraceAfter(kArrived);
+  ASSERT_EQ(arrived.size(), 7u);
+  EXPECT_NE(arrived[0].find(L"preCall=[7] sBkStatus=[3]"), std::wstring::npos);
+  EXPECT_NE(arrived[1].find(L"preCall=[0] sBkStatus=[0]"), std::wstring::npos);  // left out
+  EXPECT_NE(arrived[2].find(L"preCall=[0] sBkStatus=[0]"), std::wstring::npos);
+
+  // The refused call: one typed trace line, nothing kept (the kept line repeats the last).
+  const Lines kept = TraceAfter(kKept);
+  ASSERT_EQ(kept.size(), 7u);
+  EXPECT_EQ(kept[3], kept[2]);
+  const Lines trace = Trace(Folder());
+  const auto refused = std::find_if(trace.begin(), trace.end(), [](const std::wstring& l) {
+    return l.find(L"got a call") != std::wstring::npos;
+  });
+  ASSERT_NE(refused, trace.end());
+  EXPECT_EQ(refused->rfind(L"Information (QVMonitor) : ", 0), 0u);
+  EXPECT_EQ(After(*refused, L" :  "),
+            L"got a call C:\\bad.bin 3000000 9000000 -5 750000 1 MB/s 0.250:01:00");
+  EXPECT_NE(kept[4].find(L"sFileName=[C:\\d.txt]"), std::wstring::npos);
+  EXPECT_NE(kept[4].find(L"TimeRemaining=[]"), std::wstring::npos);  // 13 hours
+  EXPECT_NE(kept[5].find(L"TimeRemaining=[] engNumber=[1] sBkStatus=[0]"), std::wstring::npos);
+}
+
+TEST_F(EngineCallbackTest, StopWordEndsTheTransferAfterTheCurrentFile) {
+  Schedule(L"0", DailyJob());
+  Scenario({L"files = 5", L"steps = 4", L"step_ms = 400"});
+  StartServingMonitor();
+  StartBackgroundEngine();
+  ASSERT_TRUE(WaitUntil(
+      [&] {
+        for (const auto& k : TraceAfter(kKept))
+          if (k.find(L"Report 2.docx] ") != std::wstring::npos &&
+              k.find(L"iFileProg=[25]") != std::wstring::npos)
+            return true;
+        return false;
+      },
+      Ms{30000}));
+  EXPECT_EQ(Word(), L"1");
+
+  // The monitor's own stop: the word "1" becomes "2".
+  platform::Win32Platform win32;
+  frame::AppState app(win32.Get());
+  app.ScheduleFilePath = AsText(Folder().CommonFile(L"scheduleData.txt"));
+  engine::BackGroundService active(app);
+  ASSERT_TRUE(active.StopTransferMsgBox());
+  active.StopTransfer();
+  EXPECT_EQ(Word(), L"2");
+
+  ASSERT_TRUE(WaitForSimLine(L"job 7 stopped files=2 result=RED"));
+  PrintRecorded();
+  EXPECT_EQ(CountLine(SimLog(), L"stop word seen after file 2"), 1);
+  const Lines arrived = TraceAfter(kArrived);
+  EXPECT_EQ(std::count_if(arrived.begin(), arrived.end(),
+                          [](const std::wstring& l) {
+                            return l.find(L"Report 2.docx]") != std::wstring::npos;
+                          }),
+            4)
+      << "the file under way is finished";
+  EXPECT_TRUE(std::none_of(arrived.begin(), arrived.end(), [](const std::wstring& l) {
+    return l.find(L"Report 3.docx]") != std::wstring::npos;
+  }));
+  ASSERT_FALSE(arrived.empty());
+  EXPECT_EQ(arrived.back().substr(0, 18), L"sFileName=[?stop] ");
+  ExpectSentArrived(9);
+  EXPECT_EQ(Word(), L"0");
+  EXPECT_EQ(ReadIni(Folder().CommonFile(L"qvwin.ini"), L"Corvane", L"DESKNOTIFYICON"), L"RED");
+  // A daily job stays, with its next run after now.
+  auto schedule = ReadTextFile(Folder().CommonFile(L"scheduleData.txt")).value_or(Lines{});
+  ASSERT_EQ(schedule.size(), 2u);
+  const size_t key = schedule[1].find(L"\b\b2");
+  EXPECT_EQ(schedule[1].rfind(L"7\b\bPictures\b\b", 0), 0u);
+  EXPECT_EQ(schedule[1].find(L"202001020630"), std::wstring::npos);
+  EXPECT_NE(key, std::wstring::npos);
+}
+
+// ---- the service form and the service manager ---------------------------------
+
+// Registers (and on destruction stops and deletes) "QVWin Service" for the simulated
+// service program of a program folder, with `sc create` as an installer would.
+class RegisteredService {
+ public:
+  RegisteredService(const std::filesystem::path& exe, const std::wstring& start) {
+    ok_ = Run(L"sc create \"QVWin Service\" binPath= \"" + exe.wstring() + L"\" start= " + start) == 0;
+  }
+  ~RegisteredService() {
+    if (SC_HANDLE m = OpenSCManagerW(nullptr, nullptr, SC_MANAGER_ALL_ACCESS)) {
+      if (SC_HANDLE s = OpenServiceW(m, L"QVWin Service", SERVICE_ALL_ACCESS)) {
+        SERVICE_STATUS st{};
+        ControlService(s, SERVICE_CONTROL_STOP, &st);
+        WaitUntil([&] { return QueryServiceStatus(s, &st) && st.dwCurrentState == SERVICE_STOPPED; });
+        CloseServiceHandle(s);
+      }
+      CloseServiceHandle(m);
+    }
+    Run(L"sc delete \"QVWin Service\"");
+  }
+  bool Ok() const { return ok_; }
+
+ private:
+  static DWORD Run(std::wstring line) {
+    STARTUPINFOW si{};
+    si.cb = sizeof(si);
+    PROCESS_INFORMATION pi{};
+    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
+                        nullptr, &si, &pi))
+      return 1;
+    WaitForSingleObject(pi.hProcess, 30000);
+    DWORD code = 1;
+    GetExitCodeProcess(pi.hProcess, &code);
+    CloseHandle(pi.hThread);
+    CloseHandle(pi.hProcess);
+    return code;
+  }
+  bool ok_ = false;
+};
+
+// The shell of the platform, with a record of the command lines it was asked to run.
+class RecordingShell : public platform::IShell {
+ public:
+  explicit RecordingShell(platform::IShell& real) : real_(real) {}
+  long Open(const base::Text& target) override { return real_.Open(target); }
+  bool Run(const base::Text& commandLine, bool hidden) override {
+    runs.push_back({commandLine, hidden});
+    return real_.Run(commandLine, hidden);
+  }
+  long Execute(std::uintptr_t owner, const base::Text& verb, const base::Text& file,
+               const base::Text& parameters, const base::Text& folder, int show) override {
+    return real_.Execute(owner, verb, file, parameters, folder, show);
+  }
+  std::vector<std::pair<base::Text, bool>> runs;
+
+ private:
+  platform::IShell& real_;
+};
+
+TEST_F(EngineCallbackTest, ServiceEngineRunsUnderTheServiceManagerAndCallsTheMonitor) {
+  Schedule(L"0", ImmediateJob());
+  Scenario({L"files = 2", L"steps = 2", L"step_ms = 100", L"via = dispatch"});
+  StartServingMonitor();
+  RegisteredService service(Folder().Root() / kServiceExe, L"demand");
+  ASSERT_TRUE(service.Ok());
+
+  platform::Win32Platform win32;
+  frame::AppState app(win32.Get());
+  engine::NTService nt(app);
+  EXPECT_EQ(nt.GetServiceStatus(), u"Stopped");
+  EXPECT_EQ(nt.GetServiceStartupType(), 3);
+  nt.ServiceStart();
+  EXPECT_TRUE(WaitUntil([&] { return nt.GetServiceStatus() == u"Running"; }));
+  EXPECT_FALSE(nt.ConfigRepairIssued());
+
+  ASSERT_TRUE(WaitForSimLine(L"job 5 ended files=2 result=GREEN"));
+  PrintRecorded();
+  ExpectSentArrived(5);
+  EXPECT_EQ(nt.IsServiceExeRunning(false), 1);
+
+  nt.ServicePause();
+  EXPECT_TRUE(WaitUntil([&] { return nt.GetServiceStatus() == u"Paused"; }));
+  nt.ServiceResume();
+  EXPECT_TRUE(WaitUntil([&] { return nt.GetServiceStatus() == u"Running"; }));
+  nt.ServiceStop();
+  EXPECT_TRUE(WaitUntil([&] { return nt.GetServiceStatus() == u"Stopped"; }));
+  EXPECT_TRUE(WaitUntil([&] { return nt.IsServiceExeRunning(false) == 0; }));
+}
+
+TEST_F(EngineCallbackTest, DisabledServiceGetsTheRepairCommandOncePerObject) {
+  RegisteredService service(Folder().Root() / kServiceExe, L"disabled");
+  ASSERT_TRUE(service.Ok());
+  platform::Win32Platform win32;
+  RecordingShell shell(win32.shell);
+  win32.Get().shell = &shell;
+  frame::AppState app(win32.Get());
+  engine::NTService active(app), serviceEngine(app);
+
+  EXPECT_EQ(active.GetServiceStartupType(), 4);
+  const base::Text computer = active.GetCompName();
+  ASSERT_FALSE(computer.empty());
+  active.ServiceStart();
+  active.ServiceStart();
+  ASSERT_EQ(shell.runs.size(), 1u);
+  EXPECT_EQ(shell.runs[0].first, u"SC \"\\\\" + computer + u"\" config \"QVWin Service\" start= auto");
+  EXPECT_TRUE(shell.runs[0].second);
+  serviceEngine.ServiceStart();
+  EXPECT_EQ(shell.runs.size(), 2u);
+  // This system's sc has no "config": the service stays disabled and does not start.
+  EXPECT_EQ(active.GetServiceStatus(), u"Stopped");
+}
+
+// ---- started by COM -------------------------------------------------------------
+
+TEST_F(EngineCallbackTest, ComStartsTheMonitorIntoTheTrayAndASecondStartStepsAside) {
+  // Register this folder's monitor as the server, as an installer would.
+  Process* reg = Start(L"/RegServer");
+  ASSERT_TRUE(reg);
+  EXPECT_EQ(reg->WaitExit(), std::optional<DWORD>(0));
+  EXPECT_TRUE(FindProcesses(kMonitorExe).empty());
+
+  ASSERT_TRUE(SUCCEEDED(CoInitializeEx(nullptr, COINIT_MULTITHREADED)));
+  {
+    CLSID clsid{};
+    ASSERT_EQ(CLSIDFromProgID(L"QVMonitor.IMonitor", &clsid), S_OK);
+    _IMonitor* monitor = nullptr;
+    ASSERT_EQ(CoCreateInstance(clsid, nullptr, CLSCTX_LOCAL_SERVER, IID__IMonitor,
+                               reinterpret_cast<void**>(&monitor)),
+              S_OK);
+    auto running = FindProcesses(kMonitorExe);
+    ASSERT_EQ(running.size(), 1u);
+    EXPECT_TRUE(WaitForTraceLine(Folder(), kHideLine)) << "a start by COM goes into the tray";
+    auto window = MainWindow(running[0].pid);
+    ASSERT_TRUE(window.has_value());
+    EXPECT_FALSE(IsWindowVisible(window->hwnd));
+
+    // The class answers through the vtable.
+    BSTR text = nullptr;
+    EXPECT_EQ(monitor->GetProperTime(3909, &text), S_OK);
+    EXPECT_EQ(std::wstring(text ? text : L""), L"01:05:09");
+    SysFreeString(text);
+    EXPECT_EQ(monitor->put_dTransferRate(12.5), S_OK);
+    double rate = 0;
+    EXPECT_EQ(monitor->get_dTransferRate(&rate), S_OK);
+    EXPECT_EQ(rate, 12.5);
+
+    // Another start by COM while it runs ends at once and shows nothing.
+    Process* second = Start(L"-Embedding");
+    ASSERT_TRUE(second);
+    EXPECT_EQ(second->WaitExit(), std::optional<DWORD>(0));
+    EXPECT_EQ(FindProcesses(kMonitorExe).size(), 1u);
+    EXPECT_EQ(AllMonitorWindows().size(), 1u);
+    monitor->Release();
+  }
+  CoUninitialize();
+  TerminateProcessesUnder(kMonitorExe, Folder().Root());
+}
+
+}  // namespace
+}  // namespace e2e

@@ -1,0 +1,6 @@
+# The simulated engine against the monitor, the engine control on the real service
+# manager, and a start of the monitor by COM (EngineCallbackTest.cpp). Included by
+# CMakeLists.txt of this folder.
+qv_e2e_test(e2e_engine EngineCallbackTest.cpp)
+target_link_libraries(e2e_engine PRIVATE qv_engine qv_platform_win32 ole32 oleaut32 uuid)
+add_dependencies(e2e_engine qv_sim_background qv_sim_service)
