@@ -104,13 +104,14 @@ Image ContactSheet(bool large) {
   const int gap = 6, pad = 12, maxWidth = large ? 2400 : 1400;
   std::vector<Item> items;
   for (const Picture& p : Catalogue()) {
-    if ((p.kind == Kind::Bitmap && p.width > kLargeWidth) != large) continue;
+    // Small sheet: small bitmaps and icons up to 64; large: the rest.
+    if (p.kind == Kind::Bitmap && (p.width > kLargeWidth) != large) continue;
     Item it;
     if (p.kind == Kind::Bitmap)
       for (int pct : kScales) it.canvases.push_back(RenderBitmap(p, pct));
     else
       for (int size : p.iconSizes)
-        if (size <= 64 || large) it.canvases.push_back(RenderIcon(p, size));
+        if ((size > 64) == large) it.canvases.push_back(RenderIcon(p, size));
     if (it.canvases.empty()) continue;
     for (const Canvas& c : it.canvases) {
       it.w += c.Width() + gap;
