@@ -57,6 +57,8 @@ void MonitorShell::LoadMonitorWindow(frame::AppState& app) {
   CreateWindowExW(0, L"STATIC", kWindowTitle, WS_CHILD | WS_VISIBLE | SS_LEFT, 16, 16, 400, 20,
                   window_, nullptr, instance_, nullptr);
   AddTrayIcon();
+  // A background engine is ended once a day between transfers (the tick restarts it).
+  if (frame::EngineIsService(app) == 0) SetTimer(window_, kDailyTimerId, engine::kDailyTimerMs, nullptr);
 }
 
 void MonitorShell::ApplyGeometry(frame::AppState& app, std::optional<long> width,
@@ -197,6 +199,9 @@ LRESULT MonitorShell::Handle(UINT msg, WPARAM wp, LPARAM lp) {
       } else if (LOWORD(wp) == kMenuShutdown) {
         Shutdown();
       }
+      return 0;
+    case WM_TIMER:
+      if (wp == kDailyTimerId) engine::TimerProc(*app_);
       return 0;
     case WM_CLOSE:
       // Closing hides the window to the tray; only Shutdown ends the program.

@@ -14,6 +14,7 @@ inline constexpr wchar_t kWindowClass[] = L"QVMonitorWindow";
 inline constexpr wchar_t kWindowTitle[] = L"Corvane for Windows Monitor";
 
 enum MenuId : UINT { kMenuOpen = 101, kMenuShutdown = 111 };
+inline constexpr UINT_PTR kDailyTimerId = 0;
 
 class MonitorShell : public frame::IStartupSteps {
  public:
