@@ -14,6 +14,7 @@ Win32Platform::Win32Platform() {
   platform_.osName = &osName;
   platform_.processes = &processes;
   platform_.services = &services;
+  platform_.ui = &ui;
 }
 
 }  // namespace platform

@@ -13,6 +13,7 @@
 #include "platform/win32/Win32ServiceManager.h"
 #include "platform/win32/Win32Shell.h"
 #include "platform/win32/Win32SystemInfo.h"
+#include "platform/win32/Win32UiHost.h"
 
 namespace platform {
 
@@ -35,6 +36,7 @@ class Win32Platform {
   Win32OsNameProvider osName;
   Win32ProcessList processes;
   Win32ServiceManager services;
+  Win32UiHost ui;  // makes its windows on first use
 
  private:
   Platform platform_;

@@ -1,0 +1,752 @@
+// The Windows UI host: controls, their notifications, and painting.
+#include "platform/win32/Win32UiRecords.h"
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+namespace platform {
+
+using win32::Bitmap;
+using win32::Pictures;
+using win32::Wide;
+
+namespace {
+
+bool Drawn(UiKind kind) {
+  return kind == UiKind::Label || kind == UiKind::Picture || kind == UiKind::PictureButton;
+}
+
+bool Checkable(UiKind kind) { return kind == UiKind::CheckBox || kind == UiKind::OptionButton; }
+
+DWORD DateStyle(const UiControl& s) {
+  DWORD style = 0;
+  switch (s.dateFormat) {
+    case UiDateFormat::LongDate: style = DTS_LONGDATEFORMAT; break;
+    case UiDateFormat::Time: style = DTS_TIMEFORMAT; break;
+    default: style = DTS_SHORTDATEFORMAT; break;
+  }
+  return style | (s.upDown ? DTS_UPDOWN : 0);
+}
+
+// The style bits of a kind that a window cannot change once it exists.
+DWORD StructuralStyle(const UiControl& s) {
+  switch (s.kind) {
+    case UiKind::TextBox: return s.multiLine ? ES_MULTILINE : 0;
+    case UiKind::DatePicker: return DateStyle(s);
+    default: return 0;
+  }
+}
+
+SYSTEMTIME ToSystemTime(const base::DateTime& d) {
+  SYSTEMTIME st{};
+  st.wYear = static_cast<WORD>(d.year);
+  st.wMonth = static_cast<WORD>(d.month);
+  st.wDay = static_cast<WORD>(d.day);
+  st.wHour = static_cast<WORD>(d.hour);
+  st.wMinute = static_cast<WORD>(d.minute);
+  st.wSecond = static_cast<WORD>(d.second);
+  st.wDayOfWeek = static_cast<WORD>(d.Weekday() - 1);
+  return st;
+}
+
+base::DateTime FromSystemTime(const SYSTEMTIME& st) {
+  return {st.wYear, st.wMonth, st.wDay, st.wHour, st.wMinute, st.wSecond};
+}
+
+Text WindowText(HWND hwnd) {
+  const int n = GetWindowTextLengthW(hwnd);
+  std::wstring buffer(static_cast<std::size_t>(n) + 1, L'\0');
+  const int got = GetWindowTextW(hwnd, buffer.data(), n + 1);
+  return win32::FromWide(buffer.data(), static_cast<std::size_t>(std::max(0, got)));
+}
+
+// The skin's extra faces: a pressed or a disabled look of a standard face, when the
+// image folder has one.
+Text Variant(Pictures& pictures, const Text& key, const char16_t* suffix) {
+  if (!base::EndsWith(key, u"_enb") && !base::EndsWith(key, u"_ovr")) return key;
+  Text candidate = key.substr(0, key.size() - 4) + suffix;
+  return pictures.Exists(candidate) ? candidate : key;
+}
+
+wchar_t* Mutable(const Text& text) { return const_cast<wchar_t*>(Wide(text)); }
+
+}  // namespace
+
+// ---- Creating and changing controls -------------------------------------------------------
+
+RECT Win32UiHost::RectInForm(const ControlRec& c) const {
+  RECT r = PixelRect(c.state.rect);
+  for (UiHandle h = c.container; h != 0;) {
+    ControlRec* p = Control(h);
+    if (p == nullptr) break;
+    const RECT pr = PixelRect(p->state.rect);
+    OffsetRect(&r, pr.left, pr.top);
+    h = p->container;
+  }
+  return r;
+}
+
+bool Win32UiHost::ShownInForm(const ControlRec& c) const {
+  for (const ControlRec* p = &c; p != nullptr; p = p->container ? Control(p->container) : nullptr) {
+    if (!p->state.visible) return false;
+  }
+  return true;
+}
+
+HFONT Win32UiHost::Font(const UiFont& font) {
+  const double points = font.size > 0 ? font.size : 8.25;
+  const int hundredths = static_cast<int>(std::lround(points * 100));
+  const auto key = std::make_pair(hundredths, font.bold);
+  auto it = fonts_.find(key);
+  if (it != fonts_.end()) return it->second;
+  HFONT f = CreateFontW(-MulDiv(hundredths, dpiY_, 7200), 0, 0, 0, font.bold ? FW_BOLD : FW_NORMAL,
+                        FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
+                        CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS, L"Tahoma");
+  fonts_[key] = f;
+  return f;
+}
+
+UiTextSize Win32UiHost::MeasureText(const Text& text, const UiFont& font, double wrapWidth) {
+  HDC dc = GetDC(nullptr);
+  HGDIOBJ old = SelectObject(dc, Font(font));
+  RECT r{0, 0, 0, 0};
+  UINT flags = DT_CALCRECT | DT_EXPANDTABS;
+  if (wrapWidth > 0) {
+    r.right = std::max<LONG>(1, static_cast<LONG>(std::lround(wrapWidth / tppX_)));
+    flags |= DT_WORDBREAK;
+  }
+  // An empty caption still takes one line's height, as a label does.
+  const Text& measured = text.empty() ? Text(u" ") : text;
+  DrawTextW(dc, Wide(measured), static_cast<int>(measured.size()), &r, flags);
+  SelectObject(dc, old);
+  ReleaseDC(nullptr, dc);
+  const double width = text.empty() ? 0 : static_cast<double>(r.right - r.left) * tppX_;
+  return {width, static_cast<double>(r.bottom - r.top) * tppY_};
+}
+
+HWND Win32UiHost::CreateControlWindow(ControlRec& c) {
+  const UiControl& s = c.state;
+  HWND parent = nullptr;
+  if (c.container != 0) {
+    if (ControlRec* p = Control(c.container)) parent = p->hwnd;
+  } else if (FormRec* f = Form(c.window)) {
+    parent = f->hwnd;
+  }
+  if (parent == nullptr) return nullptr;
+
+  const wchar_t* cls = L"STATIC";
+  DWORD style = WS_CHILD | WS_CLIPSIBLINGS | (s.visible ? WS_VISIBLE : 0) | (s.enabled ? 0 : WS_DISABLED);
+  DWORD ex = 0;
+  switch (s.kind) {
+    case UiKind::Label: style |= SS_OWNERDRAW | SS_NOTIFY; break;
+    case UiKind::Picture: style |= SS_OWNERDRAW | SS_NOTIFY | WS_CLIPCHILDREN; break;
+    case UiKind::PictureButton:
+      cls = L"BUTTON";
+      style |= BS_OWNERDRAW | WS_CLIPCHILDREN;
+      break;
+    case UiKind::CheckBox:
+      cls = L"BUTTON";
+      style |= BS_3STATE | WS_TABSTOP;
+      break;
+    case UiKind::OptionButton:
+      cls = L"BUTTON";
+      style |= BS_RADIOBUTTON | WS_TABSTOP;
+      break;
+    case UiKind::TextBox:
+      cls = L"EDIT";
+      style |= WS_TABSTOP | (s.multiLine ? ES_MULTILINE | ES_AUTOVSCROLL | ES_WANTRETURN | WS_VSCROLL
+                                         : ES_AUTOHSCROLL);
+      ex = WS_EX_CLIENTEDGE;
+      break;
+    case UiKind::ListView:
+      cls = WC_LISTVIEWW;
+      style |= LVS_REPORT | LVS_SINGLESEL | WS_TABSTOP | (s.hideSelection ? 0 : LVS_SHOWSELALWAYS);
+      ex = WS_EX_CLIENTEDGE;
+      break;
+    case UiKind::ProgressBar: cls = PROGRESS_CLASSW; break;
+    case UiKind::DatePicker:
+      cls = DATETIMEPICK_CLASSW;
+      style |= WS_TABSTOP | DateStyle(s);
+      break;
+  }
+  const RECT r = PixelRect(s.rect);
+  const Text text = s.kind == UiKind::ListView || s.kind == UiKind::ProgressBar ||
+                            s.kind == UiKind::DatePicker
+                        ? Text()
+                        : s.caption;
+  HWND hwnd = CreateWindowExW(ex, cls, Wide(text), style, r.left, r.top, r.right - r.left,
+                              r.bottom - r.top, parent,
+                              reinterpret_cast<HMENU>(static_cast<UINT_PTR>(c.handle & 0xFFFF)),
+                              instance_, nullptr);
+  if (hwnd == nullptr) return nullptr;
+  c.hwnd = hwnd;
+  c.createdStyle = StructuralStyle(s);
+  byHwnd_[hwnd] = c.handle;
+  SetWindowSubclass(hwnd, &Win32UiHost::ControlProc, 1, reinterpret_cast<DWORD_PTR>(this));
+  SetName(hwnd, s.name);
+  // Created later, stacked higher: the design's order of its controls.
+  SetWindowPos(hwnd, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  c.listBuilt = false;
+  ApplyControl(c, UiChange::All);
+  return hwnd;
+}
+
+UiHandle Win32UiHost::CreateControl(UiHandle window, UiHandle container, const UiControl& control) {
+  FormRec* f = Form(window);
+  if (f == nullptr || f->dead) return 0;
+  if (container != 0) {
+    ControlRec* p = Control(container);
+    if (p == nullptr || p->window != window) return 0;
+  }
+  auto c = std::make_unique<ControlRec>();
+  c->handle = next_++;
+  c->window = window;
+  c->container = container;
+  c->state = control;
+  ControlRec& rec = *c;
+  controls_[rec.handle] = std::move(c);
+  if (CreateControlWindow(rec) == nullptr) {
+    controls_.erase(rec.handle);
+    return 0;
+  }
+  f->controls.push_back(rec.handle);
+  return rec.handle;
+}
+
+void Win32UiHost::UpdateControl(UiHandle control, const UiControl& state, UiChange changes) {
+  ControlRec* c = Control(control);
+  if (c == nullptr || c->dead) return;
+  c->state = state;
+  if (StructuralStyle(state) != c->createdStyle) {
+    Recreate(*c);
+    return;
+  }
+  ApplyControl(*c, changes);
+}
+
+void Win32UiHost::Recreate(ControlRec& c) {
+  HWND old = c.hwnd;
+  HWND above = GetWindow(old, GW_HWNDPREV);
+  RemoveHoverTip(old);
+  DropName(old);
+  byHwnd_.erase(old);
+  c.hwnd = nullptr;
+  c.shownColumns.clear();
+  c.shownRows.clear();
+  DestroyWindow(old);
+  if (CreateControlWindow(c) == nullptr) return;
+  // Back to its place among its siblings.
+  SetWindowPos(c.hwnd, above != nullptr ? above : HWND_TOP, 0, 0, 0, 0,
+               SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+void Win32UiHost::Repaint(ControlRec& c) {
+  // Drawn controls show what lies below them, and what lies above them shows them:
+  // redraw everything over the control's place.
+  HWND parent = GetParent(c.hwnd);
+  RECT r;
+  GetWindowRect(c.hwnd, &r);
+  MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&r), 2);
+  RedrawWindow(parent, &r, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
+}
+
+void Win32UiHost::ApplyControl(ControlRec& c, UiChange changes) {
+  const UiControl& s = c.state;
+  HWND hwnd = c.hwnd;
+  ++c.updating;
+  if (Has(changes, UiChange::Layout)) {
+    RECT now;
+    GetWindowRect(hwnd, &now);
+    MapWindowPoints(nullptr, GetParent(hwnd), reinterpret_cast<POINT*>(&now), 2);
+    const RECT r = PixelRect(s.rect);
+    if (!EqualRect(&now, &r)) {
+      if (Drawn(s.kind)) Repaint(c);  // the place it leaves
+      SetWindowPos(hwnd, nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top,
+                   SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+    }
+  }
+  if (Has(changes, UiChange::Style) || Has(changes, UiChange::Caption)) {
+    if (!Drawn(s.kind)) SendMessageW(hwnd, WM_SETFONT, reinterpret_cast<WPARAM>(Font(s.font)), TRUE);
+  }
+  if (Has(changes, UiChange::Caption)) {
+    const bool hasText = s.kind != UiKind::ListView && s.kind != UiKind::ProgressBar &&
+                         s.kind != UiKind::DatePicker;
+    if (hasText && WindowText(hwnd) != s.caption) SetWindowTextW(hwnd, Wide(s.caption));
+    SetHoverTip(c);
+  }
+  if (Has(changes, UiChange::Style)) {
+    switch (s.kind) {
+      case UiKind::TextBox:
+        SendMessageW(hwnd, EM_SETPASSWORDCHAR, s.passwordChar, 0);
+        SendMessageW(hwnd, EM_SETREADONLY, s.locked ? TRUE : FALSE, 0);
+        SendMessageW(hwnd, EM_SETLIMITTEXT, s.maxLength > 0 ? s.maxLength : 0, 0);
+        break;
+      case UiKind::ListView: {
+        const DWORD mask = LVS_EX_FULLROWSELECT | LVS_EX_CHECKBOXES | LVS_EX_DOUBLEBUFFER;
+        const DWORD want = (s.fullRowSelect ? LVS_EX_FULLROWSELECT : 0) |
+                           (s.checkboxes ? LVS_EX_CHECKBOXES : 0) | LVS_EX_DOUBLEBUFFER;
+        if ((ListView_GetExtendedListViewStyle(hwnd) & mask) != want) {
+          ListView_SetExtendedListViewStyleEx(hwnd, mask, want);
+          c.listBuilt = false;  // check marks come and go with the rows
+        }
+        LONG_PTR style = GetWindowLongPtrW(hwnd, GWL_STYLE);
+        LONG_PTR wantStyle = s.hideSelection ? style & ~static_cast<LONG_PTR>(LVS_SHOWSELALWAYS)
+                                             : style | LVS_SHOWSELALWAYS;
+        if (wantStyle != style) SetWindowLongPtrW(hwnd, GWL_STYLE, wantStyle);
+        break;
+      }
+      case UiKind::DatePicker:
+        SendMessageW(hwnd, DTM_SETFORMATW, 0,
+                     s.dateFormat == UiDateFormat::Custom && !s.customFormat.empty()
+                         ? reinterpret_cast<LPARAM>(Wide(s.customFormat))
+                         : 0);
+        break;
+      default: break;
+    }
+  }
+  if (Has(changes, UiChange::Value)) {
+    switch (s.kind) {
+      case UiKind::CheckBox:
+      case UiKind::OptionButton:
+        SendMessageW(hwnd, BM_SETCHECK,
+                     s.check == 1 ? BST_CHECKED : s.check == 2 ? BST_INDETERMINATE : BST_UNCHECKED, 0);
+        break;
+      case UiKind::ProgressBar:
+        SendMessageW(hwnd, PBM_SETRANGE32, static_cast<WPARAM>(std::lround(s.min)),
+                     static_cast<LPARAM>(std::lround(s.max)));
+        SendMessageW(hwnd, PBM_SETPOS, static_cast<WPARAM>(std::lround(s.value)), 0);
+        SendMessageW(hwnd, PBM_SETBARCOLOR, 0,
+                     s.barColor == kUiDefaultColor ? CLR_DEFAULT : static_cast<LPARAM>(s.barColor));
+        break;
+      case UiKind::DatePicker: {
+        SYSTEMTIME st = ToSystemTime(s.date);
+        SendMessageW(hwnd, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&st));
+        break;
+      }
+      default: break;
+    }
+  }
+  if (Has(changes, UiChange::Items) && s.kind == UiKind::ListView) ApplyList(c, false);
+  if (Has(changes, UiChange::Style) && s.kind == UiKind::ListView && !c.listBuilt) ApplyList(c, true);
+  if (Has(changes, UiChange::Enabled)) {
+    if ((IsWindowEnabled(hwnd) != FALSE) != s.enabled) EnableWindow(hwnd, s.enabled ? TRUE : FALSE);
+  }
+  if (Has(changes, UiChange::Visible)) {
+    if (((GetWindowLongPtrW(hwnd, GWL_STYLE) & WS_VISIBLE) != 0) != s.visible) {
+      ShowWindow(hwnd, s.visible ? SW_SHOWNA : SW_HIDE);
+    }
+  }
+  if (Drawn(s.kind) && (Has(changes, UiChange::Caption) || Has(changes, UiChange::Style) ||
+                        Has(changes, UiChange::Picture) || Has(changes, UiChange::Enabled) ||
+                        Has(changes, UiChange::Layout))) {
+    Repaint(c);
+  } else if (Checkable(s.kind) && (Has(changes, UiChange::Style) || Has(changes, UiChange::Layout))) {
+    InvalidateRect(hwnd, nullptr, TRUE);
+  }
+  --c.updating;
+}
+
+void Win32UiHost::ApplyList(ControlRec& c, bool force) {
+  const UiControl& s = c.state;
+  HWND hwnd = c.hwnd;
+  ++c.updating;
+  if (force || s.columns != c.shownColumns) {
+    ListView_DeleteAllItems(hwnd);
+    while (ListView_DeleteColumn(hwnd, 0)) {
+    }
+    for (std::size_t i = 0; i < s.columns.size(); ++i) {
+      LVCOLUMNW col{};
+      col.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
+      col.pszText = Mutable(s.columns[i].caption);
+      col.cx = static_cast<int>(std::lround(s.columns[i].width / tppX_));
+      col.iSubItem = static_cast<int>(i);
+      ListView_InsertColumn(hwnd, static_cast<int>(i), &col);
+    }
+    c.shownColumns = s.columns;
+    c.shownRows.clear();
+    c.listBuilt = false;
+  }
+  const int columns = static_cast<int>(s.columns.size());
+  auto setCells = [&](int i, const UiListRow& row, const UiListRow* before) {
+    if (before == nullptr || before->text != row.text) {
+      ListView_SetItemText(hwnd, i, 0, Mutable(row.text));
+    }
+    for (int sub = 1; sub < columns; ++sub) {
+      const Text& now = static_cast<std::size_t>(sub - 1) < row.subItems.size()
+                            ? row.subItems[static_cast<std::size_t>(sub - 1)]
+                            : Text();
+      const Text* was = before != nullptr && static_cast<std::size_t>(sub - 1) < before->subItems.size()
+                            ? &before->subItems[static_cast<std::size_t>(sub - 1)]
+                            : nullptr;
+      if (before == nullptr || was == nullptr || *was != now) {
+        ListView_SetItemText(hwnd, i, sub, Mutable(now));
+      }
+    }
+    if (s.checkboxes && (before == nullptr || before->checked != row.checked)) {
+      ListView_SetCheckState(hwnd, i, row.checked ? TRUE : FALSE);
+    }
+    if (before == nullptr || before->selected != row.selected) {
+      ListView_SetItemState(hwnd, i, row.selected ? LVIS_SELECTED | LVIS_FOCUSED : 0,
+                            LVIS_SELECTED | LVIS_FOCUSED);
+      if (row.selected) ListView_EnsureVisible(hwnd, i, FALSE);
+    }
+  };
+  if (!c.listBuilt || s.rows.size() != c.shownRows.size()) {
+    SendMessageW(hwnd, WM_SETREDRAW, FALSE, 0);
+    ListView_DeleteAllItems(hwnd);
+    for (std::size_t i = 0; i < s.rows.size(); ++i) {
+      LVITEMW item{};
+      item.mask = LVIF_TEXT;
+      item.iItem = static_cast<int>(i);
+      item.pszText = Mutable(s.rows[i].text);
+      ListView_InsertItem(hwnd, &item);
+      setCells(static_cast<int>(i), s.rows[i], nullptr);
+    }
+    SendMessageW(hwnd, WM_SETREDRAW, TRUE, 0);
+    InvalidateRect(hwnd, nullptr, TRUE);
+    c.listBuilt = true;
+  } else {
+    for (std::size_t i = 0; i < s.rows.size(); ++i) {
+      if (s.rows[i] != c.shownRows[i]) setCells(static_cast<int>(i), s.rows[i], &c.shownRows[i]);
+    }
+  }
+  c.shownRows = s.rows;
+  --c.updating;
+}
+
+// ---- Messages of controls -----------------------------------------------------------------
+
+LRESULT Win32UiHost::OnControlMessage(ControlRec& c, UINT msg, WPARAM wp, LPARAM lp) {
+  FormRec* f = Form(c.window);
+  HWND hwnd = c.hwnd;
+  if (f == nullptr || f->dead) return DefSubclassProc(hwnd, msg, wp, lp);
+  switch (msg) {
+    case WM_LBUTTONDOWN:
+    case WM_RBUTTONDOWN:
+    case WM_MBUTTONDOWN:
+    case WM_LBUTTONUP:
+    case WM_RBUTTONUP:
+    case WM_MBUTTONUP:
+    case WM_LBUTTONDBLCLK:
+    case WM_RBUTTONDBLCLK:
+    case WM_MBUTTONDBLCLK:
+    case WM_MOUSEMOVE:
+      if (msg == WM_LBUTTONDOWN) c.rowClickSent = false;
+      // A handler may close the window under the pointer; then nothing more is done.
+      if (!Mouse(*f, &c, hwnd, msg, wp, lp)) return 0;
+      break;
+    case WM_SETFOCUS: {
+      LRESULT r = DefSubclassProc(hwnd, msg, wp, lp);
+      if (!c.dead && !f->dead) f->events->OnFocus(f->handle, c.handle);
+      return r;
+    }
+    case WM_ERASEBKGND:
+      if (Drawn(c.state.kind)) return 1;  // all of it is painted in one go
+      break;
+    default: {
+      LRESULT result = 0;
+      if (OnParentMessage(msg, wp, lp, result)) return result;
+      break;
+    }
+  }
+  return DefSubclassProc(hwnd, msg, wp, lp);
+}
+
+bool Win32UiHost::OnParentMessage(UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) {
+  switch (msg) {
+    case WM_DRAWITEM: {
+      const auto* dis = reinterpret_cast<const DRAWITEMSTRUCT*>(lp);
+      ControlRec* c = ControlOf(dis->hwndItem);
+      if (c == nullptr || c->dead || !Drawn(c->state.kind)) return false;
+      PaintOwnerDrawn(*c, dis->hDC, dis->rcItem, (dis->itemState & ODS_SELECTED) != 0);
+      result = TRUE;
+      return true;
+    }
+    case WM_CTLCOLORSTATIC:
+    case WM_CTLCOLORBTN: {
+      ControlRec* c = ControlOf(reinterpret_cast<HWND>(lp));
+      if (c == nullptr || c->dead || !Checkable(c->state.kind)) return false;
+      HDC dc = reinterpret_cast<HDC>(wp);
+      SetBkMode(dc, TRANSPARENT);
+      SetTextColor(dc, c->state.foreColor == kUiDefaultColor ? GetSysColor(COLOR_BTNTEXT)
+                                                             : c->state.foreColor);
+      result = reinterpret_cast<LRESULT>(Backdrop(*c));
+      return true;
+    }
+    case WM_COMMAND: {
+      ControlRec* c = ControlOf(reinterpret_cast<HWND>(lp));
+      if (c == nullptr || c->dead) return false;
+      FormRec* f = Form(c->window);
+      if (f == nullptr || f->dead) return false;
+      const WORD code = HIWORD(wp);
+      if (Checkable(c->state.kind) && (code == BN_CLICKED || code == BN_DOUBLECLICKED)) {
+        // The state is the model's: it toggles and sends the check back.
+        if (c->updating == 0) f->events->OnClick(f->handle, c->handle);
+      } else if (c->state.kind == UiKind::TextBox && code == EN_CHANGE && c->updating == 0) {
+        c->state.caption = WindowText(c->hwnd);
+        f->events->OnTextChanged(f->handle, c->handle, c->state.caption);
+      }
+      result = 0;
+      return true;
+    }
+    case WM_NOTIFY: {
+      const auto* nm = reinterpret_cast<const NMHDR*>(lp);
+      ControlRec* c = ControlOf(nm->hwndFrom);
+      if (c == nullptr || c->dead) return false;
+      FormRec* f = Form(c->window);
+      if (f == nullptr || f->dead) return false;
+      if (c->state.kind == UiKind::ListView) {
+        switch (nm->code) {
+          case LVN_ITEMCHANGED: {
+            const auto* lv = reinterpret_cast<const NMLISTVIEW*>(lp);
+            result = 0;
+            if (c->updating != 0 || lv->iItem < 0 || (lv->uChanged & LVIF_STATE) == 0) return true;
+            const UINT oldImage = (lv->uOldState & LVIS_STATEIMAGEMASK) >> 12;
+            const UINT newImage = (lv->uNewState & LVIS_STATEIMAGEMASK) >> 12;
+            if (c->state.checkboxes && oldImage != 0 && newImage != 0 && oldImage != newImage) {
+              f->events->OnList(f->handle, c->handle, {UiListWhat::RowCheck, lv->iItem + 1, newImage == 2});
+              if (c->dead) return true;
+            }
+            if ((lv->uNewState & LVIS_SELECTED) != 0 && (lv->uOldState & LVIS_SELECTED) == 0) {
+              c->rowClickSent = true;
+              f->events->OnList(f->handle, c->handle, {UiListWhat::RowClick, lv->iItem + 1, false});
+            }
+            return true;
+          }
+          case NM_CLICK: {
+            const auto* ia = reinterpret_cast<const NMITEMACTIVATE*>(lp);
+            // A click on the row that was already selected is a row click too.
+            if (ia->iItem >= 0 && !c->rowClickSent) {
+              f->events->OnList(f->handle, c->handle, {UiListWhat::RowClick, ia->iItem + 1, false});
+            }
+            if (!c->dead) c->rowClickSent = false;
+            result = 0;
+            return true;
+          }
+          case LVN_COLUMNCLICK: {
+            const auto* lv = reinterpret_cast<const NMLISTVIEW*>(lp);
+            f->events->OnList(f->handle, c->handle, {UiListWhat::ColumnClick, lv->iSubItem + 1, false});
+            result = 0;
+            return true;
+          }
+          case NM_CUSTOMDRAW: {
+            auto* cd = reinterpret_cast<NMLVCUSTOMDRAW*>(lp);
+            if (cd->nmcd.dwDrawStage == CDDS_PREPAINT) {
+              result = CDRF_NOTIFYITEMDRAW;
+            } else if (cd->nmcd.dwDrawStage == CDDS_ITEMPREPAINT) {
+              const std::size_t row = static_cast<std::size_t>(cd->nmcd.dwItemSpec);
+              if (row < c->state.rows.size() && c->state.rows[row].foreColor != kUiDefaultColor) {
+                cd->clrText = c->state.rows[row].foreColor;
+              }
+              result = CDRF_DODEFAULT;
+            } else {
+              result = CDRF_DODEFAULT;
+            }
+            return true;
+          }
+          default: return false;
+        }
+      }
+      if (c->state.kind == UiKind::DatePicker && nm->code == DTN_DATETIMECHANGE) {
+        const auto* dt = reinterpret_cast<const NMDATETIMECHANGE*>(lp);
+        if (c->updating == 0 && dt->dwFlags == GDT_VALID) {
+          c->state.date = FromSystemTime(dt->st);
+          f->events->OnDateChanged(f->handle, c->handle, c->state.date);
+        }
+        result = 0;
+        return true;
+      }
+      return false;
+    }
+    default: return false;
+  }
+}
+
+// ---- Painting --------------------------------------------------------------------------------
+
+void Win32UiHost::PaintScene(FormRec& f, HDC dc, const RECT& clip, const ControlRec* upTo,
+                             bool backgroundOnly, bool upToPressed) {
+  RECT client;
+  GetClientRect(f.hwnd, &client);
+  if (f.state.backColor != kUiDefaultColor) {
+    HBRUSH bg = CreateSolidBrush(f.state.backColor);
+    FillRect(dc, &clip, bg);
+    DeleteObject(bg);
+  } else {
+    FillRect(dc, &clip, GetSysColorBrush(COLOR_BTNFACE));
+  }
+  if (!f.state.pictureKey.empty()) {
+    if (const Bitmap* b = pictures_->Find(f.state.pictureKey, client.bottom)) {
+      Pictures::Draw(dc, *b, 0, 0, b->width, b->height);
+    } else {
+      Pictures::DrawPlaceholder(dc, client);
+    }
+  }
+  if (backgroundOnly) return;
+
+  // Stacking order: a container, then what it holds, then its later siblings.
+  std::function<bool(UiHandle, const RECT&)> visit = [&](UiHandle container, const RECT& area) {
+    for (UiHandle h : f.controls) {
+      ControlRec* c = Control(h);
+      if (c == nullptr || c->container != container) continue;
+      if (!c->state.visible) {
+        if (c == upTo) return true;
+        continue;
+      }
+      const RECT r = RectInForm(*c);
+      RECT shown;
+      if (!IntersectRect(&shown, &r, &area)) SetRectEmpty(&shown);
+      RECT hit;
+      if (Drawn(c->state.kind) && IntersectRect(&hit, &shown, &clip)) {
+        const int saved = SaveDC(dc);
+        IntersectClipRect(dc, shown.left, shown.top, shown.right, shown.bottom);
+        PaintControl(*c, dc, r, c == upTo && upToPressed);
+        RestoreDC(dc, saved);
+      }
+      if (c == upTo) return true;
+      if (visit(c->handle, shown)) return true;
+    }
+    return false;
+  };
+  visit(0, client);
+}
+
+void Win32UiHost::PaintControl(ControlRec& c, HDC dc, const RECT& r, bool pressed) {
+  const UiControl& s = c.state;
+  if (s.backColor != kUiDefaultColor) {
+    HBRUSH b = CreateSolidBrush(s.backColor);
+    FillRect(dc, &r, b);
+    DeleteObject(b);
+  }
+  const int height = r.bottom - r.top;
+  switch (s.kind) {
+    case UiKind::Picture: {
+      if (s.pictureKey.empty()) break;
+      if (const Bitmap* b = pictures_->Find(s.pictureKey, height)) {
+        // As the platform's picture box: the picture at its own size, top left.
+        Pictures::Draw(dc, *b, r.left, r.top, b->width, b->height);
+      } else {
+        Pictures::DrawPlaceholder(dc, r);
+      }
+      break;
+    }
+    case UiKind::PictureButton: {
+      Text key = s.pictureKey;
+      if (pressed) {
+        key = Variant(*pictures_, key, u"_dwn");
+      } else if (s.skinState == 2 || !s.enabled) {
+        key = Variant(*pictures_, key, u"_dis");
+      }
+      if (const Bitmap* b = pictures_->Find(key, height)) {
+        Pictures::DrawFace(dc, *b, r);
+      } else if (!key.empty()) {
+        Pictures::DrawPlaceholder(dc, r);
+      }
+      break;
+    }
+    case UiKind::Label: {
+      HGDIOBJ old = SelectObject(dc, Font(s.font));
+      SetBkMode(dc, TRANSPARENT);
+      COLORREF color = s.foreColor == kUiDefaultColor ? GetSysColor(COLOR_BTNTEXT) : s.foreColor;
+      if (!s.enabled) color = GetSysColor(COLOR_GRAYTEXT);
+      SetTextColor(dc, color);
+      UINT flags = DT_WORDBREAK | DT_EXPANDTABS;
+      flags |= s.align == UiAlign::Center ? DT_CENTER : s.align == UiAlign::Right ? DT_RIGHT : DT_LEFT;
+      RECT text = r;
+      DrawTextW(dc, Wide(s.caption), static_cast<int>(s.caption.size()), &text, flags);
+      SelectObject(dc, old);
+      break;
+    }
+    default: break;
+  }
+}
+
+void Win32UiHost::PaintOwnerDrawn(ControlRec& c, HDC dc, const RECT& client, bool pressed) {
+  FormRec* f = Form(c.window);
+  if (f == nullptr) return;
+  const int w = client.right - client.left;
+  const int h = client.bottom - client.top;
+  if (w <= 0 || h <= 0) return;
+  HDC mem = CreateCompatibleDC(dc);
+  HBITMAP bmp = CreateCompatibleBitmap(dc, w, h);
+  HGDIOBJ old = SelectObject(mem, bmp);
+  const RECT inForm = RectInForm(c);
+  SetViewportOrgEx(mem, -inForm.left, -inForm.top, nullptr);
+  PaintScene(*f, mem, inForm, &c, false, pressed);
+  SetViewportOrgEx(mem, 0, 0, nullptr);
+  BitBlt(dc, client.left, client.top, w, h, mem, 0, 0, SRCCOPY);
+  SelectObject(mem, old);
+  DeleteObject(bmp);
+  DeleteDC(mem);
+}
+
+HBRUSH Win32UiHost::Backdrop(ControlRec& c) {
+  if (c.backdrop) DeleteObject(c.backdrop);
+  if (c.backdropBitmap) DeleteObject(c.backdropBitmap);
+  c.backdrop = nullptr;
+  c.backdropBitmap = nullptr;
+  if (c.state.backColor != kUiDefaultColor) {
+    c.backdrop = CreateSolidBrush(c.state.backColor);
+    return c.backdrop;
+  }
+  FormRec* f = Form(c.window);
+  if (f == nullptr) return GetSysColorBrush(COLOR_BTNFACE);
+  const RECT r = RectInForm(c);
+  const int w = std::max<LONG>(1, r.right - r.left);
+  const int h = std::max<LONG>(1, r.bottom - r.top);
+  // The place under the control as the form draws it, as a brush the control
+  // fills its background with: it then looks transparent on any background.
+  HDC screen = GetDC(c.hwnd);
+  HDC mem = CreateCompatibleDC(screen);
+  c.backdropBitmap = CreateCompatibleBitmap(screen, w, h);
+  HGDIOBJ old = SelectObject(mem, c.backdropBitmap);
+  SetViewportOrgEx(mem, -r.left, -r.top, nullptr);
+  PaintScene(*f, mem, r, &c, false);
+  SelectObject(mem, old);
+  DeleteDC(mem);
+  ReleaseDC(c.hwnd, screen);
+  c.backdrop = CreatePatternBrush(c.backdropBitmap);
+  return c.backdrop;
+}
+
+// ---- Plain hover tips -------------------------------------------------------------------------
+
+void Win32UiHost::SetHoverTip(ControlRec& c) {
+  if (c.state.toolTip.empty()) {
+    RemoveHoverTip(c.hwnd);
+    return;
+  }
+  if (hoverTip_ == nullptr) {
+    hoverTip_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                                WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT,
+                                CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, hostHwnd_, nullptr,
+                                instance_, nullptr);
+    if (hoverTip_ == nullptr) return;
+  }
+  TOOLINFOW ti{};
+  ti.cbSize = sizeof(ti);
+  ti.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+  ti.hwnd = GetParent(c.hwnd);
+  ti.uId = reinterpret_cast<UINT_PTR>(c.hwnd);
+  ti.lpszText = Mutable(c.state.toolTip);
+  TOOLINFOW probe = ti;
+  probe.lpszText = nullptr;
+  if (SendMessageW(hoverTip_, TTM_GETTOOLINFOW, 0, reinterpret_cast<LPARAM>(&probe))) {
+    SendMessageW(hoverTip_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&ti));
+  } else {
+    SendMessageW(hoverTip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&ti));
+  }
+}
+
+void Win32UiHost::RemoveHoverTip(HWND tool) {
+  if (hoverTip_ == nullptr || tool == nullptr) return;
+  TOOLINFOW ti{};
+  ti.cbSize = sizeof(ti);
+  ti.uFlags = TTF_IDISHWND;
+  ti.hwnd = GetParent(tool);
+  ti.uId = reinterpret_cast<UINT_PTR>(tool);
+  SendMessageW(hoverTip_, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&ti));
+}
+
+}  // namespace platform

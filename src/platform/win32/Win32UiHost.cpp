@@ -1,0 +1,757 @@
+// The Windows UI host: the host window, the loops, timers, and the forms' windows.
+// Controls and painting are in Win32UiControls.cpp, tips, tray and menus in
+// Win32UiShell.cpp.
+#include "platform/win32/Win32UiRecords.h"
+
+#include <windowsx.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace platform {
+
+using win32::Wide;
+
+namespace {
+
+// Every message handled here counts; records of windows destroyed meanwhile are
+// freed only when the outermost one is done, so that a handler that closes its own
+// window never leaves a caller holding freed memory.
+class Depth {
+ public:
+  explicit Depth(int& depth) : depth_(depth) { ++depth_; }
+  ~Depth() { --depth_; }
+  Depth(const Depth&) = delete;
+  Depth& operator=(const Depth&) = delete;
+
+ private:
+  int& depth_;
+};
+
+int KeyShift(const MSG& msg) {
+  const bool sys = msg.message == WM_SYSKEYDOWN || msg.message == WM_SYSKEYUP;
+  // A key posted by another program carries Alt only in its context bit.
+  const bool alt = (sys && (msg.lParam & (1 << 29)) != 0) || GetKeyState(VK_MENU) < 0;
+  return (GetKeyState(VK_SHIFT) < 0 ? 1 : 0) | (GetKeyState(VK_CONTROL) < 0 ? 2 : 0) |
+         (alt ? 4 : 0);
+}
+
+}  // namespace
+
+Win32UiHost::Win32UiHost(Text imageFolder) {
+  instance_ = GetModuleHandleW(nullptr);
+
+  HDC screen = GetDC(nullptr);
+  dpiX_ = std::max(1, GetDeviceCaps(screen, LOGPIXELSX));
+  dpiY_ = std::max(1, GetDeviceCaps(screen, LOGPIXELSY));
+  ReleaseDC(nullptr, screen);
+  tppX_ = std::max(1, 1440 / dpiX_);
+  tppY_ = std::max(1, 1440 / dpiY_);
+
+  if (imageFolder.empty()) {
+    wchar_t path[MAX_PATH] = {};
+    DWORD n = GetModuleFileNameW(nullptr, path, MAX_PATH);
+    Text exe = win32::FromWide(path, n);
+    std::size_t slash = exe.find_last_of(u'\\');
+    imageFolder = (slash == Text::npos ? Text() : exe.substr(0, slash)) + u"\\images";
+  }
+  pictures_ = std::make_unique<win32::Pictures>(imageFolder, dpiY_);
+
+}
+
+HWND Win32UiHost::Started() {
+  if (hostHwnd_ != nullptr) return hostHwnd_;
+  INITCOMMONCONTROLSEX icc{sizeof(icc), ICC_WIN95_CLASSES | ICC_DATE_CLASSES | ICC_BAR_CLASSES |
+                                            ICC_LISTVIEW_CLASSES | ICC_PROGRESS_CLASS |
+                                            ICC_STANDARD_CLASSES};
+  InitCommonControlsEx(&icc);
+
+  WNDCLASSEXW host{};
+  host.cbSize = sizeof(host);
+  host.lpfnWndProc = &Win32UiHost::HostProc;
+  host.hInstance = instance_;
+  host.lpszClassName = kHostClass;
+  RegisterClassExW(&host);
+
+  WNDCLASSEXW form{};
+  form.cbSize = sizeof(form);
+  form.style = CS_DBLCLKS;
+  form.lpfnWndProc = &Win32UiHost::FormProc;
+  form.hInstance = instance_;
+  form.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+  form.hIcon = LoadIconW(instance_, MAKEINTRESOURCEW(1));
+  if (form.hIcon == nullptr) form.hIcon = LoadIconW(nullptr, IDI_APPLICATION);
+  form.lpszClassName = kFormClass;
+  RegisterClassExW(&form);
+
+  // A hidden top-level popup rather than a message-only window: only top-level
+  // windows hear that the taskbar was created again.
+  hostHwnd_ = CreateWindowExW(WS_EX_TOOLWINDOW, kHostClass, L"QvUiHost", WS_POPUP, 0, 0, 0, 0,
+                              nullptr, nullptr, instance_, this);
+  taskbarCreated_ = RegisterWindowMessageW(L"TaskbarCreated");
+  return hostHwnd_;
+}
+
+Win32UiHost::~Win32UiHost() {
+  for (auto& [h, t] : tray_) {
+    if (t->added) Shell_NotifyIconW(NIM_DELETE, &t->data);
+    if (t->iconOwned && t->icon) DestroyIcon(t->icon);
+  }
+  tray_.clear();
+  for (auto& [h, tip] : tips_) {
+    if (IsWindow(tip->hwnd)) DestroyWindow(tip->hwnd);
+    if (tip->font) DeleteObject(tip->font);
+  }
+  tips_.clear();
+  if (plainTip_) DestroyWindow(plainTip_);
+  if (hoverTip_) DestroyWindow(hoverTip_);
+  while (!forms_.empty()) DestroyForm(forms_.begin()->first);
+  graveyard_.clear();
+  controlGraveyard_.clear();
+  if (hostHwnd_) {
+    for (auto& [id, fn] : timers_) KillTimer(hostHwnd_, id);
+    DestroyWindow(hostHwnd_);
+  }
+  timers_.clear();
+  for (auto& [key, font] : fonts_) DeleteObject(font);
+}
+
+// ---- Lookups ------------------------------------------------------------------------
+
+Win32UiHost::FormRec* Win32UiHost::Form(UiHandle h) const {
+  auto it = forms_.find(h);
+  return it == forms_.end() ? nullptr : it->second.get();
+}
+
+Win32UiHost::ControlRec* Win32UiHost::Control(UiHandle h) const {
+  auto it = controls_.find(h);
+  return it == controls_.end() ? nullptr : it->second.get();
+}
+
+Win32UiHost::FormRec* Win32UiHost::FormOf(HWND hwnd) const {
+  auto it = byHwnd_.find(hwnd);
+  return it == byHwnd_.end() ? nullptr : Form(it->second);
+}
+
+Win32UiHost::ControlRec* Win32UiHost::ControlOf(HWND hwnd) const {
+  auto it = byHwnd_.find(hwnd);
+  return it == byHwnd_.end() ? nullptr : Control(it->second);
+}
+
+HWND Win32UiHost::WindowHandle(UiHandle h) const {
+  if (FormRec* f = Form(h)) return f->hwnd;
+  if (ControlRec* c = Control(h)) return c->hwnd;
+  return nullptr;
+}
+
+RECT Win32UiHost::PixelRect(const UiRect& r) const {
+  // Edges are rounded one by one, so that neighbours meet without a gap.
+  auto px = [](double twips, int tpp) { return static_cast<LONG>(std::lround(twips / tpp)); };
+  RECT out;
+  out.left = px(r.left, tppX_);
+  out.top = px(r.top, tppY_);
+  out.right = px(r.left + r.width, tppX_);
+  out.bottom = px(r.top + r.height, tppY_);
+  if (out.right < out.left) out.right = out.left;
+  if (out.bottom < out.top) out.bottom = out.top;
+  return out;
+}
+
+// ---- Loops ----------------------------------------------------------------------------
+
+bool Win32UiHost::PreTranslate(MSG& msg) {
+  UiKey what;
+  switch (msg.message) {
+    case WM_KEYDOWN:
+    case WM_SYSKEYDOWN: what = UiKey::Down; break;
+    case WM_KEYUP:
+    case WM_SYSKEYUP: what = UiKey::Up; break;
+    case WM_CHAR: what = UiKey::Press; break;
+    case WM_SYSCHAR: {
+      // Alt+letter on a form without a menu bar would only beep.
+      FormRec* f = FormOf(GetAncestor(msg.hwnd, GA_ROOT));
+      return f == nullptr || f->menuBar != nullptr;
+    }
+    default: return true;
+  }
+  FormRec* f = FormOf(GetAncestor(msg.hwnd, GA_ROOT));
+  if (f == nullptr || f->dead || f->events == nullptr) return true;
+  const UiKeyEvent e{what, static_cast<int>(msg.wParam), KeyShift(msg)};
+  bool pass = true;
+  try {
+    pass = f->events->OnKey(f->handle, e);
+  } catch (...) {
+  }
+  // The key may have closed its window.
+  return pass && IsWindow(msg.hwnd);
+}
+
+void Win32UiHost::Pump(MSG& msg) {
+  Depth depth(depth_);
+  if (PreTranslate(msg)) {
+    TranslateMessage(&msg);
+    DispatchMessageW(&msg);
+  }
+}
+
+int Win32UiHost::RunMessageLoop() {
+  Started();
+  MSG msg;
+  while (true) {
+    BOOL r = GetMessageW(&msg, nullptr, 0, 0);
+    if (r == 0) return static_cast<int>(msg.wParam);
+    if (r == -1) return -1;
+    Pump(msg);
+    Sweep();
+  }
+}
+
+void Win32UiHost::Sweep() {
+  if (depth_ != 0) return;
+  graveyard_.clear();
+  controlGraveyard_.clear();
+}
+
+void Win32UiHost::Quit(int exitCode) { PostQuitMessage(exitCode); }
+
+void Win32UiHost::DoEvents() {
+  MSG msg;
+  // Bounded: a stream of posted messages must not keep the caller here for ever.
+  for (int i = 0; i < 10000 && PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE); ++i) {
+    if (msg.message == WM_QUIT) {
+      PostQuitMessage(static_cast<int>(msg.wParam));
+      break;
+    }
+    Pump(msg);
+    Sweep();
+  }
+}
+
+void Win32UiHost::SetOthersEnabled(FormRec& modal, bool enable, std::vector<HWND>& changed) {
+  if (!enable) {
+    for (auto& [h, f] : forms_) {
+      if (f.get() == &modal || f->dead) continue;
+      if (IsWindowVisible(f->hwnd) && IsWindowEnabled(f->hwnd)) {
+        EnableWindow(f->hwnd, FALSE);
+        changed.push_back(f->hwnd);
+      }
+    }
+    return;
+  }
+  for (HWND hwnd : changed) {
+    if (IsWindow(hwnd) && FormOf(hwnd) != nullptr) EnableWindow(hwnd, TRUE);
+  }
+}
+
+void Win32UiHost::RunModal(UiHandle window) {
+  FormRec* f = Form(window);
+  if (f == nullptr || f->dead) return;
+  HWND before = GetActiveWindow();
+  std::vector<HWND> disabled;
+  SetOthersEnabled(*f, false, disabled);
+  f->modalEnded = false;
+  ++f->modalDepth;
+  if (!IsWindowVisible(f->hwnd)) ShowWindow(f->hwnd, SW_SHOW);
+  SetForegroundWindow(f->hwnd);
+  SetActiveWindow(f->hwnd);
+
+  MSG msg;
+  while (true) {
+    FormRec* now = Form(window);
+    if (now == nullptr || now->dead || now->modalEnded) break;
+    BOOL r = GetMessageW(&msg, nullptr, 0, 0);
+    if (r == 0 || r == -1) {
+      // The program is ending: let the outer loop see it too.
+      PostQuitMessage(r == 0 ? static_cast<int>(msg.wParam) : -1);
+      break;
+    }
+    Pump(msg);
+    Sweep();
+  }
+  if (FormRec* now = Form(window)) {
+    --now->modalDepth;
+    now->modalEnded = false;
+  }
+  SetOthersEnabled(*f, true, disabled);
+  if (before != nullptr && IsWindow(before) && IsWindowVisible(before) && IsWindowEnabled(before)) {
+    SetActiveWindow(before);
+  }
+}
+
+void Win32UiHost::EndModal(UiHandle window) {
+  FormRec* f = Form(window);
+  if (f == nullptr) return;
+  f->modalEnded = true;
+  PostMessageW(hostHwnd_, kWakeMessage, 0, 0);
+}
+
+// ---- Timers ------------------------------------------------------------------------------
+
+std::uintptr_t Win32UiHost::StartTimer(std::uint32_t intervalMs, std::function<void()> onTick) {
+  if (Started() == nullptr) return 0;
+  const std::uintptr_t id = nextTimer_++;
+  if (SetTimer(hostHwnd_, id, std::max<std::uint32_t>(1, intervalMs), nullptr) == 0) return 0;
+  timers_[id] = std::move(onTick);
+  return id;
+}
+
+void Win32UiHost::StopTimer(std::uintptr_t id) {
+  if (timers_.erase(id) != 0) KillTimer(hostHwnd_, id);
+}
+
+bool Win32UiHost::AskYesNo(const Text& text, const Text& title) {
+  return MessageBoxW(nullptr, Wide(text), Wide(title), MB_YESNO | MB_ICONQUESTION | MB_TASKMODAL) ==
+         IDYES;
+}
+
+// ---- Window procedures -------------------------------------------------------------------
+
+LRESULT CALLBACK Win32UiHost::HostProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) noexcept {
+  if (msg == WM_NCCREATE) {
+    auto* cs = reinterpret_cast<CREATESTRUCTW*>(lp);
+    SetWindowLongPtrW(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(cs->lpCreateParams));
+  }
+  auto* self = reinterpret_cast<Win32UiHost*>(GetWindowLongPtrW(hwnd, GWLP_USERDATA));
+  if (self == nullptr || msg == WM_NCCREATE) return DefWindowProcW(hwnd, msg, wp, lp);
+  Depth depth(self->depth_);
+  try {
+    return self->OnHostMessage(hwnd, msg, wp, lp);
+  } catch (...) {
+    return 0;
+  }
+}
+
+LRESULT CALLBACK Win32UiHost::FormProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) noexcept {
+  if (msg == WM_NCCREATE) {
+    auto* cs = reinterpret_cast<CREATESTRUCTW*>(lp);
+    SetWindowLongPtrW(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(cs->lpCreateParams));
+  }
+  auto* self = reinterpret_cast<Win32UiHost*>(GetWindowLongPtrW(hwnd, GWLP_USERDATA));
+  FormRec* f = self == nullptr ? nullptr : self->FormOf(hwnd);
+  if (f == nullptr || f->dead) return DefWindowProcW(hwnd, msg, wp, lp);
+  Depth depth(self->depth_);
+  try {
+    return self->OnFormMessage(*f, msg, wp, lp);
+  } catch (...) {
+    return 0;
+  }
+}
+
+LRESULT CALLBACK Win32UiHost::ControlProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR,
+                                          DWORD_PTR selfData) noexcept {
+  auto* self = reinterpret_cast<Win32UiHost*>(selfData);
+  if (msg == WM_NCDESTROY) {
+    RemoveWindowSubclass(hwnd, &Win32UiHost::ControlProc, 1);
+    return DefSubclassProc(hwnd, msg, wp, lp);
+  }
+  ControlRec* c = self->ControlOf(hwnd);
+  if (c == nullptr || c->dead) return DefSubclassProc(hwnd, msg, wp, lp);
+  Depth depth(self->depth_);
+  try {
+    return self->OnControlMessage(*c, msg, wp, lp);
+  } catch (...) {
+    return 0;
+  }
+}
+
+LRESULT Win32UiHost::OnHostMessage(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
+  if (msg == taskbarCreated_ && taskbarCreated_ != 0) {
+    // The shell started again (or for the first time): every icon is new to it.
+    for (auto& [h, t] : tray_) {
+      t->added = false;
+      ApplyTray(*t, NIM_ADD);
+    }
+    return 0;
+  }
+  switch (msg) {
+    case WM_TIMER: {
+      if (wp == kTrayRetryTimer) {
+        RetryTray();
+        return 0;
+      }
+      auto it = timers_.find(static_cast<std::uintptr_t>(wp));
+      if (it == timers_.end()) return 0;
+      // The tick may stop its own timer: keep the function alive while it runs.
+      std::function<void()> tick = it->second;
+      if (tick) tick();
+      return 0;
+    }
+    case kTrayCallbackMessage: TrayCallback(hwnd, wp, lp); return 0;
+    case kWakeMessage: return 0;
+    default: return DefWindowProcW(hwnd, msg, wp, lp);
+  }
+}
+
+bool Win32UiHost::Mouse(FormRec& f, ControlRec* c, HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
+  int button = 0;
+  UiMouse what = UiMouse::Move;
+  switch (msg) {
+    case WM_LBUTTONDOWN: button = 1; what = UiMouse::Down; break;
+    case WM_RBUTTONDOWN: button = 2; what = UiMouse::Down; break;
+    case WM_MBUTTONDOWN: button = 4; what = UiMouse::Down; break;
+    case WM_LBUTTONDBLCLK: button = 1; what = UiMouse::DblClick; break;
+    case WM_RBUTTONDBLCLK: button = 2; what = UiMouse::Down; break;
+    case WM_MBUTTONDBLCLK: button = 4; what = UiMouse::Down; break;
+    case WM_LBUTTONUP: button = 1; what = UiMouse::Up; break;
+    case WM_RBUTTONUP: button = 2; what = UiMouse::Up; break;
+    case WM_MBUTTONUP: button = 4; what = UiMouse::Up; break;
+    case WM_MOUSEMOVE: what = UiMouse::Move; break;
+    default: return true;
+  }
+  const int shift = ((wp & MK_SHIFT) ? 1 : 0) | ((wp & MK_CONTROL) ? 2 : 0) |
+                    (GetKeyState(VK_MENU) < 0 ? 4 : 0);
+  const POINT pt{GET_X_LPARAM(lp), GET_Y_LPARAM(lp)};
+  const double x = pt.x * static_cast<double>(tppX_);
+  const double y = pt.y * static_cast<double>(tppY_);
+  const UiHandle window = f.handle;
+  const UiHandle control = c == nullptr ? 0 : c->handle;
+  IUiEvents* events = f.events;
+  auto alive = [&] { return !f.dead && (c == nullptr || !c->dead); };
+  // Labels, pictures and the form take the capture themselves, so that the button
+  // comes up where it went down; the platform's controls do it on their own.
+  const bool ownCapture = c == nullptr || c->state.kind == UiKind::Label ||
+                          c->state.kind == UiKind::Picture;
+  const bool clickable = c == nullptr || c->state.kind == UiKind::Label ||
+                         c->state.kind == UiKind::Picture ||
+                         c->state.kind == UiKind::PictureButton;
+  int& pressed = c == nullptr ? formPressed_[f.handle] : c->pressed;
+
+  switch (what) {
+    case UiMouse::Down:
+    case UiMouse::DblClick:
+      pressed |= button;
+      if (ownCapture && GetCapture() != hwnd) SetCapture(hwnd);
+      if (what == UiMouse::DblClick) {
+        events->OnMouse(window, control, {UiMouse::DblClick, button, shift, x, y});
+      } else {
+        events->OnMouse(window, control, {UiMouse::Down, button, shift, x, y});
+      }
+      break;
+    case UiMouse::Up: {
+      const bool wasPressed = (pressed & button) != 0;
+      pressed &= ~button;
+      if (ownCapture && pressed == 0 && GetCapture() == hwnd) ReleaseCapture();
+      events->OnMouse(window, control, {UiMouse::Up, button, shift, x, y});
+      if (!alive()) return false;
+      RECT client;
+      GetClientRect(hwnd, &client);
+      if (clickable && button == 1 && wasPressed && PtInRect(&client, pt)) {
+        events->OnMouse(window, control, {UiMouse::Click, button, shift, x, y});
+      }
+      break;
+    }
+    case UiMouse::Move: {
+      const int held = ((wp & MK_LBUTTON) ? 1 : 0) | ((wp & MK_RBUTTON) ? 2 : 0) |
+                       ((wp & MK_MBUTTON) ? 4 : 0);
+      events->OnMouse(window, control, {UiMouse::Move, held, shift, x, y});
+      break;
+    }
+    default: break;
+  }
+  return alive();
+}
+
+LRESULT Win32UiHost::OnFormMessage(FormRec& f, UINT msg, WPARAM wp, LPARAM lp) {
+  HWND hwnd = f.hwnd;
+  switch (msg) {
+    case WM_CLOSE:
+      // The model decides: it unloads the form (and destroys this window) or not.
+      f.events->OnCloseRequest(f.handle);
+      return 0;
+    case WM_ACTIVATE: {
+      LRESULT r = DefWindowProcW(hwnd, msg, wp, lp);
+      if (LOWORD(wp) == WA_INACTIVE || f.dead) return r;
+      if (f.pendingFocus != 0) {
+        if (ControlRec* c = Control(f.pendingFocus)) SetFocus(c->hwnd);
+        f.pendingFocus = 0;
+      }
+      // Activation among the program's own forms, as the design counts it: coming
+      // back from another program does not activate a form again.
+      if (lastActive_ != f.handle) {
+        const UiHandle before = lastActive_;
+        lastActive_ = f.handle;
+        if (FormRec* old = Form(before); old != nullptr && !old->dead) {
+          old->events->OnActivate(before, false);
+        }
+        if (!f.dead) f.events->OnActivate(f.handle, true);
+      }
+      return r;
+    }
+    case WM_ERASEBKGND: return 1;
+    case WM_PAINT: {
+      PAINTSTRUCT ps;
+      HDC dc = BeginPaint(hwnd, &ps);
+      RECT client;
+      GetClientRect(hwnd, &client);
+      HDC mem = CreateCompatibleDC(dc);
+      HBITMAP bmp = CreateCompatibleBitmap(dc, std::max<LONG>(1, client.right),
+                                           std::max<LONG>(1, client.bottom));
+      HGDIOBJ old = SelectObject(mem, bmp);
+      PaintScene(f, mem, client, nullptr, true);
+      BitBlt(dc, ps.rcPaint.left, ps.rcPaint.top, ps.rcPaint.right - ps.rcPaint.left,
+             ps.rcPaint.bottom - ps.rcPaint.top, mem, ps.rcPaint.left, ps.rcPaint.top, SRCCOPY);
+      SelectObject(mem, old);
+      DeleteObject(bmp);
+      DeleteDC(mem);
+      EndPaint(hwnd, &ps);
+      return 0;
+    }
+    case WM_WINDOWPOSCHANGED: {
+      LRESULT r = DefWindowProcW(hwnd, msg, wp, lp);
+      const auto* pos = reinterpret_cast<const WINDOWPOS*>(lp);
+      if (f.applying || f.dead || (pos->flags & SWP_NOMOVE && pos->flags & SWP_NOSIZE)) return r;
+      RECT now;
+      GetWindowRect(hwnd, &now);
+      if (EqualRect(&now, &f.applied) || IsIconic(hwnd)) return r;
+      f.applied = now;
+      const UiRect twips{static_cast<double>(now.left) * tppX_, static_cast<double>(now.top) * tppY_,
+                         static_cast<double>(now.right - now.left) * tppX_,
+                         static_cast<double>(now.bottom - now.top) * tppY_};
+      f.state.rect = twips;
+      f.events->OnMoved(f.handle, twips);
+      return r;
+    }
+    case WM_SETCURSOR:
+      if (f.state.pointer == UiPointer::Hourglass) {
+        SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+        return TRUE;
+      }
+      return DefWindowProcW(hwnd, msg, wp, lp);
+    case WM_SYSCHAR:
+      if (f.menuBar == nullptr) return 0;
+      return DefWindowProcW(hwnd, msg, wp, lp);
+    case WM_COMMAND:
+      if (lp == 0 && HIWORD(wp) == 0) {
+        f.events->OnMenu(f.handle, LOWORD(wp));
+        return 0;
+      }
+      break;
+    case kTrayCallbackMessage: TrayCallback(hwnd, wp, lp); return 0;
+    case WM_LBUTTONDOWN:
+    case WM_RBUTTONDOWN:
+    case WM_MBUTTONDOWN:
+    case WM_LBUTTONUP:
+    case WM_RBUTTONUP:
+    case WM_MBUTTONUP:
+    case WM_LBUTTONDBLCLK:
+    case WM_RBUTTONDBLCLK:
+    case WM_MBUTTONDBLCLK:
+    case WM_MOUSEMOVE:
+      Mouse(f, nullptr, hwnd, msg, wp, lp);
+      return 0;
+    default: break;
+  }
+  LRESULT result = 0;
+  if (OnParentMessage(msg, wp, lp, result)) return result;
+  return DefWindowProcW(hwnd, msg, wp, lp);
+}
+
+// ---- Forms ---------------------------------------------------------------------------------
+
+UiHandle Win32UiHost::CreateForm(const UiWindow& window, IUiEvents& events) {
+  if (Started() == nullptr) return 0;
+  auto f = std::make_unique<FormRec>();
+  f->handle = next_++;
+  f->events = &events;
+  f->state = window;
+  const RECT r = PixelRect(window.rect);
+  DWORD style = WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
+  style |= window.frameless ? WS_POPUP
+                            : WS_OVERLAPPED | WS_CAPTION | (window.controlBox ? WS_SYSMENU : 0) |
+                                  (window.minButton ? WS_MINIMIZEBOX : 0) |
+                                  (window.maxButton ? WS_MAXIMIZEBOX : 0);
+  // A frameless window has no button on the taskbar: it belongs to the host window.
+  HWND owner = window.frameless ? hostHwnd_ : nullptr;
+  f->hwnd = CreateWindowExW(0, kFormClass, Wide(window.caption), style, r.left, r.top,
+                            r.right - r.left, r.bottom - r.top, owner, nullptr, instance_, this);
+  if (f->hwnd == nullptr) return 0;
+  f->applied = r;
+  SetName(f->hwnd, window.name);
+  const UiHandle h = f->handle;
+  byHwnd_[f->hwnd] = h;
+  FormRec& rec = *f;
+  forms_[h] = std::move(f);
+  ApplyForm(rec, UiChange::All);
+  return h;
+}
+
+void Win32UiHost::UpdateForm(UiHandle window, const UiWindow& state, UiChange changes) {
+  FormRec* f = Form(window);
+  if (f == nullptr || f->dead) return;
+  f->state = state;
+  ApplyForm(*f, changes);
+}
+
+void Win32UiHost::ApplyFrame(FormRec& f) {
+  const LONG_PTR style = GetWindowLongPtrW(f.hwnd, GWL_STYLE);
+  LONG_PTR want = style;
+  if (f.state.frameless) {
+    want &= ~static_cast<LONG_PTR>(WS_CAPTION | WS_MINIMIZEBOX | WS_MAXIMIZEBOX);
+  } else {
+    want |= WS_CAPTION;
+    want = f.state.controlBox ? (want | WS_SYSMENU) : (want & ~static_cast<LONG_PTR>(WS_SYSMENU));
+    want = f.state.minButton ? (want | WS_MINIMIZEBOX) : (want & ~static_cast<LONG_PTR>(WS_MINIMIZEBOX));
+    want = f.state.maxButton ? (want | WS_MAXIMIZEBOX) : (want & ~static_cast<LONG_PTR>(WS_MAXIMIZEBOX));
+  }
+  if (want == style) return;
+  SetWindowLongPtrW(f.hwnd, GWL_STYLE, want);
+  if (f.state.frameless) SetWindowLongPtrW(f.hwnd, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(hostHwnd_));
+  // The frame routine's flags: frame changed, no Z order change; the size stays.
+  f.applying = true;
+  SetWindowPos(f.hwnd, nullptr, f.applied.left, f.applied.top, f.applied.right - f.applied.left,
+               f.applied.bottom - f.applied.top,
+               SWP_NOOWNERZORDER | SWP_FRAMECHANGED | SWP_NOZORDER | SWP_NOACTIVATE);
+  f.applying = false;
+}
+
+void Win32UiHost::ApplyForm(FormRec& f, UiChange changes) {
+  const UiWindow& s = f.state;
+  if (Has(changes, UiChange::Style)) {
+    ApplyFrame(f);
+    if (s.region != f.appliedRegion) {
+      f.appliedRegion = s.region;
+      HRGN region = nullptr;
+      if (s.region) {
+        region = CreateRoundRectRgn(s.region->left, s.region->top, s.region->right,
+                                    s.region->bottom, s.region->ellipseWidth,
+                                    s.region->ellipseHeight);
+      }
+      // The window owns the region from here on.
+      SetWindowRgn(f.hwnd, region, TRUE);
+    }
+    InvalidateRect(f.hwnd, nullptr, TRUE);
+  }
+  if (Has(changes, UiChange::Layout)) {
+    const RECT r = PixelRect(s.rect);
+    if (!EqualRect(&r, &f.applied)) {
+      f.applying = true;
+      SetWindowPos(f.hwnd, nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top,
+                   SWP_NOZORDER | SWP_NOACTIVATE);
+      f.applying = false;
+      f.applied = r;
+    }
+  }
+  if (Has(changes, UiChange::Caption)) {
+    wchar_t now[512] = {};
+    GetWindowTextW(f.hwnd, now, 512);
+    if (win32::FromWide(now) != s.caption) SetWindowTextW(f.hwnd, Wide(s.caption));
+  }
+  if (Has(changes, UiChange::Picture)) {
+    HICON big = nullptr;
+    HICON small = nullptr;
+    if (!s.iconPath.empty()) {
+      big = win32::Pictures::LoadIconFile(s.iconPath, GetSystemMetrics(SM_CXICON),
+                                          GetSystemMetrics(SM_CYICON));
+      small = win32::Pictures::LoadIconFile(s.iconPath, GetSystemMetrics(SM_CXSMICON),
+                                            GetSystemMetrics(SM_CYSMICON));
+    }
+    SendMessageW(f.hwnd, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(big));
+    SendMessageW(f.hwnd, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small));
+    if (f.bigIcon) DestroyIcon(f.bigIcon);
+    if (f.smallIcon) DestroyIcon(f.smallIcon);
+    f.bigIcon = big;
+    f.smallIcon = small;
+    RedrawWindow(f.hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
+  }
+  if (Has(changes, UiChange::Menu)) ApplyMenuBar(f);
+  if (Has(changes, UiChange::Enabled)) EnableWindow(f.hwnd, s.enabled ? TRUE : FALSE);
+  if (Has(changes, UiChange::Visible)) {
+    const bool shown = IsWindowVisible(f.hwnd) != FALSE;
+    if (s.visible && !shown) {
+      ShowWindow(f.hwnd, SW_SHOW);
+      UpdateWindow(f.hwnd);
+    } else if (!s.visible && shown) {
+      ShowWindow(f.hwnd, SW_HIDE);
+    }
+  }
+}
+
+void Win32UiHost::Bury(std::unique_ptr<FormRec> f) {
+  graveyard_.push_back(std::move(f));
+  Sweep();
+}
+
+void Win32UiHost::DestroyForm(UiHandle window) {
+  auto it = forms_.find(window);
+  if (it == forms_.end()) return;
+  FormRec& f = *it->second;
+  f.dead = true;
+  if (lastActive_ == window) lastActive_ = 0;
+  formPressed_.erase(window);
+
+  // Icons and tips that belong to this window go with it.
+  for (auto t = tray_.begin(); t != tray_.end();) {
+    if (t->second->data.hWnd == f.hwnd) {
+      if (t->second->added) Shell_NotifyIconW(NIM_DELETE, &t->second->data);
+      if (t->second->iconOwned && t->second->icon) DestroyIcon(t->second->icon);
+      t = tray_.erase(t);
+    } else {
+      ++t;
+    }
+  }
+  for (auto t = tips_.begin(); t != tips_.end();) {
+    HWND root = IsWindow(t->second->toolHwnd) ? GetAncestor(t->second->toolHwnd, GA_ROOT) : nullptr;
+    if (root == f.hwnd || root == nullptr) {
+      if (IsWindow(t->second->hwnd)) DestroyWindow(t->second->hwnd);
+      if (t->second->font) DeleteObject(t->second->font);
+      t = tips_.erase(t);
+    } else {
+      ++t;
+    }
+  }
+
+  for (UiHandle h : f.controls) {
+    auto c = controls_.find(h);
+    if (c == controls_.end()) continue;
+    c->second->dead = true;
+    if (c->second->hwnd) {
+      RemoveHoverTip(c->second->hwnd);
+      DropName(c->second->hwnd);
+      byHwnd_.erase(c->second->hwnd);
+    }
+    if (c->second->backdrop) DeleteObject(c->second->backdrop);
+    if (c->second->backdropBitmap) DeleteObject(c->second->backdropBitmap);
+    controlGraveyard_.push_back(std::move(c->second));
+    controls_.erase(c);
+  }
+  HWND hwnd = f.hwnd;
+  HICON big = f.bigIcon;
+  HICON small = f.smallIcon;
+  DropName(hwnd);
+  byHwnd_.erase(hwnd);
+  auto owned = std::move(it->second);
+  forms_.erase(it);
+  if (IsWindow(hwnd)) DestroyWindow(hwnd);
+  if (big) DestroyIcon(big);
+  if (small) DestroyIcon(small);
+  // A modal loop waiting in GetMessage learns of it.
+  PostMessageW(hostHwnd_, kWakeMessage, 0, 0);
+  Bury(std::move(owned));
+}
+
+void Win32UiHost::FocusControl(UiHandle window, UiHandle control) {
+  FormRec* f = Form(window);
+  if (f == nullptr || f->dead) return;
+  HWND target = f->hwnd;
+  if (control != 0) {
+    ControlRec* c = Control(control);
+    if (c == nullptr || c->dead) return;
+    target = c->hwnd;
+  }
+  if (GetFocus() == target) return;
+  if (IsWindowVisible(f->hwnd) && GetActiveWindow() == f->hwnd) {
+    SetFocus(target);
+  } else {
+    f->pendingFocus = control;
+  }
+}
+
+void Win32UiHost::BeginDrag(UiHandle window) {
+  FormRec* f = Form(window);
+  if (f == nullptr || f->dead) return;
+  // The design's way: let go of the mouse and tell the window its caption was hit.
+  ReleaseCapture();
+  SendMessageW(f->hwnd, WM_NCLBUTTONDOWN, HTCAPTION, 0);
+}
+
+}  // namespace platform

@@ -1,0 +1,168 @@
+#pragma once
+// The UI host with real windows: every form a top-level window, every control a
+// child window whose window text is its caption (screen readers and tests in other
+// processes read it there; the design name is kept as a global atom in the window
+// property "QvName"). Labels, pictures and skinned buttons are owner-drawn from the
+// image folder's pictures and paint what lies below them, so they look transparent;
+// the other controls are the platform's own (check boxes, option buttons, edit
+// boxes, list views, date pickers, progress bars). See docs/kit.md.
+//
+// One thread: everything is called and reported on the thread that made the host,
+// and the loops here (RunMessageLoop, RunModal, DoEvents) are the ones that deliver
+// keys to the forms.
+#include "platform/win32/Win32Text.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "platform/UiHost.h"
+#include "platform/win32/Win32Pictures.h"
+
+namespace platform {
+
+class Win32UiHost : public IUiHost {
+ public:
+  // `imageFolder`: where the pictures and icons lie; "" for the images folder beside
+  // the program.
+  explicit Win32UiHost(Text imageFolder = {});
+  ~Win32UiHost() override;
+  Win32UiHost(const Win32UiHost&) = delete;
+  Win32UiHost& operator=(const Win32UiHost&) = delete;
+
+  int RunMessageLoop() override;
+  void Quit(int exitCode) override;
+  void DoEvents() override;
+  std::uintptr_t StartTimer(std::uint32_t intervalMs, std::function<void()> onTick) override;
+  void StopTimer(std::uintptr_t id) override;
+  bool AskYesNo(const Text& text, const Text& title) override;
+
+  int TwipsPerPixelX() override { return tppX_; }
+  int TwipsPerPixelY() override { return tppY_; }
+  UiTextSize MeasureText(const Text& text, const UiFont& font, double wrapWidth) override;
+
+  UiHandle CreateForm(const UiWindow& window, IUiEvents& events) override;
+  void UpdateForm(UiHandle window, const UiWindow& state, UiChange changes) override;
+  void DestroyForm(UiHandle window) override;
+  UiHandle CreateControl(UiHandle window, UiHandle container, const UiControl& control) override;
+  void UpdateControl(UiHandle control, const UiControl& state, UiChange changes) override;
+  void FocusControl(UiHandle window, UiHandle control) override;
+  void RunModal(UiHandle window) override;
+  void EndModal(UiHandle window) override;
+  void BeginDrag(UiHandle window) override;
+  std::uint32_t PopupMenu(UiHandle window, const std::vector<UiMenuItem>& items) override;
+
+  UiHandle CreateTip(const UiTip& tip) override;
+  void DestroyTip(UiHandle tip) override;
+  void TrackTip(UiHandle tip, long x, long y, UiHandle control) override;
+  void ShowPlainTip(const Text& text) override;
+  void HidePlainTip() override;
+
+  UiHandle AddTrayIcon(const UiTrayIcon& icon, std::function<void(int)> onEvent) override;
+  void ModifyTrayIcon(UiHandle icon, const UiTrayIcon& state) override;
+  void RemoveTrayIcon(UiHandle icon) override;
+
+  // For tests and the program's own glue: the real windows behind the handles.
+  HWND WindowHandle(UiHandle windowOrControl) const;
+  HWND TipHandle(UiHandle tip) const;
+  HWND HostWindow() { return Started(); }
+  win32::Pictures& Images() { return *pictures_; }
+
+ private:
+  struct FormRec;
+  struct ControlRec;
+  struct TipRec;
+  struct TrayRec;
+
+  // The classes and the hidden host window are made on first use, so that a program
+  // that never shows a window (a tool, a test) has none.
+  HWND Started();
+
+  // Message plumbing
+  static LRESULT CALLBACK HostProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) noexcept;
+  static LRESULT CALLBACK FormProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) noexcept;
+  static LRESULT CALLBACK ControlProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR id,
+                                      DWORD_PTR self) noexcept;
+  LRESULT OnHostMessage(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);
+  LRESULT OnFormMessage(FormRec& f, UINT msg, WPARAM wp, LPARAM lp);
+  LRESULT OnControlMessage(ControlRec& c, UINT msg, WPARAM wp, LPARAM lp);
+  // Notifications a parent (a form or a container control) receives for its children.
+  bool OnParentMessage(UINT msg, WPARAM wp, LPARAM lp, LRESULT& result);
+  // Keys go to the form before the window that has the focus; false: swallowed.
+  bool PreTranslate(MSG& msg);
+  void Pump(MSG& msg);
+  bool Mouse(FormRec& f, ControlRec* c, HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);
+
+  // Windows and controls
+  FormRec* Form(UiHandle h) const;
+  ControlRec* Control(UiHandle h) const;
+  FormRec* FormOf(HWND hwnd) const;
+  ControlRec* ControlOf(HWND hwnd) const;
+  HWND CreateControlWindow(ControlRec& c);
+  void ApplyControl(ControlRec& c, UiChange changes);
+  void ApplyForm(FormRec& f, UiChange changes);
+  void ApplyFrame(FormRec& f);
+  void ApplyMenuBar(FormRec& f);
+  void ApplyList(ControlRec& c, bool force);
+  void Repaint(ControlRec& c);
+  RECT PixelRect(const UiRect& r) const;
+  RECT RectInForm(const ControlRec& c) const;
+  bool ShownInForm(const ControlRec& c) const;
+  void Bury(std::unique_ptr<FormRec> f);
+  // Frees the records of destroyed windows once no message is being handled.
+  void Sweep();
+  void SetOthersEnabled(FormRec& modal, bool enable, std::vector<HWND>& changed);
+
+  // Painting
+  // Paints the form's background and, unless backgroundOnly, every drawn control in
+  // stacking order up to and including `upTo` (all when null), in form coordinates.
+  void PaintScene(FormRec& f, HDC dc, const RECT& clip, const ControlRec* upTo,
+                  bool backgroundOnly, bool upToPressed = false);
+  void PaintControl(ControlRec& c, HDC dc, const RECT& r, bool pressed);
+  void PaintOwnerDrawn(ControlRec& c, HDC dc, const RECT& client, bool pressed);
+  HBRUSH Backdrop(ControlRec& c);
+  HFONT Font(const UiFont& font);
+
+  // Tips, hover tips and tray
+  void SetHoverTip(ControlRec& c);
+  void RemoveHoverTip(HWND tool);
+  void ApplyTray(TrayRec& t, DWORD message);
+  void RetryTray();
+  void TrayCallback(HWND owner, WPARAM wp, LPARAM lp);
+  HMENU BuildMenu(const std::vector<UiMenuItem>& items, bool popup);
+  void Recreate(ControlRec& c);
+
+  HINSTANCE instance_ = nullptr;
+  HWND hostHwnd_ = nullptr;
+  int dpiX_ = 96;
+  int dpiY_ = 96;
+  int tppX_ = 15;
+  int tppY_ = 15;
+  UINT taskbarCreated_ = 0;
+  std::unique_ptr<win32::Pictures> pictures_;
+
+  UiHandle next_ = 1;
+  std::map<UiHandle, std::unique_ptr<FormRec>> forms_;
+  std::map<UiHandle, std::unique_ptr<ControlRec>> controls_;
+  std::map<HWND, UiHandle> byHwnd_;
+  std::vector<std::unique_ptr<FormRec>> graveyard_;
+  std::vector<std::unique_ptr<ControlRec>> controlGraveyard_;
+  int depth_ = 0;  // messages being handled; records die only when it is back to 0
+  UiHandle lastActive_ = 0;
+  std::map<UiHandle, int> formPressed_;  // mouse buttons down on a form itself
+
+  std::map<std::uintptr_t, std::function<void()>> timers_;
+  std::uintptr_t nextTimer_ = 1;
+
+  std::map<std::pair<int, bool>, HFONT> fonts_;
+
+  std::map<UiHandle, std::unique_ptr<TipRec>> tips_;
+  HWND plainTip_ = nullptr;
+  HWND hoverTip_ = nullptr;  // the plain hover tips of controls that have a tip text
+
+  std::map<UiHandle, std::unique_ptr<TrayRec>> tray_;
+  int trayRetries_ = 0;
+};
+
+}  // namespace platform

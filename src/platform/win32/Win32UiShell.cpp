@@ -1,0 +1,303 @@
+// The Windows UI host: menus, balloon and plain tips, and the notification-area icon.
+#include "platform/win32/Win32UiRecords.h"
+
+#include <cwchar>
+
+namespace platform {
+
+using win32::Wide;
+
+namespace {
+
+wchar_t* Mutable(const Text& text) { return const_cast<wchar_t*>(Wide(text)); }
+
+// The tooltip messages of the design, by their ANSI numbers, and the wide messages
+// this host sends instead. The colour messages pass through by number, as they were.
+constexpr unsigned kAddToolA = 1028;
+constexpr unsigned kSetTitleA = 1056;
+constexpr unsigned kSetFont = 48;
+
+}  // namespace
+
+// ---- Menus ----------------------------------------------------------------------------------
+
+HMENU Win32UiHost::BuildMenu(const std::vector<UiMenuItem>& items, bool popup) {
+  HMENU menu = popup ? CreatePopupMenu() : CreateMenu();
+  if (menu == nullptr) return nullptr;
+  for (const UiMenuItem& item : items) {
+    if (!item.visible) continue;
+    if (item.caption == u"-") {
+      AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+      continue;
+    }
+    UINT flags = (item.enabled ? 0 : MF_GRAYED) | (item.checked ? MF_CHECKED : 0);
+    if (!item.children.empty()) {
+      HMENU sub = BuildMenu(item.children, true);
+      AppendMenuW(menu, MF_POPUP | flags, reinterpret_cast<UINT_PTR>(sub), Wide(item.caption));
+    } else {
+      AppendMenuW(menu, MF_STRING | flags, item.id, Wide(item.caption));
+    }
+  }
+  return menu;
+}
+
+void Win32UiHost::ApplyMenuBar(FormRec& f) {
+  HMENU old = f.menuBar;
+  HMENU bar = f.state.menuBar.empty() ? nullptr : BuildMenu(f.state.menuBar, false);
+  if (bar == nullptr && old == nullptr) return;
+  SetMenu(f.hwnd, bar);
+  f.menuBar = bar;
+  if (old != nullptr) DestroyMenu(old);
+  DrawMenuBar(f.hwnd);
+}
+
+std::uint32_t Win32UiHost::PopupMenu(UiHandle window, const std::vector<UiMenuItem>& items) {
+  HWND owner = Started();
+  if (FormRec* f = Form(window); f != nullptr && !f->dead && IsWindowVisible(f->hwnd)) owner = f->hwnd;
+  HMENU menu = BuildMenu(items, true);
+  if (menu == nullptr) return 0;
+  POINT pt{};
+  GetCursorPos(&pt);
+  // Without the foreground the menu would not close when the user clicks elsewhere.
+  SetForegroundWindow(owner);
+  const UINT id = static_cast<UINT>(TrackPopupMenuEx(
+      menu, TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON, pt.x, pt.y, owner, nullptr));
+  PostMessageW(owner, WM_NULL, 0, 0);
+  DestroyMenu(menu);
+  return id;
+}
+
+// ---- Balloon tips ----------------------------------------------------------------------------
+
+HWND Win32UiHost::TipHandle(UiHandle tip) const {
+  auto it = tips_.find(tip);
+  return it == tips_.end() ? nullptr : it->second->hwnd;
+}
+
+UiHandle Win32UiHost::CreateTip(const UiTip& tip) {
+  HWND tool = nullptr;
+  if (ControlRec* c = Control(tip.tool); c != nullptr && !c->dead) tool = c->hwnd;
+  if (FormRec* f = Form(tip.tool); f != nullptr && !f->dead) tool = f->hwnd;
+  if (tool == nullptr) return 0;
+
+  auto rec = std::make_unique<TipRec>();
+  rec->tip = tip;
+  rec->toolHwnd = tool;
+  const wchar_t* cls = tip.windowClass.empty() ? TOOLTIPS_CLASSW : Wide(tip.windowClass);
+  // Owned by the tool's window, so that it goes with it.
+  rec->hwnd = CreateWindowExW(WS_EX_TOPMOST, cls, nullptr, tip.style, 0, 0, 0, 0, tool, nullptr,
+                              instance_, nullptr);
+  if (rec->hwnd == nullptr) return 0;
+
+  TOOLINFOW ti{};
+  ti.cbSize = sizeof(ti);
+  ti.uFlags = tip.toolFlags;
+  ti.hwnd = tool;
+  ti.uId = reinterpret_cast<UINT_PTR>(tool);
+  GetClientRect(tool, &ti.rect);
+  ti.lpszText = Mutable(rec->tip.text);
+  for (const UiTipMessage& m : tip.messages) {
+    switch (m.message) {
+      case kAddToolA: SendMessageW(rec->hwnd, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&ti)); break;
+      case kSetTitleA:
+        SendMessageW(rec->hwnd, TTM_SETTITLEW, static_cast<WPARAM>(tip.icon),
+                     reinterpret_cast<LPARAM>(Wide(rec->tip.title)));
+        break;
+      case kSetFont: {
+        if (!tip.fontName) break;
+        const double points = tip.fontSize > 0 ? tip.fontSize : 8.25;
+        rec->font = CreateFontW(-MulDiv(static_cast<int>(points * 100), dpiY_, 7200), 0, 0, 0,
+                                FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
+                                CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS,
+                                Wide(*tip.fontName));
+        SendMessageW(rec->hwnd, WM_SETFONT, reinterpret_cast<WPARAM>(rec->font), TRUE);
+        break;
+      }
+      default:
+        SendMessageW(rec->hwnd, m.message, static_cast<WPARAM>(m.wParam), static_cast<LPARAM>(m.lParam));
+        break;
+    }
+  }
+  const UiHandle h = next_++;
+  tips_[h] = std::move(rec);
+  return h;
+}
+
+void Win32UiHost::DestroyTip(UiHandle tip) {
+  auto it = tips_.find(tip);
+  if (it == tips_.end()) return;
+  if (IsWindow(it->second->hwnd)) DestroyWindow(it->second->hwnd);
+  if (it->second->font) DeleteObject(it->second->font);
+  tips_.erase(it);
+}
+
+void Win32UiHost::TrackTip(UiHandle tip, long x, long y, UiHandle control) {
+  auto it = tips_.find(tip);
+  if (it == tips_.end()) return;
+  HWND window = WindowHandle(control);
+  if (window == nullptr) window = it->second->toolHwnd;
+  POINT pt{x, y};
+  ClientToScreen(window, &pt);
+  TOOLINFOW ti{};
+  ti.cbSize = sizeof(ti);
+  ti.hwnd = it->second->toolHwnd;
+  ti.uId = reinterpret_cast<UINT_PTR>(it->second->toolHwnd);
+  SendMessageW(it->second->hwnd, TTM_TRACKPOSITION, 0, MAKELPARAM(pt.x, pt.y));
+  SendMessageW(it->second->hwnd, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&ti));
+}
+
+void Win32UiHost::ShowPlainTip(const Text& text) {
+  if (Started() == nullptr) return;
+  TOOLINFOW ti{};
+  ti.cbSize = sizeof(ti);
+  ti.uFlags = TTF_IDISHWND | TTF_TRACK | TTF_ABSOLUTE;
+  ti.hwnd = hostHwnd_;
+  ti.uId = reinterpret_cast<UINT_PTR>(hostHwnd_);
+  ti.lpszText = Mutable(text);
+  if (plainTip_ == nullptr) {
+    plainTip_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                                WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0, 0, 0, 0, hostHwnd_,
+                                nullptr, instance_, nullptr);
+    if (plainTip_ == nullptr) return;
+    SendMessageW(plainTip_, TTM_SETMAXTIPWIDTH, 0, 500);
+    SendMessageW(plainTip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&ti));
+  } else {
+    SendMessageW(plainTip_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&ti));
+  }
+  POINT pt{};
+  GetCursorPos(&pt);
+  SendMessageW(plainTip_, TTM_TRACKPOSITION, 0, MAKELPARAM(pt.x, pt.y));
+  SendMessageW(plainTip_, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&ti));
+}
+
+void Win32UiHost::HidePlainTip() {
+  if (plainTip_ == nullptr) return;
+  TOOLINFOW ti{};
+  ti.cbSize = sizeof(ti);
+  ti.hwnd = hostHwnd_;
+  ti.uId = reinterpret_cast<UINT_PTR>(hostHwnd_);
+  SendMessageW(plainTip_, TTM_TRACKACTIVATE, FALSE, reinterpret_cast<LPARAM>(&ti));
+}
+
+// ---- Notification area -------------------------------------------------------------------------
+
+void Win32UiHost::ApplyTray(TrayRec& t, DWORD message) {
+  t.data.uFlags = NIF_MESSAGE | NIF_ICON | NIF_TIP | NIF_SHOWTIP;
+  t.data.uCallbackMessage = kTrayCallbackMessage;
+  t.data.hIcon = t.icon;
+  std::wmemset(t.data.szTip, 0, sizeof(t.data.szTip) / sizeof(wchar_t));
+  std::wcsncpy(t.data.szTip, Wide(base::Left(t.state.tip, 63)), 63);
+  if (message == NIM_ADD) {
+    if (!Shell_NotifyIconW(NIM_ADD, &t.data)) return;
+    t.added = true;
+    // The icon's messages then carry the event in the low word of lParam.
+    t.data.uVersion = NOTIFYICON_VERSION_4;
+    Shell_NotifyIconW(NIM_SETVERSION, &t.data);
+    return;
+  }
+  if (t.added) Shell_NotifyIconW(NIM_MODIFY, &t.data);
+}
+
+void Win32UiHost::RetryTray() {
+  bool missing = false;
+  for (auto& [h, t] : tray_) {
+    if (!t->added) ApplyTray(*t, NIM_ADD);
+    missing = missing || !t->added;
+  }
+  // The shell may still be starting; give it a minute.
+  if (!missing || ++trayRetries_ > 60) KillTimer(hostHwnd_, kTrayRetryTimer);
+}
+
+namespace {
+
+HICON LoadTrayIcon(win32::Pictures& pictures, const Text& keyOrPath, HINSTANCE instance, bool& owned) {
+  HICON icon = win32::Pictures::LoadIconFile(pictures.IconPath(keyOrPath),
+                                             GetSystemMetrics(SM_CXSMICON),
+                                             GetSystemMetrics(SM_CYSMICON));
+  owned = icon != nullptr;
+  if (icon == nullptr) icon = LoadIconW(instance, MAKEINTRESOURCEW(1));
+  if (icon == nullptr) icon = LoadIconW(nullptr, IDI_APPLICATION);
+  return icon;
+}
+
+}  // namespace
+
+UiHandle Win32UiHost::AddTrayIcon(const UiTrayIcon& icon, std::function<void(int)> onEvent) {
+  if (Started() == nullptr) return 0;
+  HWND owner = icon.owner != 0 ? WindowHandle(icon.owner) : hostHwnd_;
+  if (owner == nullptr) owner = hostHwnd_;
+  auto t = std::make_unique<TrayRec>();
+  t->handle = next_++;
+  t->state = icon;
+  t->onEvent = std::move(onEvent);
+  UINT id = 0;  // the design's icon identifier is 0; further icons of a window count up
+  for (auto& [h, other] : tray_) {
+    if (other->data.hWnd == owner) ++id;
+  }
+  t->data.cbSize = sizeof(t->data);
+  t->data.hWnd = owner;
+  t->data.uID = id;
+  t->icon = LoadTrayIcon(*pictures_, icon.icon, instance_, t->iconOwned);
+  ApplyTray(*t, NIM_ADD);
+  if (!t->added) {
+    trayRetries_ = 0;
+    SetTimer(hostHwnd_, kTrayRetryTimer, 1000, nullptr);
+  }
+  const UiHandle h = t->handle;
+  tray_[h] = std::move(t);
+  return h;
+}
+
+void Win32UiHost::ModifyTrayIcon(UiHandle handle, const UiTrayIcon& state) {
+  auto it = tray_.find(handle);
+  if (it == tray_.end()) return;
+  TrayRec& t = *it->second;
+  if (state.icon != t.state.icon) {
+    bool owned = false;
+    HICON icon = LoadTrayIcon(*pictures_, state.icon, instance_, owned);
+    HICON old = t.iconOwned ? t.icon : nullptr;
+    t.icon = icon;
+    t.iconOwned = owned;
+    t.state = state;
+    ApplyTray(t, NIM_MODIFY);
+    if (old) DestroyIcon(old);
+    return;
+  }
+  t.state = state;
+  ApplyTray(t, NIM_MODIFY);
+}
+
+void Win32UiHost::RemoveTrayIcon(UiHandle handle) {
+  auto it = tray_.find(handle);
+  if (it == tray_.end()) return;
+  TrayRec& t = *it->second;
+  if (t.added) {
+    t.data.uFlags = 0;
+    Shell_NotifyIconW(NIM_DELETE, &t.data);
+  }
+  if (t.iconOwned && t.icon) DestroyIcon(t.icon);
+  tray_.erase(it);
+}
+
+void Win32UiHost::TrayCallback(HWND owner, WPARAM wp, LPARAM lp) {
+  // Version 4 puts the event in the low word and the icon in the high word; an
+  // older shell (or a test posting the design's numbers) sends the event alone.
+  const int event = LOWORD(lp);
+  const UINT id = HIWORD(lp);
+  TrayRec* only = nullptr;
+  TrayRec* match = nullptr;
+  int count = 0;
+  for (auto& [h, t] : tray_) {
+    if (t->data.hWnd != owner) continue;
+    ++count;
+    only = t.get();
+    if (t->data.uID == id) match = t.get();
+  }
+  TrayRec* target = count == 1 ? only : match;
+  if (target == nullptr || !target->onEvent) return;
+  std::function<void(int)> handler = target->onEvent;
+  (void)wp;
+  handler(event);
+}
+
+}  // namespace platform

@@ -1,0 +1,214 @@
+// The product's message box on real windows, in a program of its own (kit_box),
+// answered from this process as the user's keys and clicks would answer it: the
+// result reaches the caller as kit_box's exit code. What the box shows is read from
+// outside through the window texts and design names.
+#include <gtest/gtest.h>
+
+#include <map>
+#include <optional>
+#include <sstream>
+
+#include "Driver.h"
+#include "KitSupport.h"
+#include "Process.h"
+
+namespace kit_e2e {
+namespace {
+
+constexpr wchar_t kTitle[] = L"Corvane for Windows";
+
+class KitBoxTest : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() { _wputenv_s(L"QV_IMAGE_DIR", W(ImageFolder()).c_str()); }
+
+  std::optional<e2e::Process> Start(const std::wstring& arguments, bool capture = false) {
+    return e2e::Process::Start(TestProgramFolder() / L"kit_box.exe", arguments, TestProgramFolder(),
+                               capture);
+  }
+
+  // The box of that program once it is up and painted.
+  HWND WaitForBox(const e2e::Process& p) {
+    auto box = e2e::WaitForWindow({kTitle, L"QvForm", p.Pid(), true});
+    if (!box) return nullptr;
+    e2e::WaitUntil([&] { return FindByName(box->hwnd, L"cmdButton(0)") != nullptr; }, Ms{3000});
+    return box->hwnd;
+  }
+
+  static void AltLetter(HWND box, wchar_t upper) {
+    // What the keyboard sends for Alt+letter: the context bit 29 says Alt is down.
+    e2e::Post(box, WM_SYSKEYDOWN, upper, 0x20000001);
+    e2e::Post(box, WM_SYSKEYUP, upper, static_cast<LPARAM>(0xE0000001u));
+  }
+  static void Enter(HWND box) {
+    e2e::Post(box, WM_KEYDOWN, VK_RETURN, 0x001C0001);
+    e2e::Post(box, WM_KEYUP, VK_RETURN, static_cast<LPARAM>(0xC01C0001u));
+  }
+};
+
+TEST_F(KitBoxTest, WhatTheBoxShowsCanBeReadFromOutside) {
+  auto p = Start(L"2 1 \"Do you want to stop the backup/restore operation?\"");
+  ASSERT_TRUE(p);
+  HWND box = WaitForBox(*p);
+  ASSERT_NE(box, nullptr) << "no message box came up";
+  EXPECT_EQ(DesignName(box), L"MesgBox");
+
+  HWND yes = FindByName(box, L"cmdButton(0)");
+  HWND no = FindByName(box, L"cmdButton(1)");
+  HWND retry = FindByName(box, L"cmdButton(2)");
+  HWND label = FindByName(box, L"lblSmallText");
+  ASSERT_TRUE(yes && no && retry && label);
+  EXPECT_EQ(e2e::Describe(yes).text, L"&Yes");
+  EXPECT_EQ(e2e::Describe(yes).className, L"Button");
+  EXPECT_TRUE(e2e::Describe(yes).visible);
+  EXPECT_EQ(e2e::Describe(FindByName(box, L"lbl_cmdButton(1)")).text, L"&No");
+  EXPECT_FALSE(e2e::Describe(retry).visible) << "a Yes/No box shows a third button";
+  EXPECT_EQ(e2e::Describe(label).text, L"Do you want to stop the backup/restore operation?");
+  EXPECT_EQ(e2e::Describe(FindByName(box, L"AppCaption")).text, kTitle);
+  EXPECT_TRUE(e2e::Describe(FindByName(box, L"picIcon(1)")).visible);
+  EXPECT_FALSE(e2e::Describe(FindByName(box, L"picIcon(0)")).visible);
+  // The frame is stripped and the outline rounded.
+  EXPECT_EQ(GetWindowLongW(box, GWL_STYLE) & WS_CAPTION, 0);
+  HRGN region = CreateRectRgn(0, 0, 0, 0);
+  EXPECT_NE(GetWindowRgn(box, region), ERROR) << "the box has no window region";
+  DeleteObject(region);
+
+  AltLetter(box, L'N');
+  auto code = p->WaitExit();
+  ASSERT_TRUE(code) << "Alt+N did not close the box";
+  EXPECT_EQ(*code, 7u);
+}
+
+struct KeyCase {
+  int buttons;
+  std::vector<wchar_t> letters;  // pressed with Alt in this order
+  DWORD result;
+};
+
+class KitBoxKeys : public KitBoxTest, public ::testing::WithParamInterface<KeyCase> {};
+
+TEST_P(KitBoxKeys, AltLetterGivesTheCallerItsResult) {
+  const KeyCase& c = GetParam();
+  auto p = Start(std::to_wstring(c.buttons) + L" 0 \"Question\"");
+  ASSERT_TRUE(p);
+  HWND box = WaitForBox(*p);
+  ASSERT_NE(box, nullptr);
+  for (std::size_t i = 0; i < c.letters.size(); ++i) {
+    AltLetter(box, c.letters[i]);
+    if (i + 1 < c.letters.size()) {
+      // A letter of another set is not taken: the box stays.
+      EXPECT_FALSE(p->WaitExit(Ms{700}).has_value()) << "Alt+" << char(c.letters[i]) << " closed it";
+    }
+  }
+  auto code = p->WaitExit();
+  ASSERT_TRUE(code) << "the box did not close";
+  EXPECT_EQ(*code, c.result);
+}
+
+INSTANTIATE_TEST_SUITE_P(Sets, KitBoxKeys,
+                         ::testing::Values(KeyCase{0, {L'N', L'O'}, 0},     // OK only: no "n"
+                                           KeyCase{1, {L'C'}, 2},           // OK, Cancel
+                                           KeyCase{2, {L'Y'}, 6},           // Yes, No
+                                           KeyCase{3, {L'I', L'R'}, 4},     // Ok, Cancel, Retry
+                                           KeyCase{4, {L'I'}, 5}));         // Ok, Cancel, Ignore
+
+TEST_F(KitBoxTest, EnterMeansTheDefaultLetter) {
+  // Cancel is the default of OK and Cancel; Yes of Yes and No.
+  for (auto [buttons, expected] : {std::pair{1, 2u}, std::pair{2, 6u}}) {
+    auto p = Start(std::to_wstring(buttons) + L" 1 \"Question\"");
+    ASSERT_TRUE(p);
+    HWND box = WaitForBox(*p);
+    ASSERT_NE(box, nullptr);
+    Enter(box);
+    auto code = p->WaitExit();
+    ASSERT_TRUE(code) << "Enter did not close the box of set " << buttons;
+    EXPECT_EQ(*code, expected) << "set " << buttons;
+  }
+}
+
+TEST_F(KitBoxTest, TheClosePictureGivesThree) {
+  auto p = Start(L"2 3 \"Are you sure you want to stop the QVWin service?\"");
+  ASSERT_TRUE(p);
+  HWND box = WaitForBox(*p);
+  ASSERT_NE(box, nullptr);
+  HWND close = FindByName(box, L"MsgClose");
+  ASSERT_NE(close, nullptr);
+  e2e::Post(close, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
+  e2e::Post(close, WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
+  auto code = p->WaitExit();
+  ASSERT_TRUE(code) << "the close picture did not close the box";
+  EXPECT_EQ(*code, 3u);
+}
+
+// ---- Scaling above 96 dots per inch ------------------------------------------------------
+
+std::map<std::string, double> ReadLayout(const std::string& output) {
+  std::map<std::string, double> values;
+  std::istringstream in(output);
+  std::string line;
+  while (std::getline(in, line)) {
+    auto eq = line.find('=');
+    if (eq != std::string::npos) values[line.substr(0, eq)] = std::atof(line.c_str() + eq + 1);
+  }
+  return values;
+}
+
+// Sets the screen's dots per inch of the programs started from now on, and puts
+// the old value back at the end.
+class ScreenDpi {
+ public:
+  explicit ScreenDpi(DWORD dpi) {
+    RegCreateKeyExW(HKEY_CURRENT_USER, L"Control Panel\\Desktop", 0, nullptr, 0, KEY_ALL_ACCESS,
+                    nullptr, &key_, nullptr);
+    DWORD size = sizeof(old_);
+    had_ = RegQueryValueExW(key_, L"LogPixels", nullptr, nullptr, reinterpret_cast<BYTE*>(&old_),
+                            &size) == ERROR_SUCCESS;
+    RegSetValueExW(key_, L"LogPixels", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&dpi), sizeof(dpi));
+  }
+  ~ScreenDpi() {
+    if (had_) {
+      RegSetValueExW(key_, L"LogPixels", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&old_), sizeof(old_));
+    } else {
+      RegDeleteValueW(key_, L"LogPixels");
+    }
+    RegCloseKey(key_);
+  }
+  ScreenDpi(const ScreenDpi&) = delete;
+  ScreenDpi& operator=(const ScreenDpi&) = delete;
+
+ private:
+  HKEY key_ = nullptr;
+  DWORD old_ = 0;
+  bool had_ = false;
+};
+
+TEST_F(KitBoxTest, At120DotsPerInchTheScalingShrinksTwipsAndKeepsPixels) {
+  auto measure = [&](std::optional<DWORD> dpi) {
+    std::optional<ScreenDpi> setting;
+    if (dpi) setting.emplace(*dpi);
+    auto p = Start(L"--layout 0", true);
+    std::map<std::string, double> values;
+    if (!p) return values;
+    // The program reads the setting when it starts; the value goes back at once.
+    e2e::WaitUntil([&] { return !e2e::FindTopLevel({kTitle, L"QvForm", p->Pid()}).empty(); },
+                   Ms{10000});
+    setting.reset();
+    if (!p->WaitExit()) return values;
+    return ReadLayout(p->Output());
+  };
+  auto at96 = measure(std::nullopt);
+  auto at120 = measure(120);
+  ASSERT_EQ(at96["tpp"], 15) << "the test screen is expected at 96 dpi";
+  ASSERT_EQ(at120["tpp"], 12) << "LogPixels 120 did not reach the program";
+
+  // The design's sizes shrink by 1.25 in twips...
+  EXPECT_DOUBLE_EQ(at96["buttonTwips"], 795);
+  EXPECT_DOUBLE_EQ(at120["buttonTwips"], 795 / 1.25);
+  EXPECT_DOUBLE_EQ(at120["iconTwips"], 480 / 1.25);
+  // ...which keeps them in pixels.
+  EXPECT_EQ(at96["buttonPixels"], 53);
+  EXPECT_EQ(at120["buttonPixels"], at96["buttonPixels"]);
+  EXPECT_EQ(at120["iconPixels"], at96["iconPixels"]);
+}
+
+}  // namespace
+}  // namespace kit_e2e

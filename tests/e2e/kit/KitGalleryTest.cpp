@@ -1,0 +1,115 @@
+// The screen gallery: every element of the screen kit on the Windows host, each
+// saved as a picture under build/screenshots/kit/ for people to look at. The checks
+// here are only that each element came up; the pictures are the point.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "KitSupport.h"
+#include "SampleForms.h"
+#include "Screenshot.h"
+#include "kit/HostedUi.h"
+#include "kit/MesgBox.h"
+#include "platform/win32/Win32SystemInfo.h"
+#include "platform/win32/Win32UiHost.h"
+
+namespace kit_e2e {
+namespace {
+
+struct Attached {
+  kit::HostedUi& ui;
+  kit::Form& form;
+  ~Attached() { ui.Forms().Detach(form); }
+};
+
+class KitGallery : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    if (std::getenv("QV_SCREENSHOT_DIR") == nullptr) {
+      _putenv_s("QV_SCREENSHOT_DIR", (std::string(QV_E2E_SOURCE_DIR) + "/build/screenshots/kit").c_str());
+    }
+  }
+
+  platform::Win32UiHost host{ImageFolder()};
+  platform::Win32SystemInfo system;
+  kit::HostedUi ui{host};
+
+  bool Shot(const std::string& name) {
+    Pump(host, Ms{400});
+    auto saved = e2e::Screenshot(name);
+    if (!saved && e2e::RunningUnderWine()) ADD_FAILURE() << "no screenshot " << name;
+    return saved.has_value();
+  }
+
+  // Shows a message box, takes its picture while it is up, and closes it.
+  int BoxShot(const std::string& name, const base::Text& text, int icon, int buttons) {
+    bool up = false;
+    std::uintptr_t timer = 0;
+    timer = host.StartTimer(200, [&] {
+      host.StopTimer(timer);
+      up = ui.Forms().WindowOf(ui.Box()) != 0;
+      Shot(name);
+      ui.Box().MsgClose.RaiseMouseUp({kit::kLeftButton, 0, 0, 0});
+    });
+    int result = ui.MessageBox(text, icon, buttons, u"Corvane for Windows");
+    EXPECT_TRUE(up) << name;
+    return result;
+  }
+
+  HWND Hwnd(const kit::Control& c) { return host.WindowHandle(ui.Forms().HandleOf(c)); }
+};
+
+TEST_F(KitGallery, MessageBoxInEveryButtonSetAndIcon) {
+  const base::Text shortText = u"Select a record that you want to delete.";
+  const base::Text longText =
+      u"There is backup/ restore process in progress. Stopping QVWin service now will result "
+      u"in cancelling the backup/ restore process and loss of data.\r\n"
+      u"Are you sure you want to stop the QVWin service?";
+  EXPECT_EQ(BoxShot("msgbox-0-ok-info-short", shortText, kit::kIconInfo, kit::kButtonsOk), 3);
+  BoxShot("msgbox-1-okcancel-question-long", longText, kit::kIconQuestion, kit::kButtonsOkCancel);
+  BoxShot("msgbox-2-yesno-cross-short", u"Do you want to stop the backup/restore operation?",
+          kit::kIconError, kit::kButtonsYesNo);
+  BoxShot("msgbox-3-okcancelretry-warn-long", longText, kit::kIconWarning,
+          kit::kButtonsOkCancelRetry);
+  BoxShot("msgbox-4-okcancelignore-info-short", shortText, kit::kIconInfo,
+          kit::kButtonsOkCancelIgnore);
+  BoxShot("msgbox-yesno-question-verylong",
+          u"Web Management helps you manage your Backup set, schedule backups and view backup "
+          u"logs via a web browser. Do you want to disable this feature? Download and install the "
+          u"'Advanced Backup plug-in' for the SQL Server, Exchange Server, Brick level Backup and "
+          u"Oracle server Backups.",
+          kit::kIconQuestion, kit::kButtonsYesNo);
+  BoxShot("msgbox-nobuttons-warn", u"A box with a bad button set closes only by its picture.",
+          kit::kIconWarning, 9);
+}
+
+TEST_F(KitGallery, RoundedStrippedFormInTheCornerWithItsBalloonTip) {
+  bkupjobnotify form(ui, system);
+  Attached attached{ui, form};
+  ui.Show(form);
+  HWND window = host.WindowHandle(ui.Forms().WindowOf(form));
+  ASSERT_TRUE(PumpUntil(host, [&] { return window != nullptr && IsWindowVisible(window); }));
+  Shot("notify-corner");
+
+  Click(Hwnd(form.cancel), true);
+  EXPECT_TRUE(PumpUntil(host, [&] { return ui.Tips().Balloon() != nullptr; }));
+  Shot("notify-balloon-tip");
+  MovePointerTo(Hwnd(form.viewbkuplog.Lbl()));
+  Shot("notify-hover");
+}
+
+TEST_F(KitGallery, SkinnedButtonInEachState) {
+  frmSkins form;
+  Attached attached{ui, form};
+  ui.Show(form);
+  HWND window = host.WindowHandle(ui.Forms().WindowOf(form));
+  ASSERT_TRUE(PumpUntil(host, [&] { return window != nullptr && IsWindowVisible(window); }));
+  // The pressed face shows while the left button is held on the button.
+  Press(Hwnd(form.pressed));
+  Shot("skinned-buttons");
+  Release();
+  Pump(host, Ms{200});
+}
+
+}  // namespace
+}  // namespace kit_e2e

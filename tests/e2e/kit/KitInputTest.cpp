@@ -1,0 +1,191 @@
+// Screens on the Windows host driven by the real pointer and keyboard (SendInput):
+// balloon tips on a right click, hover skins, dragging by the caption strip, a
+// modal box answered from the keyboard while a timer keeps ticking.
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+
+#include "KitSupport.h"
+#include "SampleForms.h"
+#include "kit/HostedUi.h"
+#include "kit/MesgBox.h"
+#include "platform/win32/Win32SystemInfo.h"
+#include "platform/win32/Win32UiHost.h"
+
+namespace kit_e2e {
+namespace {
+
+// Lets go of a form before it goes, so that the host never holds a dead form.
+struct Attached {
+  kit::HostedUi& ui;
+  kit::Form& form;
+  ~Attached() { ui.Forms().Detach(form); }
+};
+
+class KitInputTest : public ::testing::Test {
+ protected:
+  platform::Win32UiHost host{ImageFolder()};
+  platform::Win32SystemInfo system;
+  kit::HostedUi ui{host};
+
+  HWND Hwnd(const kit::Control& c) { return host.WindowHandle(ui.Forms().HandleOf(c)); }
+
+  static HWND VisibleBalloon() {
+    for (HWND tip : ThreadWindows(L"tooltips_class32")) {
+      if (IsWindowVisible(tip) && (GetWindowLongW(tip, GWL_STYLE) & TTS_BALLOON) != 0) return tip;
+    }
+    return nullptr;
+  }
+
+  static std::wstring TipText(HWND tip, HWND tool) {
+    wchar_t text[256] = {};
+    TOOLINFOW ti{};
+    ti.cbSize = sizeof(ti);
+    ti.hwnd = tool;
+    ti.uId = reinterpret_cast<UINT_PTR>(tool);
+    ti.lpszText = text;
+    SendMessageW(tip, TTM_GETTEXTW, 256, reinterpret_cast<LPARAM>(&ti));
+    return text;
+  }
+
+  bool ShownAndPainted(kit::Form& form) {
+    HWND w = host.WindowHandle(ui.Forms().WindowOf(form));
+    bool ok = PumpUntil(host, [&] { return w != nullptr && IsWindowVisible(w); });
+    Pump(host, Ms{300});
+    return ok;
+  }
+};
+
+TEST_F(KitInputTest, ARightClickShowsTheBalloonTipAndALeftClickRemovesIt) {
+  bkupjobnotify form(ui, system);
+  Attached attached{ui, form};
+  ui.Show(form);
+  ASSERT_TRUE(ShownAndPainted(form));
+  ASSERT_EQ(VisibleBalloon(), nullptr);
+
+  HWND cancel = Hwnd(form.cancel);
+  Click(cancel, true);
+  HWND tip = nullptr;
+  ASSERT_TRUE(PumpUntil(host, [&] { return (tip = VisibleBalloon()) != nullptr; }))
+      << "a right click on Close showed no balloon";
+  EXPECT_EQ(TipText(tip, cancel), L"Exit this screen");
+  // The tip stands clear of the window it belongs to (over it, it painted black).
+  RECT tipRect;
+  RECT formRect;
+  GetWindowRect(tip, &tipRect);
+  GetWindowRect(host.WindowHandle(ui.Forms().WindowOf(form)), &formRect);
+  RECT overlap;
+  EXPECT_FALSE(IntersectRect(&overlap, &tipRect, &formRect))
+      << "tip " << tipRect.left << "," << tipRect.top << " form " << formRect.left << ","
+      << formRect.top;
+
+  // A left click anywhere on a skinned button removes it, and is a click as well.
+  Click(Hwnd(form.viewbkuplog.Lbl()));
+  EXPECT_TRUE(PumpUntil(host, [&] { return VisibleBalloon() == nullptr; }))
+      << "a left click left the balloon up";
+  EXPECT_EQ(form.viewClicks, 1);
+  EXPECT_EQ(ui.Tips().Balloon(), nullptr);
+}
+
+TEST_F(KitInputTest, ThePointerOverAButtonLabelGivesItTheHoverSkin) {
+  bkupjobnotify form(ui, system);
+  Attached attached{ui, form};
+  ui.Show(form);
+  ASSERT_TRUE(ShownAndPainted(form));
+  MovePointerTo(Hwnd(form.cancel.Lbl()));
+  EXPECT_TRUE(PumpUntil(host, [&] { return form.cancel.SkinState() == kit::kSkinHover; }));
+  EXPECT_EQ(form.cancel.PictureKey(), u"button_ovr");
+  EXPECT_EQ(form.cancel.Lbl().ForeColor(), kit::kWhite);
+  MovePointerTo(Hwnd(form.viewbkuplog.Lbl()));
+  EXPECT_TRUE(PumpUntil(host, [&] { return form.viewbkuplog.SkinState() == kit::kSkinHover; }));
+  EXPECT_EQ(form.cancel.SkinState(), kit::kSkinNormal);
+}
+
+TEST_F(KitInputTest, DraggingTheCaptionStripMovesTheWindowAndTheForm) {
+  bkupjobnotify form(ui, system);
+  Attached attached{ui, form};
+  ui.Show(form);
+  ASSERT_TRUE(ShownAndPainted(form));
+  HWND window = host.WindowHandle(ui.Forms().WindowOf(form));
+  RECT before;
+  GetWindowRect(window, &before);
+  const double leftBefore = form.Left();
+
+  // The window follows the pointer inside the platform's move loop, which holds
+  // this thread until the button comes up: the hand is another thread.
+  RECT strip;
+  GetWindowRect(Hwnd(form.lblCapbar), &strip);
+  const POINT from{strip.left + 40, (strip.top + strip.bottom) / 2};
+  std::atomic<bool> done{false};
+  std::thread hand([&] {
+    auto move = [](int x, int y) {
+      INPUT in{};
+      in.type = INPUT_MOUSE;
+      in.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
+      in.mi.dx = static_cast<LONG>(x * 65535LL / (GetSystemMetrics(SM_CXSCREEN) - 1));
+      in.mi.dy = static_cast<LONG>(y * 65535LL / (GetSystemMetrics(SM_CYSCREEN) - 1));
+      SendInput(1, &in, sizeof(in));
+    };
+    auto button = [](DWORD flag) {
+      INPUT in{};
+      in.type = INPUT_MOUSE;
+      in.mi.dwFlags = flag;
+      SendInput(1, &in, sizeof(in));
+    };
+    move(from.x, from.y);
+    std::this_thread::sleep_for(Ms{200});
+    button(MOUSEEVENTF_LEFTDOWN);
+    for (int i = 1; i <= 10; ++i) {
+      std::this_thread::sleep_for(Ms{40});
+      move(from.x - 12 * i, from.y - 8 * i);
+    }
+    std::this_thread::sleep_for(Ms{200});
+    button(MOUSEEVENTF_LEFTUP);
+    done = true;
+  });
+  PumpUntil(host, [&] { return done.load(); }, Ms{10000});
+  hand.join();
+  Pump(host, Ms{300});
+
+  RECT after;
+  GetWindowRect(window, &after);
+  EXPECT_EQ(after.left, before.left - 120);
+  EXPECT_EQ(after.top, before.top - 80);
+  EXPECT_EQ(form.Left(), leftBefore - 120.0 * host.TwipsPerPixelX());
+}
+
+TEST_F(KitInputTest, AModalBoxTakesTheRealKeyboardWhileTimersGoOn) {
+  int ticks = 0;
+  const std::uintptr_t counter = host.StartTimer(50, [&] { ++ticks; });
+  std::uintptr_t typist = 0;
+  typist = host.StartTimer(600, [&] {
+    host.StopTimer(typist);
+    INPUT keys[4] = {};
+    const WORD codes[4] = {VK_MENU, 'N', 'N', VK_MENU};
+    for (int i = 0; i < 4; ++i) {
+      keys[i].type = INPUT_KEYBOARD;
+      keys[i].ki.wVk = codes[i];
+      keys[i].ki.dwFlags = i >= 2 ? KEYEVENTF_KEYUP : 0;
+    }
+    SendInput(4, keys, sizeof(INPUT));
+  });
+  // Should the keys never arrive, the close picture ends the box and the test fails
+  // on the result instead of hanging.
+  std::uintptr_t rescue = 0;
+  rescue = host.StartTimer(8000, [&] {
+    host.StopTimer(rescue);
+    if (ui.Box().IsLoaded()) ui.Box().MsgClose.RaiseMouseUp({kit::kLeftButton, 0, 0, 0});
+  });
+  const int result = ui.MessageBox(u"Do you want to stop the transfer?", kit::kIconQuestion,
+                                   kit::kButtonsYesNo, u"Corvane for Windows");
+  host.StopTimer(rescue);
+  host.StopTimer(counter);
+  EXPECT_EQ(result, kit::kResultNo);
+  EXPECT_GT(ticks, 5) << "the timer stood still while the box was up";
+  EXPECT_FALSE(ui.Box().IsLoaded());
+  EXPECT_EQ(ui.Forms().WindowOf(ui.Box()), 0u);
+}
+
+}  // namespace
+}  // namespace kit_e2e

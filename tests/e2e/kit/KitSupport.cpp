@@ -1,0 +1,117 @@
+#include "KitSupport.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <thread>
+
+namespace kit_e2e {
+
+base::Text T(const std::wstring& w) { return base::Text(w.begin(), w.end()); }
+std::wstring W(const base::Text& t) { return std::wstring(t.begin(), t.end()); }
+
+base::Text ImageFolder() {
+  if (const wchar_t* env = _wgetenv(L"QV_IMAGE_DIR"); env != nullptr && *env != 0) return T(env);
+  // Wine maps the Unix root to drive Z:.
+  std::wstring path = L"Z:" + std::filesystem::path(QV_KIT_IMAGES).wstring();
+  for (auto& c : path) {
+    if (c == L'/') c = L'\\';
+  }
+  return T(path);
+}
+
+std::filesystem::path TestProgramFolder() {
+  wchar_t path[MAX_PATH] = {};
+  GetModuleFileNameW(nullptr, path, MAX_PATH);
+  return std::filesystem::path(path).parent_path();
+}
+
+std::wstring DesignName(HWND hwnd) {
+  auto atom = static_cast<ATOM>(reinterpret_cast<UINT_PTR>(GetPropW(hwnd, L"QvName")));
+  if (atom == 0) return {};
+  wchar_t name[256] = {};
+  UINT n = GlobalGetAtomNameW(atom, name, 256);
+  return std::wstring(name, n);
+}
+
+HWND FindByName(HWND parent, const std::wstring& name) {
+  for (const e2e::WindowInfo& w : e2e::ListChildren(parent)) {
+    if (DesignName(w.hwnd) == name) return w.hwnd;
+  }
+  return nullptr;
+}
+
+std::vector<HWND> ThreadWindows(const wchar_t* className) {
+  struct Search {
+    const wchar_t* cls;
+    std::vector<HWND> found;
+  } search{className, {}};
+  EnumThreadWindows(
+      GetCurrentThreadId(),
+      [](HWND hwnd, LPARAM lp) -> BOOL {
+        auto* s = reinterpret_cast<Search*>(lp);
+        wchar_t name[64] = {};
+        GetClassNameW(hwnd, name, 64);
+        if (_wcsicmp(name, s->cls) == 0) s->found.push_back(hwnd);
+        return TRUE;
+      },
+      reinterpret_cast<LPARAM>(&search));
+  return search.found;
+}
+
+namespace {
+
+void Send(DWORD flags) {
+  INPUT in{};
+  in.type = INPUT_MOUSE;
+  in.mi.dwFlags = flags;
+  SendInput(1, &in, sizeof(in));
+}
+
+}  // namespace
+
+void MovePointerTo(HWND hwnd) {
+  RECT r;
+  GetWindowRect(hwnd, &r);
+  const int x = (r.left + r.right) / 2;
+  const int y = (r.top + r.bottom) / 2;
+  const int w = std::max(2, GetSystemMetrics(SM_CXSCREEN));
+  const int h = std::max(2, GetSystemMetrics(SM_CYSCREEN));
+  // A real move through the input queue, so that the window under the pointer hears
+  // of it as it would of the user's hand.
+  INPUT in{};
+  in.type = INPUT_MOUSE;
+  in.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
+  in.mi.dx = static_cast<LONG>((x * 65535LL) / (w - 1));
+  in.mi.dy = static_cast<LONG>((y * 65535LL) / (h - 1));
+  SendInput(1, &in, sizeof(in));
+}
+
+void Click(HWND hwnd, bool right) {
+  MovePointerTo(hwnd);
+  Send(right ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_LEFTDOWN);
+  Send(right ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_LEFTUP);
+}
+
+void Press(HWND hwnd) {
+  MovePointerTo(hwnd);
+  Send(MOUSEEVENTF_LEFTDOWN);
+}
+
+void Release() { Send(MOUSEEVENTF_LEFTUP); }
+
+bool PumpUntil(platform::IUiHost& host, const std::function<bool()>& done, Ms timeout) {
+  const auto end = std::chrono::steady_clock::now() + timeout;
+  while (std::chrono::steady_clock::now() < end) {
+    host.DoEvents();
+    if (done()) return true;
+    std::this_thread::sleep_for(Ms{20});
+  }
+  host.DoEvents();
+  return done();
+}
+
+void Pump(platform::IUiHost& host, Ms time) {
+  PumpUntil(host, [] { return false; }, time);
+}
+
+}  // namespace kit_e2e

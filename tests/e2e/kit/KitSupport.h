@@ -1,0 +1,48 @@
+#pragma once
+// Helpers of the screen kit's tests on real windows: the image folder, windows by
+// their design name (the "QvName" atom the host puts on every window), real mouse
+// input, and waiting while the host lets events through.
+#include <windows.h>
+#include <commctrl.h>
+#undef MessageBox  // kit::Ui::MessageBox, not the platform's
+
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "Driver.h"
+#include "base/Text.h"
+#include "platform/UiHost.h"
+
+namespace kit_e2e {
+
+using e2e::Ms;
+
+// The staged image folder (QV_IMAGE_DIR overrides it), as a Windows path.
+base::Text ImageFolder();
+std::filesystem::path TestProgramFolder();
+
+// The design name of a window of any process, "" when it has none.
+std::wstring DesignName(HWND hwnd);
+// The first window below `parent` (at any depth) with that design name.
+HWND FindByName(HWND parent, const std::wstring& name);
+// Top-level windows of this process of a class.
+std::vector<HWND> ThreadWindows(const wchar_t* className);
+
+// Moves the real pointer to the middle of `hwnd` and presses and releases a button
+// there; `hold` leaves the button down (release with Release()).
+void Click(HWND hwnd, bool right = false);
+void Press(HWND hwnd);
+void Release();
+void MovePointerTo(HWND hwnd);
+
+// Lets the host run its events until `done` or the timeout; true when done.
+bool PumpUntil(platform::IUiHost& host, const std::function<bool()>& done, Ms timeout = Ms{8000});
+void Pump(platform::IUiHost& host, Ms time);
+
+base::Text T(const std::wstring& w);
+std::wstring W(const base::Text& t);
+
+}  // namespace kit_e2e

@@ -1,0 +1,111 @@
+#pragma once
+// Small screens written the way the product's screens are: one class with its
+// controls, its layout in twips and its handlers, and nothing of the renderer.
+#include "kit/Controls.h"
+#include "kit/Form.h"
+#include "kit/ToolTips.h"
+#include "kit/Ui.h"
+#include "kit/WindowLook.h"
+#include "platform/SystemInfo.h"
+
+namespace kit_e2e {
+
+// A job-end notice: frameless, rounded, in the corner of the work area, with two
+// skinned buttons whose right click shows their balloon tip.
+class bkupjobnotify : public kit::Form {
+ public:
+  bkupjobnotify(kit::Ui& ui, platform::ISystemInfo& system)
+      : Form(u"bkupjobnotify", {0, 0, 6750, 4050}, u"Desktop notification"), ui_(ui), system_(system) {
+    for (kit::PictureButton* b : {&viewbkuplog, &cancel}) {
+      b->on.MouseUp = [this, b](const kit::MouseArgs& a) { Button_MouseUp(*b, a); };
+      b->Lbl().on.MouseUp = [this, b](const kit::MouseArgs& a) { Button_MouseUp(b->Lbl(), a); };
+      b->Lbl().on.MouseMove = [this, b](const kit::MouseArgs&) { Hover(*b); };
+    }
+    lblCapbar.on.MouseDown = [this](const kit::MouseArgs& a) {
+      if (a.button == kit::kLeftButton) BeginDrag();
+    };
+    lblTitle.SetFontBold(true);
+    lblTitle.SetFontSize(9);
+    lblTitle.SetForeColor(kit::kWhite);
+    Picture1.SetToolTipText(u"Help");
+    Picture2.SetToolTipText(u"Close");
+    Picture2.on.MouseUp = [this](const kit::MouseArgs& a) {
+      if (a.button == kit::kLeftButton) Unload();
+    };
+    QVDiskPBar.SetBarColor(0x0DDF27);
+  }
+
+  int viewClicks = 0;
+
+  kit::Label lblCapbar{*this, u"lblCapbar", {0, 0, 6000, 510}};
+  kit::Label lblTitle{*this, u"lblTitle", {180, 135, 4500, 300}, u"Scheduled job status"};
+  kit::Picture Picture1{*this, u"Picture1", {6750 - 690, 135, 240, 240}, u"qv_small_help"};
+  kit::Picture Picture2{*this, u"Picture2", {6750 - 390, 135, 240, 240}, u"qv_small_close"};
+  kit::Picture PicSuccessJob{*this, u"PicSuccessJob", {330, 780, 600, 600}, u"qv_desknoti_success"};
+  kit::Label Label5{*this, u"Label5", {1140, 780, 1500, 255}, u"Account Name:"};
+  kit::Label lblaccntname{*this, u"lblaccntname", {2700, 780, 3800, 255}, u"jsmith"};
+  kit::Label Label1{*this, u"Label1", {1140, 1080, 1600, 255}, u"Backup/ Restore set:"};
+  kit::Label bkupjobname{*this, u"bkupjobname", {2700, 1080, 3800, 255}, u"My Documents && Photos"};
+  kit::Label schjobststus{*this, u"schjobststus", {1140, 1500, 5400, 255},
+                          u"Your backup/restore job(s) will start in next 5 hour(s)"};
+  kit::Label lblquota{*this, u"lblquota", {1140, 1920, 1700, 255}, u"Quota Information :"};
+  kit::Label lblUserQuota{*this, u"lblUserQuota", {2850, 1920, 3600, 255}, u"1.25 GB Out of 5.00 GB"};
+  kit::ProgressBar QVDiskPBar{*this, u"QVDiskPBar", {1140, 2250, 5250, 210}};
+  kit::Label Label2{*this, u"Label2", {330, 2820, 6100, 255},
+                    u"View the logs of the backup/restore scheduled jobs"};
+  kit::PictureButton viewbkuplog{*this, u"viewbkuplog", {3600, 3390, 1350, 345}, u"&View Log"};
+  kit::PictureButton cancel{*this, u"cancel", {5100, 3390, 1350, 345}, u"&Close"};
+
+ protected:
+  void Form_Load() override {
+    SetPictureKey(u"qv_desk_notify");
+    kit::ApplySkin(cancel, kit::kSkinNormal);
+    kit::ApplySkin(viewbkuplog, kit::kSkinNormal);
+    QVDiskPBar.SetValue(25);
+    kit::SetFormFrame(*this, false);
+    kit::clsRounder().RoundForm(*this, ui_.TwipsPerPixelX(), ui_.TwipsPerPixelY());
+    kit::PlaceBottomRight(*this, kit::GetWorkArea(system_, true));
+  }
+  void Form_Unload(int&) override { ui_.Tips().Remove(); }
+
+ private:
+  void Button_MouseUp(kit::Control& control, const kit::MouseArgs& a) {
+    ui_.Tips().ButtonMouseUp(control, a.button);
+    if (a.button == kit::kLeftButton && &control == &viewbkuplog) ++viewClicks;
+  }
+  void Hover(kit::PictureButton& over) {
+    for (kit::PictureButton* b : {&viewbkuplog, &cancel}) {
+      kit::ApplySkin(*b, b == &over ? kit::kSkinHover : kit::kSkinNormal);
+    }
+  }
+
+  kit::Ui& ui_;
+  platform::ISystemInfo& system_;
+};
+
+// One skinned button in each state, with its state written under it.
+class frmSkins : public kit::Form {
+ public:
+  frmSkins() : Form(u"frmSkins", {2400, 1800, 6900, 2250}, u"Skinned buttons") {
+    SetBackColor(0xF9F8F6);
+  }
+
+  kit::PictureButton normal{*this, u"cmdNormal", {300, 450, 1350, 345}, u"&Normal"};
+  kit::PictureButton hover{*this, u"cmdHover", {1950, 450, 1350, 345}, u"&Hover"};
+  kit::PictureButton pressed{*this, u"cmdPressed", {3600, 450, 1350, 345}, u"&Pressed"};
+  kit::PictureButton disabled{*this, u"cmdDisabled", {5250, 450, 1350, 345}, u"&Disabled"};
+  kit::Label lblStates{*this, u"lblStates", {300, 1050, 6300, 255},
+                       u"state 0 normal, 1 hover, pressed (left button held), 2 disabled"};
+  kit::CheckBox chkOption{*this, u"chkOption", {300, 1440, 3000, 255}, u"&Auto Pause (Bandwidth used)"};
+
+ protected:
+  void Form_Load() override {
+    kit::ApplySkin(normal, kit::kSkinNormal);
+    kit::ApplySkin(hover, kit::kSkinHover);
+    kit::ApplySkin(pressed, kit::kSkinNormal);
+    kit::ApplySkin(disabled, kit::kSkinDisabled);
+    chkOption.SetValue(1);
+  }
+};
+
+}  // namespace kit_e2e
