@@ -1,0 +1,45 @@
+#include "monitor/MonitorProgram.h"
+
+#include "engine/EngineObjects.h"
+#include "kit/HostedUi.h"
+
+namespace monitor {
+
+MonitorProgram::MonitorProgram(frame::AppState& app, kit::Ui& ui, MonitorScreens* screens)
+    : ui_(ui), window_(app, ui, screens) {
+  if (auto* hosted = dynamic_cast<kit::HostedUi*>(&ui_)) {
+    kit::FormHost& forms = hosted->Forms();
+    window_.SetWindowHandle([&forms, this] { return forms.WindowOf(window_); });
+  }
+}
+
+MonitorProgram::~MonitorProgram() {
+  if (auto* hosted = dynamic_cast<kit::HostedUi*>(&ui_)) hosted->Forms().Detach(window_);
+}
+
+void MonitorProgram::CreateEngines(frame::AppState& app) { engine::CreateEngines(app); }
+
+void MonitorProgram::LoadMonitorWindow(frame::AppState&) {
+  // The window exists from here on, hidden or not: its timer runs and the tray icon
+  // talks to it even when Main leaves it in the tray.
+  if (auto* hosted = dynamic_cast<kit::HostedUi*>(&ui_)) hosted->Forms().Attach(window_);
+  window_.Load();
+}
+
+void MonitorProgram::ApplyGeometry(frame::AppState&, std::optional<long> width,
+                                   std::optional<long> height, std::optional<long> top,
+                                   std::optional<long> left) {
+  window_.ApplyGeometry(width, height, top, left);
+}
+
+void MonitorProgram::HideFromTaskBar(frame::AppState&) { window_.HideFromTaskBar(); }
+
+void MonitorProgram::ShowFromTaskBar(frame::AppState&) { window_.ShowFromTaskBar(); }
+
+void MonitorProgram::ShowLogInWindow(frame::AppState&) { window_.ShowLogInWindow(); }
+
+void MonitorProgram::SetTerminate(std::function<void(unsigned)> terminate) {
+  window_.SetTerminate(std::move(terminate));
+}
+
+}  // namespace monitor

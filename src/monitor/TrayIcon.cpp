@@ -1,0 +1,33 @@
+#include "monitor/TrayIcon.h"
+
+namespace monitor {
+
+bool TrayIcon::Add(platform::UiHandle owner, const Text& icon, const Text& tip,
+                   std::function<void(int)> onMouse) {
+  if (host_ == nullptr) return false;
+  if (handle_ != 0) Remove();
+  record_.owner = owner;
+  record_.icon = icon;
+  record_.tip.clear();
+  handle_ = host_->AddTrayIcon(record_, std::move(onMouse));
+  SetTip(tip);
+  return handle_ != 0;
+}
+
+void TrayIcon::SetTip(const Text& tip) {
+  record_.tip = tip.substr(0, kTipUnits);
+  if (host_ != nullptr && handle_ != 0) host_->ModifyTrayIcon(handle_, record_);
+}
+
+void TrayIcon::SetIcon(const Text& icon) {
+  if (icon.empty()) return;
+  record_.icon = icon;
+  if (host_ != nullptr && handle_ != 0) host_->ModifyTrayIcon(handle_, record_);
+}
+
+void TrayIcon::Remove() {
+  if (host_ != nullptr && handle_ != 0) host_->RemoveTrayIcon(handle_);
+  handle_ = 0;
+}
+
+}  // namespace monitor

@@ -1,0 +1,266 @@
+// The activity log view: the newest twenty lines (read from the file's end, and
+// always the same lines the whole file gives), the parse of a line, and the list.
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "frame/Logs.h"
+#include "kit/FormHost.h"
+#include "monitor/LogView.h"
+#include "MonitorFixture.h"
+
+namespace {
+
+using base::Text;
+using monitor::ParseLogLine;
+using monitor::ReadNewestLines;
+using monitor::ReadNewestLinesWhole;
+using monitortest::MonitorTest;
+using monitortest::U8;
+
+const Text kLog = u"C:\\QV\\QVCOMMON\\QVWServiceLog.txt";
+
+std::string Bytes16(const Text& t) { return base::EncodeUtf16Le(t); }
+
+class LogViewTest : public MonitorTest {
+ protected:
+  void Log(const std::vector<Text>& lines) {
+    platform::TextFile::WriteLines(fake.fs, kLog, lines);
+  }
+  std::vector<Text> Rows() {
+    std::vector<Text> rows;
+    for (int i = 1; i <= form->lstLog.Count(); ++i) rows.push_back(form->lstLog.Item(i).SubItem(2));
+    return rows;
+  }
+};
+
+TEST(LogLineParse, KindWordStampAndMessageByPosition) {
+  auto row = ParseLogLine(u"Error       : 11/15/2026 05:25:27 : Could not reach the server");
+  ASSERT_TRUE(row);
+  EXPECT_EQ(row->type, u"Error      ");  // the blank in front of the colon is dropped
+  EXPECT_EQ(row->time, u" 11/15/2026 05:25:27 ");
+  EXPECT_EQ(row->message, u" Could not reach the server");
+  EXPECT_TRUE(row->error);
+
+  row = ParseLogLine(u"Information : 11/15/2026 05:25:27 : Backup started\r");
+  ASSERT_TRUE(row);
+  EXPECT_EQ(row->type, u"Information");
+  EXPECT_EQ(row->message, u" Backup started");  // a trailing CR goes
+  EXPECT_FALSE(row->error);
+  row = ParseLogLine(u"Success     : 11/15/2026 05:25:27 : Done");
+  EXPECT_EQ(row->type, u"Success    ");
+
+  EXPECT_FALSE(ParseLogLine(u"no colon in this line"));
+  row = ParseLogLine(u":x");  // nothing before the colon
+  ASSERT_TRUE(row);
+  EXPECT_EQ(row->type, u"");
+  EXPECT_EQ(row->message, u"");
+}
+
+TEST_F(LogViewTest, FiftyLinesGiveTheNewestTwentyNewestFirst) {
+  std::vector<Text> lines;
+  for (int i = 1; i <= 50; ++i)
+    lines.push_back(u"Information : 11/15/2026 05:25:27 : line " + base::FromNumber(i));
+  Log(lines);
+  auto newest = ReadNewestLines(fake.fs, kLog);
+  ASSERT_TRUE(newest);
+  ASSERT_EQ(newest->size(), 20u);
+  EXPECT_EQ(newest->front(), lines[49]);
+  EXPECT_EQ(newest->back(), lines[30]);
+
+  Open();
+  form->ShowLogInWindow();
+  ASSERT_EQ(form->lstLog.Count(), 20);
+  EXPECT_EQ(form->lstLog.Item(1).SubItem(2), u" line 50");
+  EXPECT_EQ(form->lstLog.Item(20).SubItem(2), u" line 31");
+  EXPECT_EQ(form->lstLog.Column(1).caption, u"Type");
+  EXPECT_EQ(form->lstLog.Column(2).caption, u"Time");
+  EXPECT_EQ(form->lstLog.Column(3).caption, u"Message");
+}
+
+TEST_F(LogViewTest, BlankAndNulLinesAreSkippedAndLinesTrimmed) {
+  Log({u"Information : 11/15/2026 05:25:27 : first", u"   ", u"",
+       Text(u"Error       : 11/15/2026 05:25:27 : second") + u'\0' + u"junk after the NUL",
+       u"  Success     : 11/15/2026 05:25:27 : third  "});
+  auto newest = ReadNewestLines(fake.fs, kLog);
+  ASSERT_TRUE(newest);
+  ASSERT_EQ(newest->size(), 3u);
+  EXPECT_EQ((*newest)[0], u"Success     : 11/15/2026 05:25:27 : third");
+  EXPECT_EQ((*newest)[1], u"Error       : 11/15/2026 05:25:27 : second");
+}
+
+TEST_F(LogViewTest, ErrorsAreRedAndTheHostSeesTheColour) {
+  Log({u"Information : 11/15/2026 05:25:27 : fine", u"Error       : 11/15/2026 05:25:28 : bad"});
+  Open();
+  form->ShowLogInWindow();
+  ASSERT_EQ(form->lstLog.Count(), 2);
+  EXPECT_EQ(form->lstLog.Item(1).ForeColor(), 255u);
+  EXPECT_EQ(form->lstLog.Item(2).ForeColor(), kit::kDefaultColor);
+  const platform::UiControl described = kit::FormHost::Describe(form->lstLog);
+  ASSERT_EQ(described.rows.size(), 2u);
+  EXPECT_EQ(described.rows[0].foreColor, 255u);
+  EXPECT_EQ(described.rows[0].subItems[0], u" 11/15/2026 05:25:28 ");
+}
+
+TEST_F(LogViewTest, EmptyFileEmptiesTheListAndAMissingOneLeavesIt) {
+  Log({u"Information : 11/15/2026 05:25:27 : one"});
+  Open();
+  form->ShowLogInWindow();
+  ASSERT_EQ(form->lstLog.Count(), 1);
+  fake.fs.DeleteFile(kLog);
+  form->ShowLogInWindow();
+  EXPECT_EQ(form->lstLog.Count(), 1);  // no file: the list stays as it was
+  fake.fs.PutFile(kLog, base::kUtf16Bom);
+  form->ShowLogInWindow();
+  EXPECT_EQ(form->lstLog.Count(), 0);
+}
+
+TEST_F(LogViewTest, RowsGoBelowTheOldOnesAndAFullerListIsFilledAgain) {
+  Log({u"Information : 11/15/2026 05:25:27 : a", u"Information : 11/15/2026 05:25:27 : b"});
+  Open();
+  form->ShowLogInWindow();
+  form->lstLog.UserClickRow(2);
+  form->ShowLogInWindow();  // four rows would be more than two lines: filled again
+  EXPECT_EQ(Rows(), (std::vector<Text>{u" b", u" a"}));
+  EXPECT_EQ(form->lstLog.SelectedIndex(), 2);
+
+  // One old row, and of three new lines one without a colon: 1 + 2 rows is not more
+  // than the three lines, so the old row stays on top.
+  Log({u"Information : 11/15/2026 05:25:27 : only"});
+  form->mnuClearlog_Click();
+  form->ShowLogInWindow();
+  Log({u"Information : 11/15/2026 05:25:27 : x", u"no colon", u"Information : 11/15/2026 05:25:27 : y"});
+  form->ShowLogInWindow();
+  EXPECT_EQ(Rows(), (std::vector<Text>{u" only", u" y", u" x"}));
+}
+
+TEST_F(LogViewTest, ClearEmptiesTheListNotTheFileAndTheNextTickBringsItBack) {
+  Log({u"Information : 11/15/2026 05:25:27 : kept"});
+  EngineType(u"service");  // the tick refreshes the list for a service engine
+  Open();
+  ui.Show(*form);
+  form->ShowLogInWindow();
+  const std::string before = fake.fs.Bytes(kLog);
+  form->mnuClearlog.Choose();
+  EXPECT_EQ(form->lstLog.Count(), 0);
+  EXPECT_EQ(fake.fs.Bytes(kLog), before);
+  form->Progress.Fire();
+  EXPECT_EQ(form->lstLog.Count(), 1);
+}
+
+TEST_F(LogViewTest, OpenLogCreatesAMissingFileAndTracesAShellFailure) {
+  Open();
+  fake.profile.WriteString(u"Corvane", Text(u"SessionFile"), Text(u"C:\\QV\\QVCOMMON\\sess.txt"),
+                           Common(u"QVDetails.ini"));
+  form->btnLogFile.RaiseClick();
+  EXPECT_EQ(fake.fs.Bytes(u"C:\\QV\\QVCOMMON\\sess.txt"), std::string(base::kUtf16Bom));
+  ASSERT_EQ(fake.shell.executed.size(), 1u);
+  EXPECT_EQ(fake.shell.executed[0].verb, u"open");
+  EXPECT_EQ(fake.shell.executed[0].file, u"C:\\QV\\QVCOMMON\\sess.txt");
+  EXPECT_EQ(app.SessionFilePath, u"C:\\QV\\QVCOMMON\\sess.txt");
+
+  fake.shell.executeResult = 31;
+  form->mnuviewlog.Choose();
+  EXPECT_TRUE(TraceHas(u"Error while opening the Session log file."));
+  EXPECT_TRUE(TraceHas(u"Reason : 31"));
+}
+
+TEST_F(LogViewTest, SeparatorBytesReadAsOneGarbledLine) {
+  app.CurrentLogName = u"job";
+  frame::WriteActivityLog(app, u"Information first", frame::kInformation);
+  frame::WriteActivityLog(app, u"user logged out ", frame::kInformation);
+  frame::WriteActivityLog(app, u"Information after", frame::kInformation);
+  auto newest = ReadNewestLines(fake.fs, kLog);
+  auto whole = ReadNewestLinesWhole(fake.fs, kLog);
+  ASSERT_TRUE(newest && whole);
+  EXPECT_EQ(*newest, *whole);
+  // The separator's bytes pair up into units and swallow the CR LF behind them, so
+  // the separator and the next line come out as one line.
+  ASSERT_EQ(newest->size(), 3u);
+  EXPECT_EQ(newest->at(0).substr(0, 52), Text(52, static_cast<char16_t>(0x5F5F)));
+  EXPECT_NE(newest->at(0).find(u"Information after"), Text::npos);
+}
+
+TEST_F(LogViewTest, TheEveryFifthLinePauseComesFourTimesForTwentyLines) {
+  std::vector<Text> lines(60, u"Information : 11/15/2026 05:25:27 : x");
+  Log(lines);
+  int pauses = 0;
+  // A tiny chunk makes the reader go back many times; the pause still comes once per
+  // fifth line taken.
+  auto newest = ReadNewestLines(fake.fs, kLog, 20, [&] { ++pauses; }, 8);
+  ASSERT_TRUE(newest);
+  EXPECT_EQ(newest->size(), 20u);
+  EXPECT_EQ(pauses, 4);
+}
+
+// Random logs of every awkward kind: with and without the mark, odd lengths, lone
+// CR and LF, NULs, blanks, single-byte separators, surrogate halves, long lines.
+std::string RandomLog(std::mt19937& rng) {
+  std::uniform_int_distribution<int> pick(0, 9);
+  std::string bytes = pick(rng) < 8 ? std::string(base::kUtf16Bom) : std::string();
+  const int pieces = std::uniform_int_distribution<int>(0, 80)(rng);
+  for (int i = 0; i < pieces; ++i) {
+    switch (pick(rng)) {
+      case 0: bytes += Bytes16(u"\r\n"); break;
+      case 1: bytes += Bytes16(u"   \r\n"); break;
+      case 2: bytes += std::string(104, '_') + "\r\n"; break;
+      case 3: bytes += Bytes16(u"a\nb\rc\r\r\n"); break;
+      case 4: bytes += Bytes16(Text(u"x") + u'\0' + u"y\r\n"); break;
+      case 5: bytes += Bytes16(Text(std::uniform_int_distribution<int>(1, 3000)(rng), u'L') + u"\r\n"); break;
+      case 6: bytes += Bytes16(Text(1, static_cast<char16_t>(0xD800)) + u"half\r\n"); break;
+      case 7: bytes += "\x01"; break;  // shifts every later unit by a byte
+      default:
+        bytes += Bytes16(u"Information : 11/15/2026 05:25:27 : line " +
+                       base::FromNumber(i) + u"\r\n");
+    }
+  }
+  return bytes;
+}
+
+TEST_F(LogViewTest, TheTailAlwaysAgreesWithTheWholeFile) {
+  std::mt19937 rng(20261115);
+  for (int round = 0; round < 300; ++round) {
+    fake.fs.PutFile(kLog, RandomLog(rng));
+    auto whole = ReadNewestLinesWhole(fake.fs, kLog);
+    ASSERT_TRUE(whole);
+    for (std::size_t chunk : {2u, 7u, 64u, 1000u, 16384u}) {
+      auto tail = ReadNewestLines(fake.fs, kLog, 20, {}, chunk);
+      ASSERT_TRUE(tail);
+      ASSERT_EQ(*tail, *whole) << "round " << round << " chunk " << chunk;
+    }
+  }
+}
+
+TEST_F(LogViewTest, OnlyTheEndOfALargeLogIsRead) {
+  // A counting file system: the reader must not touch the bulk of the file.
+  struct Counting : platform::FakeFileSystem {
+    std::optional<std::string> ReadAll(const Text& path) override {
+      if (!inRange) ++readAll;
+      return FakeFileSystem::ReadAll(path);
+    }
+    std::optional<std::string> ReadRange(const Text& path, std::uint64_t offset,
+                                         std::size_t count) override {
+      bytesRead += count;
+      inRange = true;  // the fake disk serves a range from the whole file
+      auto bytes = FakeFileSystem::ReadRange(path, offset, count);
+      inRange = false;
+      return bytes;
+    }
+    bool inRange = false;
+    int readAll = 0;
+    std::uint64_t bytesRead = 0;
+  } disk;
+  disk.AddFolders(u"C:\\QV\\QVCOMMON");
+  std::string big(base::kUtf16Bom);
+  const std::string line = Bytes16(u"Information : 11/15/2026 05:25:27 : a line of the log\r\n");
+  for (int i = 0; i < 100000; ++i) big += line;
+  disk.PutFile(kLog, big);
+  auto newest = ReadNewestLines(disk, kLog);
+  ASSERT_TRUE(newest);
+  EXPECT_EQ(newest->size(), 20u);
+  EXPECT_EQ(disk.readAll, 0);
+  EXPECT_LT(disk.bytesRead, 40000u);
+  EXPECT_GT(big.size(), 10000000u);
+}
+
+}  // namespace

@@ -1,0 +1,205 @@
+#pragma once
+// The monitor window on a fake platform and a windowless screen service, with engine
+// objects whose answers a test scripts, and a record of what the window asked of the
+// other folders' screens. Calls of all of them go into one ordered log.
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "base/Utf16.h"
+#include "engine/EngineNames.h"
+#include "engine/EngineObject.h"
+#include "engine/MonitorCallback.h"
+#include "engine/StopWord.h"
+#include "frame/Settings.h"
+#include "kit/ScriptedUi.h"
+#include "monitor/frmQVWinService.h"
+#include "support/FrameFixture.h"
+
+namespace monitortest {
+
+using base::Text;
+
+// One engine object whose status words come from a script; once the script is used
+// up it answers `steady`. Starting, stopping and pausing change `steady` as a real
+// engine would settle.
+class ScriptedEngine : public engine::EngineObject {
+ public:
+  ScriptedEngine(frame::AppState& app, std::string name, std::vector<std::string>& log,
+                 bool service)
+      : app_(app), name_(std::move(name)), log_(log), service_(service) {}
+
+  Text GetServiceStatus() override {
+    log_.push_back(name_ + ".status");
+    ++statusCalls;
+    if (!words.empty()) {
+      Text w = words.front();
+      words.pop_front();
+      return w;
+    }
+    return steady;
+  }
+  void ServiceStart() override {
+    log_.push_back(name_ + ".start");
+    ++starts;
+    // A paused engine is not started again by a start; it stays paused.
+    if (startSettles && steady != u"Paused") steady = u"Running";
+  }
+  void ServiceStop() override {
+    log_.push_back(name_ + ".stop");
+    steady = u"Stopped";
+  }
+  void ServicePause() override {
+    if (!service_) NotOffered();
+    log_.push_back(name_ + ".pause");
+    steady = u"Paused";
+  }
+  void ServiceResume() override {
+    if (!service_) NotOffered();
+    log_.push_back(name_ + ".resume");
+    steady = u"Running";
+  }
+  void StopTransfer() override { engine::StopTransfer(app_); }
+  bool StopTransferMsgBox() override { return engine::StopTransferMsgBox(app_); }
+  Text getlabelstring() override { return engine::kGuideText; }
+  long IsServiceExeRunning(bool) override { return 0; }
+  long getVersion() override { return 2; }
+  long getMajorVersion() override { return 10; }
+  bool IsService() const override { return service_; }
+
+  std::deque<Text> words;
+  Text steady = u"Running";
+  bool startSettles = true;
+  int statusCalls = 0;
+  int starts = 0;
+
+ private:
+  frame::AppState& app_;
+  std::string name_;
+  std::vector<std::string>& log_;
+  bool service_;
+};
+
+// What the window asks of the later screens, and how they answer.
+class RecordingScreens : public monitor::MonitorScreens {
+ public:
+  explicit RecordingScreens(std::vector<std::string>& log) : log_(log) {}
+  void senddesktopnotify() override { Note("senddesktopnotify"); }
+  void Dialupdisconnect() override { Note("Dialupdisconnect"); }
+  void CheckMissedBackup() override { Note("CheckMissedBackup"); }
+  bool OpenBackupNow() override { return Open("BackupNow"); }
+  bool OpenUpdatePassword() override { return Open("UpdatePassword"); }
+  bool OpenManageScheduledJobs() override { return Open("ManageScheduledJobs"); }
+  bool OpenErrorReport() override { return Open("ErrorReport"); }
+  bool OpenAbout() override { return Open("About"); }
+
+  bool opens = true;
+  std::function<void(const std::string&)> onStep;
+
+ private:
+  void Note(const std::string& step) {
+    log_.push_back(step);
+    if (onStep) onStep(step);
+  }
+  bool Open(const std::string& screen) {
+    log_.push_back("open " + screen);
+    return opens;
+  }
+  std::vector<std::string>& log_;
+};
+
+class MapSecureStore : public frame::ISecureStore {
+ public:
+  Text ReadSecure(const Text& keyName) override {
+    auto it = values.find(keyName);
+    return it == values.end() ? Text() : it->second;
+  }
+  void WriteSecure(const Text& keyName, const Text& value) override { values[keyName] = value; }
+  std::map<Text, Text> values;
+};
+
+class MonitorTest : public ::testing::Test, public testkit::FrameFixture {
+ protected:
+  MonitorTest() : screens(log) {
+    fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+    app.secureStore = &secure;
+    auto service = std::make_shared<ScriptedEngine>(app, "service", log, true);
+    auto background = std::make_shared<ScriptedEngine>(app, "background", log, false);
+    serviceEngine = service.get();
+    backgroundEngine = background.get();
+    app.ServiceEngine = service;
+    app.BackgroundEngine = background;
+    app.ActiveEngine = background;
+  }
+
+  // Builds and loads the window (its load steps run now, as in Main).
+  monitor::frmQVWinService& Open() {
+    form = std::make_unique<monitor::frmQVWinService>(app, ui, &screens);
+    form->SetTerminate([this](unsigned code) { terminated.push_back(code); });
+    form->Load();
+    log.clear();
+    return *form;
+  }
+
+  void Setting(const Text& key, const Text& value) { frame::WriteSetting(app, key, value); }
+  Text Get(const Text& key) { return frame::ReadSetting(app, key); }
+  Text Ini(const Text& section, const Text& key, const Text& file) {
+    return fake.profile.GetString(section, key, Text(), 1024, file);
+  }
+  void Account(const Text& user, const Text& password) {
+    Setting(u"UserName", user);
+    secure.values[user] = password;
+  }
+  void EngineType(const Text& type) {
+    fake.profile.WriteString(u"Corvane", Text(u"Type"), type, Common(u"QVDetails.ini"));
+  }
+  void StateWord(const Text& word) {
+    platform::TextFile::WriteLines(fake.fs, app.ScheduleFilePath, {word});
+  }
+  std::vector<Text> Trace() { return Lines(Common(u"SerTraceFile.txt")); }
+  bool TraceHas(const Text& line) {
+    for (const Text& l : Trace())
+      if (l == line) return true;
+    return false;
+  }
+
+  // One progress call of the engine, as the COM shell hands it on.
+  void Call(const Text& file, double fileSize, double total, double done, short fileProg,
+            short totalProg, long kind, short engNumber = 1, const Text& left = u"0:05:00") {
+    platform::UpdateMonitorArgs a;
+    a.sFileName = file;
+    a.dFileSize = fileSize;
+    a.dTotalFilesize = total;
+    a.dTotalBuffer = done;
+    a.sTrfRate = u"1.2 MB/s";
+    a.iFileProg = fileProg;
+    a.iTotalProg = totalProg;
+    a.timeelapsed = u"0:01:10";
+    a.TimeRemaining = left;
+    a.engNumber = engNumber;
+    a.sBkStatus = kind;
+    engine::UpdateMonitor(app, a);
+  }
+  void StopCall() {
+    platform::UpdateMonitorArgs a;
+    a.sFileName = u"?STOP";
+    engine::UpdateMonitor(app, a);
+  }
+
+  std::vector<std::string> log;
+  MapSecureStore secure;
+  RecordingScreens screens;
+  ScriptedEngine* serviceEngine = nullptr;
+  ScriptedEngine* backgroundEngine = nullptr;
+  kit::ScriptedUi ui;
+  std::unique_ptr<monitor::frmQVWinService> form;
+  std::vector<unsigned> terminated;
+};
+
+inline std::string U8(const Text& t) { return base::ToUtf8(t); }
+
+}  // namespace monitortest

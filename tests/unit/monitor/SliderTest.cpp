@@ -1,0 +1,213 @@
+// The bandwidth slider: the rule in its load, first and second passes against each
+// idle state the engine leaves, dragging the knob, and the Auto-Pause box.
+#include <gtest/gtest.h>
+
+#include "MonitorFixture.h"
+
+namespace {
+
+using base::Text;
+using monitor::frmQVWinService;
+using monitortest::MonitorTest;
+using Pass = frmQVWinService::SliderPass;
+
+class SliderTest : public MonitorTest {
+ protected:
+  void Limits(const Text& autoPause, const Text& plain, const Text& paused) {
+    Setting(u"AUTOPAUSECHECK", autoPause);
+    Setting(u"BANDWIDTH", plain);
+    Setting(u"BANDWIDTHPAUSE", paused);
+  }
+  void Idle(const Text& state) {
+    fake.profile.WriteString(u"AUTOPAUSE", Text(u"BackupIdleState"), state,
+                             Common(u"AutoPause.ini"));
+  }
+  long Shown() { return static_cast<long>(form->sliderBandwidth.Value()); }
+  bool Message() { return form->LabelPauseMsg.Visible(); }
+  // Where PlaceSlider puts the knob for a value.
+  double KnobAt(double percent) {
+    return form->PictSliderBox1.Left() +
+           (form->PictSliderBox1.Width() - form->PictSliderKnob1.Width()) * percent / 100;
+  }
+};
+
+TEST_F(SliderTest, WithNoKeysTheSliderShowsAHundredAndAutoPauseIsOff) {
+  Open();
+  EXPECT_EQ(Shown(), 100);
+  EXPECT_EQ(form->lablBandWidth.Caption(), u"100%");
+  EXPECT_EQ(form->lblSlider1Tooltip.Caption(), u"100%");
+  EXPECT_FALSE(form->chkbandwidth.Checked());
+  EXPECT_DOUBLE_EQ(form->PictSliderKnob1.Left(), KnobAt(100));
+  EXPECT_EQ(form->PictSliderBox1.PictureKey(), u"slider_box");
+  EXPECT_EQ(form->PictSliderKnob1.PictureKey(), u"slider_knob2");
+}
+
+TEST_F(SliderTest, AtLoadTheIdleFileIsNotConsulted) {
+  Limits(u"1", u"40", u"70");
+  Idle(u"1");
+  Open();
+  EXPECT_TRUE(form->chkbandwidth.Checked());
+  EXPECT_EQ(Shown(), 70);  // the limit for an active user, whatever the engine says
+  EXPECT_EQ(form->lablBandWidth.Caption(), u"70%");
+  EXPECT_DOUBLE_EQ(form->PictSliderKnob1.Left(), KnobAt(70));
+  EXPECT_FALSE(Message());
+  // The box's Click did not write the limits back while the rule set it.
+  EXPECT_EQ(Get(u"BANDWIDTHPAUSE"), u"70");
+}
+
+TEST_F(SliderTest, FirstPassByIdleState) {
+  Limits(u"1", u"40", u"70");
+  Open();
+  struct Case {
+    Text idle;
+    long shown;
+    bool message;
+  };
+  for (const Case& c : {Case{u"1", 40, false}, Case{u"", 70, true}, Case{u"0", 70, true}}) {
+    Idle(c.idle);
+    form->PlaceSlider(5);
+    form->SliderRule(Pass::First);
+    EXPECT_EQ(Shown(), c.shown) << monitortest::U8(c.idle);
+    EXPECT_EQ(Message(), c.message) << monitortest::U8(c.idle);
+  }
+  // Any other state leaves the slider; the message follows the check box alone.
+  Idle(u"2");
+  form->PlaceSlider(5);
+  form->LabelPauseMsg.SetVisible(false);
+  form->SliderRule(Pass::First);
+  EXPECT_EQ(Shown(), 5);
+  EXPECT_TRUE(Message());
+}
+
+TEST_F(SliderTest, SecondPassShowsTheMessageOnlyForThrottledKinds) {
+  Limits(u"1", u"40", u"70");
+  Open();
+  for (const Text idle : {u"", u"0"}) {
+    Idle(idle);
+    for (long kind = 0; kind <= 5; ++kind) {
+      app.Transfer.sBkStatus = kind;
+      form->LabelPauseMsg.SetVisible(!(kind >= 1 && kind <= 4));
+      form->SliderRule(Pass::Second);
+      EXPECT_EQ(Shown(), 70);
+      EXPECT_EQ(Message(), kind >= 1 && kind <= 4) << kind;
+    }
+  }
+  Idle(u"1");
+  app.Transfer.sBkStatus = 1;
+  form->LabelPauseMsg.SetVisible(true);
+  form->SliderRule(Pass::Second);
+  EXPECT_EQ(Shown(), 40);
+  EXPECT_FALSE(Message());
+  Idle(u"2");
+  form->PlaceSlider(5);
+  form->LabelPauseMsg.SetVisible(true);
+  form->SliderRule(Pass::Second);
+  EXPECT_EQ(Shown(), 5);
+  EXPECT_TRUE(Message());  // the second pass never touches it for this state
+}
+
+TEST_F(SliderTest, WithoutAutoPauseThePlainLimitHoldsInEveryPass) {
+  Limits(u"0", u"", u"70");  // an empty limit counts as 100
+  Idle(u"0");
+  Open();
+  form->LabelPauseMsg.SetVisible(true);
+  form->SliderRule(Pass::Second);
+  EXPECT_EQ(Shown(), 100);
+  EXPECT_TRUE(Message());  // only the first pass hides it
+  Setting(u"BANDWIDTH", u" 25 ");
+  form->SliderRule(Pass::First);
+  EXPECT_EQ(Shown(), 25);
+  EXPECT_FALSE(Message());
+}
+
+TEST_F(SliderTest, DraggingMovesTheKnobWithinTheBoxAndItsSlack) {
+  Limits(u"0", u"50", u"");
+  Open();
+  auto& knob = form->PictSliderKnob1;
+  const double boxLeft = form->PictSliderBox1.Left();
+  const double range = form->PictSliderBox1.Width() - knob.Width();
+  knob.RaiseMouseDown({kit::kLeftButton});
+  EXPECT_TRUE(form->Dragging());
+  EXPECT_TRUE(form->lblSlider1Tooltip.Visible());
+  EXPECT_EQ(form->lblSlider1Tooltip.Caption(), u"50%");
+
+  knob.RaiseMouseMove({kit::kLeftButton, 0, range / 10});
+  EXPECT_DOUBLE_EQ(knob.Left(), boxLeft + range * 0.6);
+  EXPECT_EQ(form->lablBandWidth.Caption(), u"60%");
+  EXPECT_EQ(form->lblSlider1Tooltip.Caption(), u"60%");
+  EXPECT_EQ(Shown(), 60);
+  EXPECT_DOUBLE_EQ(form->lblSlider1Tooltip.Left() + form->lblSlider1Tooltip.Width() / 2,
+                   knob.Left() + knob.Width() / 2);
+
+  // To the right end and 25 twips past it: the figure passes 100, the slider keeps 100.
+  knob.RaiseMouseMove({kit::kLeftButton, 0, boxLeft + range + 25 - knob.Left()});
+  EXPECT_DOUBLE_EQ(knob.Left(), boxLeft + range + 25);
+  EXPECT_EQ(form->lablBandWidth.Caption(), u"101%");
+  EXPECT_EQ(Shown(), 100);
+  const double atEnd = knob.Left();
+  knob.RaiseMouseMove({kit::kLeftButton, 0, 1});  // one twip further is refused
+  EXPECT_DOUBLE_EQ(knob.Left(), atEnd);
+  knob.RaiseMouseMove({kit::kLeftButton, 0, boxLeft - knob.Left() - 1});  // left of the box
+  EXPECT_DOUBLE_EQ(knob.Left(), atEnd);
+
+  knob.RaiseMouseUp({kit::kLeftButton});
+  EXPECT_FALSE(form->Dragging());
+  EXPECT_FALSE(form->lblSlider1Tooltip.Visible());
+  EXPECT_EQ(Get(u"BANDWIDTH"), u"100");
+  EXPECT_EQ(form->lablBandWidth.Caption(), u"100%");
+
+  const double before = knob.Left();
+  knob.RaiseMouseMove({0, 0, -300});  // not dragging: nothing moves
+  EXPECT_DOUBLE_EQ(knob.Left(), before);
+}
+
+TEST_F(SliderTest, WithAutoPauseOnADragSavesThePauseLimitWhicheverIsShown) {
+  Limits(u"1", u"40", u"70");
+  Idle(u"1");
+  Open();
+  form->SliderRule(Pass::First);
+  ASSERT_EQ(Shown(), 40);  // the user is idle: the plain limit is the one shown
+  auto& knob = form->PictSliderKnob1;
+  const double range = form->PictSliderBox1.Width() - knob.Width();
+  knob.RaiseMouseDown({kit::kLeftButton});
+  knob.RaiseMouseMove({kit::kLeftButton, 0, -range / 5});
+  knob.RaiseMouseUp({kit::kLeftButton});
+  EXPECT_EQ(Get(u"BANDWIDTHPAUSE"), u"20");
+  EXPECT_EQ(Get(u"BANDWIDTH"), u"40");
+}
+
+TEST_F(SliderTest, TheCheckBoxSwitchesLimitKeyAndMessage) {
+  Limits(u"", u"40", u"");
+  Open();
+  form->chkbandwidth.UserClick();  // on, with no pause limit yet
+  EXPECT_EQ(Shown(), 100);
+  EXPECT_EQ(Get(u"BANDWIDTHPAUSE"), u"100");
+  EXPECT_EQ(Get(u"AUTOPAUSECHECK"), u"1");
+  EXPECT_TRUE(Message());
+
+  Setting(u"BANDWIDTHPAUSE", u"30");
+  form->chkbandwidth.UserClick();  // off
+  EXPECT_EQ(Shown(), 40);
+  EXPECT_EQ(Get(u"AUTOPAUSECHECK"), u"0");
+  EXPECT_FALSE(Message());
+  form->chkbandwidth.UserClick();  // on again: the stored pause limit
+  EXPECT_EQ(Shown(), 30);
+  EXPECT_EQ(Get(u"BANDWIDTHPAUSE"), u"30");
+}
+
+TEST_F(SliderTest, TheCaptionLosesItsHyphenAndTheLongMessageMovesAboveNinetySixDpi) {
+  Open();
+  EXPECT_EQ(form->chkbandwidth.Caption(), u"Auto Pause (Bandwidth used)");
+  EXPECT_EQ(form->LabelPauseMsg.Caption(), monitor::kPauseMessage);
+
+  kit::ScriptedUi large(12);  // 120 dots per inch
+  monitor::frmQVWinService scaled(app, large);
+  scaled.Load();
+  EXPECT_EQ(scaled.chkbandwidth.Caption(), u"Auto Pause (Bandwidth used)");
+  EXPECT_EQ(scaled.LabelPauseMsg.Caption(), monitor::kPauseMessageShort);
+  EXPECT_EQ(scaled.LabelPauseMsg.ToolTipText(), monitor::kPauseMessage);
+  EXPECT_DOUBLE_EQ(scaled.lstLog.Top(), form->lstLog.Top() / 1.25);
+  EXPECT_DOUBLE_EQ(scaled.Width(), form->Width() / 1.25);
+}
+
+}  // namespace

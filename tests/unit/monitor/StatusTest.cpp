@@ -1,0 +1,256 @@
+// The engine's status on the window: words to lights, captions and menu states, the
+// rounds that keep both engine programs running, the tray icon, and the Start, Stop
+// and Pause items.
+#include <gtest/gtest.h>
+
+#include "kit/MesgBox.h"
+#include "kit/MessageTable.h"
+#include "MonitorFixture.h"
+
+namespace {
+
+using base::Text;
+using monitortest::MonitorTest;
+using monitortest::U8;
+
+class StatusTest : public MonitorTest {
+ protected:
+  struct Shown {
+    Text light, word;
+    bool start, pause, stop;
+    Text pauseCaption;
+  };
+  Shown Now() {
+    auto& f = *form;
+    return {f.TrafficLights1.PictureKey(), f.lblStatus.Caption(), f.Start.Enabled(),
+            f.Pause.Enabled(), f.Stop.Enabled(), f.Pause.Caption()};
+  }
+  const platform::FakeUiHost::TrayRecord& TrayRecord() {
+    EXPECT_EQ(fake.ui.trayIcons.size(), 1u);
+    return fake.ui.trayIcons.begin()->second;
+  }
+};
+
+TEST_F(StatusTest, EachSettledWordHasItsLightCaptionAndMenus) {
+  EngineType(u"service");  // so that Pause keeps what the word gives it
+  Open();
+  backgroundEngine->steady = u"Running";
+  form->Indicate_ServiceStatus();
+  Shown s = Now();
+  EXPECT_EQ(s.light, u"light_green");
+  EXPECT_EQ(s.word, u"Running");
+  EXPECT_FALSE(s.start);
+  EXPECT_TRUE(s.pause);
+  EXPECT_TRUE(s.stop);
+  EXPECT_EQ(s.pauseCaption, u"Pause Service");
+
+  backgroundEngine->steady = u"Paused";
+  form->Indicate_ServiceStatus();
+  s = Now();
+  EXPECT_EQ(s.light, u"light_amber");
+  EXPECT_EQ(s.word, u"Paused");
+  EXPECT_FALSE(s.start);
+  EXPECT_TRUE(s.pause);  // left as it was
+  EXPECT_TRUE(s.stop);
+  EXPECT_EQ(s.pauseCaption, u"Resume Service");
+
+  backgroundEngine->steady = u"Stopped";
+  backgroundEngine->startSettles = false;
+  form->Indicate_ServiceStatus();
+  s = Now();
+  EXPECT_EQ(s.light, u"light_red");
+  EXPECT_EQ(s.word, u"Stopped");
+  EXPECT_TRUE(s.start);
+  EXPECT_FALSE(s.pause);
+  EXPECT_FALSE(s.stop);
+  EXPECT_EQ(s.pauseCaption, u"Resume Service");  // Set_Stop leaves the caption
+
+  form->Set_Stopping();
+  s = Now();
+  EXPECT_EQ(s.light, u"light_amber");
+  EXPECT_EQ(s.word, u"Stopping");
+  EXPECT_FALSE(s.start || s.pause || s.stop);
+
+  form->lblStatus.SetCaption(u"before");
+  form->Pause.SetVisible(false);
+  form->Set_Resume();
+  s = Now();
+  EXPECT_EQ(s.light, u"light_green");
+  EXPECT_EQ(s.word, u"before");  // Set_Resume leaves the word
+  EXPECT_TRUE(form->Pause.Visible());
+  EXPECT_TRUE(s.stop);
+  EXPECT_EQ(s.pauseCaption, u"Pause Service");
+}
+
+TEST_F(StatusTest, AnEngineThatCannotBeQueriedShowsUnknownWithEverythingOff) {
+  EngineType(u"service");
+  Open();
+  backgroundEngine->steady = u"";
+  backgroundEngine->startSettles = false;
+  const int queried = backgroundEngine->statusCalls;
+  form->Indicate_ServiceStatus();
+  Shown s = Now();
+  EXPECT_EQ(s.word, u"Unknown");
+  EXPECT_EQ(s.light, u"light_amber");
+  EXPECT_FALSE(s.start || s.pause || s.stop);
+  // Unknown is not a settled word: all 200 rounds ran, each starting the engine.
+  EXPECT_EQ(backgroundEngine->starts, 200);
+  EXPECT_EQ(backgroundEngine->statusCalls - queried, 400);
+}
+
+TEST_F(StatusTest, APendingWordRunsTheTwoHundredRoundsWithTheirSleeps) {
+  Open();
+  backgroundEngine->steady = u"Start Pending";
+  backgroundEngine->startSettles = false;
+  const auto slept = fake.clock.sleptMs;
+  form->Indicate_ServiceStatus();
+  EXPECT_EQ(form->lblStatus.Caption(), u"Start Pending");
+  EXPECT_EQ(backgroundEngine->starts, 200);
+  // Each round: 100 ms after the start and 100 ms before the next round.
+  EXPECT_EQ(fake.clock.sleptMs - slept, 200u * 200u);
+}
+
+TEST_F(StatusTest, BothEnginesAreStartedAndTheBackgroundWordIsShown) {
+  Open();
+  serviceEngine->steady = u"Stopped";
+  backgroundEngine->words = {u"Stopped"};  // then Running once started
+  form->Indicate_ServiceStatus();
+  EXPECT_EQ(log, (std::vector<std::string>{"service.status", "service.start", "service.status",
+                                           "background.status", "background.start",
+                                           "background.status"}));
+  EXPECT_EQ(form->lblStatus.Caption(), u"Running");
+  // The service form's word does not count: it is started again on every run.
+  form->Indicate_ServiceStatus();
+  EXPECT_EQ(serviceEngine->starts, 1);  // settled by the first start
+}
+
+TEST_F(StatusTest, AStaleWordOfAStoppedEngineIsCleared) {
+  Open();
+  StateWord(u"1");
+  backgroundEngine->words = {u"Stopped"};  // what the active engine says first
+  form->Indicate_ServiceStatus();
+  EXPECT_EQ(Lines(app.ScheduleFilePath)[0], u"0");
+  StateWord(u"2");
+  form->Indicate_ServiceStatus();  // running now: the word stays
+  EXPECT_EQ(Lines(app.ScheduleFilePath)[0], u"2");
+}
+
+TEST_F(StatusTest, ABackgroundEngineNeverOffersPauseAServiceOffersStopTransfer) {
+  Open();  // no Type: a background engine
+  form->StoptransferMenu.SetEnabled(false);
+  form->Indicate_ServiceStatus();
+  EXPECT_EQ(form->lblStatus.Caption(), u"Running");
+  EXPECT_FALSE(form->Pause.Enabled());
+  EXPECT_FALSE(form->StoptransferMenu.Enabled());
+  EngineType(u"Service ");  // taken as a service, read again on every run
+  form->Indicate_ServiceStatus();
+  EXPECT_TRUE(form->Pause.Enabled());
+  EXPECT_TRUE(form->StoptransferMenu.Enabled());
+}
+
+TEST_F(StatusTest, TheTrayIconFollowsTheBackgroundWordUnlessBranded) {
+  Open();
+  ASSERT_EQ(fake.ui.trayIcons.size(), 1u);
+  EXPECT_EQ(TrayRecord().state.icon, u"tray_running");
+  backgroundEngine->steady = u"Stopped";
+  backgroundEngine->startSettles = false;
+  form->Indicate_ServiceStatus();
+  EXPECT_EQ(TrayRecord().state.icon, u"tray_stopped");
+
+  const Text branded = u"C:\\QV\\images\\MonitorIcon.ico";
+  fake.fs.AddFolders(u"C:\\QV\\images");
+  fake.fs.PutFile(branded, "ico");
+  form->Indicate_ServiceStatus();
+  EXPECT_EQ(TrayRecord().state.icon, branded);
+  EXPECT_EQ(form->IconPath(), branded);
+  EXPECT_EQ(form->picTrayicon.PictureKey(), branded);
+  backgroundEngine->steady = u"Running";
+  form->Indicate_ServiceStatus();
+  EXPECT_EQ(TrayRecord().state.icon, branded);  // the same in every state
+}
+
+TEST_F(StatusTest, StartShowsTheWaitingLightStartsTheActiveEngineAndLooksAgain) {
+  Open();
+  backgroundEngine->steady = u"Stopped";
+  backgroundEngine->startSettles = false;
+  form->Indicate_ServiceStatus();
+  backgroundEngine->startSettles = true;
+  std::vector<Text> lights;
+  form->SetChangeListener([&](kit::Control& c, kit::Aspect a) {
+    if (&c == &form->TrafficLights1 && kit::Has(a, kit::Aspect::Picture))
+      lights.push_back(form->TrafficLights1.PictureKey());
+  });
+  const auto slept = fake.clock.sleptMs;
+  log.clear();
+  form->Start.Choose();
+  ASSERT_FALSE(lights.empty());
+  EXPECT_EQ(lights.front(), u"light_off");
+  EXPECT_EQ(lights.back(), u"light_green");
+  EXPECT_EQ(log.front(), "background.start");  // the active engine, before any query
+  EXPECT_GE(fake.clock.sleptMs - slept, 400u);
+  EXPECT_EQ(form->lblStatus.Caption(), u"Running");
+}
+
+TEST_F(StatusTest, StopAsksAboutARunningTransferAndNeverStopsTheEngineThen) {
+  Open();
+  StateWord(u"1");
+  ui.Queue(kit::ScriptedUi::Answer::No());
+  log.clear();
+  form->Stop.Choose();
+  ASSERT_EQ(ui.Questions().size(), 1u);
+  EXPECT_EQ(ui.Questions()[0].text, kit::GetMessage(app, 18));
+  EXPECT_EQ(Lines(app.ScheduleFilePath)[0], u"1");
+  EXPECT_TRUE(log.empty());  // no stop and no status round
+
+  ui.Queue({kit::ScriptedUi::Answer::Yes(), kit::ScriptedUi::Answer::Ok()});
+  form->Stop.Choose();
+  EXPECT_EQ(Lines(app.ScheduleFilePath)[0], u"2");
+  EXPECT_EQ(form->lblStatus.Caption(), u"Stopping");
+  ASSERT_EQ(ui.Questions().size(), 3u);
+  EXPECT_EQ(ui.Questions()[2].text, kit::GetMessage(app, 19));
+  EXPECT_TRUE(log.empty());
+
+  StateWord(u"0");
+  form->Indicate_ServiceStatus();  // the status run gives Stop back
+  log.clear();
+  form->Stop.Choose();
+  EXPECT_EQ(log.front(), "background.stop");
+  EXPECT_EQ(form->lblStatus.Caption(), u"Running");  // restarted by the status run
+}
+
+TEST_F(StatusTest, PauseIsRefusedWhileTheFileDoesNotStartWithZero) {
+  EngineType(u"service");
+  app.ActiveEngine = app.ServiceEngine;
+  Open();
+  StateWord(u"0");  // written with its byte-order mark: the first byte is not "0"
+  form->Pause.Choose();
+  ASSERT_EQ(ui.Questions().size(), 1u);
+  EXPECT_EQ(ui.Questions()[0].text, kit::GetMessage(app, 17));
+  EXPECT_EQ(ui.Questions()[0].buttons, kit::kButtonsOk);
+
+  fake.fs.DeleteFile(app.ScheduleFilePath);
+  backgroundEngine->steady = u"Paused";  // the word shown is the background program's
+  log.clear();
+  form->Pause.Choose();
+  EXPECT_EQ(log.front(), "service.pause");
+  EXPECT_EQ(form->Pause.Caption(), u"Resume Service");
+  backgroundEngine->steady = u"Running";
+  log.clear();
+  form->Pause.Choose();
+  EXPECT_EQ(log.front(), "service.resume");
+  EXPECT_EQ(form->Pause.Caption(), u"Pause Service");
+}
+
+TEST_F(StatusTest, StopTransferAsksAndTurnsTheWordToStop) {
+  Open();
+  StateWord(u"1");
+  ui.Queue(kit::ScriptedUi::Answer::Yes());
+  form->StoptransferMenu.SetEnabled(true);
+  form->StoptransferMenu.Choose();
+  ASSERT_EQ(ui.Questions().size(), 1u);
+  EXPECT_EQ(ui.Questions()[0].text, u"Do you want to stop the backup/restore operation?");
+  EXPECT_EQ(ui.Questions()[0].buttons, kit::kButtonsYesNo);
+  EXPECT_EQ(Lines(app.ScheduleFilePath)[0], u"2");
+}
+
+}  // namespace

@@ -1,0 +1,264 @@
+// The window in the tray: the icon and its two mouse messages, hiding and showing,
+// closing, the two shutdowns with the stored geometry, and the effects of the items.
+#include <gtest/gtest.h>
+
+#include "kit/MesgBox.h"
+#include "kit/MessageTable.h"
+#include "kit/ToolTips.h"
+#include "MonitorFixture.h"
+
+namespace {
+
+using base::Text;
+using monitortest::MonitorTest;
+
+class TrayMenuTest : public MonitorTest {
+ protected:
+  platform::UiHandle Icon() {
+    EXPECT_EQ(fake.ui.trayIcons.size(), 1u);
+    return fake.ui.trayIcons.empty() ? 0 : fake.ui.trayIcons.begin()->first;
+  }
+  const platform::UiTrayIcon& IconState() { return fake.ui.trayIcons.begin()->second.state; }
+  Text Stored(const Text& section, const Text& key) {
+    return Ini(section, key, Common(u"qvwin.ini"));
+  }
+  std::vector<Text> ActivityLog() { return Lines(Common(u"QVWServiceLog.txt")); }
+};
+
+TEST_F(TrayMenuTest, MenusStandInTheirOrderWithTheirCaptions) {
+  Open();
+  auto captions = [](const kit::MenuItem& menu) {
+    std::vector<Text> out;
+    for (const kit::MenuItem* item : menu.Children()) out.push_back(item->Caption());
+    return out;
+  };
+  EXPECT_EQ(captions(form->MainMenu),
+            (std::vector<Text>{u"Start Service", u"Stop Service", u"Pause Service", u"Stop Transfer",
+                               u"Refresh", u"Shutdown Corvane for Windows Monitor"}));
+  EXPECT_EQ(captions(form->MnuDetails), (std::vector<Text>{u"&View", u"&Hide"}));
+  EXPECT_EQ(captions(form->LogMenu), (std::vector<Text>{u"&View", u"&Clear"}));
+  EXPECT_EQ(captions(form->HelpMenu),
+            (std::vector<Text>{u"Help Topics", u"Send Error Report", u"Website",
+                               u"About Corvane for Windows ..."}));
+  // The launch item takes the application title at load.
+  EXPECT_EQ(captions(form->TrayMenu),
+            (std::vector<Text>{u"&Open Status Indicator", u"Launch Corvane for Windows",
+                               u"Backup Now", u"Update Password", u"Manage all the Scheduled Jobs",
+                               u"Enable all the Scheduled jobs", u"Stop running scheduled job",
+                               u"&Web Management", u"Send Error Report", u"&View log",
+                               u"&Shutdown Indicator"}));
+  EXPECT_FALSE(form->TrayMenu.Visible());  // a popup, not on the bar
+  EXPECT_TRUE(form->MainMenu.Visible());
+  EXPECT_FALSE(form->mnuHideDetails.Enabled());
+  EXPECT_TRUE(form->mnuViewDetails.Enabled());
+  EXPECT_EQ(form->lblGuideLines.Caption(), engine::kGuideText);
+  EXPECT_EQ(form->Label1.Caption(), u"Corvane for Windows Monitor");
+  EXPECT_EQ(form->btnRefresh.PictureKey(), u"qvmon_refresh");
+  EXPECT_TRUE(form->Region().has_value());
+}
+
+TEST_F(TrayMenuTest, TheIconCarriesTheTipOfTheTitle) {
+  Open();
+  Icon();
+  EXPECT_EQ(IconState().tip, u"Corvane for Windows Monitor");
+  form.reset();
+  EXPECT_TRUE(fake.ui.trayIcons.empty());  // a window that goes takes its icon along
+
+  fake.fs.AddFolders(u"C:\\QV\\images");
+  fake.fs.PutFile(u"C:\\QV\\images\\Config.txt", "Title=Acme Backup\nSecond=x\n");
+  Open();
+  EXPECT_EQ(app.AppTitle, u"Acme Backup");
+  EXPECT_EQ(IconState().tip, u"QVMonitor");
+  EXPECT_EQ(form->mnuLaunch.Caption(), u"Launch Acme Backup");
+  EXPECT_EQ(form->AboutMenu.Caption(), u"About Acme Backup ...");
+}
+
+TEST_F(TrayMenuTest, DoubleClickOpensTheWindowOnTheStatusTab) {
+  Open();
+  form->HideFromTaskBar();
+  form->cmdDetails.RaiseClick();
+  fake.ui.FireTray(Icon(), platform::kTrayLeftDoubleClick);
+  EXPECT_TRUE(form->Visible());
+  EXPECT_TRUE(form->StatusTabSelected());
+  EXPECT_EQ(form->cmdDetails.PictureKey(), monitor::kTabDetails);
+  EXPECT_TRUE(form->FrameNormal.Visible());
+
+  form->HideFromTaskBar();
+  Call(u"a.txt", 100, 1000, 10, 10, 1, 1);
+  fake.ui.FireTray(Icon(), platform::kTrayLeftDoubleClick);
+  EXPECT_TRUE(form->FrameProgress.Visible());  // an update waits: the transfer pane
+}
+
+TEST_F(TrayMenuTest, RightButtonReadsTheHoldKeyBeforeTheMenuComesUp) {
+  Open();
+  Text captionAtPopup;
+  ui.OnPopup(u"TrayMenu", [&](kit::Menu&) { captionAtPopup = form->mnuenablesch.Caption(); });
+  Setting(u"DisableAllSchdulers", u"1");
+  fake.ui.FireTray(Icon(), platform::kTrayRightButtonUp);
+  EXPECT_EQ(captionAtPopup, u"Enable all the Scheduled jobs");
+  Setting(u"DisableAllSchdulers", u"0");
+  fake.ui.FireTray(Icon(), platform::kTrayRightButtonUp);
+  EXPECT_EQ(captionAtPopup, u"Disable all the Scheduled jobs");
+  EXPECT_EQ(ui.Popups(), (std::vector<Text>{u"TrayMenu", u"TrayMenu"}));
+  fake.ui.FireTray(Icon(), 512);  // a mere move does nothing
+  EXPECT_EQ(ui.Popups().size(), 2u);
+}
+
+TEST_F(TrayMenuTest, HoldingAllJobsAsksFirstAndReleasingDoesNot) {
+  Open();
+  form->mnuenablesch.SetCaption(u"disable ALL the scheduled jobs");  // compared without case
+  ui.Queue(kit::ScriptedUi::Answer::No());
+  form->mnuenablesch.Choose();
+  EXPECT_EQ(Get(u"DisableAllSchdulers"), u"");
+  ASSERT_EQ(ui.Questions().size(), 1u);
+  EXPECT_EQ(ui.Questions()[0].text, kit::GetMessage(app, 20));
+
+  ui.Queue(kit::ScriptedUi::Answer::Yes());
+  form->mnuenablesch.Choose();
+  EXPECT_EQ(Get(u"DisableAllSchdulers"), u"1");
+  EXPECT_EQ(form->mnuenablesch.Caption(), u"Enable all the Scheduled jobs");
+  EXPECT_TRUE(TraceHas(u"'Disable all the Scheduled jobs' option is selected."));
+  ASSERT_EQ(ActivityLog().size(), 1u);
+  EXPECT_EQ(ActivityLog()[0],
+            u"Information : 11/15/2026 05:25:27 : 'Disable all the Scheduled jobs' option is selected.");
+
+  form->mnuenablesch.Choose();
+  EXPECT_EQ(ui.Questions().size(), 2u);  // no question to release them
+  EXPECT_EQ(Get(u"DisableAllSchdulers"), u"0");
+  EXPECT_EQ(form->mnuenablesch.Caption(), u"Disable all the Scheduled jobs");
+  EXPECT_TRUE(TraceHas(u"'Enable all the Scheduled jobs' option is selected."));
+}
+
+TEST_F(TrayMenuTest, ClosingHidesStoresThePlaceAndTheOpenItemBringsItBack) {
+  Open();
+  ui.Show(*form);
+  form->Move(1500, 900, 7500, 6000);
+  EXPECT_FALSE(form->Unload(kit::UnloadMode::ControlMenu));
+  EXPECT_TRUE(form->IsLoaded());
+  EXPECT_FALSE(form->Visible());
+  EXPECT_TRUE(form->mnuOpen.Enabled());
+  EXPECT_EQ(Stored(u"LDPI", u"MonLeft"), u"1500");
+  EXPECT_EQ(Stored(u"LDPI", u"MonTop"), u"900");
+  EXPECT_EQ(Stored(u"LDPI", u"MonWidth"), u"7500");
+  EXPECT_EQ(Stored(u"LDPI", u"MonHeight"), u"6000");
+
+  form->cmdDetails.RaiseClick();
+  form->mnuOpen.Choose();
+  EXPECT_TRUE(form->Visible());
+  EXPECT_TRUE(form->StatusTabSelected());
+  EXPECT_TRUE(form->FrameNormal.Visible());
+  EXPECT_FALSE(form->mnustprunjob.Enabled());
+  EXPECT_FALSE(form->mnuOpen.Enabled());
+
+  form->btnClose.RaiseClick();  // the close picture hides the same way
+  EXPECT_FALSE(form->Visible());
+  EXPECT_TRUE(form->IsLoaded());
+}
+
+TEST_F(TrayMenuTest, GeometryIsKeptPerResolution) {
+  fake.system.twipsPerPixel = 12;  // 120 dots per inch
+  Open();
+  ui.Show(*form);
+  form->Move(300, 200, 6000, 5000);
+  form->HideFromTaskBar();
+  form->Unload(kit::UnloadMode::ControlMenu);
+  EXPECT_EQ(Stored(u"NDPI", u"MonWidth"), u"6000");
+  EXPECT_EQ(Stored(u"LDPI", u"MonWidth"), u"");
+}
+
+TEST_F(TrayMenuTest, ShutdownStoresAVisiblePlaceStopsTheDailyTimerAndEnds) {
+  Open();
+  ui.Show(*form);
+  form->Move(100, 200, 7000, 6000);
+  const auto daily = form->DailyTimer();
+  ASSERT_EQ(fake.ui.timers.count(daily), 1u);
+  form->ShutDownMenu.Choose();
+  EXPECT_EQ(terminated, (std::vector<unsigned>{0}));
+  EXPECT_EQ(Stored(u"LDPI", u"MonLeft"), u"100");
+  EXPECT_EQ(fake.ui.timers.count(daily), 0u);
+  EXPECT_TRUE(fake.ui.trayIcons.empty());
+}
+
+TEST_F(TrayMenuTest, TrayShutdownKeepsTheDailyTimerAndAMinimisedPlaceIsNotStored) {
+  Open();
+  ui.Show(*form);
+  form->Move(100, 200, 7000, 6000);
+  form->SetMinimized(true);
+  const auto daily = form->DailyTimer();
+  form->mnuShutdown.Choose();
+  EXPECT_EQ(terminated, (std::vector<unsigned>{0}));
+  EXPECT_EQ(Stored(u"LDPI", u"MonLeft"), u"");
+  EXPECT_EQ(form->KeptGeometry().left, 100);  // the members still take the place
+  EXPECT_EQ(fake.ui.timers.count(daily), 1u);
+  EXPECT_TRUE(fake.ui.trayIcons.empty());
+}
+
+TEST_F(TrayMenuTest, DetailsGrowAndShrinkTheWindowAroundTheLogList) {
+  Open();
+  form->mnuViewDetails.Choose();
+  EXPECT_FALSE(form->mnuViewDetails.Enabled());
+  EXPECT_TRUE(form->mnuHideDetails.Enabled());
+  EXPECT_GT(form->Height(), form->lstLog.Top() + form->lstLog.Height());
+  form->mnuHideDetails.Choose();
+  EXPECT_DOUBLE_EQ(form->Height(), form->lstLog.Top() + 300);
+  EXPECT_TRUE(form->mnuViewDetails.Enabled());
+  EXPECT_FALSE(form->mnuHideDetails.Enabled());
+}
+
+TEST_F(TrayMenuTest, StartAutoWritesOrRemovesTheRunValue) {
+  Open();
+  EXPECT_FALSE(form->StartAuto.Checked());
+  form->cmdDetails.RaiseClick();  // the box lies on the Details pane
+  form->StartAuto.UserClick();
+  EXPECT_EQ(frame::IsInRun(app), 1);
+  form->StartAuto.UserClick();
+  EXPECT_EQ(frame::IsInRun(app), 0);
+
+  frame::AddToRun(app);
+  Open();  // the load shows the value without writing it
+  EXPECT_TRUE(form->StartAuto.Checked());
+}
+
+TEST_F(TrayMenuTest, ItemsWhoseScreensComeLaterSaySoInTheTrace) {
+  Open();
+  form->mnuBackupNow.Choose();
+  EXPECT_EQ(log, (std::vector<std::string>{"open BackupNow"}));
+  EXPECT_TRUE(Trace().empty());
+
+  screens.opens = false;
+  form->mnuManSchJob.Choose();
+  form->mnusenderrorreport.Choose();
+  form->mnusenderrorrpt.Choose();
+  form->mnuChangePassword.Choose();  // no user name: nothing at all
+  EXPECT_TRUE(TraceHas(
+      u"mnuManSchJob: the Manage Scheduled Jobs screen is not part of this build yet; nothing "
+      u"was opened."));
+  EXPECT_EQ(log.size(), 4u);
+  Account(u"mary", u"pw");
+  app.UserName = u"mary";
+  form->mnuChangePassword.Choose();
+  EXPECT_EQ(log.back(), "open UpdatePassword");
+}
+
+TEST_F(TrayMenuTest, LaunchAndWebsiteGoThroughTheShell) {
+  Open();
+  form->mnuLaunch.Choose();
+  form->WebsiteMenu.Choose();
+  ASSERT_EQ(fake.shell.executed.size(), 2u);
+  EXPECT_EQ(fake.shell.executed[0].file, u"C:\\QV\\CorvaneForWindows_955.exe");
+  EXPECT_EQ(fake.shell.executed[0].verb, u"open");
+  EXPECT_EQ(fake.shell.executed[0].showCommand, 1);
+  EXPECT_EQ(fake.shell.executed[1].showCommand, 3);
+}
+
+TEST_F(TrayMenuTest, RightClickOnAButtonShowsItsTip) {
+  Open();
+  ui.Show(*form);
+  form->btnRefresh.RaiseMouseUp({kit::kRightButton});
+  ASSERT_NE(ui.Tips().Balloon(), nullptr);
+  EXPECT_EQ(ui.Tips().Balloon()->TipText(), u"Update the service status and the log entries");
+  form->btnRefresh.RaiseMouseUp({kit::kLeftButton});
+  EXPECT_EQ(ui.Tips().Balloon(), nullptr);
+}
+
+}  // namespace
