@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "engine/EngineObject.h"
 #include "engine/EngineObjects.h"
 #include "engine/StopWord.h"
@@ -169,6 +171,52 @@ TEST_F(StopWordTest, NothingToClearLeavesTheFileAsItIs) {
   const std::string before = fake.fs.Bytes(app.ScheduleFilePath);
   engine::ClearStaleStateWord(app);
   EXPECT_EQ(fake.fs.Bytes(app.ScheduleFilePath), before);
+}
+
+}  // namespace
+
+namespace {
+
+// A disk on which the schedule file cannot be looked at: every other file works, so
+// the last-resort lines reach the trace.
+class BrokenScheduleDisk : public platform::FakeFileSystem {
+ public:
+  bool FileExists(const Text& path) override {
+    if (base::EndsWith(path, u"scheduleData.txt")) throw std::runtime_error("Device unavailable");
+    return FakeFileSystem::FileExists(path);
+  }
+};
+
+class LastResortTest : public ::testing::Test, public FrameFixture {
+ protected:
+  void SetUp() override {
+    disk.AddFolders(u"C:\\QV\\QVCOMMON");
+    app.platform.fs = &disk;
+    engine::CreateEngines(app);
+  }
+  std::vector<Text> Trace() {
+    return platform::TextFile::ReadLines(disk, Common(u"SerTraceFile.txt"))
+        .value_or(std::vector<Text>{});
+  }
+  BrokenScheduleDisk disk;
+};
+
+TEST_F(LastResortTest, EachRoutineOfTheHandshakeWritesItsOwnLine) {
+  app.ActiveEngine->StopTransfer();
+  EXPECT_FALSE(app.ServiceEngine->StopTransferMsgBox());
+  EXPECT_FALSE(engine::IsBackingUp(app));
+  EXPECT_FALSE(engine::CanPause(app));
+  engine::ClearStaleStateWord(app);
+  engine::TimerProc(app);
+  const std::vector<Text> expected = {
+      u"Unable to stop the transfer. ", u"Reason: Device unavailable",
+      u"Error in StopTransferMsgBox() Reason: Device unavailable",
+      u"Error reading Scheduled data: Device unavailable",
+      u"Error reading Scheduled data: Device unavailable",
+      u"Error obtaining the service status: Device unavailable",
+      u"Error in TimerProc, Reason: Device unavailable"};
+  EXPECT_EQ(Trace(), expected);
+  EXPECT_TRUE(fake.ui.questions.empty());
 }
 
 }  // namespace
