@@ -13,6 +13,7 @@
 #include "MonitorFixture.h"
 #include "QVMonitor_h.h"
 #include "engine/BackGroundService.h"
+#include "engine/EngineObjects.h"
 #include "engine/NTService.h"
 #include "frame/AppState.h"
 #include "platform/win32/Win32Platform.h"
@@ -414,6 +415,43 @@ TEST_F(EngineCallbackTest, DisabledServiceGetsTheRepairCommandOncePerObject) {
   EXPECT_EQ(shell.runs.size(), 2u);
   // This system's sc has no "config": the service stays disabled and does not start.
   EXPECT_EQ(active.GetServiceStatus(), u"Stopped");
+}
+
+TEST_F(EngineCallbackTest, BackgroundEngineIsStartedStoppedAndEndedByTheEngineObjects) {
+  Schedule(L"0", L"");
+  // The background program is started relative to the current folder, which the
+  // monitor sets to its program folder.
+  wchar_t previous[MAX_PATH] = {};
+  GetCurrentDirectoryW(MAX_PATH, previous);
+  ASSERT_TRUE(SetCurrentDirectoryW(Folder().Root().c_str()));
+  platform::Win32Platform win32;
+  frame::AppState app(win32.Get());
+  app.ScheduleFilePath = AsText(Folder().CommonFile(L"scheduleData.txt"));
+  auto serviceEngine = std::make_shared<engine::NTService>(app);
+  auto background = std::make_shared<engine::BackGroundService>(app);
+  app.ServiceEngine = serviceEngine;
+  app.BackgroundEngine = background;
+
+  EXPECT_EQ(background->GetServiceStatus(), u"Stopped");
+  background->ServiceStart();
+  EXPECT_TRUE(WaitUntil([&] { return background->GetServiceStatus() == u"Running"; }));
+  EXPECT_TRUE(WaitForSimLine(L"started"));
+  background->ServiceStop();  // the close message to the window "QVBackground"
+  EXPECT_TRUE(WaitUntil([&] { return background->GetServiceStatus() == u"Stopped"; }));
+  EXPECT_TRUE(WaitForSimLine(L"ended"));
+
+  // The daily timer ends it between transfers (word "0"), but not during one.
+  background->ServiceStart();
+  ASSERT_TRUE(WaitUntil([&] { return background->GetServiceStatus() == u"Running"; }));
+  Schedule(L"1", L"");
+  engine::TimerProc(app);
+  Sleep(500);
+  EXPECT_EQ(background->GetServiceStatus(), u"Running");
+  Schedule(L"0", L"");
+  engine::TimerProc(app);
+  EXPECT_TRUE(WaitUntil([&] { return background->GetServiceStatus() == u"Stopped"; }));
+  SetCurrentDirectoryW(previous);
+  TerminateProcessesUnder(kBackgroundExe, Folder().Root());
 }
 
 // ---- started by COM -------------------------------------------------------------
