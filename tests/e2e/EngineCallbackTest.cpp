@@ -436,6 +436,11 @@ TEST_F(EngineCallbackTest, BackgroundEngineIsStartedStoppedAndEndedByTheEngineOb
   background->ServiceStart();
   EXPECT_TRUE(WaitUntil([&] { return background->GetServiceStatus() == u"Running"; }));
   EXPECT_TRUE(WaitForSimLine(L"started"));
+  // A second start in the same folder steps aside: one engine per folder.
+  auto second = Process::Start(Folder().Root() / kBackgroundExe, L"", Folder().Root());
+  ASSERT_TRUE(second.has_value());
+  EXPECT_EQ(second->WaitExit(), std::optional<DWORD>(0));
+  EXPECT_EQ(FindProcesses(kBackgroundExe).size(), 1u);
   background->ServiceStop();  // the close message to the window "QVBackground"
   EXPECT_TRUE(WaitUntil([&] { return background->GetServiceStatus() == u"Stopped"; }));
   EXPECT_TRUE(WaitForSimLine(L"ended"));

@@ -2,6 +2,7 @@
 // that the monitor closes with WM_CLOSE, and the work loop on a thread of its own.
 #include <windows.h>
 
+#include <cwctype>
 #include <string>
 #include <thread>
 
@@ -30,6 +31,16 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR arguments, int) {
   std::wstring title = L"QVBackground";
   const std::wstring args = arguments ? arguments : L"";
   if (args.rfind(L"--title ", 0) == 0) title = args.substr(8);
+  // One engine per program folder, as with the real one: the monitor's status check
+  // starts the program whenever it finds it down, perhaps while a test starts it too.
+  wchar_t path[MAX_PATH] = {};
+  GetModuleFileNameW(nullptr, path, MAX_PATH);
+  std::wstring key = path;
+  key = key.substr(0, key.find_last_of(L'\\'));
+  for (wchar_t& c : key) c = (c == L'\\' || c == L':') ? L'_' : static_cast<wchar_t>(towlower(c));
+  HANDLE single = CreateMutexW(nullptr, FALSE, (L"QVEngineSim_" + key).c_str());
+  if (single && GetLastError() == ERROR_ALREADY_EXISTS) return 0;
+
   WNDCLASSW wc{};
   wc.lpfnWndProc = WindowProc;
   wc.hInstance = instance;
