@@ -71,26 +71,23 @@ std::optional<std::vector<Text>> ReadNewestLines(platform::IFileSystem& fs, cons
                                                  std::size_t chunkBytes) {
   const auto size = fs.FileSize(path);
   if (!size) return std::nullopt;
-  const auto head = fs.ReadRange(path, 0, 2);
-  if (!head) return std::nullopt;
-  // Units stand at even offsets from the first byte, with or without the mark; a
-  // trailing odd byte makes no unit.
-  const std::uint64_t dataStart = base::HasUtf16Bom(*head) ? 2 : 0;
-  if (*size <= dataStart) return std::vector<Text>{};
-  const std::uint64_t end = dataStart + ((*size - dataStart) / 2) * 2;
-  if (end == dataStart) return std::vector<Text>{};
+  // Units stand at even offsets from the first byte, with or without the mark (it is
+  // one unit itself); a trailing odd byte makes no unit.
+  const std::uint64_t end = *size & ~static_cast<std::uint64_t>(1);
+  if (end == 0) return std::vector<Text>{};
 
   std::uint64_t chunk = std::max<std::uint64_t>(2, chunkBytes & ~static_cast<std::size_t>(1));
   std::uint64_t from = end;
   Text tail;
   for (;;) {
-    const std::uint64_t take = std::min<std::uint64_t>(chunk, from - dataStart);
+    const std::uint64_t take = std::min<std::uint64_t>(chunk, from);
     from -= take;
     auto bytes = fs.ReadRange(path, from, static_cast<std::size_t>(take));
     if (!bytes || bytes->size() != take) return std::nullopt;
     tail.insert(0, DecodeUnits(*bytes));
 
-    const bool atStart = from == dataStart;
+    const bool atStart = from == 0;
+    if (atStart && !tail.empty() && tail.front() == static_cast<char16_t>(0xFEFF)) tail.erase(0, 1);
     const std::vector<Text> pieces = SplitAtCrLf(tail);
     // Short of the file's start, the first piece may be the end of a longer line.
     const std::size_t first = atStart ? 0 : 1;

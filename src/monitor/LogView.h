@@ -31,7 +31,7 @@ using EveryFifthLine = std::function<void()>;
 std::optional<std::vector<Text>> ReadNewestLines(platform::IFileSystem& fs, const Text& path,
                                                  std::size_t count = kNewestLines,
                                                  const EveryFifthLine& pause = {},
-                                                 std::size_t chunkBytes = 16384);
+                                                 std::size_t chunkBytes = 4096);
 
 // The same lines from the whole file read at once; what the tail reader must always
 // agree with.

@@ -779,27 +779,41 @@ void frmQVWinService::ShowLogInWindow() {
       [](const base::ErrorInfo&) {});
 }
 
-void frmQVWinService::FillLogList(const std::vector<Text>& lines) {
-  const int selected = lstLog.SelectedIndex();
-  auto addAll = [&] {
-    for (const Text& line : lines) {
-      const auto row = ParseLogLine(line);
-      if (!row) continue;
-      kit::ListItem& item = lstLog.AddRow(row->type);
-      item.SetSubItem(1, row->time);
-      item.SetSubItem(2, row->message);
-      if (row->error) item.SetForeColor(kErrorRowColor);
-      Sleep(2);
-    }
-  };
-  // The rows go below those already there; a list that then holds more rows than
-  // lines is filled again from empty.
-  addAll();
-  if (static_cast<std::size_t>(lstLog.Count()) > lines.size()) {
-    lstLog.ClearRows();
-    addAll();
-    if (selected > 0 && selected <= lstLog.Count()) lstLog.Item(selected).SetSelected(true);
+bool frmQVWinService::SameRows(const std::vector<LogRow>& rows) const {
+  if (static_cast<std::size_t>(lstLog.Count()) != rows.size()) return false;
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    const kit::ListItem& item = lstLog.Item(static_cast<int>(i) + 1);
+    const LogRow& row = rows[i];
+    if (item.GetText() != row.type || item.SubItem(1) != row.time ||
+        item.SubItem(2) != row.message || item.SubItemCount() != 2 ||
+        item.ForeColor() != (row.error ? kErrorRowColor : kit::kDefaultColor))
+      return false;
   }
+  return true;
+}
+
+void frmQVWinService::FillLogList(const std::vector<Text>& lines) {
+  std::vector<LogRow> rows;
+  for (const Text& line : lines) {
+    if (auto row = ParseLogLine(line)) rows.push_back(std::move(*row));
+  }
+  // The rows go below those already there, and a list that would then hold more rows
+  // than there are lines is filled again from empty. Deciding first gives the same
+  // list without adding the rows twice.
+  const int selected = lstLog.SelectedIndex();
+  const bool refill = static_cast<std::size_t>(lstLog.Count()) + rows.size() > lines.size();
+  // Most ticks find the log as it was: the list already shows what filling it again
+  // would give, so it is left alone (and does not flicker).
+  if (refill && SameRows(rows)) return;
+  if (refill) lstLog.ClearRows();
+  for (const LogRow& row : rows) {
+    kit::ListItem& item = lstLog.AddRow(row.type);
+    item.SetSubItem(1, row.time);
+    item.SetSubItem(2, row.message);
+    if (row.error) item.SetForeColor(kErrorRowColor);
+    Sleep(2);
+  }
+  if (refill && selected > 0 && selected <= lstLog.Count()) lstLog.Item(selected).SetSelected(true);
 }
 
 void frmQVWinService::mnuOpenlog_Click() {

@@ -14,6 +14,7 @@
 #include "kit/ListView.h"
 #include "kit/Menu.h"
 #include "kit/Ui.h"
+#include "monitor/LogView.h"
 #include "monitor/MonitorScreens.h"
 #include "monitor/TrayIcon.h"
 
@@ -244,6 +245,7 @@ class frmQVWinService : public kit::Form {
   void ShowTrayState(const Text& word);
   Text LogPath();
   void FillLogList(const std::vector<Text>& lines);
+  bool SameRows(const std::vector<LogRow>& rows) const;
   void StartHelper(bool testRunning);
   long KillHelper();
   Text ReadErrVal();

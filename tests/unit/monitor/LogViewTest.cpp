@@ -134,6 +134,23 @@ TEST_F(LogViewTest, RowsGoBelowTheOldOnesAndAFullerListIsFilledAgain) {
   EXPECT_EQ(Rows(), (std::vector<Text>{u" only", u" y", u" x"}));
 }
 
+TEST_F(LogViewTest, AnUnchangedLogLeavesTheListAsItIs) {
+  Log({u"Information : 11/15/2026 05:25:27 : a", u"Error       : 11/15/2026 05:25:27 : b"});
+  Open();
+  form->ShowLogInWindow();
+  form->lstLog.UserClickRow(1);
+  const auto revision = form->lstLog.Revision();
+  form->ShowLogInWindow();
+  EXPECT_EQ(form->lstLog.Revision(), revision);
+  EXPECT_EQ(form->lstLog.SelectedIndex(), 1);
+
+  platform::TextFile::AppendLine(fake.fs, kLog, u"Information : 11/15/2026 05:25:29 : c");
+  form->ShowLogInWindow();
+  EXPECT_EQ(Rows(), (std::vector<Text>{u" c", u" b", u" a"}));
+  EXPECT_EQ(form->lstLog.Item(2).ForeColor(), 255u);
+  EXPECT_EQ(form->lstLog.SelectedIndex(), 1);
+}
+
 TEST_F(LogViewTest, ClearEmptiesTheListNotTheFileAndTheNextTickBringsItBack) {
   Log({u"Information : 11/15/2026 05:25:27 : kept"});
   EngineType(u"service");  // the tick refreshes the list for a service engine
