@@ -91,6 +91,7 @@ TEST_F(MonitorProgramTest, OnAHostTheWindowIsBuiltAtLoadAndOwnsTheTrayIcon) {
 
     ASSERT_EQ(fake.ui.trayIcons.size(), 1u);
     const platform::UiHandle icon = fake.ui.trayIcons.begin()->first;
+    EXPECT_EQ(fake.ui.trayIcons.begin()->second.state.owner, window);
     fake.ui.popupChoices.push_back(
         kit::FormHost::MenuId(program.Window(), program.Window().mnuShutdown));
     fake.ui.FireTray(icon, platform::kTrayRightButtonUp);
