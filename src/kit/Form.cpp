@@ -20,8 +20,14 @@ Form::Form(Text name, Layout layout, Text caption)
 }
 
 Form::~Form() {
-  // Members (the controls) are gone by now; nothing may call back.
+  // Members (the controls) are gone by now; nothing may call back but the gone handler.
   controls_.clear();
+  if (goneHandler_) {
+    try {
+      goneHandler_(*this);
+    } catch (...) {
+    }
+  }
 }
 
 void Form::Register(Control& control) { controls_.push_back(&control); }
@@ -134,6 +140,12 @@ void Form::DeliverKeyPress(int& keyAscii) {
 void Form::SetPointer(MousePointer p) {
   if (pointer_ == p) return;
   pointer_ = p;
+  Touch(Aspect::Style);
+}
+
+void Form::SetStartUpPosition(StartUpPosition p) {
+  if (startUp_ == p) return;
+  startUp_ = p;
   Touch(Aspect::Style);
 }
 

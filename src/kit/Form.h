@@ -22,6 +22,10 @@ enum class UnloadMode : int {
 
 enum class MousePointer : int { Default = 0, Hourglass = 11 };
 
+// Where a window first appears, in the platform's numbers: where its layout says, or
+// centred (the renderer knows the screen).
+enum class StartUpPosition : int { Manual = 0, CenterOwner = 1, CenterScreen = 2, WindowsDefault = 3 };
+
 // The outline a renderer gives the window, in pixels: a rectangle with rounded
 // corners of the given ellipse (CreateRoundRectRgn's arguments).
 struct RoundRegion {
@@ -73,6 +77,8 @@ class Form : public Control {
 
   MousePointer Pointer() const { return pointer_; }
   void SetPointer(MousePointer p);
+  StartUpPosition StartUp() const { return startUp_; }
+  void SetStartUpPosition(StartUpPosition p);
   // Icon file of the window; empty for the program's own.
   const Text& IconPath() const { return iconPath_; }
   void SetIconPath(const Text& path);
@@ -96,6 +102,10 @@ class Form : public Control {
   void BeginDrag();
   int DragRequests() const { return dragRequests_; }
   void SetDragHandler(std::function<void()> handler) { dragHandler_ = std::move(handler); }
+
+  // Told once when the form object is destroyed, so that a renderer that follows
+  // it lets go (the form's controls are already gone by then).
+  void SetGoneHandler(std::function<void(Form&)> handler) { goneHandler_ = std::move(handler); }
 
   const std::optional<RoundRegion>& Region() const { return region_; }
   void SetRegion(const std::optional<RoundRegion>& region);
@@ -157,6 +167,7 @@ class Form : public Control {
   bool keyPreview_ = false;
   Control* activeControl_ = nullptr;
   MousePointer pointer_ = MousePointer::Default;
+  StartUpPosition startUp_ = StartUpPosition::Manual;
   Text iconPath_;
   Text pictureKey_;
   bool controlBox_ = true;
@@ -167,6 +178,7 @@ class Form : public Control {
   std::optional<RoundRegion> region_;
   int dragRequests_ = 0;
   std::function<void()> dragHandler_;
+  std::function<void(Form&)> goneHandler_;
 
   struct FormDesign {
     bool keyPreview = false;

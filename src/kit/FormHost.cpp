@@ -96,6 +96,8 @@ platform::UiWindow FormHost::Describe(const Form& form) {
     w.region = platform::UiRegion{r.left, r.top, r.right, r.bottom, r.ellipseWidth, r.ellipseHeight};
   }
   w.pointer = static_cast<platform::UiPointer>(static_cast<int>(form.Pointer()));
+  w.centerOnShow = form.StartUp() == StartUpPosition::CenterOwner ||
+                   form.StartUp() == StartUpPosition::CenterScreen;
   // Top-level menus hidden on the bar are popups only.
   for (const Control* c : form.Controls()) {
     if (c->Kind() != ControlKind::Menu || !c->Visible()) continue;
@@ -240,6 +242,7 @@ void FormHost::Attach(Form& form) {
   form.SetDragHandler([this, t] {
     if (t->window != 0) host_.BeginDrag(t->window);
   });
+  form.SetGoneHandler([this, t](Form&) { Forget(*t); });
   if (form.IsLoaded()) Build(*t);
   SyncTimers(*t);
 }
@@ -254,6 +257,17 @@ void FormHost::Detach(Form& form) {
   t.timers.clear();
   form.SetChangeListener(nullptr);
   form.SetDragHandler(nullptr);
+  form.SetGoneHandler(nullptr);
+  tracked_.erase(it);
+}
+
+void FormHost::Forget(Tracked& t) {
+  // The form is being destroyed: its window and timers go, and nothing of the form
+  // may be touched any more.
+  auto it = std::find_if(tracked_.begin(), tracked_.end(), [&](const auto& p) { return p.get() == &t; });
+  if (it == tracked_.end()) return;
+  TearDown(t);
+  for (auto& [timer, running] : t.timers) host_.StopTimer(running.id);
   tracked_.erase(it);
 }
 

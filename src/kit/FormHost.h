@@ -26,8 +26,8 @@ class FormHost : private platform::IUiEvents {
   FormHost& operator=(const FormHost&) = delete;
 
   // Starts following the form (a second call does nothing). A loaded form gets its
-  // window at once. The form must stay alive until it is detached or the host goes.
-  // The form's change listener and drag handler become the host's.
+  // window at once; a form destroyed while followed takes its window with it. The
+  // form's change listener, drag handler and gone handler become the host's.
   void Attach(Form& form);
   // Stops following it; its window goes.
   void Detach(Form& form);
@@ -64,6 +64,7 @@ class FormHost : private platform::IUiEvents {
   void OnChange(Tracked& t, Control& control, Aspect aspect);
   void Build(Tracked& t);
   void TearDown(Tracked& t);
+  void Forget(Tracked& t);
   void UpdateMenus(Tracked& t);
   void SyncTimers(Tracked& t);
   void SyncTimer(Tracked& t, Control& timer);

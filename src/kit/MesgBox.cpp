@@ -47,9 +47,10 @@ MesgBox::MesgBox()
       lblCapbar(*this, u"lblCapbar", {0, 0, kDesignWidth, 200}),
       AppCaption(*this, u"AppCaption", {120, 0, 4200, 195}),
       MsgClose(*this, u"MsgClose", {kDesignWidth - 500, 10, 180, 180}, u"qv_small_close"),
+      // The icon stands a little below the strip and clear of the text beside it.
       picIcon(*this, u"picIcon",
-              {{120, 200, 480, 480}, {120, 200, 480, 480}, {120, 200, 480, 480},
-               {120, 200, 480, 480}}),
+              {{60, 260, 480, 480}, {60, 260, 480, 480}, {60, 260, 480, 480},
+               {60, 260, 480, 480}}),
       lblText(*this, u"lblText", {600, 1000, 4200, 195}),
       lblSmallText(*this, u"lblSmallText", {600, 200, 3000, 195}),
       picBtnContainer(*this, u"picBtnContainer", {50, 1000, kDesignWidth - 100, 495}),
@@ -58,6 +59,12 @@ MesgBox::MesgBox()
                  {0, 75, kButtonWidth, kButtonHeight}}),
       Picture2(*this, u"Picture2", {kDesignWidth - 469, kDesignHeight - 120, 469, 120}) {
   SetKeyPreview(true);
+  SetStartUpPosition(StartUpPosition::CenterScreen);
+  // The skin's colours: a light teal strip with the title in dark teal over a light
+  // body.
+  Picture1.SetBackColor(0x00F9F8F6);
+  lblCapbar.SetBackColor(0x00F1EFDD);
+  AppCaption.SetForeColor(0x004A4307);
   AppCaption.SetFontBold(true);
   MsgClose.SetToolTipText(u"Close");
 

@@ -160,6 +160,9 @@ struct UiWindow {
   Text iconPath;  // an .ico file; "" for the program's own icon
   std::optional<UiRegion> region;
   UiPointer pointer = UiPointer::Default;
+  // Centred on the work area when first shown (the platform's start-up positions 1
+  // and 2), else where `rect` says.
+  bool centerOnShow = false;
   std::vector<UiMenuItem> menuBar;  // the menus shown in the bar; empty for no bar
 };
 

@@ -1,6 +1,8 @@
 // The Windows UI host: controls, their notifications, and painting.
 #include "platform/win32/Win32UiRecords.h"
 
+#include <uxtheme.h>
+
 #include <algorithm>
 #include <cmath>
 #include <functional>
@@ -164,7 +166,10 @@ HWND Win32UiHost::CreateControlWindow(ControlRec& c) {
       style |= LVS_REPORT | LVS_SINGLESEL | WS_TABSTOP | (s.hideSelection ? 0 : LVS_SHOWSELALWAYS);
       ex = WS_EX_CLIENTEDGE;
       break;
-    case UiKind::ProgressBar: cls = PROGRESS_CLASSW; break;
+    case UiKind::ProgressBar:
+      cls = PROGRESS_CLASSW;
+      style |= PBS_SMOOTH;
+      break;
     case UiKind::DatePicker:
       cls = DATETIMEPICK_CLASSW;
       style |= WS_TABSTOP | DateStyle(s);
@@ -316,6 +321,8 @@ void Win32UiHost::ApplyControl(ControlRec& c, UiChange changes) {
         SendMessageW(hwnd, PBM_SETRANGE32, static_cast<WPARAM>(std::lround(s.min)),
                      static_cast<LPARAM>(std::lround(s.max)));
         SendMessageW(hwnd, PBM_SETPOS, static_cast<WPARAM>(std::lround(s.value)), 0);
+        // A themed bar ignores its colour: a coloured bar is drawn the classic way.
+        if (s.barColor != kUiDefaultColor) SetWindowTheme(hwnd, L" ", L" ");
         SendMessageW(hwnd, PBM_SETBARCOLOR, 0,
                      s.barColor == kUiDefaultColor ? CLR_DEFAULT : static_cast<LPARAM>(s.barColor));
         break;
@@ -624,8 +631,17 @@ void Win32UiHost::PaintControl(ControlRec& c, HDC dc, const RECT& r, bool presse
     case UiKind::Picture: {
       if (s.pictureKey.empty()) break;
       if (const Bitmap* b = pictures_->Find(s.pictureKey, height)) {
-        // As the platform's picture box: the picture at its own size, top left.
-        Pictures::Draw(dc, *b, r.left, r.top, b->width, b->height);
+        // As the platform's picture box: the picture at its own size, top left; one
+        // larger than its place is shrunk to fit rather than cut.
+        const int width = r.right - r.left;
+        int w = b->width;
+        int h = b->height;
+        if (w > width || h > height) {
+          const double scale = std::min(static_cast<double>(width) / w, static_cast<double>(height) / h);
+          w = std::max(1, static_cast<int>(std::lround(w * scale)));
+          h = std::max(1, static_cast<int>(std::lround(h * scale)));
+        }
+        Pictures::Draw(dc, *b, r.left, r.top, w, h);
       } else {
         Pictures::DrawPlaceholder(dc, r);
       }

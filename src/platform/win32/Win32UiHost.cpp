@@ -101,6 +101,8 @@ Win32UiHost::~Win32UiHost() {
   for (auto& [h, tip] : tips_) {
     if (IsWindow(tip->hwnd)) DestroyWindow(tip->hwnd);
     if (tip->font) DeleteObject(tip->font);
+    if (tip->backdrop) DeleteObject(tip->backdrop);
+    if (tip->outline) DeleteObject(tip->outline);
   }
   tips_.clear();
   if (plainTip_) DestroyWindow(plainTip_);
@@ -415,6 +417,18 @@ bool Win32UiHost::Mouse(FormRec& f, ControlRec* c, HWND hwnd, UINT msg, WPARAM w
                          c->state.kind == UiKind::Picture ||
                          c->state.kind == UiKind::PictureButton;
   int& pressed = c == nullptr ? formPressed_[f.handle] : c->pressed;
+  // The label on a skinned button takes the clicks on the button's middle: the
+  // button shows pressed meanwhile, and its tips hear the pointer moving there.
+  ControlRec* face = nullptr;
+  if (c != nullptr && c->state.kind == UiKind::Label && c->container != 0) {
+    ControlRec* p = Control(c->container);
+    if (p != nullptr && p->state.kind == UiKind::PictureButton) face = p;
+  }
+  if (face != nullptr && what == UiMouse::Move) RelayToTips(face->hwnd, hwnd, msg, wp, lp);
+  if (face != nullptr && button == 1 && (what == UiMouse::Down || what == UiMouse::DblClick)) {
+    SendMessageW(face->hwnd, BM_SETSTATE, TRUE, 0);
+  }
+  if (face != nullptr && button == 1 && what == UiMouse::Up) SendMessageW(face->hwnd, BM_SETSTATE, FALSE, 0);
 
   switch (what) {
     case UiMouse::Down:
@@ -655,14 +669,37 @@ void Win32UiHost::ApplyForm(FormRec& f, UiChange changes) {
   }
   if (Has(changes, UiChange::Menu)) ApplyMenuBar(f);
   if (Has(changes, UiChange::Enabled)) EnableWindow(f.hwnd, s.enabled ? TRUE : FALSE);
+  bool centered = false;
   if (Has(changes, UiChange::Visible)) {
     const bool shown = IsWindowVisible(f.hwnd) != FALSE;
+    if (s.visible && !shown && s.centerOnShow && !f.centered) {
+      // The platform's start-up position: the middle of the work area, once.
+      RECT work{};
+      SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+      const LONG w = f.applied.right - f.applied.left;
+      const LONG h = f.applied.bottom - f.applied.top;
+      const RECT r{work.left + (work.right - work.left - w) / 2, work.top + (work.bottom - work.top - h) / 2,
+                   0, 0};
+      f.applying = true;
+      SetWindowPos(f.hwnd, nullptr, r.left, r.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+      f.applying = false;
+      f.applied = {r.left, r.top, r.left + w, r.top + h};
+      f.centered = true;
+      centered = true;
+    }
     if (s.visible && !shown) {
       ShowWindow(f.hwnd, SW_SHOW);
       UpdateWindow(f.hwnd);
     } else if (!s.visible && shown) {
       ShowWindow(f.hwnd, SW_HIDE);
     }
+  }
+  // The form learns where it was put.
+  if (centered && !f.dead) {
+    const RECT& a = f.applied;
+    f.events->OnMoved(f.handle, {static_cast<double>(a.left) * tppX_, static_cast<double>(a.top) * tppY_,
+                                 static_cast<double>(a.right - a.left) * tppX_,
+                                 static_cast<double>(a.bottom - a.top) * tppY_});
   }
 }
 
@@ -692,8 +729,11 @@ void Win32UiHost::DestroyForm(UiHandle window) {
   for (auto t = tips_.begin(); t != tips_.end();) {
     HWND root = IsWindow(t->second->toolHwnd) ? GetAncestor(t->second->toolHwnd, GA_ROOT) : nullptr;
     if (root == f.hwnd || root == nullptr) {
+      if (t->second->hideTimer != 0) StopTimer(t->second->hideTimer);
       if (IsWindow(t->second->hwnd)) DestroyWindow(t->second->hwnd);
       if (t->second->font) DeleteObject(t->second->font);
+      if (t->second->backdrop) DeleteObject(t->second->backdrop);
+      if (t->second->outline) DeleteObject(t->second->outline);
       t = tips_.erase(t);
     } else {
       ++t;
@@ -750,8 +790,10 @@ void Win32UiHost::BeginDrag(UiHandle window) {
   FormRec* f = Form(window);
   if (f == nullptr || f->dead) return;
   // The design's way: let go of the mouse and tell the window its caption was hit.
+  POINT pt{};
+  GetCursorPos(&pt);
   ReleaseCapture();
-  SendMessageW(f->hwnd, WM_NCLBUTTONDOWN, HTCAPTION, 0);
+  SendMessageW(f->hwnd, WM_NCLBUTTONDOWN, HTCAPTION, MAKELPARAM(pt.x, pt.y));
 }
 
 }  // namespace platform

@@ -84,6 +84,8 @@ class Win32UiHost : public IUiHost {
   static LRESULT CALLBACK FormProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) noexcept;
   static LRESULT CALLBACK ControlProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR id,
                                       DWORD_PTR self) noexcept;
+  static LRESULT CALLBACK TipProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR id,
+                                  DWORD_PTR self) noexcept;
   LRESULT OnHostMessage(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);
   LRESULT OnFormMessage(FormRec& f, UINT msg, WPARAM wp, LPARAM lp);
   LRESULT OnControlMessage(ControlRec& c, UINT msg, WPARAM wp, LPARAM lp);
@@ -126,6 +128,11 @@ class Win32UiHost : public IUiHost {
 
   // Tips, hover tips and tray
   void SetHoverTip(ControlRec& c);
+  // Tells the tips of `tool` of a pointer message that arrived at `from` (a window
+  // over the tool), in the tool's coordinates.
+  void RelayToTips(HWND tool, HWND from, UINT msg, WPARAM wp, LPARAM lp);
+  // Shows a balloon clear of the window its tool is on, the stem at `stemX`.
+  void PlaceBalloon(UiHandle h, TipRec& t, long stemX);
   void RemoveHoverTip(HWND tool);
   void ApplyTray(TrayRec& t, DWORD message);
   void RetryTray();

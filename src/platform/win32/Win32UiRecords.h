@@ -45,6 +45,7 @@ struct Win32UiHost::FormRec {
   bool modalEnded = false;
   int modalDepth = 0;
   bool applying = false;  // our own SetWindowPos: not the user's move
+  bool centered = false;  // the start-up position was applied
 };
 
 struct Win32UiHost::ControlRec {
@@ -72,6 +73,11 @@ struct Win32UiHost::TipRec {
   HWND toolHwnd = nullptr;
   UiTip tip;
   HFONT font = nullptr;
+  bool placed = false;         // a balloon: shown by tracking, where PlaceBalloon puts it
+  std::int64_t visibleMs = 0;  // how long it stays
+  std::uintptr_t hideTimer = 0;
+  HBITMAP backdrop = nullptr;  // what lay below the balloon
+  HRGN outline = nullptr;      // the balloon's shape, in its window
 };
 
 struct Win32UiHost::TrayRec {

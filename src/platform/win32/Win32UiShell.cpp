@@ -1,6 +1,8 @@
 // The Windows UI host: menus, balloon and plain tips, and the notification-area icon.
 #include "platform/win32/Win32UiRecords.h"
 
+#include <windowsx.h>
+
 #include <cwchar>
 
 namespace platform {
@@ -88,10 +90,17 @@ UiHandle Win32UiHost::CreateTip(const UiTip& tip) {
   rec->hwnd = CreateWindowExW(WS_EX_TOPMOST, cls, nullptr, tip.style, 0, 0, 0, 0, tool, nullptr,
                               instance_, nullptr);
   if (rec->hwnd == nullptr) return 0;
+  SetWindowSubclass(rec->hwnd, &Win32UiHost::TipProc, 2, reinterpret_cast<DWORD_PTR>(this));
 
+  // Under Wine a balloon that stands over a window of ours paints solid black; one
+  // that stands clear of them paints well. So a balloon is always shown by tracking,
+  // placed outside its window with the stem at the tool (see PlaceBalloon), instead
+  // of coming up under the pointer.
+  const bool balloon = (tip.style & TTS_BALLOON) != 0;
+  rec->placed = balloon;
   TOOLINFOW ti{};
   ti.cbSize = sizeof(ti);
-  ti.uFlags = tip.toolFlags;
+  ti.uFlags = tip.toolFlags | (balloon ? TTF_TRACK | TTF_ABSOLUTE : 0);
   ti.hwnd = tool;
   ti.uId = reinterpret_cast<UINT_PTR>(tool);
   GetClientRect(tool, &ti.rect);
@@ -114,20 +123,161 @@ UiHandle Win32UiHost::CreateTip(const UiTip& tip) {
         break;
       }
       default:
+        if (m.message == TTM_SETDELAYTIME && m.wParam == TTDT_AUTOPOP) rec->visibleMs = m.lParam;
         SendMessageW(rec->hwnd, m.message, static_cast<WPARAM>(m.wParam), static_cast<LPARAM>(m.lParam));
         break;
     }
   }
   const UiHandle h = next_++;
+  TipRec& t = *rec;
   tips_[h] = std::move(rec);
+  // A tip that comes with the pointer shows when the pointer is over its tool; the
+  // click that asked for it is there now.
+  const bool onDemand = (tip.toolFlags & TTF_TRACK) != 0;
+  if (balloon && !onDemand) {
+    POINT pt{};
+    GetCursorPos(&pt);
+    RECT r;
+    GetWindowRect(tool, &r);
+    if (PtInRect(&r, pt)) PlaceBalloon(h, t, (r.left + r.right) / 2);
+  }
   return h;
+}
+
+void Win32UiHost::PlaceBalloon(UiHandle h, TipRec& t, long stemX) {
+  HWND form = GetAncestor(t.toolHwnd, GA_ROOT);
+  RECT f{};
+  RECT tool{};
+  GetWindowRect(form, &f);
+  GetWindowRect(t.toolHwnd, &tool);
+  RECT work{};
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+  TOOLINFOW ti{};
+  ti.cbSize = sizeof(ti);
+  ti.hwnd = t.toolHwnd;
+  ti.uId = reinterpret_cast<UINT_PTR>(t.toolHwnd);
+  // Tracked at the bottom of the work area the balloon opens upwards with its stem
+  // down; then it is lifted to stand on the window's top edge. Without room there,
+  // tracked at the top it opens downwards, and is lowered to hang from the bottom.
+  SendMessageW(t.hwnd, TTM_TRACKPOSITION, 0, MAKELPARAM(stemX, work.bottom - 1));
+  SendMessageW(t.hwnd, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&ti));
+  RECT b{};
+  GetWindowRect(t.hwnd, &b);
+  LONG height = b.bottom - b.top;
+  LONG top = f.top - height;
+  if (top < work.top) {
+    SendMessageW(t.hwnd, TTM_TRACKPOSITION, 0, MAKELPARAM(stemX, work.top));
+    GetWindowRect(t.hwnd, &b);
+    height = b.bottom - b.top;
+    top = f.bottom;
+    // The window fills the height: at the tool after all.
+    if (top + height > work.bottom) top = tool.bottom;
+  }
+  const LONG width = b.right - b.left;
+  // Wine shows what lies outside the balloon's outline in black: the window loses
+  // its outline and its background is what the screen showed there before.
+  if (t.backdrop) DeleteObject(t.backdrop);
+  HDC screen = GetDC(nullptr);
+  HDC mem = CreateCompatibleDC(screen);
+  t.backdrop = CreateCompatibleBitmap(screen, width, height);
+  HGDIOBJ old = SelectObject(mem, t.backdrop);
+  BitBlt(mem, 0, 0, width, height, screen, b.left, top, SRCCOPY);
+  SelectObject(mem, old);
+  DeleteDC(mem);
+  ReleaseDC(nullptr, screen);
+  // The tip fills and frames its window's outline; it keeps its shape that way.
+  if (t.outline == nullptr) t.outline = CreateRectRgn(0, 0, 0, 0);
+  if (GetWindowRgn(t.hwnd, t.outline) == ERROR) SetRectRgn(t.outline, 0, 0, width, height);
+  SetWindowRgn(t.hwnd, nullptr, FALSE);
+  SetWindowPos(t.hwnd, HWND_TOPMOST, b.left, top, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE);
+  RedrawWindow(t.hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+  // A tracked tip stays until it is told to go: the tip's visible time does that.
+  if (t.hideTimer != 0) StopTimer(t.hideTimer);
+  t.hideTimer = 0;
+  if (t.visibleMs > 0) {
+    t.hideTimer = StartTimer(static_cast<std::uint32_t>(t.visibleMs), [this, h] {
+      auto it = tips_.find(h);
+      if (it == tips_.end()) return;
+      StopTimer(it->second->hideTimer);
+      it->second->hideTimer = 0;
+      TOOLINFOW off{};
+      off.cbSize = sizeof(off);
+      off.hwnd = it->second->toolHwnd;
+      off.uId = reinterpret_cast<UINT_PTR>(it->second->toolHwnd);
+      SendMessageW(it->second->hwnd, TTM_TRACKACTIVATE, FALSE, reinterpret_cast<LPARAM>(&off));
+    });
+  }
+}
+
+LRESULT CALLBACK Win32UiHost::TipProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR,
+                                      DWORD_PTR selfData) noexcept {
+  if (msg == WM_NCDESTROY) {
+    RemoveWindowSubclass(hwnd, &Win32UiHost::TipProc, 2);
+    return DefSubclassProc(hwnd, msg, wp, lp);
+  }
+  if (msg == WM_ERASEBKGND) {
+    auto* self = reinterpret_cast<Win32UiHost*>(selfData);
+    for (auto& [h, t] : self->tips_) {
+      if (t->hwnd != hwnd || t->backdrop == nullptr) continue;
+      HDC dc = reinterpret_cast<HDC>(wp);
+      HDC mem = CreateCompatibleDC(dc);
+      HGDIOBJ old = SelectObject(mem, t->backdrop);
+      RECT r;
+      GetClientRect(hwnd, &r);
+      BitBlt(dc, 0, 0, r.right, r.bottom, mem, 0, 0, SRCCOPY);
+      SelectObject(mem, old);
+      DeleteDC(mem);
+      if (t->outline != nullptr) {
+        HBRUSH fill = CreateSolidBrush(static_cast<COLORREF>(SendMessageW(hwnd, TTM_GETTIPBKCOLOR, 0, 0)));
+        HBRUSH edge = CreateSolidBrush(static_cast<COLORREF>(SendMessageW(hwnd, TTM_GETTIPTEXTCOLOR, 0, 0)));
+        FillRgn(dc, t->outline, fill);
+        FrameRgn(dc, t->outline, edge, 1, 1);
+        DeleteObject(fill);
+        DeleteObject(edge);
+      }
+      return 1;
+    }
+  }
+  if (msg == TTM_WINDOWFROMPOINT && lp != 0) {
+    // The tip asks which window is under the pointer. The label on a skinned button
+    // is part of the button, as far as the button's tips go.
+    auto* self = reinterpret_cast<Win32UiHost*>(selfData);
+    HWND under = WindowFromPoint(*reinterpret_cast<const POINT*>(lp));
+    ControlRec* c = self->ControlOf(under);
+    if (c != nullptr && c->state.kind == UiKind::Label && c->container != 0) {
+      ControlRec* p = self->Control(c->container);
+      if (p != nullptr && p->state.kind == UiKind::PictureButton) return reinterpret_cast<LRESULT>(p->hwnd);
+    }
+    return reinterpret_cast<LRESULT>(under);
+  }
+  return DefSubclassProc(hwnd, msg, wp, lp);
+}
+
+void Win32UiHost::RelayToTips(HWND tool, HWND from, UINT msg, WPARAM wp, LPARAM lp) {
+  POINT pt{GET_X_LPARAM(lp), GET_Y_LPARAM(lp)};
+  if (from != tool) MapWindowPoints(from, tool, &pt, 1);
+  MSG relay{};
+  relay.hwnd = tool;
+  relay.message = msg;
+  relay.wParam = wp;
+  relay.lParam = MAKELPARAM(pt.x, pt.y);
+  relay.time = GetMessageTime();
+  GetCursorPos(&relay.pt);
+  for (auto& [h, t] : tips_) {
+    if (t->toolHwnd == tool && !t->placed && IsWindow(t->hwnd)) {
+      SendMessageW(t->hwnd, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&relay));
+    }
+  }
 }
 
 void Win32UiHost::DestroyTip(UiHandle tip) {
   auto it = tips_.find(tip);
   if (it == tips_.end()) return;
+  if (it->second->hideTimer != 0) StopTimer(it->second->hideTimer);
   if (IsWindow(it->second->hwnd)) DestroyWindow(it->second->hwnd);
   if (it->second->font) DeleteObject(it->second->font);
+  if (it->second->backdrop) DeleteObject(it->second->backdrop);
+  if (it->second->outline) DeleteObject(it->second->outline);
   tips_.erase(it);
 }
 
@@ -138,6 +288,10 @@ void Win32UiHost::TrackTip(UiHandle tip, long x, long y, UiHandle control) {
   if (window == nullptr) window = it->second->toolHwnd;
   POINT pt{x, y};
   ClientToScreen(window, &pt);
+  if (it->second->placed) {
+    PlaceBalloon(tip, *it->second, pt.x);
+    return;
+  }
   TOOLINFOW ti{};
   ti.cbSize = sizeof(ti);
   ti.hwnd = it->second->toolHwnd;

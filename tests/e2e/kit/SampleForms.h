@@ -21,9 +21,11 @@ class bkupjobnotify : public kit::Form {
       b->Lbl().on.MouseUp = [this, b](const kit::MouseArgs& a) { Button_MouseUp(b->Lbl(), a); };
       b->Lbl().on.MouseMove = [this, b](const kit::MouseArgs&) { Hover(*b); };
     }
+    // The strip and the title on it move the window.
     lblCapbar.on.MouseDown = [this](const kit::MouseArgs& a) {
       if (a.button == kit::kLeftButton) BeginDrag();
     };
+    lblTitle.on.MouseDown = lblCapbar.on.MouseDown;
     lblTitle.SetFontBold(true);
     lblTitle.SetFontSize(9);
     lblTitle.SetForeColor(kit::kWhite);
@@ -43,9 +45,9 @@ class bkupjobnotify : public kit::Form {
   kit::Picture Picture2{*this, u"Picture2", {6750 - 390, 135, 240, 240}, u"qv_small_close"};
   kit::Picture PicSuccessJob{*this, u"PicSuccessJob", {330, 780, 600, 600}, u"qv_desknoti_success"};
   kit::Label Label5{*this, u"Label5", {1140, 780, 1500, 255}, u"Account Name:"};
-  kit::Label lblaccntname{*this, u"lblaccntname", {2700, 780, 3800, 255}, u"jsmith"};
-  kit::Label Label1{*this, u"Label1", {1140, 1080, 1600, 255}, u"Backup/ Restore set:"};
-  kit::Label bkupjobname{*this, u"bkupjobname", {2700, 1080, 3800, 255}, u"My Documents && Photos"};
+  kit::Label lblaccntname{*this, u"lblaccntname", {3000, 780, 3500, 255}, u"jsmith"};
+  kit::Label Label1{*this, u"Label1", {1140, 1080, 1800, 255}, u"Backup/ Restore set:"};
+  kit::Label bkupjobname{*this, u"bkupjobname", {3000, 1080, 3500, 255}, u"My Documents && Photos"};
   kit::Label schjobststus{*this, u"schjobststus", {1140, 1500, 5400, 255},
                           u"Your backup/restore job(s) will start in next 5 hour(s)"};
   kit::Label lblquota{*this, u"lblquota", {1140, 1920, 1700, 255}, u"Quota Information :"};
@@ -71,7 +73,9 @@ class bkupjobnotify : public kit::Form {
  private:
   void Button_MouseUp(kit::Control& control, const kit::MouseArgs& a) {
     ui_.Tips().ButtonMouseUp(control, a.button);
-    if (a.button == kit::kLeftButton && &control == &viewbkuplog) ++viewClicks;
+    if (a.button == kit::kLeftButton && (&control == &viewbkuplog || &control == &viewbkuplog.Lbl())) {
+      ++viewClicks;
+    }
   }
   void Hover(kit::PictureButton& over) {
     for (kit::PictureButton* b : {&viewbkuplog, &cancel}) {

@@ -204,6 +204,20 @@ TEST_F(FormHostTest, TheWindowLivesWhileTheFormIsLoaded) {
   EXPECT_EQ(fake.calls.back(), "DestroyForm frmSample");
 }
 
+TEST_F(FormHostTest, AFormDestroyedWhileShownTakesItsWindowAndTimersWithIt) {
+  {
+    frmSample shortLived;
+    ui.Show(shortLived);
+    ASSERT_NE(ui.Forms().WindowOf(shortLived), 0u);
+    EXPECT_EQ(fake.timers.size(), 1u);
+  }
+  EXPECT_EQ(fake.FindForm(u"frmSample"), 0u);
+  EXPECT_TRUE(fake.timers.empty());
+  // The host no longer knows it; the fixture's own form is unaffected.
+  ui.Show(form);
+  EXPECT_NE(Window(), 0u);
+}
+
 TEST_F(FormHostTest, TheUsersInputReachesTheScreensHandlers) {
   ui.Show(form);
   const UiHandle w = Window();
