@@ -467,6 +467,14 @@ bool Win32UiHost::OnParentMessage(UINT msg, WPARAM wp, LPARAM lp, LRESULT& resul
       ControlRec* c = ControlOf(dis->hwndItem);
       if (c == nullptr || c->dead || !Drawn(c->state.kind)) return false;
       PaintOwnerDrawn(*c, dis->hDC, dis->rcItem, (dis->itemState & ODS_SELECTED) != 0);
+      // The button clips its label out of its own painting: the label shows the
+      // face below it again (pressed or not).
+      if (c->state.kind == UiKind::PictureButton) {
+        for (HWND child = GetWindow(c->hwnd, GW_CHILD); child != nullptr;
+             child = GetWindow(child, GW_HWNDNEXT)) {
+          InvalidateRect(child, nullptr, FALSE);
+        }
+      }
       result = TRUE;
       return true;
     }
@@ -649,7 +657,7 @@ void Win32UiHost::PaintControl(ControlRec& c, HDC dc, const RECT& r, bool presse
     }
     case UiKind::PictureButton: {
       Text key = s.pictureKey;
-      if (pressed) {
+      if (pressed || (SendMessageW(c.hwnd, BM_GETSTATE, 0, 0) & BST_PUSHED) != 0) {
         key = Variant(*pictures_, key, u"_dwn");
       } else if (s.skinState == 2 || !s.enabled) {
         key = Variant(*pictures_, key, u"_dis");
@@ -666,6 +674,12 @@ void Win32UiHost::PaintControl(ControlRec& c, HDC dc, const RECT& r, bool presse
       SetBkMode(dc, TRANSPARENT);
       COLORREF color = s.foreColor == kUiDefaultColor ? GetSysColor(COLOR_BTNTEXT) : s.foreColor;
       if (!s.enabled) color = GetSysColor(COLOR_GRAYTEXT);
+      // On a pressed face, as on a hovered one, the caption is white.
+      if (ControlRec* face = c.container != 0 ? Control(c.container) : nullptr;
+          face != nullptr && face->state.kind == UiKind::PictureButton && s.enabled &&
+          (SendMessageW(face->hwnd, BM_GETSTATE, 0, 0) & BST_PUSHED) != 0) {
+        color = RGB(0xFF, 0xFF, 0xFF);
+      }
       SetTextColor(dc, color);
       UINT flags = DT_WORDBREAK | DT_EXPANDTABS;
       flags |= s.align == UiAlign::Center ? DT_CENTER : s.align == UiAlign::Right ? DT_RIGHT : DT_LEFT;
