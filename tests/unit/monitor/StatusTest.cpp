@@ -241,16 +241,4 @@ TEST_F(StatusTest, PauseIsRefusedWhileTheFileDoesNotStartWithZero) {
   EXPECT_EQ(form->Pause.Caption(), u"Pause Service");
 }
 
-TEST_F(StatusTest, StopTransferAsksAndTurnsTheWordToStop) {
-  Open();
-  StateWord(u"1");
-  ui.Queue(kit::ScriptedUi::Answer::Yes());
-  form->StoptransferMenu.SetEnabled(true);
-  form->StoptransferMenu.Choose();
-  ASSERT_EQ(ui.Questions().size(), 1u);
-  EXPECT_EQ(ui.Questions()[0].text, u"Do you want to stop the backup/restore operation?");
-  EXPECT_EQ(ui.Questions()[0].buttons, kit::kButtonsYesNo);
-  EXPECT_EQ(Lines(app.ScheduleFilePath)[0], u"2");
-}
-
 }  // namespace

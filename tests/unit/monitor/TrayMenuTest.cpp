@@ -193,18 +193,6 @@ TEST_F(TrayMenuTest, TrayShutdownKeepsTheDailyTimerAndAMinimisedPlaceIsNotStored
   EXPECT_TRUE(fake.ui.trayIcons.empty());
 }
 
-TEST_F(TrayMenuTest, DetailsGrowAndShrinkTheWindowAroundTheLogList) {
-  Open();
-  form->mnuViewDetails.Choose();
-  EXPECT_FALSE(form->mnuViewDetails.Enabled());
-  EXPECT_TRUE(form->mnuHideDetails.Enabled());
-  EXPECT_GT(form->Height(), form->lstLog.Top() + form->lstLog.Height());
-  form->mnuHideDetails.Choose();
-  EXPECT_DOUBLE_EQ(form->Height(), form->lstLog.Top() + 300);
-  EXPECT_TRUE(form->mnuViewDetails.Enabled());
-  EXPECT_FALSE(form->mnuHideDetails.Enabled());
-}
-
 TEST_F(TrayMenuTest, StartAutoWritesOrRemovesTheRunValue) {
   Open();
   EXPECT_FALSE(form->StartAuto.Checked());
@@ -238,17 +226,6 @@ TEST_F(TrayMenuTest, ItemsWhoseScreensComeLaterSaySoInTheTrace) {
   app.UserName = u"mary";
   form->mnuChangePassword.Choose();
   EXPECT_EQ(log.back(), "open UpdatePassword");
-}
-
-TEST_F(TrayMenuTest, LaunchAndWebsiteGoThroughTheShell) {
-  Open();
-  form->mnuLaunch.Choose();
-  form->WebsiteMenu.Choose();
-  ASSERT_EQ(fake.shell.executed.size(), 2u);
-  EXPECT_EQ(fake.shell.executed[0].file, u"C:\\QV\\CorvaneForWindows_955.exe");
-  EXPECT_EQ(fake.shell.executed[0].verb, u"open");
-  EXPECT_EQ(fake.shell.executed[0].showCommand, 1);
-  EXPECT_EQ(fake.shell.executed[1].showCommand, 3);
 }
 
 TEST_F(TrayMenuTest, RightClickOnAButtonShowsItsTip) {
