@@ -98,7 +98,9 @@ TEST_P(ClockContract, LocalTimeIsValidAndSleepMovesTheTicks) {
   std::uint64_t before = clock->TickMs();
   clock->Sleep(60);
   std::uint64_t after = clock->TickMs();
-  EXPECT_GE(after - before, 50u);  // tick counters may run a few ms coarse
+  // A tick counter may advance in steps of up to about 16 ms, and a sleep may end a
+  // little early on such a step.
+  EXPECT_GE(after - before, 40u);
   EXPECT_LT(after - before, 5000u);
 }
 
