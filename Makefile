@@ -72,8 +72,7 @@ test-native: native
 	$(CTEST) --test-dir $(NATIVE_DIR) 2>&1 | tee $(NATIVE_DIR)/ctest.log
 
 # Under load Wine now and then fails to start a test program at all (no output, 0.00 s);
-# one more try tells that apart from a test that fails. ctest lists any test that only
-# passed on its second try.
+# one more try tells that apart from a test that fails (the log shows both runs).
 test-windows: windows
 	tools/with-wine.sh $(PREFIX_DIR) -- $(CTEST) --repeat until-pass:2 --test-dir $(WIN_DIR) 2>&1 \
 	  | tee $(WIN_DIR)/ctest.log
