@@ -15,7 +15,7 @@
 # with stdio detached so ctest does not wait forever on pipes they inherited.
 set -euo pipefail
 
-kRecipe="qv-prefix-3 win10 shell=1280x800 fonts audio-off"
+kRecipe="qv-prefix-4 win10 shell=1280x800 fonts audio-off no-crash-dialog"
 WINE=/usr/lib/wine/wine64
 WINESERVER=/usr/lib/wine/wineserver
 
@@ -117,6 +117,9 @@ REGEDIT4
 
 [HKEY_CURRENT_USER\Software\Wine\Drivers]
 "Audio"=""
+
+[HKEY_CURRENT_USER\Software\Wine\WineDbg]
+"ShowCrashDialog"=dword:00000000
 REG
   quiet "$WINE" regedit /S "$(winepath_of "$reg")"
   quiet "$WINE" winecfg -v win10
@@ -136,6 +139,10 @@ verifyPrefix() {
   out=$("$WINE" cmd /c ver 2>/dev/null </dev/null | tr -d '\r')
   grep -q 'Windows 10\.' <<<"$out" || { log "prefix check: not Windows 10 ($out)"; return 1; }
   [ -f "$prefix/drive_c/windows/Fonts/tahoma.ttf" ] || { log "prefix check: fonts missing"; return 1; }
+  # A crashing test program otherwise waits on the debugger's dialog on the headless
+  # display until its ctest timeout; without the dialog it ends at once with a backtrace.
+  out=$("$WINE" reg query 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog 2>/dev/null </dev/null | tr -d '\r')
+  grep -q '0x0' <<<"$out" || { log "prefix check: crash dialog not turned off"; return 1; }
 }
 
 if [ "$(cat "$prefix/.qv-recipe" 2>/dev/null)" != "$kRecipe" ]; then
