@@ -124,6 +124,45 @@ TEST_F(KitGallery, SkinnedButtonInEachState) {
   Pump(host, Ms{200});
 }
 
+TEST_F(KitGallery, ThePlatformsControlsShowTheModelAndReportTheUser) {
+  PointerAside();
+  frmControls form;
+  Attached attached{ui, form};
+  ui.Show(form);
+  HWND window = host.WindowHandle(ui.Forms().WindowOf(form));
+  ASSERT_TRUE(PumpUntil(host, [&] { return window != nullptr && IsWindowVisible(window); }));
+  HWND list = Hwnd(form.lvJobs);
+  EXPECT_EQ(ListView_GetItemCount(list), 3);
+  EXPECT_TRUE(ListView_GetCheckState(list, 1));
+  EXPECT_FALSE(ListView_GetCheckState(list, 0));
+  EXPECT_EQ(ListView_GetNextItem(list, -1, LVNI_SELECTED), 0);
+  SYSTEMTIME st{};
+  EXPECT_EQ(SendMessageW(Hwnd(form.DTPicker), DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&st)),
+            GDT_VALID);
+  EXPECT_EQ(st.wDay, 24);
+  EXPECT_EQ(SendMessageW(Hwnd(form.optWeekly), BM_GETCHECK, 0, 0), BST_CHECKED);
+  EXPECT_EQ(SendMessageW(Hwnd(form.pbDone), PBM_GETPOS, 0, 0), 60);
+  Shot("platform-controls");
+
+  // The user picks the third row with the real pointer: the model hears of it.
+  RECT row{};
+  ListView_GetItemRect(list, 2, &row, LVIR_LABEL);
+  MapWindowPoints(list, nullptr, reinterpret_cast<POINT*>(&row), 2);
+  SetCursorPos((row.left + row.right) / 2, (row.top + row.bottom) / 2);
+  INPUT click[2] = {};
+  click[0].type = click[1].type = INPUT_MOUSE;
+  click[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
+  click[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
+  SendInput(2, click, sizeof(INPUT));
+  EXPECT_TRUE(PumpUntil(host, [&] { return form.clickedRow == 3; })) << form.clickedRow;
+  EXPECT_EQ(form.lvJobs.SelectedIndex(), 3);
+  // A program change of the rows shows at once.
+  form.lvJobs.Item(1).SetSubItem(2, u"Stopping");
+  wchar_t cell[64] = {};
+  ListView_GetItemText(list, 0, 2, cell, 64);
+  EXPECT_STREQ(cell, L"Stopping");
+}
+
 }  // namespace
 }  // namespace kit_e2e
 
