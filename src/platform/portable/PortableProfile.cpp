@@ -112,42 +112,6 @@ Text DecodeUtf8(std::string_view bytes) {
   return out;
 }
 
-// Unpaired surrogates cannot be written in UTF-8 and become U+FFFD.
-std::string EncodeUtf8(TextView units) {
-  std::string out;
-  out.reserve(units.size());
-  auto put = [&out](unsigned cp) {
-    if (cp < 0x80) {
-      out.push_back(static_cast<char>(cp));
-    } else if (cp < 0x800) {
-      out.push_back(static_cast<char>(0xC0 | (cp >> 6)));
-      out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
-    } else if (cp < 0x10000) {
-      out.push_back(static_cast<char>(0xE0 | (cp >> 12)));
-      out.push_back(static_cast<char>(0x80 | ((cp >> 6) & 0x3F)));
-      out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
-    } else {
-      out.push_back(static_cast<char>(0xF0 | (cp >> 18)));
-      out.push_back(static_cast<char>(0x80 | ((cp >> 12) & 0x3F)));
-      out.push_back(static_cast<char>(0x80 | ((cp >> 6) & 0x3F)));
-      out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
-    }
-  };
-  for (std::size_t i = 0; i < units.size(); ++i) {
-    unsigned u = units[i];
-    if (u >= 0xD800 && u <= 0xDBFF && i + 1 < units.size() && units[i + 1] >= 0xDC00 &&
-        units[i + 1] <= 0xDFFF) {
-      put(0x10000 + ((u - 0xD800) << 10) + (units[i + 1] - 0xDC00));
-      ++i;
-    } else if (u >= 0xD800 && u <= 0xDFFF) {
-      put(0xFFFD);
-    } else {
-      put(u);
-    }
-  }
-  return out;
-}
-
 // Two bytes per unit; an odd last byte still makes a unit of its own.
 Text DecodeUtf16(std::string_view bytes, bool bigEndian) {
   Text out;
@@ -244,7 +208,7 @@ std::string Serialize(const Document& doc) {
     }
   }
   switch (doc.encoding) {
-    case Encoding::Utf8: return "\xEF\xBB\xBF" + EncodeUtf8(text);
+    case Encoding::Utf8: return "\xEF\xBB\xBF" + base::ToUtf8(text);  // unpaired surrogates become U+FFFD
     case Encoding::Utf16Le: return EncodeUtf16(text, false);
     case Encoding::Utf16Be: return EncodeUtf16(text, true);
     case Encoding::Ansi: break;
