@@ -25,8 +25,8 @@ std::string MonitorTest::TestName() const {
 
 void MonitorTest::SetUp() {
   // A monitor that an earlier, killed run left behind would hold the mutex.
-  int ended = TerminateProcessesUnder(kMonitorExe, RunsFolder());
-  if (ended) std::printf("ended %d monitor(s) left by an earlier run\n", ended);
+  int ended = TerminateProcessesUnder(RunsFolder());
+  if (ended) std::printf("ended %d program(s) left by an earlier run\n", ended);
   for (const auto& p : FindProcesses(kMonitorExe))
     FAIL() << "another monitor runs (" << Narrow(p.image) << ", pid " << p.pid
            << ") and holds the single-instance mutex";
@@ -46,6 +46,8 @@ void MonitorTest::TearDown() {
   }
   for (auto& p : processes_) p.Terminate();
   processes_.clear();
+  // Also what the monitors started from their folders (the engine).
+  for (auto& f : folders_) TerminateProcessesUnder(f->Root());
   folders_.clear();
 }
 

@@ -35,20 +35,19 @@ std::optional<Process> Process::Start(const std::filesystem::path& exe,
 
   STARTUPINFOW si{};
   si.cb = sizeof(si);
+  NulHandles nul;
+  nul.Apply(si);
   HANDLE writeEnd = nullptr;
   Process p;
   if (captureOutput) {
     SECURITY_ATTRIBUTES sa{sizeof(sa), nullptr, TRUE};
     if (!CreatePipe(&p.outputRead_, &writeEnd, &sa, 0)) return std::nullopt;
     SetHandleInformation(p.outputRead_, HANDLE_FLAG_INHERIT, 0);
-    si.dwFlags = STARTF_USESTDHANDLES;
-    si.hStdInput = GetStdHandle(STD_INPUT_HANDLE);
     si.hStdOutput = writeEnd;
     si.hStdError = writeEnd;
   }
   PROCESS_INFORMATION pi{};
-  BOOL ok = CreateProcessW(exe.c_str(), commandLine.data(), nullptr, nullptr,
-                           captureOutput ? TRUE : FALSE, 0, nullptr,
+  BOOL ok = CreateProcessW(exe.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr,
                            workingFolder.empty() ? nullptr : workingFolder.c_str(), &si, &pi);
   if (writeEnd) CloseHandle(writeEnd);
   if (!ok) return std::nullopt;
@@ -102,7 +101,7 @@ std::vector<ProcessEntry> FindProcesses(const std::wstring& exeName) {
   entry.dwSize = sizeof(entry);
   for (BOOL more = Process32FirstW(snapshot, &entry); more;
        more = Process32NextW(snapshot, &entry)) {
-    if (_wcsicmp(entry.szExeFile, exeName.c_str()) != 0) continue;
+    if (!exeName.empty() && _wcsicmp(entry.szExeFile, exeName.c_str()) != 0) continue;
     ProcessEntry e{entry.th32ProcessID, {}};
     if (HANDLE h = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, e.pid)) {
       wchar_t path[MAX_PATH * 2] = {};
@@ -116,15 +115,20 @@ std::vector<ProcessEntry> FindProcesses(const std::wstring& exeName) {
   return found;
 }
 
+int TerminateProcessesUnder(const std::filesystem::path& folder) {
+  return TerminateProcessesUnder(L"", folder);
+}
+
 int TerminateProcessesUnder(const std::wstring& exeName, const std::filesystem::path& folder) {
   auto lower = [](std::wstring s) {
     std::transform(s.begin(), s.end(), s.begin(), [](wchar_t c) { return std::towlower(c); });
     return s;
   };
-  const std::wstring prefix = lower(folder.wstring());
+  const std::wstring prefix = lower((folder / L"").wstring());
+  const DWORD self = GetCurrentProcessId();
   int ended = 0;
   for (const auto& p : FindProcesses(exeName)) {
-    if (lower(p.image).rfind(prefix, 0) != 0) continue;
+    if (p.pid == self || p.image.empty() || lower(p.image).rfind(prefix, 0) != 0) continue;
     if (HANDLE h = OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, p.pid)) {
       if (TerminateProcess(h, 1)) {
         WaitForSingleObject(h, 10000);
@@ -134,6 +138,30 @@ int TerminateProcessesUnder(const std::wstring& exeName, const std::filesystem::
     }
   }
   return ended;
+}
+
+}  // namespace e2e
+
+namespace e2e {
+
+NulHandles::NulHandles() {
+  SECURITY_ATTRIBUTES sa{sizeof(sa), nullptr, TRUE};
+  in_ = CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, &sa, OPEN_EXISTING,
+                    0, nullptr);
+  out_ = CreateFileW(L"NUL", GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &sa,
+                     OPEN_EXISTING, 0, nullptr);
+}
+
+NulHandles::~NulHandles() {
+  if (in_ != INVALID_HANDLE_VALUE) CloseHandle(in_);
+  if (out_ != INVALID_HANDLE_VALUE) CloseHandle(out_);
+}
+
+void NulHandles::Apply(STARTUPINFOW& si) const {
+  si.dwFlags |= STARTF_USESTDHANDLES;
+  si.hStdInput = in_;
+  si.hStdOutput = out_;
+  si.hStdError = out_;
 }
 
 }  // namespace e2e

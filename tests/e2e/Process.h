@@ -49,9 +49,30 @@ struct ProcessEntry {
   std::wstring image;  // full path, as the system gives it
 };
 
-// Processes whose image file is named `exeName` (case-insensitive).
+// Processes whose image file is named `exeName` (case-insensitive; empty: all).
 std::vector<ProcessEntry> FindProcesses(const std::wstring& exeName);
-// Ends those whose image lies under `folder`; returns how many were ended.
+// Ends every process whose image lies under `folder`, whatever its name: the monitor,
+// and the engine it starts beside itself from its program folder. Returns how many.
+int TerminateProcessesUnder(const std::filesystem::path& folder);
+// The same for the processes named `exeName` only.
 int TerminateProcessesUnder(const std::wstring& exeName, const std::filesystem::path& folder);
+
+// Standard handles on the NUL device for a child: a child that inherited the test's
+// output would keep ctest waiting for the end of that output as long as it (or a
+// program it started, like the engine) runs.
+class NulHandles {
+ public:
+  NulHandles();
+  ~NulHandles();
+  NulHandles(const NulHandles&) = delete;
+  NulHandles& operator=(const NulHandles&) = delete;
+  // Sets STARTF_USESTDHANDLES and all three handles; the child must inherit handles.
+  void Apply(STARTUPINFOW& si) const;
+  HANDLE In() const { return in_; }
+
+ private:
+  HANDLE in_ = INVALID_HANDLE_VALUE;
+  HANDLE out_ = INVALID_HANDLE_VALUE;
+};
 
 }  // namespace e2e

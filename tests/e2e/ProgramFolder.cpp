@@ -16,6 +16,17 @@ fs::path OwnFolder() {
   return fs::path(std::wstring(path, n)).parent_path();
 }
 
+// Wine lets go of a program's files a moment after the program has ended.
+bool RemoveTree(const fs::path& root, std::error_code& ec) {
+  for (int attempt = 0; attempt < 50; ++attempt) {
+    ec.clear();
+    fs::remove_all(root, ec);
+    if (!ec) return true;
+    Sleep(100);
+  }
+  return false;
+}
+
 }  // namespace
 
 fs::path StageFolder() {
@@ -28,8 +39,7 @@ fs::path RunsFolder() { return OwnFolder() / L"runs"; }
 ProgramFolder::ProgramFolder(const std::string& name) {
   root_ = RunsFolder() / fs::path(name);
   std::error_code ec;
-  fs::remove_all(root_, ec);
-  if (ec) {
+  if (!RemoveTree(root_, ec)) {
     error_ = "cannot remove the earlier copy " + root_.string() + ": " + ec.message();
     return;
   }
@@ -55,7 +65,7 @@ ProgramFolder::ProgramFolder(const std::string& name) {
 ProgramFolder::~ProgramFolder() {
   if (keep_) return;
   std::error_code ec;
-  fs::remove_all(root_, ec);
+  RemoveTree(root_, ec);
 }
 
 }  // namespace e2e

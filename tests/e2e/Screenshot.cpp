@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "Process.h"
+
 namespace e2e {
 
 namespace {
@@ -59,8 +61,10 @@ std::optional<std::string> Screenshot(const std::string& name, Ms timeout) {
   std::wstring commandLine = L"bash \"" + Widen(script) + L"\" \"" + Widen(out) + L"\"";
   STARTUPINFOW si{};
   si.cb = sizeof(si);
+  NulHandles nul;
+  nul.Apply(si);
   PROCESS_INFORMATION pi{};
-  if (!CreateProcessW(L"Z:\\bin\\bash", commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
+  if (!CreateProcessW(L"Z:\\bin\\bash", commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr,
                       nullptr, &si, &pi))
     return std::nullopt;
   if (pi.hThread) CloseHandle(pi.hThread);
