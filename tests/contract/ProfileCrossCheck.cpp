@@ -131,9 +131,11 @@ std::vector<Scenario> Scenarios() {
        {Read{u"S", u"k"}, Read{u"T", u"j"}, Write{u"S", u"k", u"v"}, Read{u"S", u"k"},
         Write{u"S", u"k", u"w"}, Read{u"S", u"k"}, Write{u"T", u"j", u"3"}}},
       // The rewrite drops the tab, and the file then begins with what reads as a mark.
+      // A further write into that half-ANSI, half-UTF-16 file is not repeatable on the
+      // platform (one run in many leaves a stray byte), so the scenario stops here.
       {"AnsiLineThatBecomesAMark",
        "\t\xFE\xFFk=1\r\n"s,
-       {Write{u"S", u"k", u"v"}, Read{u"S", u"k"}, Write{u"S", u"j", u"w"}, Read{u"S", u"j"}}},
+       {Write{u"S", u"k", u"v"}, Read{u"S", u"k"}}},
   };
 }
 
