@@ -2,12 +2,32 @@
 #include <windows.h>
 
 #include "app/ComRegistration.h"
-#include "app/MonitorShell.h"
 #include "frame/Startup.h"
+#include "kit/HostedUi.h"
+#include "monitor/MonitorProgram.h"
 #include "platform/win32/Win32Platform.h"
 #include "support/ValueFiles.h"
 
-int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int) {
+namespace {
+
+// The engine may call the monitor as soon as the window's load has started it, so the
+// one running monitor serves the progress class before the engines are even made.
+class ServingMonitorProgram : public monitor::MonitorProgram {
+ public:
+  ServingMonitorProgram(frame::AppState& app, kit::Ui& ui, platform::Win32ComServer& com)
+      : MonitorProgram(app, ui), com_(com) {}
+  void CreateEngines(frame::AppState& app) override {
+    app::ServeMonitorClass(app, com_);
+    MonitorProgram::CreateEngines(app);
+  }
+
+ private:
+  platform::Win32ComServer& com_;
+};
+
+}  // namespace
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
   platform::Win32Platform win32;
   platform::Win32ComServer com;
   win32.Get().com = &com;
@@ -19,15 +39,14 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int) {
   support::SecureValueStore secure(app);
   app.secureStore = &secure;
 
-  app::MonitorShell shell(instance);
-  if (frame::Main(app, shell) != frame::MainResult::Run) return 0;
-  // Only the one running monitor serves the engine's progress calls.
-  app::ServeMonitorClass(app, com);
-
-  MSG msg;
-  while (GetMessageW(&msg, nullptr, 0, 0) > 0) {
-    TranslateMessage(&msg);
-    DispatchMessageW(&msg);
-  }
-  return 0;
+  kit::HostedUi ui(*app.platform.ui);
+  ServingMonitorProgram program(app, ui, com);
+  // The shutdown items end the process at once, as the engine expects of its monitor;
+  // the class object goes first so that no engine call reaches a dying server.
+  program.SetTerminate([&com](unsigned code) {
+    com.RevokeClassObject();
+    TerminateProcess(GetCurrentProcess(), code);
+  });
+  if (frame::Main(app, program) != frame::MainResult::Run) return 0;
+  return app.platform.ui->RunMessageLoop();
 }

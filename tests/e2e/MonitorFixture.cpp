@@ -87,11 +87,11 @@ void MonitorTest::Kill(Process* p) {
 }
 
 std::optional<WindowInfo> MonitorTest::MainWindow(DWORD pid, Ms timeout) {
-  return WaitForWindow(WindowQuery{L"", kMonitorClass, pid, false}, timeout);
+  return WaitForWindow(WindowQuery{kMonitorTitle, kMonitorClass, pid, false}, timeout);
 }
 
 std::vector<WindowInfo> MonitorTest::AllMonitorWindows() {
-  return FindTopLevel(WindowQuery{L"", kMonitorClass, 0, false});
+  return FindTopLevel(WindowQuery{kMonitorTitle, kMonitorClass, 0, false});
 }
 
 Lines MonitorTest::Trace(const ProgramFolder& folder) {

@@ -18,7 +18,7 @@
 namespace e2e {
 
 inline constexpr wchar_t kMonitorExe[] = L"QVMonitor.exe";
-inline constexpr wchar_t kMonitorClass[] = L"QVMonitorWindow";
+inline constexpr wchar_t kMonitorClass[] = L"QvForm";
 inline constexpr wchar_t kMonitorTitle[] = L"Corvane for Windows Monitor";
 inline constexpr wchar_t kShowLine[] = L"ShowFromTaskBar called from the Monitor.";
 inline constexpr wchar_t kHideLine[] = L"HideFromTaskBar called from the Monitor.";
