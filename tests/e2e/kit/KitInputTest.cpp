@@ -52,6 +52,12 @@ class KitInputTest : public ::testing::Test {
   bool ShownAndPainted(kit::Form& form) {
     HWND w = host.WindowHandle(ui.Forms().WindowOf(form));
     bool ok = PumpUntil(host, [&] { return w != nullptr && IsWindowVisible(w); });
+    // The clicks are real input at screen points: nothing else may stand over the form
+    // (a window some other program of the run left showing for a moment).
+    if (ok) {
+      SetWindowPos(w, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+      SetForegroundWindow(w);
+    }
     Pump(host, Ms{300});
     return ok;
   }
