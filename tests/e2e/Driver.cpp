@@ -1,5 +1,7 @@
 #include "Driver.h"
 
+#include <commctrl.h>
+
 #include <thread>
 
 namespace e2e {
@@ -141,6 +143,32 @@ std::optional<WindowInfo> WaitForPopupMenu(DWORD pid, Ms timeout) {
 
 bool WaitForNoPopupMenu(DWORD pid, Ms timeout) {
   return WaitForNoWindow(WindowQuery{L"", kMenuClass, pid, true}, timeout);
+}
+
+std::wstring DesignName(HWND hwnd) {
+  auto atom = static_cast<ATOM>(reinterpret_cast<UINT_PTR>(GetPropW(hwnd, L"QvName")));
+  if (atom == 0) return {};
+  wchar_t name[256] = {};
+  UINT n = GlobalGetAtomNameW(atom, name, 256);
+  return std::wstring(name, n);
+}
+
+HWND FindByName(HWND parent, const std::wstring& name) {
+  for (const WindowInfo& w : ListChildren(parent)) {
+    if (DesignName(w.hwnd) == name) return w.hwnd;
+  }
+  return nullptr;
+}
+
+bool ClickControl(HWND control) {
+  const LPARAM at = MAKELPARAM(2, 2);
+  return Post(control, WM_LBUTTONDOWN, MK_LBUTTON, at) && Post(control, WM_LBUTTONUP, 0, at);
+}
+
+int ProgressPosition(HWND bar) {
+  DWORD_PTR pos = 0;
+  if (!SendMessageTimeoutW(bar, PBM_GETPOS, 0, 0, SMTO_ABORTIFHUNG, 5000, &pos)) return -1;
+  return static_cast<int>(pos);
 }
 
 bool ChooseMenuItemByMnemonic(DWORD pid, wchar_t key, Ms timeout) {

@@ -45,6 +45,16 @@ std::vector<WindowInfo> FindTopLevel(const WindowQuery& query);
 // Every descendant, in Z order per parent; WM_GETTEXT works across processes.
 std::vector<WindowInfo> ListChildren(HWND parent);
 
+// The design name the monitor's host puts on each of its windows ("QvName" atom);
+// readable from another process.
+std::wstring DesignName(HWND hwnd);
+// The descendant of `parent` with that design name, or null.
+HWND FindByName(HWND parent, const std::wstring& name);
+// A left click as the control's window gets it (button down and up, posted).
+bool ClickControl(HWND control);
+// The position of a progress bar.
+int ProgressPosition(HWND bar);
+
 // Polls `done` until it answers true or `timeout` has passed; true when it did.
 bool WaitUntil(const std::function<bool()>& done, Ms timeout = kWait, Ms poll = Ms{50});
 std::optional<WindowInfo> WaitForWindow(const WindowQuery& query, Ms timeout = kWait);

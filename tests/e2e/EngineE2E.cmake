@@ -4,3 +4,11 @@
 qv_e2e_test(e2e_engine EngineCallbackTest.cpp)
 target_link_libraries(e2e_engine PRIVATE qv_engine qv_platform_win32 ole32 oleaut32 uuid)
 add_dependencies(e2e_engine qv_sim_background qv_sim_service)
+
+# The monitor window beside the simulated engine and the web helper's stand-in.
+qv_e2e_test(e2e_monitor MonitorWindowTest.cpp)
+target_link_libraries(e2e_monitor PRIVATE qv_support qv_frame qv_platform_win32)
+add_dependencies(e2e_monitor qv_sim_background qv_sim_service)
+if(TARGET qv_web_standin)
+  add_dependencies(e2e_monitor qv_web_standin)
+endif()

@@ -25,20 +25,6 @@ std::filesystem::path TestProgramFolder() {
   return std::filesystem::path(path).parent_path();
 }
 
-std::wstring DesignName(HWND hwnd) {
-  auto atom = static_cast<ATOM>(reinterpret_cast<UINT_PTR>(GetPropW(hwnd, L"QvName")));
-  if (atom == 0) return {};
-  wchar_t name[256] = {};
-  UINT n = GlobalGetAtomNameW(atom, name, 256);
-  return std::wstring(name, n);
-}
-
-HWND FindByName(HWND parent, const std::wstring& name) {
-  for (const e2e::WindowInfo& w : e2e::ListChildren(parent)) {
-    if (DesignName(w.hwnd) == name) return w.hwnd;
-  }
-  return nullptr;
-}
 
 std::vector<HWND> ThreadWindows(const wchar_t* className) {
   struct Search {

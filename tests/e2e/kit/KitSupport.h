@@ -24,10 +24,9 @@ using e2e::Ms;
 base::Text ImageFolder();
 std::filesystem::path TestProgramFolder();
 
-// The design name of a window of any process, "" when it has none.
-std::wstring DesignName(HWND hwnd);
-// The first window below `parent` (at any depth) with that design name.
-HWND FindByName(HWND parent, const std::wstring& name);
+// Design names ("" when none) and the first window below `parent` with one.
+using e2e::DesignName;
+using e2e::FindByName;
 // Top-level windows of this process of a class.
 std::vector<HWND> ThreadWindows(const wchar_t* className);
 

@@ -1,0 +1,211 @@
+#pragma once
+// What the tests that run the simulated engine beside the monitor share: schedule
+// records, the service registration, and the clean-up of Wine's COM leftovers.
+#include <windows.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include <cstdio>
+#include <list>
+
+#include "MonitorFixture.h"
+#include "base/Text.h"
+
+namespace e2e {
+
+inline std::wstring Record(const std::vector<std::wstring>& fields) {
+  std::wstring line;
+  for (size_t i = 0; i < fields.size(); ++i) line += (i ? L"\b\b" : L"") + fields[i];
+  return line;
+}
+
+// Record 5: an immediate job ("Once", the immediate key).
+inline std::wstring ImmediateJob() {
+  return Record({L"5", L"Documents", L"11-15-2026 5:00:00", L"11-15-2026 4:00:00", L"My Corvane/",
+                 L"1", L"2", L"0", L"", L"", L"", L"", L"0", L"1", L"0", L"000000010000",
+                 L"jsmith", L"1", L"0", L""});
+}
+
+// Record 7: a daily job whose time has long come.
+inline std::wstring DailyJob() {
+  return Record({L"7", L"Pictures", L"01-02-2020 6:30:00", L"01-01-2020 4:00:00", L"My Corvane/",
+                 L"3", L"2", L"0", L"", L"", L"", L"", L"0", L"1", L"0", L"202001020630",
+                 L"jsmith", L"1", L"0", L"1234567"});
+}
+
+inline std::wstring After(const std::wstring& line, const std::wstring& prefix) {
+  const size_t at = line.find(prefix);
+  return at == std::wstring::npos ? std::wstring() : line.substr(at + prefix.size());
+}
+
+inline std::string Utf8(const std::wstring& w) {
+  int n = WideCharToMultiByte(CP_UTF8, 0, w.data(), static_cast<int>(w.size()), nullptr, 0,
+                              nullptr, nullptr);
+  std::string s(static_cast<size_t>(n), '\0');
+  WideCharToMultiByte(CP_UTF8, 0, w.data(), static_cast<int>(w.size()), s.data(), n, nullptr,
+                      nullptr);
+  return s;
+}
+
+// Wine's COM keeps the class object of a server that was killed (not ended through
+// its Shutdown) and hands it to later clients, who then cannot reach it. Restarting
+// the COM service forgets such leftovers of earlier tests.
+inline void ForgetKilledServers() {
+  SC_HANDLE m = OpenSCManagerW(nullptr, nullptr, SC_MANAGER_ALL_ACCESS);
+  if (!m) return;
+  if (SC_HANDLE s = OpenServiceW(m, L"RpcSs", SERVICE_ALL_ACCESS)) {
+    SERVICE_STATUS st{};
+    if (ControlService(s, SERVICE_CONTROL_STOP, &st))
+      WaitUntil([&] { return QueryServiceStatus(s, &st) && st.dwCurrentState == SERVICE_STOPPED; });
+    StartServiceW(s, 0, nullptr);
+    WaitUntil([&] { return QueryServiceStatus(s, &st) && st.dwCurrentState == SERVICE_RUNNING; });
+    CloseServiceHandle(s);
+  }
+  CloseServiceHandle(m);
+}
+
+// Registers (and on destruction stops and deletes) "QVWin Service" for the simulated
+// service program of a program folder, with `sc create` as an installer would.
+class RegisteredService {
+ public:
+  RegisteredService(const std::filesystem::path& exe, const std::wstring& start) {
+    ok_ = Run(L"sc create \"QVWin Service\" binPath= \"" + exe.wstring() + L"\" start= " + start) == 0;
+  }
+  ~RegisteredService() {
+    if (SC_HANDLE m = OpenSCManagerW(nullptr, nullptr, SC_MANAGER_ALL_ACCESS)) {
+      if (SC_HANDLE s = OpenServiceW(m, L"QVWin Service", SERVICE_ALL_ACCESS)) {
+        SERVICE_STATUS st{};
+        ControlService(s, SERVICE_CONTROL_STOP, &st);
+        WaitUntil([&] { return QueryServiceStatus(s, &st) && st.dwCurrentState == SERVICE_STOPPED; });
+        CloseServiceHandle(s);
+      }
+      CloseServiceHandle(m);
+    }
+    Run(L"sc delete \"QVWin Service\"");
+  }
+  bool Ok() const { return ok_; }
+
+ private:
+  static DWORD Run(std::wstring line) {
+    STARTUPINFOW si{};
+    si.cb = sizeof(si);
+    PROCESS_INFORMATION pi{};
+    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
+                        nullptr, &si, &pi))
+      return 1;
+    WaitForSingleObject(pi.hProcess, 30000);
+    DWORD code = 1;
+    GetExitCodeProcess(pi.hProcess, &code);
+    CloseHandle(pi.hThread);
+    CloseHandle(pi.hProcess);
+    return code;
+  }
+  bool ok_ = false;
+};
+
+inline constexpr wchar_t kArrived[] = L"UpdateMonitor arrived: ";
+inline constexpr wchar_t kKept[] = L"UpdateMonitor kept: ";
+inline constexpr wchar_t kSimLog[] = L"engine-sim.log";
+inline constexpr wchar_t kBackgroundExe[] = L"QVBackground_955.exe";
+inline constexpr wchar_t kServiceExe[] = L"QVWin Service_955.exe";
+
+inline base::Text AsText(const std::filesystem::path& p) {
+  const std::wstring w = p.wstring();
+  return base::Text(reinterpret_cast<const char16_t*>(w.c_str()), w.size());
+}
+
+// A monitor beside the simulated engine, both from the test's program folder; the
+// monitor traces every progress call (QV_TRACE_UPDATES=1).
+class EngineMonitorTest : public MonitorTest {
+ protected:
+  void SetUp() override {
+    ForgetKilledServers();
+    SetEnvironmentVariableW(L"QV_TRACE_UPDATES", L"1");
+    MonitorTest::SetUp();
+  }
+  void TearDown() override {
+    if (HasFailure()) {
+      for (const auto& l : SimLog()) std::printf("sim: %s\n", Utf8(l).c_str());
+    }
+    for (auto& p : engines_) p.Terminate();
+    engines_.clear();
+    MonitorTest::TearDown();
+    SetEnvironmentVariableW(L"QV_TRACE_UPDATES", nullptr);
+  }
+
+  void Schedule(const std::wstring& word, const std::wstring& record) {
+    std::error_code ec;
+    std::filesystem::create_directories(Folder().Common(), ec);
+    ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"scheduleData.txt"), {word, record}));
+  }
+  void Scenario(const Lines& lines) {
+    ASSERT_TRUE(WriteAnsiFile(Folder().Root() / L"engine-sim.ini", lines));
+  }
+  // The monitor serves the class before its window's load starts the engine: its
+  // registration names this folder's program, and the class object follows at once.
+  void StartServingMonitor() {
+    ASSERT_TRUE(StartAndWait(L"Min"));
+    const std::wstring expected = L"\"" + Folder().Exe().wstring() + L"\"";
+    ASSERT_TRUE(WaitUntil([&] {
+      wchar_t value[1024] = {};
+      DWORD bytes = sizeof(value);
+      return RegGetValueW(HKEY_CLASSES_ROOT,
+                          L"CLSID\\{1984E5BD-394A-449B-A09A-6648BCB1AF6F}\\LocalServer32",
+                          nullptr, RRF_RT_REG_SZ, nullptr, value, &bytes) == ERROR_SUCCESS &&
+             _wcsicmp(value, expected.c_str()) == 0;
+    }));
+    Sleep(500);
+  }
+  void StartBackgroundEngine() {
+    auto p = Process::Start(Folder().Root() / kBackgroundExe, L"", Folder().Root());
+    ASSERT_TRUE(p.has_value());
+    engines_.push_back(std::move(*p));
+  }
+
+  Lines SimLog() { return ReadTextFile(Folder().CommonFile(kSimLog)).value_or(Lines{}); }
+  bool WaitForSimLine(const std::wstring& line, Ms timeout = Ms{60000}) {
+    return WaitUntil([&] { return CountLine(SimLog(), line) > 0; }, timeout);
+  }
+  // The calls as the simulator sent them, without its outcome; the outcomes apart.
+  Lines Sent(Lines* outcomes = nullptr) {
+    Lines sent;
+    for (const auto& l : SimLog()) {
+      if (l.rfind(L"sent ", 0) != 0) continue;
+      std::wstring call = After(l, kArrived);
+      const size_t hr = call.rfind(L" hr=");
+      if (outcomes) outcomes->push_back(call.substr(hr + 1));
+      sent.push_back(call.substr(0, hr));
+    }
+    return sent;
+  }
+  Lines TraceAfter(const std::wstring& prefix) {
+    Lines out;
+    for (const auto& l : Trace(Folder()))
+      if (l.rfind(prefix, 0) == 0) out.push_back(l.substr(prefix.size()));
+    return out;
+  }
+  std::wstring Word() {
+    auto lines = ReadTextFile(Folder().CommonFile(L"scheduleData.txt")).value_or(Lines{});
+    return lines.empty() ? L"<none>" : lines[0];
+  }
+  // Every call the simulator sent arrived, in order, exactly as it was sent.
+  void ExpectSentArrived(size_t count) {
+    Lines outcomes;
+    const Lines sent = Sent(&outcomes);
+    const Lines arrived = TraceAfter(kArrived);
+    EXPECT_EQ(sent.size(), count);
+    EXPECT_EQ(sent, arrived);
+    for (const auto& o : outcomes) EXPECT_EQ(o, L"hr=0x00000000 result=1");
+  }
+  void PrintRecorded() {
+    for (const auto& l : Trace(Folder()))
+      if (l.rfind(L"UpdateMonitor", 0) == 0 || l.find(L"got a call") != std::wstring::npos)
+        std::printf("monitor: %s\n", Utf8(l).c_str());
+  }
+
+  std::list<Process> engines_;
+};
+
+}  // namespace e2e

@@ -1,0 +1,333 @@
+// The monitor window as the user sees it beside the simulated engine: the status it
+// shows for both engine forms, a transfer drawn in its pane, the stop items of its
+// menus, the tray, and web management. Controls are found by their design names.
+#include <algorithm>
+#include <cstdio>
+
+#include "EngineSupport.h"
+#include "MonitorFixture.h"
+#include "frame/AppState.h"
+#include "frame/Settings.h"
+#include "platform/win32/Win32Platform.h"
+#include "support/ValueFiles.h"
+
+namespace e2e {
+namespace {
+
+constexpr wchar_t kStopTransferQuestion[] = L"Do you want to stop the backup/restore operation?";
+constexpr wchar_t kAuthenticationFailed[] =
+    L"Authentication failed. Login to Corvane for Windows with your updated credentials.";
+
+// Record 9: a daily job whose next run is far away, so the engine leaves it alone.
+std::wstring LaterJob() {
+  return Record({L"9", L"Music", L"01-02-2099 6:30:00", L"01-01-2020 4:00:00", L"My Corvane/",
+                 L"3", L"2", L"0", L"", L"", L"", L"", L"0", L"1", L"0", L"209901020630",
+                 L"jsmith", L"1", L"0", L"1234567"});
+}
+
+// The value between "name=[" and the next "]" of a kept line.
+std::wstring Field(const std::wstring& kept, const std::wstring& name) {
+  const std::wstring open = name + L"=[";
+  const size_t at = kept.find(open);
+  if (at == std::wstring::npos) return L"<none>";
+  const size_t from = at + open.size();
+  return kept.substr(from, kept.find(L']', from) - from);
+}
+
+class MonitorWindowTest : public EngineMonitorTest {
+ protected:
+  void TearDown() override {
+    SetEnvironmentVariableW(L"QV_WEB_ERRVAL", nullptr);
+    EngineMonitorTest::TearDown();
+  }
+
+  // Starts the monitor and waits for its window.
+  HWND Open(const std::wstring& arguments) {
+    Process* p = StartAndWait(arguments);
+    if (p == nullptr) return nullptr;
+    pid_ = p->Pid();
+    auto w = MainWindow(pid_);
+    main_ = w ? w->hwnd : nullptr;
+    return main_;
+  }
+  HWND Control(HWND window, const wchar_t* name) {
+    HWND c = FindByName(window, name);
+    EXPECT_NE(c, nullptr) << "no control " << Utf8(name);
+    return c;
+  }
+  std::wstring Text(HWND window, const wchar_t* name) {
+    HWND c = FindByName(window, name);
+    return c ? Describe(c).text : L"<no control>";
+  }
+  bool Shown(HWND window, const wchar_t* name) {
+    HWND c = FindByName(window, name);
+    return c != nullptr && IsWindowVisible(c);
+  }
+  bool WaitForText(HWND window, const wchar_t* name, const std::wstring& text, Ms timeout = kWait) {
+    return WaitUntil([&] { return Text(window, name) == text; }, timeout);
+  }
+  // The Refresh button runs the tick at once.
+  void Refresh(HWND window) { ASSERT_TRUE(ClickControl(Control(window, L"btnRefresh"))); }
+  void Click(HWND window, const wchar_t* name) { ASSERT_TRUE(ClickControl(Control(window, name))); }
+
+  // A message box of the monitor that shows `text`, once it is up (a long text gets
+  // line ends added below it).
+  HWND WaitForBox(const std::wstring& text, Ms timeout = kWait) {
+    HWND found = nullptr;
+    WaitUntil(
+        [&] {
+          for (const WindowInfo& w : FindTopLevel(WindowQuery{L"", kMonitorClass, pid_, true})) {
+            if (w.hwnd == main_) continue;
+            for (const WindowInfo& c : ListChildren(w.hwnd))
+              if (c.text.rfind(text, 0) == 0) found = w.hwnd;
+          }
+          return found != nullptr;
+        },
+        timeout);
+    return found;
+  }
+  int OpenBoxes() {
+    int n = 0;
+    for (const WindowInfo& w : FindTopLevel(WindowQuery{L"", kMonitorClass, pid_, true}))
+      n += w.hwnd != main_;
+    return n;
+  }
+  // Clicks the box's button `index` (0 is Yes or OK) and waits for the box to go.
+  void Answer(HWND box, int index) {
+    const std::wstring name = L"lbl_cmdButton(" + std::to_wstring(index) + L")";
+    HWND button = FindByName(box, name);
+    ASSERT_NE(button, nullptr);
+    ASSERT_TRUE(ClickControl(button));
+    ASSERT_TRUE(WaitUntil([&] { return !IsWindow(box) || !IsWindowVisible(box); }))
+        << "the box stayed up";
+  }
+
+  Lines Kept() { return TraceAfter(kKept); }
+  bool WaitForKept(size_t count, Ms timeout = Ms{60000}) {
+    return WaitUntil([&] { return Kept().size() >= count; }, timeout);
+  }
+  bool EngineWindowUp() { return !FindTopLevel(WindowQuery{L"QVBackground", L"", 0, false}).empty(); }
+
+  // The user's name and stored password, as the main application leaves them.
+  void Credentials() {
+    platform::Win32Platform win32;
+    frame::AppState app(win32.Get());
+    const std::wstring root = Folder().Root().wstring();
+    app.ProgramFolder = app.DataRoot = base::Text(reinterpret_cast<const char16_t*>(root.c_str()));
+    support::SecureValueStore secure(app);
+    app.secureStore = &secure;
+    frame::WriteSetting(app, u"UserName", u"jsmith");
+    frame::WriteSetting(app, u"jsmith", u"s3cret", true);
+  }
+
+  DWORD pid_ = 0;
+  HWND main_ = nullptr;
+};
+
+TEST_F(MonitorWindowTest, BackgroundEngineIsStartedShownRunningAndTheTabsSwitchPanes) {
+  // A word left at "1" by an engine that is gone.
+  Schedule(L"1", LaterJob());
+  HWND w = Open(L"");
+  ASSERT_NE(w, nullptr);
+  EXPECT_TRUE(WaitForText(w, L"lblStatus", L"Running")) << Utf8(Text(w, L"lblStatus"));
+  EXPECT_TRUE(EngineWindowUp()) << "the load did not start the background engine";
+  EXPECT_EQ(Word(), L"0") << "the stale word was not cleared";
+  EXPECT_TRUE(Shown(w, L"FrameNormal"));
+  EXPECT_FALSE(Shown(w, L"FrameProgress"));
+  EXPECT_FALSE(Shown(w, L"FrameDetails"));
+  EXPECT_EQ(Text(w, L"Label1"), kMonitorTitle);
+  Shot("idle");
+
+  Click(w, L"cmdDetails");
+  EXPECT_TRUE(WaitUntil([&] { return Shown(w, L"FrameDetails") && !Shown(w, L"FrameNormal"); }));
+  EXPECT_TRUE(Shown(w, L"StartAuto"));
+  Shot("details");
+
+  // Closing hides; a double click on the tray icon brings back the Status tab.
+  ASSERT_TRUE(Post(w, WM_CLOSE));
+  ASSERT_TRUE(WaitForVisible(w, false));
+  ASSERT_TRUE(PostTrayMouse(w, WM_LBUTTONDBLCLK));
+  ASSERT_TRUE(WaitForVisible(w, true));
+  EXPECT_TRUE(WaitUntil([&] { return Shown(w, L"FrameNormal") && !Shown(w, L"FrameDetails"); }));
+}
+
+TEST_F(MonitorWindowTest, ServiceFormIsStartedByTheServiceManagerAndShownRunning) {
+  ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"QVDetails.ini"), {L"[Corvane]", L"Type=service"}));
+  RegisteredService service(Folder().Root() / kServiceExe, L"demand");
+  ASSERT_TRUE(service.Ok());
+  HWND w = Open(L"");
+  ASSERT_NE(w, nullptr);
+  EXPECT_TRUE(WaitForText(w, L"lblStatus", L"Running")) << Utf8(Text(w, L"lblStatus"));
+
+  SC_HANDLE m = OpenSCManagerW(nullptr, nullptr, SC_MANAGER_CONNECT);
+  ASSERT_NE(m, nullptr);
+  SC_HANDLE s = OpenServiceW(m, L"QVWin Service", SERVICE_QUERY_STATUS);
+  ASSERT_NE(s, nullptr);
+  SERVICE_STATUS st{};
+  EXPECT_TRUE(WaitUntil([&] {
+    return QueryServiceStatus(s, &st) && st.dwCurrentState == SERVICE_RUNNING;
+  })) << "the load did not start the service";
+  CloseServiceHandle(s);
+  CloseServiceHandle(m);
+  // Both programs are kept running, whichever form is installed.
+  EXPECT_TRUE(EngineWindowUp());
+}
+
+TEST_F(MonitorWindowTest, ATransferIsDrawnInThePaneAndItsEndBringsBackTheIdlePane) {
+  Schedule(L"0", ImmediateJob());
+  Scenario({L"files = 2", L"steps = 4", L"step_ms = 2500",
+            L"[call]", L"sFileName = C:\\Data\\Tom & Jerry.avi", L"TimeRemaining = 13:00:00"});
+  HWND w = Open(L"");
+  ASSERT_NE(w, nullptr);
+
+  // The first call: its 13 hours left are not shown.
+  ASSERT_TRUE(WaitForKept(1));
+  Refresh(w);
+  ASSERT_TRUE(WaitUntil([&] { return Shown(w, L"FrameProgress") && !Shown(w, L"FrameNormal"); }))
+      << "the pane did not come up";
+  EXPECT_TRUE(WaitUntil([&] {
+    return Text(w, L"txtRsyncFileName1").find(L"Tom && Jerry.avi") != std::wstring::npos;
+  })) << Utf8(Text(w, L"txtRsyncFileName1"));
+  EXPECT_EQ(Text(w, L"txtRsyncFileName1").rfind(L"[Full Backup] C:\\Data\\Tom && Jerry.avi", 0), 0u);
+  EXPECT_EQ(Text(w, L"txtRsyncTimeLeft"), L"");
+
+  // A generated call of the first file: every part of the pane from the kept values.
+  ASSERT_TRUE(WaitForKept(3));
+  const std::wstring kept = Kept()[2];
+  Refresh(w);
+  ASSERT_TRUE(WaitUntil([&] {
+    return Text(w, L"txtRsyncTimeElapsed") == Field(kept, L"timeelapsed");
+  })) << Utf8(kept);
+  EXPECT_NE(Text(w, L"txtRsyncFileName1").find(L"Report 1.docx"), std::wstring::npos);
+  EXPECT_EQ(Text(w, L"txtRsyncfilesize1"), L"2.86 MB");
+  EXPECT_EQ(Text(w, L"txtRsyncTimeLeft"), Field(kept, L"TimeRemaining"));
+  EXPECT_NE(Field(kept, L"TimeRemaining"), L"");
+  const std::wstring status = Text(w, L"lblRsyncTransferStatus");
+  EXPECT_EQ(status.rfind(L"Status : ", 0), 0u) << Utf8(status);
+  EXPECT_NE(status.find(L" out of 5.72 MB (" + Field(kept, L"sTrfRate") + L")"), std::wstring::npos)
+      << Utf8(status);
+  EXPECT_EQ(ProgressPosition(Control(w, L"prgbarRsyncfile1")), std::stoi(Field(kept, L"iFileProg")));
+  EXPECT_EQ(ProgressPosition(Control(w, L"PrgbarRsyncTotal")), std::stoi(Field(kept, L"iTotalProg")));
+  EXPECT_TRUE(Shown(w, L"chkbandwidth"));
+  Shot("transfer");
+
+  // "?stop": the next tick returns to the idle pane.
+  ASSERT_TRUE(WaitForSimLine(L"job 5 ended files=2 result=GREEN"));
+  Refresh(w);
+  EXPECT_TRUE(WaitUntil([&] { return Shown(w, L"FrameNormal") && !Shown(w, L"FrameProgress"); }))
+      << "the idle pane did not come back";
+}
+
+TEST_F(MonitorWindowTest, StopTransferFromTheTrayMenuAsksAndTheEngineStopsAfterTheCurrentFile) {
+  Schedule(L"0", DailyJob());
+  Scenario({L"files = 5", L"steps = 4", L"step_ms = 600"});
+  HWND w = Open(L"Min");
+  ASSERT_NE(w, nullptr);
+  ASSERT_TRUE(WaitUntil(
+      [&] {
+        for (const auto& k : Kept())
+          if (k.find(L"Report 2.docx] ") != std::wstring::npos) return true;
+        return false;
+      },
+      Ms{60000}));
+  // Let a tick take the transfer in, so that the stop items are on.
+  Refresh(w);
+  Sleep(1000);
+
+  ASSERT_TRUE(PostTrayMouse(w, WM_RBUTTONUP));
+  ASSERT_TRUE(WaitForPopupMenu(pid_));
+  Shot("tray-menu");
+  // "Stop running scheduled job" is the seventh item.
+  ASSERT_TRUE(ChooseMenuItemByArrows(pid_, 7));
+  HWND ask = WaitForBox(kStopTransferQuestion);
+  ASSERT_NE(ask, nullptr) << "Stop running scheduled job did not ask";
+  EXPECT_EQ(Word(), L"1") << "nothing is written before the answer";
+  Answer(ask, 0);
+  EXPECT_EQ(Word(), L"2");
+
+  ASSERT_TRUE(WaitUntil(
+      [&] {
+        for (const auto& l : SimLog())
+          if (l.rfind(L"job 7 stopped files=", 0) == 0) return true;
+        return false;
+      },
+      Ms{60000}));
+  const Lines sim = SimLog();
+  EXPECT_EQ(std::count_if(sim.begin(), sim.end(),
+                          [](const std::wstring& l) {
+                            return l.rfind(L"stop word seen after file ", 0) == 0;
+                          }),
+            1);
+  EXPECT_TRUE(std::none_of(sim.begin(), sim.end(), [](const std::wstring& l) {
+    return l.find(L"Report 5.docx]") != std::wstring::npos;
+  }));
+  EXPECT_TRUE(WaitUntil([&] { return Word() == L"0"; }));
+}
+
+// The service stop of the Main menu, from the keyboard: Alt, Down opens "Main" on
+// its first item, one more Down is "Stop Service".
+void ChooseStopService(HWND w, DWORD pid) {
+  ASSERT_TRUE(Post(w, WM_SYSCOMMAND, SC_KEYMENU, 0));
+  Sleep(300);
+  ASSERT_TRUE(Post(w, WM_KEYDOWN, VK_DOWN, 1));
+  ASSERT_TRUE(WaitForPopupMenu(pid)) << "the Main menu did not open";
+  ASSERT_TRUE(ChooseMenuItemByArrows(pid, 1));
+}
+
+TEST_F(MonitorWindowTest, StopServiceDuringAJobAsksAndWritesNothingAndAStopLastsUntilTheNextTick) {
+  Schedule(L"0", LaterJob());
+  HWND w = Open(L"");
+  ASSERT_NE(w, nullptr);
+  ASSERT_TRUE(WaitForText(w, L"lblStatus", L"Running"));
+
+  // With the word at "1" the engine is at work: the stop asks, and No leaves all as it was.
+  Schedule(L"1", LaterJob());
+  ChooseStopService(w, pid_);
+  HWND ask = WaitForBox(
+      L"There is backup/ restore process in progress. Stopping QVWin service now will result in "
+      L"cancelling the backup/ restore process and loss of data.\r\n\r\n"
+      L"Are you sure you want to stop the QVWin service?");
+  ASSERT_NE(ask, nullptr) << "the stop did not ask";
+  Answer(ask, 1);
+  EXPECT_EQ(Word(), L"1");
+  Sleep(1000);
+  EXPECT_TRUE(EngineWindowUp());
+  EXPECT_EQ(Text(w, L"lblStatus"), L"Running");
+
+  // With the word at "0" the engine ends, until the next tick starts it again.
+  Schedule(L"0", LaterJob());
+  ChooseStopService(w, pid_);
+  EXPECT_TRUE(WaitUntil([&] { return !EngineWindowUp(); })) << "the engine did not end";
+  EXPECT_EQ(OpenBoxes(), 0);
+  Refresh(w);
+  EXPECT_TRUE(WaitUntil([&] { return EngineWindowUp(); })) << "the tick did not restart it";
+  EXPECT_TRUE(WaitForText(w, L"lblStatus", L"Running"));
+}
+
+TEST_F(MonitorWindowTest, AFailedWebLoginIsToldOnceWithOneLogLine) {
+  Credentials();
+  SetEnvironmentVariableW(L"QV_WEB_ERRVAL", L"-1");
+  HWND w = Open(L"Min");
+  ASSERT_NE(w, nullptr);
+
+  Refresh(w);
+  HWND told = WaitForBox(kAuthenticationFailed, Ms{20000});
+  ASSERT_NE(told, nullptr) << "the failed login was not told";
+  Answer(told, 0);
+  const auto perUser = Folder().CommonFile(L"jsmith") / L"qvwinserver.ini";
+  EXPECT_EQ(ReadIni(perUser, L"Corvane", L"WebManage"), L"0");
+
+  // Turned on again, the helper fails again: no second message, no second line.
+  ASSERT_TRUE(WriteUtf16File(perUser, {L"[Corvane]", L"WebManage=1"}));
+  Refresh(w);
+  EXPECT_EQ(WaitForBox(kAuthenticationFailed, Ms{6000}), nullptr) << "told a second time";
+  const Lines log = ReadTextFile(Folder().CommonFile(L"QVWServiceLog.txt")).value_or(Lines{});
+  EXPECT_EQ(std::count_if(log.begin(), log.end(),
+                          [](const std::wstring& l) {
+                            return l.find(kAuthenticationFailed) != std::wstring::npos;
+                          }),
+            1);
+}
+
+}  // namespace
+}  // namespace e2e
