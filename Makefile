@@ -113,9 +113,10 @@ test-fuzz: deps $(FUZZ_DIR)/CMakeCache.txt
 # The monitor from its program folder with the demo data (tools/make-demo-root.sh),
 # on the user's display when DISPLAY is set, else on a private headless one; the
 # screenshot shows what a person would see. RUN_SECONDS=0 waits for it to end,
-# RUN_ARGS=Min starts it in the tray, DEMO_RESET=1 writes the demo files afresh.
+# RUN_ARGS=Min starts it in the tray, DEMO_RESET=1 writes the demo files afresh,
+# RUN_TRANSFER=0 leaves out the backup that runs at once (a live transfer).
 run: artwork-tool windows
-	QV_DEMO_RESET=$(filter 1,$(DEMO_RESET)) tools/with-wine.sh --user-display $(PREFIX_DIR) -- \
+	QV_DEMO_RESET=$(filter 1,$(DEMO_RESET)) QV_RUN_TRANSFER=$(if $(RUN_TRANSFER),$(RUN_TRANSFER),1) tools/with-wine.sh --user-display $(PREFIX_DIR) -- \
 	  tools/run-monitor.sh $(WIN_DIR)/stage build/screenshots/run.png $(RUN_SECONDS) "$(RUN_ARGS)"
 
 $(BENCH_DIR)/CMakeCache.txt: | deps

@@ -85,3 +85,30 @@ writeUtf16 "$common/QVWServiceLog.txt" \
   "Success     : $(stamp '-2 hours +11 minutes') : Backup job 'Documents' completed." \
   "Error       : $(stamp '-1 hours') : Could not reach the server" \
   "Information : $(stamp '-50 minutes') : Backup job 'Photos' will run again at its next scheduled time."
+
+# QV_DEMO_RUN_NOW=1: a "Desktop" backup to run at once (the immediate key), and a slow
+# scenario for the simulated engine, so that the window shows a live transfer for a
+# minute and a half. A job that a stopped run left behind is taken again; the state word
+# goes back to "0" so that the engine starts it.
+if [ "${QV_DEMO_RUN_NOW:-0}" = 1 ]; then
+  schedule="$common/scheduleData.txt"
+  lines=()
+  while IFS= read -r l; do
+    l=${l%$'\r'}
+    l=${l#$'\xef\xbb\xbf'}
+    case "$l" in 99$sep*) continue ;; esac
+    lines+=("$l")
+  done < <(iconv -f UTF-16 -t UTF-8 "$schedule")
+  lines[0]="0"
+  now=$(date +%s)
+  job=$(record 99 "Desktop" "$now" 1 "" 0 "")
+  job=${job/$(date -d "@$now" '+%Y%m%d%H%M')/000000010000}
+  reset=--reset writeUtf16 "$schedule" "${lines[@]}" "$job"
+  scenario="$root/engine-sim.ini"
+  if [ ! -e "$scenario" ] || [ "$reset" = "--reset" ]; then
+    printf '%s\r\n' "# make run: a slow backup, so that its progress can be watched" \
+      "files = 6" "file_size = 18000000" "steps = 10" "step_ms = 1500" "step_seconds = 3" \
+      >"$scenario"
+    echo "make-demo-root: wrote $scenario"
+  fi
+fi

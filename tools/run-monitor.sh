@@ -21,7 +21,11 @@ shot=$(realpath -m "$shot")
 stage=$(cd "$stage" && pwd)
 trace="$stage/QVCOMMON/SerTraceFile.txt"
 
-"$here/make-demo-root.sh" "$stage" ${QV_DEMO_RESET:+--reset}
+# A backup that runs at once gives a live transfer to watch; QV_RUN_TRANSFER=0 leaves
+# it out (the engine then waits for the demo jobs' times).
+transfer=${QV_RUN_TRANSFER:-1}
+[ -f "$stage/QVBackground_955.exe" ] || transfer=0
+QV_DEMO_RUN_NOW=$transfer "$here/make-demo-root.sh" "$stage" ${QV_DEMO_RESET:+--reset}
 
 # The engine beside the monitor. The simulated background engine (tools/engine-sim,
 # staged as QVBackground_955.exe) starts first, as it would at logon, so the monitor
@@ -78,7 +82,9 @@ if ! kill -0 "$pid" 2>/dev/null; then
   exit 1
 fi
 started || echo "run-monitor: no start-up line in $trace after 30 s; taking the picture anyway" >&2
-sleep 2   # let the window and the tray icon paint
+# Let the window and the tray icon paint; with a transfer, let the monitor's tick
+# (every 10 s) draw it first.
+if [ "$transfer" = 1 ] && [ "$argument" != "Min" ]; then sleep 12; else sleep 2; fi
 screenshot
 echo "run-monitor: screenshot in $shot"
 
