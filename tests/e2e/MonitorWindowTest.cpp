@@ -15,6 +15,8 @@ namespace e2e {
 namespace {
 
 constexpr wchar_t kStopTransferQuestion[] = L"Do you want to stop the backup/restore operation?";
+constexpr wchar_t kDisableQuestion[] =
+    L"If you select this option, all your scheduled jobs will be stopped.\r\nDo you want to proceed?";
 constexpr wchar_t kAuthenticationFailed[] =
     L"Authentication failed. Login to Corvane for Windows with your updated credentials.";
 
@@ -262,6 +264,34 @@ TEST_F(MonitorWindowTest, StopTransferFromTheTrayMenuAsksAndTheEngineStopsAfterT
     return l.find(L"Report 5.docx]") != std::wstring::npos;
   }));
   EXPECT_TRUE(WaitUntil([&] { return Word() == L"0"; }));
+}
+
+TEST_F(MonitorWindowTest, TheTrayMenuOffersToEnableOrDisableTheJobsAsTheSettingSays) {
+  ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"qvwin.ini"),
+                             {L"[Corvane]", L"UserName=jsmith", L"DisableAllSchdulers=1"}));
+  HWND w = Open(L"Min");
+  ASSERT_NE(w, nullptr);
+  const auto setting = [&] {
+    return ReadIni(Folder().CommonFile(L"qvwin.ini"), L"Corvane", L"DisableAllSchdulers");
+  };
+  // The sixth item. Disabled jobs: it reads "Enable all the Scheduled jobs", which
+  // asks nothing.
+  ASSERT_TRUE(PostTrayMouse(w, WM_RBUTTONUP));
+  ASSERT_TRUE(ChooseMenuItemByArrows(pid_, 6));
+  EXPECT_TRUE(WaitUntil([&] { return setting() == L"0"; }));
+  EXPECT_TRUE(WaitForTraceLine(Folder(), L"'Enable all the Scheduled jobs' option is selected."));
+  EXPECT_EQ(OpenBoxes(), 0);
+
+  // Now it reads "Disable all the Scheduled jobs", which asks first.
+  ASSERT_TRUE(PostTrayMouse(w, WM_RBUTTONUP));
+  ASSERT_TRUE(WaitForPopupMenu(pid_));
+  Shot("tray-menu-jobs-enabled");
+  ASSERT_TRUE(ChooseMenuItemByArrows(pid_, 6));
+  HWND ask = WaitForBox(kDisableQuestion);
+  ASSERT_NE(ask, nullptr) << "disabling the jobs did not ask";
+  EXPECT_EQ(setting(), L"0");
+  Answer(ask, 0);
+  EXPECT_TRUE(WaitUntil([&] { return setting() == L"1"; }));
 }
 
 // The service stop of the Main menu, from the keyboard: Alt, Down opens "Main" on
