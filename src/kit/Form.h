@@ -38,6 +38,9 @@ struct RoundRegion {
   bool operator==(const RoundRegion&) const = default;
 };
 
+inline constexpr int kWindowNormal = 0;
+inline constexpr int kWindowMinimized = 1;
+
 class Form : public Control {
  public:
   explicit Form(Text name, Layout layout = {}, Text caption = {});
@@ -58,6 +61,10 @@ class Form : public Control {
   bool Unload(UnloadMode mode = UnloadMode::Code);
   // Hides without unloading (a modal show also ends here).
   void Hide() { SetVisible(false); }
+  // Whether the user minimised the window (kWindowMinimized) or not (kWindowNormal);
+  // the renderer (or a test) tells.
+  int WindowState() const { return windowState_; }
+  void SetWindowState(int state) { windowState_ = state; }
   // The renderer (or a test) tells the form it became the active window.
   void RaiseActivate();
   void RaiseDeactivate();
@@ -162,6 +169,7 @@ class Form : public Control {
 
   std::vector<Control*> controls_;
   bool loaded_ = false;
+  int windowState_ = 0;
   bool everLoaded_ = false;
   bool unloading_ = false;
   bool keyPreview_ = false;

@@ -523,6 +523,11 @@ void FormHost::OnMoved(UiHandle window, const platform::UiRect& rect) {
   if (t != nullptr) t->form->Move(rect.left, rect.top, rect.width, rect.height);
 }
 
+void FormHost::OnMinimized(UiHandle window, bool minimized) {
+  Tracked* t = FindWindow(window);
+  if (t != nullptr) t->form->SetWindowState(minimized ? kWindowMinimized : kWindowNormal);
+}
+
 void FormHost::OnMenu(UiHandle window, std::uint32_t itemId) {
   Tracked* t = FindWindow(window);
   if (t == nullptr) return;

@@ -84,6 +84,7 @@ class FormHost : private platform::IUiEvents {
   void OnActivate(platform::UiHandle window, bool active) override;
   void OnCloseRequest(platform::UiHandle window) override;
   void OnMoved(platform::UiHandle window, const platform::UiRect& rect) override;
+  void OnMinimized(platform::UiHandle window, bool minimized) override;
   void OnMenu(platform::UiHandle window, std::uint32_t itemId) override;
 
   platform::IUiHost& host_;

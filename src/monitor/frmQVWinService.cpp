@@ -637,7 +637,7 @@ void frmQVWinService::ApplyGeometry(std::optional<long> width, std::optional<lon
 void frmQVWinService::StoreGeometry() {
   Quietly([&] {
     keptGeometry_ = GetLayout();
-    if (minimized_) return;
+    if (WindowState() == kit::kWindowMinimized) return;
     frame::WriteSetting(app_, u"MonWidth", base::FromNumber(kit::RoundHalfEven(Width())));
     frame::WriteSetting(app_, u"MonHeight", base::FromNumber(kit::RoundHalfEven(Height())));
     frame::WriteSetting(app_, u"MonTop", base::FromNumber(kit::RoundHalfEven(Top())));

@@ -134,9 +134,6 @@ class frmQVWinService : public kit::Form {
   void SetWindowHandle(std::function<platform::UiHandle()> handle) {
     windowHandle_ = std::move(handle);
   }
-  // The renderer tells when the window is minimised; a minimised window's place is
-  // not stored.
-  void SetMinimized(bool minimized) { minimized_ = minimized; }
 
   bool StatusTabSelected() const { return pic_Status.PictureKey() == kTabStatusSelected; }
   const TrayIcon& Tray() const { return tray_; }
@@ -266,7 +263,6 @@ class frmQVWinService : public kit::Form {
   std::function<void(unsigned)> terminate_;
   std::function<platform::UiHandle()> windowHandle_;
   std::uintptr_t dailyTimer_ = 0;
-  bool minimized_ = false;
   bool dragging_ = false;
   bool loading_ = false;
   // Set while the program itself sets the Auto-Pause box, whose Click would otherwise

@@ -246,6 +246,8 @@ class IUiEvents {
   // The user asked to close the window (system menu, Alt+F4). The host does not close
   // it: the model decides and destroys it, or not.
   virtual void OnCloseRequest(UiHandle window) {}
+  // The window was minimised, or restored from the taskbar.
+  virtual void OnMinimized(UiHandle window, bool minimized) {}
   // The user moved or sized the window; the new outer rectangle.
   virtual void OnMoved(UiHandle window, const UiRect& rect) {}
   virtual void OnMenu(UiHandle window, std::uint32_t itemId) {}

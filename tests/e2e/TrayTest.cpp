@@ -116,5 +116,28 @@ TEST_F(TrayTest, ShutdownWhileHiddenLeavesTheStoredGeometryAsItWas) {
   EXPECT_EQ(Stored(L"MonLeft"), L"3007");
 }
 
+TEST_F(TrayTest, ShutdownWhileMinimisedLeavesTheStoredGeometryAsItWas) {
+  ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"qvwin.ini"),
+                             {L"[LDPI]", L"MonWidth=9007", L"MonHeight=6007", L"MonTop=1507",
+                              L"MonLeft=3007"}));
+  Process* p = StartAndWait(L"");
+  ASSERT_NE(p, nullptr);
+  auto w = MainWindow(p->Pid());
+  ASSERT_TRUE(w && w->visible);
+  // Moved first, so that a store would write a place of its own.
+  ASSERT_TRUE(SetWindowPos(w->hwnd, nullptr, 240, 120, 0, 0,
+                           SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE));
+  ASSERT_TRUE(WaitUntil([&] { return Describe(w->hwnd).rect.left == 240; }));
+  ShowWindowAsync(w->hwnd, SW_MINIMIZE);
+  ASSERT_TRUE(WaitUntil([&] { return IsIconic(w->hwnd) != FALSE; }));
+  Sleep(300);
+
+  ASSERT_TRUE(PostTrayMouse(w->hwnd, WM_RBUTTONUP));
+  ASSERT_TRUE(ChooseMenuItemByMnemonic(p->Pid(), L's'));
+  ASSERT_TRUE(p->WaitExit()) << "Shutdown Indicator did not end the monitor";
+  EXPECT_EQ(Stored(L"MonWidth"), L"9007");
+  EXPECT_EQ(Stored(L"MonLeft"), L"3007");
+}
+
 }  // namespace
 }  // namespace e2e

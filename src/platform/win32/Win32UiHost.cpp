@@ -510,6 +510,11 @@ LRESULT Win32UiHost::OnFormMessage(FormRec& f, UINT msg, WPARAM wp, LPARAM lp) {
       EndPaint(hwnd, &ps);
       return 0;
     }
+    case WM_SIZE:
+      if (!f.dead && f.events != nullptr && (wp == SIZE_MINIMIZED || wp == SIZE_RESTORED ||
+                                              wp == SIZE_MAXIMIZED))
+        f.events->OnMinimized(f.handle, wp == SIZE_MINIMIZED);
+      return DefWindowProcW(hwnd, msg, wp, lp);
     case WM_WINDOWPOSCHANGED: {
       LRESULT r = DefWindowProcW(hwnd, msg, wp, lp);
       const auto* pos = reinterpret_cast<const WINDOWPOS*>(lp);

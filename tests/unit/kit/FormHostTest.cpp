@@ -292,6 +292,14 @@ TEST_F(FormHostTest, ACloseRequestAsksTheFormWhichMayRefuse) {
   EXPECT_TRUE(fake.forms.empty());
 }
 
+TEST_F(FormHostTest, TheRendererTellsTheFormWhenItIsMinimisedAndRestored) {
+  ui.Show(form);
+  Events().OnMinimized(Window(), true);
+  EXPECT_EQ(form.WindowState(), kit::kWindowMinimized);
+  Events().OnMinimized(Window(), false);
+  EXPECT_EQ(form.WindowState(), kit::kWindowNormal);
+}
+
 TEST_F(FormHostTest, TheUserMovingTheWindowMovesTheForm) {
   ui.Show(form);
   Events().OnMoved(Window(), {3000, 1500, 6000, 4000});

@@ -183,7 +183,7 @@ TEST_F(TrayMenuTest, TrayShutdownKeepsTheDailyTimerAndAMinimisedPlaceIsNotStored
   Open();
   ui.Show(*form);
   form->Move(100, 200, 7000, 6000);
-  form->SetMinimized(true);
+  form->SetWindowState(kit::kWindowMinimized);  // as the renderer tells
   const auto daily = form->DailyTimer();
   form->mnuShutdown.Choose();
   EXPECT_EQ(terminated, (std::vector<unsigned>{0}));
