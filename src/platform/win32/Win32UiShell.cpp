@@ -132,11 +132,12 @@ UiHandle Win32UiHost::CreateTip(const UiTip& tip) {
   TipRec& t = *rec;
   tips_[h] = std::move(rec);
   // A tip that comes with the pointer shows when the pointer is over its tool; the
-  // click that asked for it is there now.
+  // click that asked for it was there. Its place is taken from the click's message:
+  // the pointer's present place can lag behind it (under Wine it does).
   const bool onDemand = (tip.toolFlags & TTF_TRACK) != 0;
   if (balloon && !onDemand) {
-    POINT pt{};
-    GetCursorPos(&pt);
+    const DWORD at = GetMessagePos();
+    POINT pt{GET_X_LPARAM(at), GET_Y_LPARAM(at)};
     RECT r;
     GetWindowRect(tool, &r);
     if (PtInRect(&r, pt)) PlaceBalloon(h, t, (r.left + r.right) / 2);

@@ -75,7 +75,11 @@ TEST_F(KitInputTest, ARightClickShowsTheBalloonTipAndALeftClickRemovesIt) {
   HWND tip = nullptr;
   ASSERT_TRUE(PumpUntil(host, [&] { return (tip = VisibleBalloon()) != nullptr; }))
       << "a right click on Close showed no balloon";
-  EXPECT_EQ(TipText(tip, cancel), L"Exit this screen");
+  // The click lands on the button's picture or on the label over its middle; the tip
+  // belongs to the one that heard it.
+  std::wstring text = TipText(tip, cancel);
+  if (text.empty()) text = TipText(tip, Hwnd(form.cancel.Lbl()));
+  EXPECT_EQ(text, L"Exit this screen");
   // The tip stands clear of the window it belongs to (over it, it painted black).
   RECT tipRect;
   RECT formRect;

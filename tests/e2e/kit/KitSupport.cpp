@@ -46,10 +46,19 @@ std::vector<HWND> ThreadWindows(const wchar_t* className) {
 
 namespace {
 
+// Where the last move put the pointer, in SendInput's absolute units. The button
+// events carry it too: under Wine a button event without a place can take the place
+// from before the move (the previous test left the pointer elsewhere) and so reach
+// another window.
+LONG lastX = 0;
+LONG lastY = 0;
+
 void Send(DWORD flags) {
   INPUT in{};
   in.type = INPUT_MOUSE;
-  in.mi.dwFlags = flags;
+  in.mi.dwFlags = flags | MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
+  in.mi.dx = lastX;
+  in.mi.dy = lastY;
   SendInput(1, &in, sizeof(in));
 }
 
@@ -64,12 +73,16 @@ void MovePointerTo(HWND hwnd) {
   const int h = std::max(2, GetSystemMetrics(SM_CYSCREEN));
   // A real move through the input queue, so that the window under the pointer hears
   // of it as it would of the user's hand.
-  INPUT in{};
-  in.type = INPUT_MOUSE;
-  in.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
-  in.mi.dx = static_cast<LONG>((x * 65535LL) / (w - 1));
-  in.mi.dy = static_cast<LONG>((y * 65535LL) / (h - 1));
-  SendInput(1, &in, sizeof(in));
+  lastX = static_cast<LONG>((x * 65535LL) / (w - 1));
+  lastY = static_cast<LONG>((y * 65535LL) / (h - 1));
+  Send(0);
+  // The move is done when the system reports the pointer there.
+  e2e::WaitUntil(
+      [&] {
+        POINT pt{};
+        return GetCursorPos(&pt) && pt.x == x && pt.y == y;
+      },
+      Ms{1000}, Ms{10});
 }
 
 void Click(HWND hwnd, bool right) {
