@@ -1,6 +1,9 @@
 // The monitor window as the user sees it beside the simulated engine: the status it
 // shows for both engine forms, a transfer drawn in its pane, the stop items of its
 // menus, the tray, and web management. Controls are found by their design names.
+#include <windows.h>
+#include <commctrl.h>
+
 #include <algorithm>
 #include <cstdio>
 
@@ -129,6 +132,12 @@ class MonitorWindowTest : public EngineMonitorTest {
 TEST_F(MonitorWindowTest, BackgroundEngineIsStartedShownRunningAndTheTabsSwitchPanes) {
   // A word left at "1" by an engine that is gone.
   Schedule(L"1", LaterJob());
+  Lines log;
+  for (int i = 1; i <= 25; ++i)
+    log.push_back((i % 5 ? L"Information : 11/20/2026 10:" : L"Error       : 11/20/2026 10:") +
+                  std::wstring(i < 10 ? L"0" : L"") + std::to_wstring(i) + L":00 : line " +
+                  std::to_wstring(i));
+  ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"QVWServiceLog.txt"), log));
   HWND w = Open(L"");
   ASSERT_NE(w, nullptr);
   EXPECT_TRUE(WaitForText(w, L"lblStatus", L"Running")) << Utf8(Text(w, L"lblStatus"));
@@ -138,6 +147,11 @@ TEST_F(MonitorWindowTest, BackgroundEngineIsStartedShownRunningAndTheTabsSwitchP
   EXPECT_FALSE(Shown(w, L"FrameProgress"));
   EXPECT_FALSE(Shown(w, L"FrameDetails"));
   EXPECT_EQ(Text(w, L"Label1"), kMonitorTitle);
+  // The log list holds the 20 newest lines.
+  HWND list = Control(w, L"lstLog");
+  DWORD_PTR rows = 0;
+  ASSERT_TRUE(SendMessageTimeoutW(list, LVM_GETITEMCOUNT, 0, 0, SMTO_ABORTIFHUNG, 5000, &rows));
+  EXPECT_EQ(rows, 20u);
   Shot("idle");
 
   Click(w, L"cmdDetails");
