@@ -18,6 +18,27 @@ class TrayTest : public MonitorTest {
     return ReadIni(Folder().CommonFile(L"qvwin.ini"), L"LDPI", key);
   }
   static std::wstring Twips(long pixels) { return std::to_wstring(pixels * kTwips); }
+
+  // 9007 twips are not a whole number of pixels: a store would write 9000.
+  void StoreOddGeometry() {
+    ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"qvwin.ini"),
+                               {L"[LDPI]", L"MonWidth=9007", L"MonHeight=6007", L"MonTop=1507",
+                                L"MonLeft=3007"}));
+  }
+  void ExpectOddGeometryKept() {
+    EXPECT_EQ(Stored(L"MonWidth"), L"9007");
+    EXPECT_EQ(Stored(L"MonHeight"), L"6007");
+    EXPECT_EQ(Stored(L"MonTop"), L"1507");
+    EXPECT_EQ(Stored(L"MonLeft"), L"3007");
+  }
+  // Shutdown Indicator from the tray menu; the monitor ends with code 0.
+  void ShutdownFromTray(Process* p, HWND w) {
+    ASSERT_TRUE(PostTrayMouse(w, WM_RBUTTONUP));
+    ASSERT_TRUE(ChooseMenuItemByMnemonic(p->Pid(), L's'));
+    auto code = p->WaitExit();
+    ASSERT_TRUE(code) << "Shutdown Indicator did not end the monitor";
+    EXPECT_EQ(*code, 0u);
+  }
 };
 
 TEST_F(TrayTest, CloseHidesTheWindowStoresItsPlaceAndTheTrayBringsItBack) {
@@ -74,11 +95,7 @@ TEST_F(TrayTest, ShutdownFromTheTrayMenuEndsTheProgramAndStoresTheVisiblePlace) 
   ASSERT_TRUE(WaitUntil([&] { return Describe(w->hwnd).rect.left == 240; }));
   const WindowInfo moved = Describe(w->hwnd);
 
-  ASSERT_TRUE(PostTrayMouse(w->hwnd, WM_RBUTTONUP));
-  ASSERT_TRUE(ChooseMenuItemByMnemonic(p->Pid(), L's'));
-  auto code = p->WaitExit();
-  ASSERT_TRUE(code) << "Shutdown Indicator did not end the monitor";
-  EXPECT_EQ(*code, 0u);
+  ShutdownFromTray(p, w->hwnd);
   EXPECT_TRUE(AllMonitorWindows().empty());
   EXPECT_EQ(Stored(L"MonLeft"), L"3600");
   EXPECT_EQ(Stored(L"MonTop"), L"1800");
@@ -95,31 +112,19 @@ TEST_F(TrayTest, ShutdownFromTheTrayMenuEndsTheProgramAndStoresTheVisiblePlace) 
 }
 
 TEST_F(TrayTest, ShutdownWhileHiddenLeavesTheStoredGeometryAsItWas) {
-  // 9007 twips are not a whole number of pixels: a store would write 9000.
-  ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"qvwin.ini"),
-                             {L"[LDPI]", L"MonWidth=9007", L"MonHeight=6007", L"MonTop=1507",
-                              L"MonLeft=3007"}));
+  StoreOddGeometry();
   Process* p = StartAndWait(L"Min");
   ASSERT_NE(p, nullptr);
   auto w = MainWindow(p->Pid());
   ASSERT_TRUE(w);
   ASSERT_FALSE(w->visible);
 
-  ASSERT_TRUE(PostTrayMouse(w->hwnd, WM_RBUTTONUP));
-  ASSERT_TRUE(ChooseMenuItemByMnemonic(p->Pid(), L's'));
-  auto code = p->WaitExit();
-  ASSERT_TRUE(code) << "Shutdown Indicator did not end the monitor";
-  EXPECT_EQ(*code, 0u);
-  EXPECT_EQ(Stored(L"MonWidth"), L"9007");
-  EXPECT_EQ(Stored(L"MonHeight"), L"6007");
-  EXPECT_EQ(Stored(L"MonTop"), L"1507");
-  EXPECT_EQ(Stored(L"MonLeft"), L"3007");
+  ShutdownFromTray(p, w->hwnd);
+  ExpectOddGeometryKept();
 }
 
 TEST_F(TrayTest, ShutdownWhileMinimisedLeavesTheStoredGeometryAsItWas) {
-  ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"qvwin.ini"),
-                             {L"[LDPI]", L"MonWidth=9007", L"MonHeight=6007", L"MonTop=1507",
-                              L"MonLeft=3007"}));
+  StoreOddGeometry();
   Process* p = StartAndWait(L"");
   ASSERT_NE(p, nullptr);
   auto w = MainWindow(p->Pid());
@@ -132,11 +137,8 @@ TEST_F(TrayTest, ShutdownWhileMinimisedLeavesTheStoredGeometryAsItWas) {
   ASSERT_TRUE(WaitUntil([&] { return IsIconic(w->hwnd) != FALSE; }));
   Sleep(300);
 
-  ASSERT_TRUE(PostTrayMouse(w->hwnd, WM_RBUTTONUP));
-  ASSERT_TRUE(ChooseMenuItemByMnemonic(p->Pid(), L's'));
-  ASSERT_TRUE(p->WaitExit()) << "Shutdown Indicator did not end the monitor";
-  EXPECT_EQ(Stored(L"MonWidth"), L"9007");
-  EXPECT_EQ(Stored(L"MonLeft"), L"3007");
+  ShutdownFromTray(p, w->hwnd);
+  ExpectOddGeometryKept();
 }
 
 }  // namespace
