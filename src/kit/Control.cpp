@@ -20,6 +20,26 @@ const char* KindName(ControlKind kind) {
     case ControlKind::Menu: return "Menu";
     case ControlKind::MenuItem: return "MenuItem";
     case ControlKind::ImageList: return "ImageList";
+    case ControlKind::ComboBox: return "ComboBox";
+  }
+  return "?";
+}
+
+const char* RoleName(Role role) {
+  switch (role) {
+    case Role::None: return "none";
+    case Role::StaticText: return "static text";
+    case Role::Graphic: return "graphic";
+    case Role::Pane: return "pane";
+    case Role::PushButton: return "push button";
+    case Role::CheckBox: return "check box";
+    case Role::RadioButton: return "radio button";
+    case Role::Text: return "text";
+    case Role::List: return "list";
+    case Role::ProgressBar: return "progress bar";
+    case Role::DatePicker: return "date picker";
+    case Role::ComboBox: return "combo box";
+    case Role::Window: return "window";
   }
   return "?";
 }
@@ -142,6 +162,62 @@ void Control::SetFocus() {
 }
 
 bool Control::HasFocus() const { return form_->ActiveControl() == this; }
+
+Role Control::Role() const {
+  if (role_) return *role_;
+  switch (kind_) {
+    case ControlKind::Form: return Role::Window;
+    case ControlKind::Label: return Role::StaticText;
+    case ControlKind::Picture:
+      for (const Control* c : form_->Controls()) {
+        if (c->container_ == this) return Role::Pane;
+      }
+      return Role::Graphic;
+    case ControlKind::PictureButton: return Role::PushButton;
+    case ControlKind::CheckBox: return Role::CheckBox;
+    case ControlKind::OptionButton: return Role::RadioButton;
+    case ControlKind::TextBox: return Role::Text;
+    case ControlKind::ListView: return Role::List;
+    case ControlKind::ProgressBar: return Role::ProgressBar;
+    case ControlKind::DatePicker: return Role::DatePicker;
+    case ControlKind::ComboBox: return Role::ComboBox;
+    case ControlKind::Timer:
+    case ControlKind::Menu:
+    case ControlKind::MenuItem:
+    case ControlKind::ImageList: return Role::None;
+  }
+  return Role::None;
+}
+
+void Control::SetRole(kit::Role role) {
+  if (role_ == role) return;
+  role_ = role;
+  Touch(Aspect::Style);
+}
+
+bool Control::TabStop() const {
+  if (tabStop_) return *tabStop_;
+  switch (Role()) {
+    case Role::PushButton:
+    case Role::CheckBox:
+    case Role::RadioButton:
+    case Role::Text:
+    case Role::List:
+    case Role::DatePicker:
+    case Role::ComboBox: return true;
+    default: return false;
+  }
+}
+
+void Control::SetTabStop(bool v) {
+  if (tabStop_ == v) return;
+  tabStop_ = v;
+  Touch(Aspect::Style);
+}
+
+bool Control::CanFocus() const {
+  return kind_ != ControlKind::Form && TabStop() && AcceptsInput() && form_->Visible();
+}
 
 bool Control::AcceptsInput() const {
   // A form takes its own input while loaded; shown or not is the renderer's matter.

@@ -4,6 +4,7 @@
 // slots that the screen binds to its handlers. See docs/kit.md.
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "base/Guarded.h"
@@ -46,8 +47,29 @@ enum class ControlKind {
   Menu,
   MenuItem,
   ImageList,
+  ComboBox,
 };
 const char* KindName(ControlKind kind);
+
+// What a control is to the user and to a screen reader. A kind has its own (a label
+// is static text, a list a list); a picture the user clicks to act is a push button,
+// which also makes it a stop of the tab order.
+enum class Role : int {
+  None,         // not seen: timers, menus, image lists
+  StaticText,   // labels
+  Graphic,      // pictures that only show something
+  Pane,         // pictures that hold other controls
+  PushButton,   // skinned buttons and pictures that act
+  CheckBox,
+  RadioButton,
+  Text,         // text boxes
+  List,
+  ProgressBar,
+  DatePicker,
+  ComboBox,
+  Window,       // the form
+};
+const char* RoleName(Role role);
 
 // What changed, so that a renderer can update only that part of a real window.
 enum class Aspect : std::uint32_t {
@@ -78,8 +100,14 @@ inline constexpr int kShiftMask = 1;
 inline constexpr int kCtrlMask = 2;
 inline constexpr int kAltMask = 4;
 
+inline constexpr int kKeyTab = 9;
 inline constexpr int kKeyReturn = 13;
 inline constexpr int kKeyEscape = 27;
+inline constexpr int kKeySpace = 32;
+inline constexpr int kKeyLeft = 37;
+inline constexpr int kKeyUp = 38;
+inline constexpr int kKeyRight = 39;
+inline constexpr int kKeyDown = 40;
 inline constexpr int kKeyDelete = 46;
 
 struct MouseArgs {
@@ -183,6 +211,19 @@ class Control {
   // Gives the control the focus (the form's active control).
   void SetFocus();
   bool HasFocus() const;
+  // Whether the control has had the focus since the form was loaded (some designed
+  // keys stop at the form once a control has had it).
+  bool EverFocused() const { return everFocused_; }
+
+  // What the control is to the user: its role (by kind unless set), whether Tab
+  // stops on it, and the name a screen reader says (the caption; a picture without
+  // visible text carries a short caption that says what it does).
+  kit::Role Role() const;
+  void SetRole(kit::Role role);
+  bool TabStop() const;
+  void SetTabStop(bool v);
+  // Whether it can take the focus now: a tab stop that accepts input.
+  bool CanFocus() const;
 
   // Grows by one with every change of state; unchanged values do not count.
   std::uint64_t Revision() const { return revision_; }
@@ -248,6 +289,10 @@ class Control {
   Common design_;
   bool designSaved_ = false;
   std::uint64_t revision_ = 0;
+  bool everFocused_ = false;
+  std::optional<kit::Role> role_;
+  std::optional<bool> tabStop_;
+  friend class Form;
 };
 
 template <class Slot, class... Args>

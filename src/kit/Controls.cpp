@@ -368,3 +368,53 @@ std::optional<Text> ImageList::Source(TextView key) const {
 }
 
 }  // namespace kit
+
+namespace kit {
+
+// ---- ComboBox ------------------------------------------------------------------
+
+ComboBox::ComboBox(Parent parent, Text name, Layout layout)
+    : Control(parent, ControlKind::ComboBox, std::move(name), -1, layout) {}
+
+void ComboBox::AddItem(const Text& text) {
+  s_.items.push_back(text);
+  Touch(Aspect::Items);
+}
+
+void ComboBox::Clear() {
+  if (s_.items.empty() && s_.index == -1) return;
+  s_.items.clear();
+  s_.index = -1;
+  Touch(Aspect::Items | Aspect::Value);
+}
+
+Text ComboBox::List(int i) const {
+  if (i < 0 || i >= ListCount()) return Text();
+  return s_.items[static_cast<std::size_t>(i)];
+}
+
+void ComboBox::SetListIndex(int i) {
+  if (i < -1 || i >= ListCount()) throw std::out_of_range("combo box index");
+  if (s_.index == i) return;
+  s_.index = i;
+  Touch(Aspect::Value);
+  Invoke(on.Click);
+}
+
+void ComboBox::UserSelect(int i) {
+  if (!AcceptsInput() || i < 0 || i >= ListCount()) return;
+  SetListIndex(i);
+}
+
+void ComboBox::SaveDesign() {
+  Control::SaveDesign();
+  design_ = s_;
+}
+
+void ComboBox::RestoreDesign() {
+  s_ = design_;
+  Control::RestoreDesign();
+  Touch(Aspect::Items | Aspect::Value);
+}
+
+}  // namespace kit

@@ -221,6 +221,38 @@ class DatePicker : public Control {
   } s_, design_;
 };
 
+// A drop-down list the user chooses one entry from (the platform's combo box with
+// the list style). Entries count from 0 and no choice is -1, as the design's
+// ListIndex does. A change of the choice raises Click, also when the program makes
+// it, as the platform does.
+class ComboBox : public Control {
+ public:
+  ComboBox(Parent parent, Text name, Layout layout);
+
+  void AddItem(const Text& text);
+  void Clear();
+  int ListCount() const { return static_cast<int>(s_.items.size()); }
+  // Entry `i`; "" outside the list.
+  Text List(int i) const;
+  const std::vector<Text>& Items() const { return s_.items; }
+  int ListIndex() const { return s_.index; }
+  // -1 clears the choice; an index outside the list throws std::out_of_range.
+  void SetListIndex(int i);
+  // The text of the chosen entry, "" for none.
+  Text GetText() const { return List(s_.index); }
+  // What a renderer calls when the user chose entry `i`.
+  void UserSelect(int i);
+
+  void SaveDesign() override;
+  void RestoreDesign() override;
+
+ private:
+  struct State {
+    std::vector<Text> items;
+    int index = -1;
+  } s_, design_;
+};
+
 // A timer of the form. The renderer runs it while the form is loaded, the timer
 // enabled and the interval above 0; a test calls Fire.
 class Timer : public Control {

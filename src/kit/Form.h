@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "kit/Control.h"
+#include "kit/Keys.h"
 
 namespace kit {
 
@@ -75,12 +76,32 @@ class Form : public Control {
   // With KeyPreview the form sees keys before the focused control.
   bool KeyPreview() const { return keyPreview_; }
   void SetKeyPreview(bool v);
-  // Routes a key as the platform does: to the form first with KeyPreview (a handler
-  // can swallow it by setting keyCode 0), then to the active control; without an
-  // active control to the form only.
+  // Every key the user gives the window comes through here, in this order:
+  //  1. the rules of the focused control (AddKey with a focus control; Space on a
+  //     control counts as its Enter);
+  //  2. the form, with KeyPreview or when no control has the focus: its rules, then
+  //     its designed handler (Form_KeyDown, ...);
+  //  3. the focused control's own handler;
+  //  4. the kit's navigation for a key nobody swallowed: Tab and Shift+Tab move the
+  //     focus along the tab order, the arrows move within an option group.
+  // A rule or handler swallows a key by setting keyCode (keyAscii) to 0; a rule that
+  // runs always swallows it.
   void DeliverKeyDown(KeyArgs& args);
   void DeliverKeyUp(KeyArgs& args);
   void DeliverKeyPress(int& keyAscii);
+
+  // The form's key rules (see kit/Keys.h), declared once, usually in the constructor.
+  void AddKey(KeyRule rule);
+  const std::vector<KeyRule>& KeyRules() const { return keyRules_; }
+
+  // Tab order: the controls named here first, in this order, then every other tab
+  // stop top to bottom, left to right by where it stands on the form. An option
+  // group is one stop: its chosen button (the first when none is).
+  void SetTabOrder(std::vector<Control*> order);
+  std::vector<Control*> TabOrder() const;
+  // Moves the focus to the next control of the tab order that can take it (the
+  // previous one with `backward`), round the end; false when none can.
+  bool FocusNext(bool backward = false);
 
   MousePointer Pointer() const { return pointer_; }
   void SetPointer(MousePointer p);
@@ -113,6 +134,13 @@ class Form : public Control {
   // Told once when the form object is destroyed, so that a renderer that follows
   // it lets go (the form's controls are already gone by then).
   void SetGoneHandler(std::function<void(Form&)> handler) { goneHandler_ = std::move(handler); }
+
+  // A window that stays above the others, and one that comes up without taking
+  // the keyboard from the program the user is in (a notice on the desktop).
+  bool TopMost() const { return topMost_; }
+  void SetTopMost(bool v);
+  bool ShowWithoutActivation() const { return showNoActivate_; }
+  void SetShowWithoutActivation(bool v);
 
   const std::optional<RoundRegion>& Region() const { return region_; }
   void SetRegion(const std::optional<RoundRegion>& region);
@@ -158,6 +186,8 @@ class Form : public Control {
   void Notify(Control& control, Aspect aspect);
   void Fail(Control& control, const base::ErrorInfo& error) noexcept;
   // Runs one of the form's own handlers so that nothing thrown leaves it.
+  bool RunKeyRules(KeyStroke stroke, KeyArgs& args, bool focused);
+  void Navigate(KeyArgs& args);
   template <class Fn>
   void Shield(Fn&& fn) noexcept {
     try {
@@ -184,6 +214,10 @@ class Form : public Control {
   bool frameless_ = false;
   Text keptCaption_;
   std::optional<RoundRegion> region_;
+  bool topMost_ = false;
+  bool showNoActivate_ = false;
+  std::vector<KeyRule> keyRules_;
+  std::vector<Control*> tabOrder_;
   int dragRequests_ = 0;
   std::function<void()> dragHandler_;
   std::function<void(Form&)> goneHandler_;

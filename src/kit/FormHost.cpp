@@ -66,7 +66,8 @@ bool FormHost::Rendered(ControlKind kind) {
     case ControlKind::TextBox:
     case ControlKind::ListView:
     case ControlKind::ProgressBar:
-    case ControlKind::DatePicker: return true;
+    case ControlKind::DatePicker:
+    case ControlKind::ComboBox: return true;
     default: return false;
   }
 }
@@ -98,6 +99,8 @@ platform::UiWindow FormHost::Describe(const Form& form) {
   w.pointer = static_cast<platform::UiPointer>(static_cast<int>(form.Pointer()));
   w.centerOnShow = form.StartUp() == StartUpPosition::CenterOwner ||
                    form.StartUp() == StartUpPosition::CenterScreen;
+  w.topmost = form.TopMost();
+  w.showNoActivate = form.ShowWithoutActivation();
   // Top-level menus hidden on the bar are popups only.
   for (const Control* c : form.Controls()) {
     if (c->Kind() != ControlKind::Menu || !c->Visible()) continue;
@@ -109,6 +112,8 @@ platform::UiWindow FormHost::Describe(const Form& form) {
 platform::UiControl FormHost::Describe(const Control& c) {
   platform::UiControl d;
   d.name = c.FullName();
+  d.role = static_cast<platform::UiRole>(static_cast<int>(c.Role()));
+  d.tabStop = c.TabStop();
   d.rect = ToRect(c.GetLayout());
   d.visible = c.Visible();
   d.enabled = c.Enabled();
@@ -167,6 +172,7 @@ platform::UiControl FormHost::Describe(const Control& c) {
         row.checked = item.Checked();
         row.selected = item.Selected();
         row.foreColor = item.ForeColor();
+        row.image = item.IconKey();
         d.rows.push_back(std::move(row));
       }
       d.checkboxes = lv.Checkboxes();
@@ -190,6 +196,13 @@ platform::UiControl FormHost::Describe(const Control& c) {
       d.dateFormat = static_cast<platform::UiDateFormat>(static_cast<int>(p.Format()));
       d.customFormat = p.CustomFormat();
       d.upDown = p.UpDown();
+      break;
+    }
+    case ControlKind::ComboBox: {
+      const auto& cb = static_cast<const ComboBox&>(c);
+      d.kind = platform::UiKind::ComboBox;
+      d.items = cb.Items();
+      d.listIndex = cb.ListIndex();
       break;
     }
     default: break;
@@ -493,6 +506,12 @@ void FormHost::OnList(UiHandle window, UiHandle control, const platform::UiListE
     case platform::UiListWhat::RowCheck: lv->UserCheckRow(e.index, e.checked); break;
     case platform::UiListWhat::ColumnClick: lv->UserClickColumn(e.index); break;
   }
+}
+
+void FormHost::OnSelect(UiHandle window, UiHandle control, int index) {
+  Tracked* t = FindWindow(window);
+  Control* c = t == nullptr ? nullptr : ControlOf(*t, control);
+  if (c != nullptr && c->Kind() == ControlKind::ComboBox) static_cast<ComboBox*>(c)->UserSelect(index);
 }
 
 void FormHost::OnFocus(UiHandle window, UiHandle control) {

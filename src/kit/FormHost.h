@@ -80,6 +80,7 @@ class FormHost : private platform::IUiEvents {
                      const base::DateTime& value) override;
   void OnList(platform::UiHandle window, platform::UiHandle control,
               const platform::UiListEvent& e) override;
+  void OnSelect(platform::UiHandle window, platform::UiHandle control, int index) override;
   void OnFocus(platform::UiHandle window, platform::UiHandle control) override;
   void OnActivate(platform::UiHandle window, bool active) override;
   void OnCloseRequest(platform::UiHandle window) override;

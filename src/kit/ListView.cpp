@@ -70,6 +70,12 @@ void ListItem::SetForeColor(Color c) {
   owner_->RowChanged(*this, false);
 }
 
+void ListItem::SetIconKey(const Text& key) {
+  if (iconKey_ == key) return;
+  iconKey_ = key;
+  owner_->RowChanged(*this, false);
+}
+
 Text ListItem::SortText(int key) const { return key == 0 ? text_ : SubItem(key); }
 
 // ---- ListView ----------------------------------------------------------------

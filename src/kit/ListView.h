@@ -36,6 +36,10 @@ class ListItem {
   // The row's text colour (0x00BBGGRR); kDefaultColor for the list's own.
   Color ForeColor() const { return foreColor_; }
   void SetForeColor(Color c);
+  // The small picture before the row's text, by image key ("" for none): the
+  // status icons of a job or session list.
+  const Text& IconKey() const { return iconKey_; }
+  void SetIconKey(const Text& key);
   // The text of sort key `key`: 0 the row's text, n sub-item n.
   Text SortText(int key) const;
 
@@ -48,6 +52,7 @@ class ListItem {
   bool checked_ = false;
   bool selected_ = false;
   Color foreColor_ = kDefaultColor;
+  Text iconKey_;
 };
 
 struct ListColumn {

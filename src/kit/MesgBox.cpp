@@ -29,6 +29,14 @@ int ResultForCaption(TextView caption) {
   return -1;
 }
 
+char16_t MnemonicOf(TextView caption) {
+  const std::size_t amp = caption.find(u'&');
+  if (amp == TextView::npos || amp + 1 >= caption.size()) return 0;
+  char16_t c = caption[amp + 1];
+  if (c >= u'A' && c <= u'Z') c = static_cast<char16_t>(c - u'A' + u'a');
+  return c;
+}
+
 int ResultForLetter(char16_t letter) {
   switch (letter) {
     case u'o': case u'O': return kResultOk;
@@ -91,6 +99,20 @@ MesgBox::MesgBox()
   }
   picBtnContainer.on.MouseMove = [this](const MouseArgs&) { hoverReady_ = true; };
   MsgClose.on.MouseUp = [this](const MouseArgs& a) { MsgClose_MouseUp(a); };
+
+  // The keyboard: Tab goes along the buttons and then the close picture; Enter or
+  // Space on a button gives that button's own result (its letter, as Alt with it
+  // would), and on the close picture closes the box.
+  MsgClose.SetCaption(u"Close");
+  MsgClose.SetRole(Role::PushButton);
+  static const char16_t* const kIconNames[] = {u"Information", u"Question", u"Error", u"Warning"};
+  for (int i = 0; i < picIcon.Count(); ++i) picIcon(i).SetCaption(kIconNames[i]);
+  SetTabOrder({&cmdButton(0), &cmdButton(1), &cmdButton(2), &MsgClose});
+  for (int i = 0; i < cmdButton.Count(); ++i) {
+    AddKey({KeyStroke::Down, kEnter, &cmdButton(i), nullptr,
+            [this, i] { PressKey(MnemonicOf(cmdButton(i).Lbl().Caption())); }});
+  }
+  AddKey({KeyStroke::Down, kEnter, &MsgClose, nullptr, [this] { MsgClose_MouseUp({kLeftButton}); }});
   lblCapbar.on.MouseDown = [this](const MouseArgs& a) { DragStrip_MouseDown(a); };
   Picture1.on.MouseDown = lblCapbar.on.MouseDown;
 }
@@ -120,6 +142,12 @@ int MesgBox::ShowMessage(Ui& ui, const Text& text, int icon, int buttons, const 
         AppCaption.SetCaption(title);
         SetCaption(title);
         SetUpButtons(buttons);
+        // The focus starts on the button Enter stands for, so that what Enter does
+        // is what the focus shows.
+        for (int i = 0; i < buttonCount_ && i < cmdButton.Count(); ++i) {
+          if (!defaultKey_.empty() && MnemonicOf(cmdButton(i).Lbl().Caption()) == defaultKey_[0])
+            cmdButton(i).SetFocus();
+        }
       },
       [](const base::ErrorInfo&) {});
   // A picture that fails leaves the box without icon, and the text where it was.

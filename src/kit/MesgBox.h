@@ -116,6 +116,8 @@ class MesgBox : public Form {
 // The result a button caption gives; nullopt-like -1 when the caption matches none
 // (the caption compare is exact: "&Ok" and "&Cancel" match nothing).
 int ResultForCaption(TextView caption);
+// The letter after the "&" of a caption, in lower case; 0 when it has none.
+char16_t MnemonicOf(TextView caption);
 // The result a letter gives ("o" 0, "c" 2, "y" 6, "n" 7, "r" 4, "i" 5, either case);
 // -1 for any other.
 int ResultForLetter(char16_t letter);

@@ -99,6 +99,16 @@ void ScriptedUi::Apply(MesgBox& box, const Answer& answer) {
     case Answer::Kind::Close:
       box.MsgClose.RaiseMouseUp({kLeftButton, 0, 0, 0});
       break;
+    case Answer::Kind::Tab:
+    case Answer::Kind::Space: {
+      const int key = answer.kind == Answer::Kind::Tab ? kKeyTab : kKeySpace;
+      const int shift = answer.button != 0 ? kShiftMask : 0;
+      KeyArgs down{key, shift};
+      box.DeliverKeyDown(down);
+      KeyArgs up{key, shift};
+      if (box.IsLoaded()) box.DeliverKeyUp(up);
+      break;
+    }
   }
 }
 

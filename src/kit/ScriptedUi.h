@@ -15,7 +15,7 @@ class ScriptedUi : public Ui {
  public:
   // One input to the message box.
   struct Answer {
-    enum class Kind { Button, AltKey, Enter, Close };
+    enum class Kind { Button, AltKey, Enter, Close, Tab, Space };
     Kind kind = Kind::Close;
     int button = 0;      // Button: left button up on cmdButton(button)
     char16_t key = 0;    // AltKey: the letter, either case
@@ -24,6 +24,9 @@ class ScriptedUi : public Ui {
     static Answer Alt(char16_t letter) { return {Kind::AltKey, 0, letter}; }
     static Answer Enter() { return {Kind::Enter, 0, 0}; }
     static Answer Close() { return {Kind::Close, 0, 0}; }
+    // The keyboard's navigation: Tab (Shift+Tab with `back`), Space on the focus.
+    static Answer Tab(bool back = false) { return {Kind::Tab, back ? 1 : 0, 0}; }
+    static Answer Space() { return {Kind::Space, 0, 0}; }
     // By the keyboard, which gives every button of every set its own result.
     static Answer Yes() { return Alt(u'y'); }
     static Answer No() { return Alt(u'n'); }

@@ -84,6 +84,9 @@ class IUiHost {
   virtual UiHandle AddTrayIcon(const UiTrayIcon& icon, std::function<void(int mouseMessage)> onEvent) = 0;
   virtual void ModifyTrayIcon(UiHandle icon, const UiTrayIcon& state) = 0;
   virtual void RemoveTrayIcon(UiHandle icon) = 0;
+  // Shows a balloon from the icon; its fate comes back through the icon's onEvent
+  // (kTrayBalloonShown, kTrayBalloonClicked, kTrayBalloonTimeout).
+  virtual void ShowTrayBalloon(UiHandle icon, const UiTrayBalloon& balloon) = 0;
 };
 
 }  // namespace platform

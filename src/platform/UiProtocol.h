@@ -44,6 +44,25 @@ enum class UiKind : int {
   ListView,
   ProgressBar,
   DatePicker,
+  ComboBox,  // a drop-down list to choose one entry from
+};
+
+// What a control is to the user and to a screen reader; the host gives its window
+// the class, styles and accessible role that say so.
+enum class UiRole : int {
+  None,
+  StaticText,
+  Graphic,
+  Pane,
+  PushButton,
+  CheckBox,
+  RadioButton,
+  Text,
+  List,
+  ProgressBar,
+  DatePicker,
+  ComboBox,
+  Window,
 };
 
 enum class UiAlign : int { Left = 0, Right = 1, Center = 2 };
@@ -66,6 +85,7 @@ struct UiListRow {
   bool checked = false;
   bool selected = false;
   UiColor foreColor = kUiDefaultColor;
+  Text image;  // the small picture before the text, by image key; "" for none
   bool operator==(const UiListRow&) const = default;
 };
 
@@ -76,6 +96,8 @@ enum class UiDateFormat : int { LongDate = 0, ShortDate = 1, Time = 2, Custom = 
 struct UiControl {
   UiKind kind = UiKind::Label;
   Text name;  // the design's name, "cmdButton(1)" for an element of an array
+  UiRole role = UiRole::StaticText;
+  bool tabStop = false;  // Tab stops on it (the kit moves the focus; the host shows it)
   UiRect rect;
   bool visible = true;
   bool enabled = true;
@@ -112,6 +134,9 @@ struct UiControl {
   bool checkboxes = false;
   bool fullRowSelect = true;
   bool hideSelection = false;
+  // ComboBox: the entries, and the chosen one (-1 for none)
+  std::vector<Text> items;
+  int listIndex = -1;
   // DatePicker
   base::DateTime date;
   UiDateFormat dateFormat = UiDateFormat::ShortDate;
@@ -163,6 +188,10 @@ struct UiWindow {
   // Centred on the work area when first shown (the platform's start-up positions 1
   // and 2), else where `rect` says.
   bool centerOnShow = false;
+  // Above every window that is not; and shown without taking the activation (the
+  // keyboard stays with the program the user is in).
+  bool topmost = false;
+  bool showNoActivate = false;
   std::vector<UiMenuItem> menuBar;  // the menus shown in the bar; empty for no bar
 };
 
@@ -239,6 +268,8 @@ class IUiEvents {
   virtual void OnTextChanged(UiHandle window, UiHandle control, const Text& text) {}
   virtual void OnDateChanged(UiHandle window, UiHandle control, const base::DateTime& value) {}
   virtual void OnList(UiHandle window, UiHandle control, const UiListEvent& e) {}
+  // The user chose entry `index` (from 0) of a combo box.
+  virtual void OnSelect(UiHandle window, UiHandle control, int index) {}
   // A control received the keyboard focus.
   virtual void OnFocus(UiHandle window, UiHandle control) {}
   // The window became (or stopped being) the program's active window.
@@ -292,5 +323,22 @@ struct UiTrayIcon {
 inline constexpr unsigned kTrayCallbackMessage = 2025;
 inline constexpr int kTrayLeftDoubleClick = 515;
 inline constexpr int kTrayRightButtonUp = 517;
+// The keyboard on the icon (the shell's focus in the notification area): Enter or
+// Space, and the context-menu key or Shift+F10. The host reports both as this one
+// event; a selection that came from a mouse click is not reported as it.
+inline constexpr int kTrayKeyboardMenu = 0x7B;  // the context-menu message's number
+// What became of a balloon shown from the icon.
+inline constexpr int kTrayBalloonShown = 0x402;
+inline constexpr int kTrayBalloonTimeout = 0x404;
+inline constexpr int kTrayBalloonClicked = 0x405;
+
+// A balloon from the notification-area icon (the shell's own).
+enum class UiBalloonIcon : int { None = 0, Info = 1, Warning = 2, Error = 3 };
+struct UiTrayBalloon {
+  Text title;  // cut to what the shell takes (63 units)
+  Text text;   // cut to 255 units
+  UiBalloonIcon icon = UiBalloonIcon::Info;
+  bool operator==(const UiTrayBalloon&) const = default;
+};
 
 }  // namespace platform

@@ -163,6 +163,12 @@ void FakeUiHost::ModifyTrayIcon(UiHandle icon, const UiTrayIcon& state) {
   if (it != trayIcons.end()) it->second.state = state;
 }
 
+void FakeUiHost::ShowTrayBalloon(UiHandle icon, const UiTrayBalloon& balloon) {
+  // Like the shell, only an icon that is there can show one.
+  if (trayIcons.count(icon) == 0) return;
+  balloons.emplace_back(icon, balloon);
+}
+
 void FakeUiHost::FireTray(UiHandle icon, int mouseMessage) {
   auto it = trayIcons.find(icon);
   if (it == trayIcons.end() || !it->second.onEvent) return;

@@ -109,6 +109,9 @@ class FakeUiHost : public IUiHost {
   UiHandle AddTrayIcon(const UiTrayIcon& icon, std::function<void(int)> onEvent) override;
   void ModifyTrayIcon(UiHandle icon, const UiTrayIcon& state) override;
   void RemoveTrayIcon(UiHandle icon) override { trayIcons.erase(icon); }
+  void ShowTrayBalloon(UiHandle icon, const UiTrayBalloon& balloon) override;
+  // Every balloon asked for, with its icon, in order.
+  std::vector<std::pair<UiHandle, UiTrayBalloon>> balloons;
   struct TrayRecord {
     UiTrayIcon state;
     std::function<void(int)> onEvent;

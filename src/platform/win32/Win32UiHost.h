@@ -62,6 +62,7 @@ class Win32UiHost : public IUiHost {
   UiHandle AddTrayIcon(const UiTrayIcon& icon, std::function<void(int)> onEvent) override;
   void ModifyTrayIcon(UiHandle icon, const UiTrayIcon& state) override;
   void RemoveTrayIcon(UiHandle icon) override;
+  void ShowTrayBalloon(UiHandle icon, const UiTrayBalloon& balloon) override;
 
   // For tests and the program's own glue: the real windows behind the handles.
   HWND WindowHandle(UiHandle windowOrControl) const;

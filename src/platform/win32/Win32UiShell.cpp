@@ -434,6 +434,22 @@ void Win32UiHost::RemoveTrayIcon(UiHandle handle) {
   tray_.erase(it);
 }
 
+void Win32UiHost::ShowTrayBalloon(UiHandle handle, const UiTrayBalloon& balloon) {
+  auto it = tray_.find(handle);
+  if (it == tray_.end() || !it->second->added) return;
+  NOTIFYICONDATAW data = it->second->data;
+  data.uFlags = NIF_INFO;
+  std::wcsncpy(data.szInfoTitle, Wide(base::Left(balloon.title, 63)), 63);
+  std::wcsncpy(data.szInfo, Wide(base::Left(balloon.text, 255)), 255);
+  switch (balloon.icon) {
+    case UiBalloonIcon::Info: data.dwInfoFlags = NIIF_INFO; break;
+    case UiBalloonIcon::Warning: data.dwInfoFlags = NIIF_WARNING; break;
+    case UiBalloonIcon::Error: data.dwInfoFlags = NIIF_ERROR; break;
+    default: data.dwInfoFlags = NIIF_NONE; break;
+  }
+  Shell_NotifyIconW(NIM_MODIFY, &data);
+}
+
 void Win32UiHost::TrayCallback(HWND owner, WPARAM wp, LPARAM lp) {
   // Version 4 puts the event in the low word and the icon in the high word; an
   // older shell (or a test posting the design's numbers) sends the event alone.
