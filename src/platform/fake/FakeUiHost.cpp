@@ -62,15 +62,20 @@ UiHandle FakeUiHost::CreateForm(const UiWindow& window, IUiEvents& events) {
   r.state = window;
   r.events = &events;
   calls.push_back("CreateForm " + Narrow(window.name));
+  if (window.visible && !window.showNoActivate) activeWindow = h;
   return h;
 }
 
 void FakeUiHost::UpdateForm(UiHandle window, const UiWindow& state, UiChange changes) {
   auto it = forms.find(window);
   if (it == forms.end()) return;
+  const bool wasVisible = it->second.state.visible;
   it->second.state = state;
   ++it->second.updates;
   it->second.lastChanges = changes;
+  if (Has(changes, UiChange::Visible) && state.visible && !wasVisible && !state.showNoActivate)
+    activeWindow = window;
+  if (!state.visible && activeWindow == window) activeWindow = 0;
 }
 
 void FakeUiHost::DestroyForm(UiHandle window) {
@@ -86,11 +91,17 @@ void FakeUiHost::DestroyForm(UiHandle window) {
   for (auto c = controls.begin(); c != controls.end();) {
     c = c->second.window == window ? controls.erase(c) : std::next(c);
   }
+  if (activeWindow == window) activeWindow = 0;
   forms.erase(it);
 }
 
 UiHandle FakeUiHost::CreateControl(UiHandle window, UiHandle container, const UiControl& control) {
   if (forms.count(window) == 0) return 0;
+  // A container is a control of the same window, as on the platform.
+  if (container != 0) {
+    auto holder = controls.find(container);
+    if (holder == controls.end() || holder->second.window != window) return 0;
+  }
   UiHandle h = next_++;
   ControlRecord& r = controls[h];
   r.window = window;
@@ -109,7 +120,11 @@ void FakeUiHost::UpdateControl(UiHandle control, const UiControl& state, UiChang
 
 void FakeUiHost::FocusControl(UiHandle window, UiHandle control) {
   auto it = forms.find(window);
-  if (it != forms.end()) it->second.focus = control;
+  if (it == forms.end()) return;
+  it->second.focus = control;
+  // As the platform, the window hears of it once it is up.
+  if (it->second.state.visible && it->second.events != nullptr)
+    it->second.events->OnFocus(window, control);
 }
 
 void FakeUiHost::RunModal(UiHandle window) {
@@ -118,6 +133,7 @@ void FakeUiHost::RunModal(UiHandle window) {
   calls.push_back("RunModal " + Narrow(it->second.state.name));
   it->second.modal = true;
   it->second.ended = false;
+  activeWindow = window;
   if (onModal) onModal(window);
   it = forms.find(window);
   if (it != forms.end()) it->second.modal = false;

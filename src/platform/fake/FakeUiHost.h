@@ -82,6 +82,9 @@ class FakeUiHost : public IUiHost {
   // MesgBox", "RunModal MesgBox", ...), in order.
   std::vector<std::string> calls;
   std::function<void(UiHandle window)> onModal;
+  // The program's active window: one that was shown without the no-activation flag,
+  // a modal one, or one a test activates; 0 for none.
+  UiHandle activeWindow = 0;
   std::vector<UiHandle> dragRequests;
   std::deque<std::uint32_t> popupChoices;
   std::vector<std::vector<UiMenuItem>> popups;

@@ -1,0 +1,86 @@
+#include "UiTargets.h"
+
+#include <algorithm>
+
+#include "platform/fake/FakeUiHost.h"
+
+
+namespace contract {
+namespace {
+
+using platform::UiHandle;
+
+class FakeUiWorld : public UiWorld {
+ public:
+  platform::IUiHost& Host() override { return fake_; }
+  void Pump() override {}
+
+  UiSeen Read(UiHandle h) override {
+    UiSeen seen;
+    if (auto f = fake_.forms.find(h); f != fake_.forms.end()) {
+      seen.exists = true;
+      seen.visible = f->second.state.visible;
+      seen.enabled = f->second.state.enabled;
+      seen.text = f->second.state.caption;
+      seen.topmost = f->second.state.topmost;
+      seen.active = fake_.activeWindow == h;
+      return seen;
+    }
+    auto c = fake_.controls.find(h);
+    if (c == fake_.controls.end()) return seen;
+    const platform::UiControl& s = c->second.state;
+    seen.exists = true;
+    seen.visible = fake_.Shown(h);
+    seen.enabled = s.enabled;
+    seen.text = s.caption;
+    seen.check = s.check;
+    seen.focused = fake_.forms.at(c->second.window).focus == h;
+    if (s.kind == platform::UiKind::ComboBox) {
+      seen.items = s.items;
+      seen.listIndex = s.listIndex;
+    }
+    for (const platform::UiListRow& row : s.rows) {
+      seen.items.push_back(row.text);
+      seen.rowImages.push_back(!row.image.empty());
+    }
+    return seen;
+  }
+
+  void Click(UiHandle control) override {
+    const UiHandle window = fake_.controls.at(control).window;
+    fake_.Events(window)->OnClick(window, control);
+  }
+  void Select(UiHandle combo, int index) override {
+    const UiHandle window = fake_.controls.at(combo).window;
+    fake_.Events(window)->OnSelect(window, combo, index);
+  }
+  void RequestClose(UiHandle window) override { fake_.Events(window)->OnCloseRequest(window); }
+  void Activate(UiHandle window) override { fake_.activeWindow = window; }
+  void DuringModal(std::function<void()> fn) override {
+    fake_.onModal = [fn](UiHandle) { fn(); };
+  }
+  bool TrayShown(UiHandle icon) override { return fake_.trayIcons.count(icon) != 0; }
+  int BalloonsShown(UiHandle icon) override {
+    return static_cast<int>(std::count_if(fake_.balloons.begin(), fake_.balloons.end(),
+                                          [&](const auto& b) { return b.first == icon; }));
+  }
+
+ private:
+  platform::FakeUiHost fake_;
+};
+
+}  // namespace
+
+#if QV_HAVE_WIN32
+std::unique_ptr<UiWorld> MakeWin32UiWorld();  // UiTargetsWin32.cpp
+#endif
+
+std::vector<UiTarget> UiTargets() {
+  std::vector<UiTarget> targets{{"fake", [] { return std::make_unique<FakeUiWorld>(); }}};
+#if QV_HAVE_WIN32
+  targets.push_back({"win32", MakeWin32UiWorld});
+#endif
+  return targets;
+}
+
+}  // namespace contract
