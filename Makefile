@@ -67,6 +67,7 @@ build: native windows
 # Source rules only: seconds, no build.
 check:
 	@perl tools/check-sources.pl .
+	@perl tools/check-doc-quotes.pl .
 
 test-native: native
 	$(CTEST) --test-dir $(NATIVE_DIR) 2>&1 | tee $(NATIVE_DIR)/ctest.log
