@@ -1,0 +1,20 @@
+#pragma once
+// What the user chose for the look of the desktop, read where Windows keeps it: a
+// high-contrast theme, and a light or dark taskbar. Both can change while the program
+// runs; the host reads them again when the system says a setting changed.
+#include "platform/win32/Win32Text.h"
+
+namespace platform::win32 {
+
+// High contrast: the system's own answer (SystemParametersInfo), or the flag the
+// accessibility settings keep in the user's registry (HighContrast "Flags", bit 1),
+// which is where the setting lives when the system call does not know it.
+bool HighContrastOn();
+// A light taskbar (Personalize "SystemUsesLightTheme" 1); dark, the system's
+// default, when the value is missing.
+bool LightTaskbar();
+
+// Whether a WM_SETTINGCHANGE with this text may have changed one of the two.
+bool ThemeSettingChanged(UINT action, const wchar_t* area);
+
+}  // namespace platform::win32
