@@ -100,6 +100,7 @@ MesgBox::MesgBox()
   picBtnContainer.on.MouseMove = [this](const MouseArgs&) { hoverReady_ = true; };
   MsgClose.on.MouseUp = [this](const MouseArgs& a) { MsgClose_MouseUp(a); };
 
+  // doc:keyboard
   // The keyboard: Tab goes along the buttons and then the close picture; Enter or
   // Space on a button gives that button's own result (its letter, as Alt with it
   // would), and on the close picture closes the box.
@@ -113,6 +114,7 @@ MesgBox::MesgBox()
             [this, i] { PressKey(MnemonicOf(cmdButton(i).Lbl().Caption())); }});
   }
   AddKey({KeyStroke::Down, kEnter, &MsgClose, nullptr, [this] { MsgClose_MouseUp({kLeftButton}); }});
+  // doc:end
   lblCapbar.on.MouseDown = [this](const MouseArgs& a) { DragStrip_MouseDown(a); };
   Picture1.on.MouseDown = lblCapbar.on.MouseDown;
 }
