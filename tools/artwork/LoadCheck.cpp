@@ -3,13 +3,15 @@
 // differently from what the manifest says.
 //  - bitmaps through win32::Pictures, the host's own code: the platform's PNG
 //    decoder into a premultiplied DIB section, the file chosen by the height of the
-//    place. Each must come at its scale and size, premultiplied, with the pixels
-//    the manifest's fingerprint describes; the buttons are also alpha-blended.
+//    place, drawn with Pictures::Draw. Each must come at its scale and size and
+//    draw, upright and premultiplied, the pixels the manifest's fingerprint
+//    describes; the buttons are also alpha-blended over white.
 //  - icons with LoadImageW at every size the file holds.
 #include <windows.h>
 
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -45,15 +47,30 @@ struct Entry {
   std::string more;  // "fingerprint=..." or "sizes=..."
 };
 
-// The pixels of a loaded picture as they lie in memory: rows top to bottom if it was
-// made top-down (GetObject does not tell: it reports the height positive), which
-// the fingerprint, taken in row order, checks.
-std::vector<uint8_t> Pixels(const Bitmap& bmp) {
-  DIBSECTION ds{};
-  if (GetObjectW(bmp.handle.get(), sizeof ds, &ds) != sizeof ds || ds.dsBm.bmBitsPixel != 32 || !ds.dsBm.bmBits)
+// The picture as Pictures::Draw puts it on a clear 32-bit top-down canvas of its
+// size: premultiplied source-over onto nothing gives back the source's own pixels,
+// rows top to bottom as they show on the screen.
+std::vector<uint8_t> DrawnPixels(const Bitmap& bmp) {
+  BITMAPINFO bi{};
+  bi.bmiHeader = {sizeof(bi.bmiHeader), bmp.width, -bmp.height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+  void* bits = nullptr;
+  HBITMAP canvas = CreateDIBSection(nullptr, &bi, DIB_RGB_COLORS, &bits, nullptr, 0);
+  HDC dc = CreateCompatibleDC(nullptr);
+  if (!canvas || !bits || !dc) {
+    if (canvas) DeleteObject(canvas);
+    if (dc) DeleteDC(dc);
     return {};
-  const auto* bits = static_cast<const uint8_t*>(ds.dsBm.bmBits);
-  return std::vector<uint8_t>(bits, bits + static_cast<size_t>(bmp.width) * bmp.height * 4);
+  }
+  HGDIOBJ old = SelectObject(dc, canvas);
+  const size_t bytes = static_cast<size_t>(bmp.width) * bmp.height * 4;
+  std::memset(bits, 0, bytes);
+  Pictures::Draw(dc, bmp, 0, 0, bmp.width, bmp.height);
+  GdiFlush();
+  std::vector<uint8_t> px(static_cast<const uint8_t*>(bits), static_cast<const uint8_t*>(bits) + bytes);
+  SelectObject(dc, old);
+  DeleteDC(dc);
+  DeleteObject(canvas);
+  return px;
 }
 
 // As qvartwork's DecoderFingerprint: FNV-1a over every byte of the opaque and the
@@ -102,8 +119,8 @@ void CheckBitmap(Pictures& pictures, const Entry& e) {
   if (bmp->scale != scale || bmp->width != e.width || bmp->height != e.height)
     return Fail(e.path + ": chosen for height " + std::to_string(e.height) + " as " + std::to_string(bmp->width) +
                 "x" + std::to_string(bmp->height) + " at " + std::to_string(bmp->scale) + " %");
-  const std::vector<uint8_t> px = Pixels(*bmp);
-  if (px.empty()) return Fail(e.path + ": not a 32-bit DIB section");
+  const std::vector<uint8_t> px = DrawnPixels(*bmp);
+  if (px.empty()) return Fail(e.path + ": no canvas to draw on");
   for (size_t i = 0; i < px.size(); i += 4)
     if (px[i] > px[i + 3] || px[i + 1] > px[i + 3] || px[i + 2] > px[i + 3])
       return Fail(e.path + ": pixel " + std::to_string(i / 4) + " is not premultiplied");
@@ -128,19 +145,24 @@ void CheckIcon(const std::wstring& dir, const Entry& e) {
     at = comma == std::string::npos ? e.more.size() : comma + 1;
     HICON icon = static_cast<HICON>(LoadImageW(nullptr, WindowsPath(dir + L"\\" + Widen(e.path)).c_str(), IMAGE_ICON,
                                                size, size, LR_LOADFROMFILE));
-    ICONINFO ii{};
-    BITMAP bm{};
     ++checked;
-    if (!icon || !GetIconInfo(icon, &ii) || !GetObjectW(ii.hbmColor, sizeof bm, &bm)) {
+    if (!icon) {
       Fail(e.path + ": no icon of " + std::to_string(size));
-      if (icon) DestroyIcon(icon);
       continue;
     }
-    if (bm.bmWidth != size || bm.bmHeight != size || bm.bmBitsPixel != 32)
-      Fail(e.path + ": " + std::to_string(size) + " came as " + std::to_string(bm.bmWidth) + " " +
-           std::to_string(bm.bmBitsPixel) + " bits");
-    DeleteObject(ii.hbmColor);
-    DeleteObject(ii.hbmMask);
+    ICONINFO ii{};
+    BITMAP bm{};
+    if (GetIconInfo(icon, &ii)) {
+      if (!GetObjectW(ii.hbmColor, sizeof bm, &bm))
+        Fail(e.path + ": the icon of " + std::to_string(size) + " has no colour bitmap");
+      else if (bm.bmWidth != size || bm.bmHeight != size || bm.bmBitsPixel != 32)
+        Fail(e.path + ": " + std::to_string(size) + " came as " + std::to_string(bm.bmWidth) + " " +
+             std::to_string(bm.bmBitsPixel) + " bits");
+      DeleteObject(ii.hbmColor);
+      DeleteObject(ii.hbmMask);
+    } else {
+      Fail(e.path + ": no icon information for " + std::to_string(size));
+    }
     DestroyIcon(icon);
   }
   if (checked == 0) Fail(e.path + ": no sizes in the manifest");

@@ -11,6 +11,7 @@
 #include <functional>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "platform/win32/Win32Pictures.h"
 
@@ -152,38 +153,81 @@ TEST(Pictures, KeepTheApartmentTheThreadHasAlready) {
   }
 }
 
-// An empty file is enough for the light variant's lookup.
-void Touch(const base::Text& path) {
-  HANDLE h = CreateFileW(reinterpret_cast<const wchar_t*>(path.c_str()), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                         FILE_ATTRIBUTE_NORMAL, nullptr);
-  ASSERT_NE(h, INVALID_HANDLE_VALUE);
-  CloseHandle(h);
+// A folder of its own under %TEMP%, removed with what was put in it.
+class TempFolder {
+ public:
+  TempFolder() {
+    wchar_t temp[MAX_PATH] = {};
+    GetTempPathW(MAX_PATH, temp);
+    path_ = platform::win32::FromWide(temp) + u"qv-pictures-" + base::FromNumber(int(GetCurrentProcessId()));
+    CreateDirectoryW(W(path_), nullptr);
+  }
+  ~TempFolder() {
+    for (const base::Text& f : files_) DeleteFileW(W(f));
+    for (const base::Text& d : folders_) RemoveDirectoryW(W(d));
+    RemoveDirectoryW(W(path_));
+  }
+  const base::Text& Path() const { return path_; }
+  // A file of `name` holding `bytes` (an empty one is enough for a lookup).
+  void Put(const base::Text& name, const std::string& bytes = {}) {
+    const base::Text path = path_ + u"\\" + name;
+    HANDLE h = CreateFileW(W(path), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    ASSERT_NE(h, INVALID_HANDLE_VALUE);
+    DWORD written = 0;
+    WriteFile(h, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+    CloseHandle(h);
+    files_.push_back(path);
+  }
+  void Folder(const base::Text& name) {
+    CreateDirectoryW(W(path_ + u"\\" + name), nullptr);
+    folders_.push_back(path_ + u"\\" + name);
+  }
+  // A copy of a file of the program folder's pictures.
+  void Copy(const base::Text& name) {
+    const base::Text path = path_ + u"\\" + name;
+    ASSERT_TRUE(CopyFileW(W(ImagesDir() + u"\\" + name), W(path), FALSE));
+    files_.push_back(path);
+  }
+
+ private:
+  static const wchar_t* W(const base::Text& t) { return reinterpret_cast<const wchar_t*>(t.c_str()); }
+  base::Text path_;
+  std::vector<base::Text> files_, folders_;
+};
+
+TEST(Pictures, UnreadableFilesAreMissingPicturesNotFaults) {
+  TempFolder dir;
+  dir.Put(u"broken.png", "\x89PNG\r\n\x1a\n not really a picture");
+  dir.Put(u"empty.png");
+  dir.Copy(u"button_enb.png");
+  dir.Put(u"button_enb@200.png", "\x89PNG\r\n\x1a\n");  // cut short
+  Pictures p(dir.Path(), 192);
+  EXPECT_EQ(p.Find(u"broken", 23), nullptr);
+  EXPECT_FALSE(p.Exists(u"empty"));
+  // The 200 % file cannot be read: the 100 % one stands in for it.
+  const Bitmap* b = p.Find(u"button_enb", 46);
+  ASSERT_NE(b, nullptr);
+  EXPECT_EQ(b->scale, 100);
+  EXPECT_EQ(b->height, 23);
 }
 
 TEST(Pictures, ALightTaskbarTakesTheLightVariantOfATrayKey) {
-  wchar_t temp[MAX_PATH];
-  ASSERT_GT(GetTempPathW(MAX_PATH, temp), 0u);
-  const base::Text dir = platform::win32::FromWide(temp) + u"qv-light-" + base::FromNumber(int(GetCurrentProcessId()));
-  CreateDirectoryW(reinterpret_cast<const wchar_t*>(dir.c_str()), nullptr);
-  for (const char16_t* f : {u"tray_running.ico", u"tray_running_light.ico", u"tray_paused.ico"}) Touch(dir + u"\\" + f);
-  CreateDirectoryW(reinterpret_cast<const wchar_t*>((dir + u"\\tray_stopped_light.ico").c_str()), nullptr);
+  TempFolder dir;
+  for (const char16_t* f : {u"tray_running.ico", u"tray_running_light.ico", u"tray_paused.ico"}) dir.Put(f);
+  dir.Folder(u"tray_stopped_light.ico");
+  const base::Text& d = dir.Path();
 
-  const Pictures p(dir, 96);
-  EXPECT_EQ(p.IconPath(u"tray_running", true), dir + u"\\tray_running_light.ico");
-  EXPECT_EQ(p.IconPath(u"tray_running", false), dir + u"\\tray_running.ico");
+  const Pictures p(d, 96);
+  EXPECT_EQ(p.IconPath(u"tray_running", true), d + u"\\tray_running_light.ico");
+  EXPECT_EQ(p.IconPath(u"tray_running", false), d + u"\\tray_running.ico");
   // No light file (or a folder of that name): the key's own file.
-  EXPECT_EQ(p.IconPath(u"tray_paused", true), dir + u"\\tray_paused.ico");
-  EXPECT_EQ(p.IconPath(u"tray_stopped", true), dir + u"\\tray_stopped.ico");
+  EXPECT_EQ(p.IconPath(u"tray_paused", true), d + u"\\tray_paused.ico");
+  EXPECT_EQ(p.IconPath(u"tray_stopped", true), d + u"\\tray_stopped.ico");
   // Paths are not keys: a branded icon stays what it is on either taskbar.
-  EXPECT_EQ(p.IconPath(u"MonitorIcon.ico", true), dir + u"\\MonitorIcon.ico");
-  EXPECT_EQ(p.IconPath(u"tray_running.ico", true), dir + u"\\tray_running.ico");
+  EXPECT_EQ(p.IconPath(u"MonitorIcon.ico", true), d + u"\\MonitorIcon.ico");
+  EXPECT_EQ(p.IconPath(u"tray_running.ico", true), d + u"\\tray_running.ico");
   EXPECT_EQ(p.IconPath(u"C:\\brand\\Tray.ICO", true), u"C:\\brand\\Tray.ICO");
   EXPECT_EQ(p.IconPath(u"", true), u"");
-
-  for (const char16_t* f : {u"tray_running.ico", u"tray_running_light.ico", u"tray_paused.ico"})
-    DeleteFileW(reinterpret_cast<const wchar_t*>((dir + u"\\" + f).c_str()));
-  RemoveDirectoryW(reinterpret_cast<const wchar_t*>((dir + u"\\tray_stopped_light.ico").c_str()));
-  RemoveDirectoryW(reinterpret_cast<const wchar_t*>(dir.c_str()));
 }
 
 TEST(Pictures, EveryTrayStateHasALightIconThatLoads) {
