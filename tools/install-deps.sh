@@ -6,6 +6,7 @@ set -euo pipefail
 
 packages=(
   g++ cmake ninja-build make perl googletest libbenchmark-dev   # native build
+  zlib1g-dev                                                    # qvartwork's PNG files
   clang libclang-rt-14-dev                                      # fuzzing and sanitizers
   g++-mingw-w64-x86-64-posix mingw-w64-tools                    # cross build, widl
   wine64 wine64-tools fonts-wine                                # running the Windows programs

@@ -495,28 +495,39 @@ void LogoMonitor(Canvas& c, const Ctx& k) {
 
 enum class Tray { Running, Paused, Stopped, Transfer, Unknown };
 
-// Tray icons on a 16 grid: the mark, with a state badge in the lower right.
-void TrayIcon(Canvas& c, const Ctx& k, Tray t) {
+// Tray icons on a 16 grid: the mark, with a state badge in the lower right. The
+// light variant is for a light taskbar: the grey tile is darker, the tile's dark
+// edge runs along the cut around the badge as well, every badge gets a rim in a
+// deeper shade of its colour, and the white transfer badge turns teal with a white
+// arrow, so that badge and tile both keep an outline against light grey.
+void TrayIcon(Canvas& c, const Ctx& k, Tray t, bool light) {
   const bool greyed = t == Tray::Stopped || t == Tray::Unknown;
-  const Color top = greyed ? pal::grey300 : pal::tealBright;
-  const Color bottom = greyed ? pal::grey500 : pal::tealDark;
+  Color top = greyed ? pal::grey300 : pal::tealBright;
+  Color bottom = greyed ? pal::grey500 : pal::tealDark;
+  Color edge = greyed ? pal::grey500 : pal::tealDeep;
+  if (light && greyed) top = pal::grey500, bottom = pal::grey700, edge = pal::ink;
   const Shape tile = RoundRect(0, 0, k.w, k.h, k.S(3.5f));
-  c.Fill(tile, greyed ? pal::grey500 : pal::tealDeep);
+  c.Fill(tile, edge);
   c.Fill(Inset(tile, std::max(1.0f, std::round(k.S(0.75f)))), VerticalGradient(0, top, k.h, bottom));
   // The shaft's edges sit on whole pixels; the head is centred on the shaft.
   const float left = k.P(5), right = k.P(8);
   c.Fill(ArrowUp((left + right) / 2, k.S(2.6f), k.P(12), k.S(8), right - left), pal::white);
 
   const float bx = k.S(11.6f), by = k.S(11.6f), br = k.S(4.2f);
-  Color bt = pal::greenLight, bb = pal::green;
-  if (t == Tray::Paused) bt = pal::amberLight, bb = pal::amber;
-  if (t == Tray::Stopped) bt = pal::redLight, bb = pal::red;
-  if (t == Tray::Unknown) bt = pal::grey500, bb = pal::grey700;
-  if (t == Tray::Transfer) bt = pal::white, bb = pal::tealPale;
-  Badge(c, bx, by, br, k.S(1.1f), bt, bb);
+  Color bt = pal::greenLight, bb = pal::green, rim = Rgb(0x17693A);
+  if (t == Tray::Paused) bt = pal::amberLight, bb = pal::amber, rim = Rgb(0x85570B);
+  if (t == Tray::Stopped) bt = pal::redLight, bb = pal::red, rim = Rgb(0xA32F28);
+  if (t == Tray::Unknown) bt = pal::grey500, bb = pal::grey700, rim = pal::ink;
+  if (t == Tray::Transfer && !light) bt = pal::white, bb = pal::tealPale;
+  if (t == Tray::Transfer && light) bt = pal::tealBright, bb = pal::teal, rim = pal::tealDeep;
+  const float gap = k.S(1.1f), rimWidth = k.W(0.8f);
+  // On a light taskbar the tile's edge follows the cut around the badge too.
+  if (light) c.Fill(Intersect(Circle(bx, by, br + gap + rimWidth), tile), edge);
+  Badge(c, bx, by, br, gap, bt, bb);
+  if (light) c.Fill(Ring(bx, by, br - rimWidth / 2, rimWidth), rim);
   Color ink = pal::white;
   if (t == Tray::Paused) ink = pal::amberInk;
-  if (t == Tray::Transfer) ink = pal::teal;
+  if (t == Tray::Transfer && !light) ink = pal::teal;
   switch (t) {
     case Tray::Running:
       if (k.w >= 24) c.Fill(Check(bx, by, k.S(5), k.S(1.2f)), ink);
@@ -744,18 +755,27 @@ std::vector<Picture> Build() {
       "single picture", Bg(Decor::CustomAbout));
   bmp("qv_logo_monitor", 64, 64, notes, "`imglogo` of `AboutQVWIN`", "single picture", LogoMonitor);
 
-  // Tray.
+  // Tray: each state for the default dark taskbar and, as <file>_light.ico, for a
+  // light one.
   const std::string tray = "Tray icons";
-  ico("tray_running.ico", "", 16, kTraySizes, tray, "tray image list entry 1", "engine running (idle)",
-      [](Canvas& c, const Ctx& k) { TrayIcon(c, k, Tray::Running); });
-  ico("tray_stopped.ico", "", 16, kTraySizes, tray, "tray image list entry 2", "engine not running",
-      [](Canvas& c, const Ctx& k) { TrayIcon(c, k, Tray::Stopped); });
-  ico("tray_paused.ico", "", 16, kTraySizes, tray, "tray (extra state)", "engine paused",
-      [](Canvas& c, const Ctx& k) { TrayIcon(c, k, Tray::Paused); });
-  ico("tray_transfer.ico", "", 16, kTraySizes, tray, "tray (extra state)", "a job is transferring",
-      [](Canvas& c, const Ctx& k) { TrayIcon(c, k, Tray::Transfer); });
-  ico("tray_unknown.ico", "", 16, kTraySizes, tray, "tray (extra state)", "engine state unknown",
-      [](Canvas& c, const Ctx& k) { TrayIcon(c, k, Tray::Unknown); });
+  struct TrayState {
+    const char* file;
+    Tray state;
+    const char* use;
+    const char* text;
+  };
+  const TrayState trays[] = {
+      {"tray_running", Tray::Running, "tray image list entry 1", "engine running (idle)"},
+      {"tray_stopped", Tray::Stopped, "tray image list entry 2", "engine not running"},
+      {"tray_paused", Tray::Paused, "tray (extra state)", "engine paused"},
+      {"tray_transfer", Tray::Transfer, "tray (extra state)", "a job is transferring"},
+      {"tray_unknown", Tray::Unknown, "tray (extra state)", "engine state unknown"},
+  };
+  for (bool light : {false, true})
+    for (const TrayState& ts : trays)
+      ico(std::string(ts.file) + (light ? "_light.ico" : ".ico"), "", 16, kTraySizes, tray,
+          std::string(ts.use) + (light ? ", light taskbar" : ""), ts.text,
+          [st = ts.state, light](Canvas& c, const Ctx& k) { TrayIcon(c, k, st, light); });
 
   // Branding files: written aside, copied into images\ only to brand an install,
   // since MonitorIcon.ico there freezes the tray icon.
@@ -796,7 +816,7 @@ const Picture* FindPicture(const std::string& key) {
 int ScaledSize(int base, int percent) { return (base * percent + 50) / 100; }
 
 std::string BitmapFileName(const std::string& key, int percent) {
-  return percent == 100 ? key + ".bmp" : key + "@" + std::to_string(percent) + ".bmp";
+  return percent == 100 ? key + ".png" : key + "@" + std::to_string(percent) + ".png";
 }
 
 std::string RelativePath(const Picture& p, int percent) {

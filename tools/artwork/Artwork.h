@@ -9,12 +9,14 @@
 
 namespace art {
 
-// Scales written for each bitmap, in percent: 96, 120 and 144 DPI.
-inline constexpr int kScales[] = {100, 125, 150};
+// Scales written for each bitmap, in percent: 96, 120, 144 and 192 DPI.
+inline constexpr int kScales[] = {100, 125, 150, 200};
 
-// Sizes written into the icon files.
+// Sizes written into the icon files. The tray asks for the small icon size: 16,
+// 20, 24 and 32 at 100, 125, 150 and 200 %; a window's icons are the small one and
+// the large one (32 at 100 %, 64 at 200 %).
 inline const std::vector<int> kTraySizes = {16, 20, 24, 32, 40, 48};
-inline const std::vector<int> kSmallIconSizes = {16, 20, 24, 32, 40, 48};
+inline const std::vector<int> kSmallIconSizes = {16, 20, 24, 32, 40, 48, 64};
 inline const std::vector<int> kBrandSizes = {16, 20, 24, 32, 40, 48, 64, 256};
 
 // What a drawing routine knows about the canvas it draws on.
@@ -56,7 +58,7 @@ const Picture* FindPicture(const std::string& key);
 
 // A size at a scale: round(base * percent / 100), halves up.
 int ScaledSize(int base, int percent);
-// "key.bmp", "key@125.bmp", "key@150.bmp"; icons keep their own name.
+// "key.png", "key@125.png", "key@150.png", "key@200.png"; icons keep their own name.
 std::string BitmapFileName(const std::string& key, int percent);
 // The path below the output folder of a picture at a scale (icons ignore it).
 std::string RelativePath(const Picture& p, int percent);

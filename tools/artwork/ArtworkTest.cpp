@@ -24,10 +24,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-uint32_t Le32(const std::vector<uint8_t>& v, size_t at) {
-  return v[at] | (v[at + 1] << 8) | (v[at + 2] << 16) | (uint32_t(v[at + 3]) << 24);
-}
-
 Image Pattern(int w, int h) {
   Image img{w, h, std::vector<uint8_t>(static_cast<size_t>(w) * h * 4)};
   for (int y = 0; y < h; ++y)
@@ -183,46 +179,91 @@ TEST(Font, InkStaysBetweenCapitalHeightAndBaseline) {
 
 // ---------------------------------------------------------------- file formats
 
-TEST(Bmp, HeaderIsV5WithAlphaMaskBottomUp) {
-  const Image img = Pattern(3, 2);
-  const std::vector<uint8_t> f = EncodeBmp(img, 125);
-  ASSERT_EQ(f.size(), 14u + 124u + 3 * 2 * 4);
-  EXPECT_EQ(f[0], 'B');
-  EXPECT_EQ(f[1], 'M');
-  EXPECT_EQ(Le32(f, 2), f.size());
-  EXPECT_EQ(Le32(f, 10), 138u);                       // pixels right after the headers
-  EXPECT_EQ(Le32(f, 14), 124u);                       // BITMAPV5HEADER
-  EXPECT_EQ(static_cast<int32_t>(Le32(f, 22)), 2);    // positive height: bottom-up
-  EXPECT_EQ(f[28] | (f[29] << 8), 32);
-  EXPECT_EQ(Le32(f, 30), 3u);                         // BI_BITFIELDS
-  EXPECT_EQ(Le32(f, 38), 4724u);                      // 120 DPI
-  EXPECT_EQ(Le32(f, 54), 0x00FF0000u);
-  EXPECT_EQ(Le32(f, 58), 0x0000FF00u);
-  EXPECT_EQ(Le32(f, 62), 0x000000FFu);
-  EXPECT_EQ(Le32(f, 66), 0xFF000000u);
-  EXPECT_EQ(Le32(f, 70), 0x73524742u);                // sRGB
-  // The first stored row is the bottom row of the picture.
-  EXPECT_TRUE(std::equal(f.begin() + 138, f.begin() + 138 + 12, img.bgra.begin() + 12));
+// Premultiplying rounds to the nearest, as a decoder that converts to
+// premultiplied pixels does; dividing by alpha on the way into the PNG rounds too,
+// and the two undo each other exactly for every pixel a premultiplied picture can
+// hold.
+TEST(Png, StraightColoursGiveBackEveryPremultipliedPixel) {
+  for (int a = 0; a < 256; ++a)
+    for (int p = 0; p <= a; ++p) {
+      const uint8_t s = UnpremultiplyChannel(uint8_t(p), uint8_t(a));
+      ASSERT_EQ(PremultiplyChannel(s, uint8_t(a)), p) << "p " << p << " a " << a;
+      // A decoder that truncates instead is off by one at most.
+      ASSERT_LE(p - s * a / 255, 1) << "p " << p << " a " << a;
+      if (a > 0) {
+        ASSERT_NEAR(s, 255.0 * p / a, 0.5 + 1e-9) << "p " << p << " a " << a;
+      }
+    }
+  EXPECT_EQ(UnpremultiplyChannel(0, 0), 0);  // clear pixels store black
 }
 
-TEST(Bmp, ReaderGivesBackThePixels) {
-  const Image img = Pattern(17, 9);
-  const auto info = DecodeBmp(EncodeBmp(img));
-  ASSERT_TRUE(info);
-  EXPECT_TRUE(info->bottomUp);
-  EXPECT_EQ(info->masks[3], 0xFF000000u);
-  EXPECT_EQ(info->pixelsPerMetreX, 3780);
-  EXPECT_EQ(info->image.width, 17);
-  EXPECT_EQ(info->image.height, 9);
-  EXPECT_EQ(info->image.bgra, img.bgra);
+// A small drawing with opaque, clear and half covered pixels, premultiplied.
+Image Sample() {
+  Canvas c(37, 29);
+  c.Fill(Circle(18, 14, 12.3f), VerticalGradient(0, Rgb(0x1A9BA6), 29, Rgb(0x0A5C64)));
+  c.Fill(Rect(3, 20, 34, 27), WithAlpha(Rgb(0xF0A020), 0.4f));
+  c.Fill(Line({2, 2}, {35, 9}, 1.7f), WithAlpha(Rgb(0xFFFFFF), 0.8f));
+  return ToImage(c, true);
 }
 
-TEST(Bmp, ReaderRefusesDamagedFiles) {
-  std::vector<uint8_t> f = EncodeBmp(Pattern(4, 4));
-  std::vector<uint8_t> cut(f.begin(), f.end() - 1);
-  EXPECT_FALSE(DecodeBmp(cut));
-  f[0] = 'X';
-  EXPECT_FALSE(DecodeBmp(f));
+TEST(Png, PicturesRoundTripThroughTheFile) {
+  const Image premultiplied = Sample();
+  for (int level : {0, 9}) {
+    const auto back = DecodePng(EncodePng(Unpremultiply(premultiplied), level));
+    ASSERT_TRUE(back) << level;
+    EXPECT_EQ(back->chunks, (std::vector<std::string>{"IHDR", "IDAT", "IEND"}));
+    EXPECT_EQ(back->image.width, 37);
+    EXPECT_EQ(back->image.height, 29);
+    EXPECT_EQ(Premultiply(back->image).bgra, premultiplied.bgra) << level;
+  }
+  // Any 8-bit RGBA content survives, whichever filters the rows get.
+  const Image noise = Pattern(300, 80);
+  const auto back = DecodePng(EncodePng(noise));
+  ASSERT_TRUE(back);
+  EXPECT_EQ(back->image.bgra, noise.bgra);
+}
+
+TEST(Png, CompressionPaysOffOnFlatPictures) {
+  const Picture* p = FindPicture("qv_medium");
+  ASSERT_NE(p, nullptr);
+  const Canvas c = RenderBitmap(*p, 100);
+  const std::vector<uint8_t> file = BitmapFile(c);
+  EXPECT_LT(file.size() * 20, static_cast<size_t>(c.Width()) * c.Height() * 4);
+}
+
+TEST(Png, ReaderRefusesDamagedOrForeignFiles) {
+  const std::vector<uint8_t> good = EncodePng(Pattern(20, 10));
+  ASSERT_TRUE(DecodePng(good));
+  const uint8_t iend[] = {'I', 'E', 'N', 'D'};
+  EXPECT_EQ(Crc32(iend, 4), 0xAE426082u);
+
+  std::vector<uint8_t> flipped = good;
+  flipped[flipped.size() / 2] ^= 0x40;  // inside IDAT: its CRC no longer matches
+  EXPECT_FALSE(DecodePng(flipped));
+  EXPECT_FALSE(DecodePng(std::vector<uint8_t>(good.begin(), good.end() - 13)));  // no IEND
+  EXPECT_FALSE(DecodePng(std::vector<uint8_t>(good.begin(), good.begin() + 8)));
+
+  // A grey PNG (colour type 0) with a correct CRC is still not ours.
+  std::vector<uint8_t> grey = good;
+  grey[8 + 8 + 9] = 0;
+  const uint32_t crc = Crc32(&grey[8 + 4], 17);
+  for (int i = 0; i < 4; ++i) grey[8 + 8 + 13 + i] = static_cast<uint8_t>(crc >> (24 - 8 * i));
+  EXPECT_FALSE(DecodePng(grey));
+
+  // A data stream cut short inside a valid chunk.
+  std::vector<uint8_t> shortData(good.begin(), good.begin() + 33);
+  const std::vector<uint8_t> z = {0x78, 0x9C, 0x03, 0x00};
+  auto put = [&](const char* type, const std::vector<uint8_t>& data) {
+    for (int i = 0; i < 4; ++i) shortData.push_back(static_cast<uint8_t>(data.size() >> (24 - 8 * i)));
+    const size_t start = shortData.size();
+    shortData.insert(shortData.end(), type, type + 4);
+    shortData.insert(shortData.end(), data.begin(), data.end());
+    const uint32_t c = Crc32(&shortData[start], shortData.size() - start);
+    for (int i = 0; i < 4; ++i) shortData.push_back(static_cast<uint8_t>(c >> (24 - 8 * i)));
+  };
+  put("IDAT", z);
+  put("IEND", {});
+  EXPECT_FALSE(DecodePng(shortData));
 }
 
 TEST(Ico, DirectoryEntriesAndMaskMatchTheImages) {
@@ -253,18 +294,6 @@ TEST(Ico, ReaderRefusesEntriesThatDoNotAddUp) {
   EXPECT_FALSE(DecodeIco(longer));
   std::vector<uint8_t> cut(f.begin(), f.end() - 10);
   EXPECT_FALSE(DecodeIco(cut));
-}
-
-TEST(Png, StoredBlocksRoundTripAndCrcIsChecked) {
-  const Image img = Pattern(300, 80);  // more raw data than one stored block holds
-  std::vector<uint8_t> f = EncodePng(img);
-  const auto back = DecodeStoredPng(f);
-  ASSERT_TRUE(back);
-  EXPECT_EQ(back->bgra, img.bgra);
-  const uint8_t iend[] = {'I', 'E', 'N', 'D'};
-  EXPECT_EQ(Crc32(iend, 4), 0xAE426082u);
-  f[f.size() / 2] ^= 0x40;
-  EXPECT_FALSE(DecodeStoredPng(f));
 }
 
 // ---------------------------------------------------------------- the catalogue
@@ -299,8 +328,9 @@ TEST(Catalogue, ScaledSizesRoundHalvesUp) {
   EXPECT_EQ(ScaledSize(53, 125), 66);
   EXPECT_EQ(ScaledSize(53, 150), 80);
   EXPECT_EQ(ScaledSize(16, 125), 20);
-  EXPECT_EQ(BitmapFileName("button_enb", 100), "button_enb.bmp");
-  EXPECT_EQ(BitmapFileName("button_enb", 150), "button_enb@150.bmp");
+  EXPECT_EQ(ScaledSize(23, 200), 46);
+  EXPECT_EQ(BitmapFileName("button_enb", 100), "button_enb.png");
+  EXPECT_EQ(BitmapFileName("button_enb", 200), "button_enb@200.png");
 }
 
 // Pictures that replace each other on one control keep one size, so that the
@@ -392,24 +422,21 @@ class Written : public ::testing::Test {
   static inline std::vector<WrittenFile>* written_ = new std::vector<WrittenFile>;
 };
 
-TEST_F(Written, EveryBitmapAtEveryScaleParsesWithItsSize) {
+// The files give back, premultiplied as the host's decoder does, exactly the
+// pixels drawn: what the 32-bit premultiplied bitmaps of earlier builds held.
+TEST_F(Written, EveryBitmapAtEveryScaleGivesBackThePixelsDrawn) {
   ASSERT_TRUE(ok_) << error_;
   for (const Picture& p : Catalogue()) {
     if (p.kind != Kind::Bitmap) continue;
     for (int pct : kScales) {
-      const auto info = DecodeBmp(Bytes(RelativePath(p, pct)));
+      const auto info = DecodePng(Bytes(RelativePath(p, pct)));
       ASSERT_TRUE(info) << RelativePath(p, pct);
       EXPECT_EQ(info->image.width, ScaledSize(p.width, pct)) << p.key << "@" << pct;
       EXPECT_EQ(info->image.height, ScaledSize(p.height, pct)) << p.key << "@" << pct;
-      EXPECT_EQ(info->pixelsPerMetreX, PixelsPerMetre(pct));
-      bool drawn = false, premultiplied = true;
-      const auto& px = info->image.bgra;
-      for (size_t i = 0; i < px.size(); i += 4) {
-        drawn |= px[i + 3] > 0;
-        premultiplied &= px[i] <= px[i + 3] && px[i + 1] <= px[i + 3] && px[i + 2] <= px[i + 3];
-      }
-      EXPECT_TRUE(drawn) << p.key << "@" << pct << " is empty";
-      EXPECT_TRUE(premultiplied) << p.key << "@" << pct;
+      const Image drawn = ToImage(RenderBitmap(p, pct), true);
+      EXPECT_TRUE(Premultiply(info->image).bgra == drawn.bgra) << p.key << "@" << pct;
+      EXPECT_TRUE(std::any_of(drawn.bgra.begin(), drawn.bgra.end(), [](uint8_t b) { return b != 0; }))
+          << p.key << "@" << pct << " is empty";
     }
   }
 }
@@ -430,32 +457,74 @@ TEST_F(Written, EveryIconHoldsTheSizesItClaims) {
       EXPECT_EQ(PixelOf(e.image, e.width / 4, e.height / 4).a, 255) << p.key << " " << e.width;
     }
     EXPECT_EQ(sizes, p.iconSizes) << p.key;
+    // A tray at up to 200 % takes 16 to 32; a window's icons at up to 200 % 16 to 64.
+    const std::vector<int> needed = p.key.starts_with("tray_") ? std::vector<int>{16, 20, 24, 32}
+                                                                : std::vector<int>{16, 20, 24, 32, 40, 48, 64};
+    for (int size : needed)
+      EXPECT_NE(std::find(sizes.begin(), sizes.end(), size), sizes.end()) << p.key << " lacks " << size;
   }
 }
 
-TEST_F(Written, ManifestListsEveryFileWithItsSize) {
+TEST_F(Written, ManifestListsEveryFileWithItsSizeAndFingerprint) {
   ASSERT_TRUE(ok_) << error_;
   const std::vector<uint8_t> m = Bytes("artwork.txt");
-  const std::string text(m.begin(), m.end());
+  std::istringstream text(std::string(m.begin(), m.end()));
+  std::map<std::string, std::string> lines;  // path -> the rest
+  for (std::string line; std::getline(text, line);)
+    if (!line.empty() && line[0] != '#') lines[line.substr(0, line.find('\t'))] = line.substr(line.find('\t') + 1);
   size_t files = 0;
   for (const Picture& p : Catalogue())
     for (int pct : kScales) {
       if (p.kind == Kind::Icon && pct != 100) continue;
       ++files;
-      EXPECT_NE(text.find(RelativePath(p, pct) + "\t"), std::string::npos) << RelativePath(p, pct);
+      const std::string rel = RelativePath(p, pct);
+      ASSERT_EQ(lines.count(rel), 1u) << rel;
+      if (p.kind == Kind::Icon) {
+        std::string sizes;
+        for (int s : p.iconSizes) sizes += (sizes.empty() ? "" : ",") + std::to_string(s);
+        const int largest = p.iconSizes.back();
+        EXPECT_EQ(lines[rel], std::to_string(largest) + "x" + std::to_string(largest) + "\tsizes=" + sizes);
+        continue;
+      }
+      const auto info = DecodePng(Bytes(rel));
+      ASSERT_TRUE(info) << rel;
+      char fp[9];
+      std::snprintf(fp, sizeof fp, "%08X", DecoderFingerprint(Premultiply(info->image)));
+      EXPECT_EQ(lines[rel], std::to_string(info->image.width) + "x" + std::to_string(info->image.height) +
+                                "\tfingerprint=" + fp);
     }
+  EXPECT_EQ(lines.size(), files);
   EXPECT_EQ(written_->size(), files);
-  for (const WrittenFile& f : *written_) {
-    if (!f.path.ends_with(".bmp")) continue;
-    const auto info = DecodeBmp(Bytes(f.path));
-    ASSERT_TRUE(info) << f.path;
-    EXPECT_EQ(info->image.width, f.width) << f.path;
-    EXPECT_EQ(info->image.height, f.height) << f.path;
-  }
   // MonitorIcon.ico in the image folder freezes the tray icon; only a branded
   // install puts it there.
   EXPECT_FALSE(fs::exists(*dir_ / "MonitorIcon.ico"));
   EXPECT_TRUE(fs::exists(*dir_ / "branding" / "MonitorIcon.ico"));
+}
+
+// The program folder's images\ with all four scales stays under 4 MB.
+TEST_F(Written, TheImageFolderStaysUnderFourMegabytes) {
+  ASSERT_TRUE(ok_) << error_;
+  uintmax_t total = 0;
+  for (const auto& entry : fs::recursive_directory_iterator(*dir_))
+    if (entry.is_regular_file()) total += entry.file_size();
+  EXPECT_LT(total, 4u * 1024 * 1024);
+  std::printf("images: %ju bytes\n", total);
+}
+
+// The fingerprint covers what every decoder agrees on, and only that.
+TEST(Png, FingerprintIgnoresRoundingButNotPlaceOrOpaqueColour) {
+  const Image a = Sample();
+  Image rounded = a, moved = a, recoloured = a;
+  for (size_t i = 0; i < a.bgra.size(); i += 4)
+    if (a.bgra[i + 3] != 0 && a.bgra[i + 3] != 255 && a.bgra[i] > 0) rounded.bgra[i] -= 1;
+  std::rotate(moved.bgra.begin(), moved.bgra.begin() + a.width * 4, moved.bgra.end());  // one row up
+  for (size_t i = 0; i < a.bgra.size(); i += 4)
+    if (a.bgra[i + 3] == 255) std::swap(recoloured.bgra[i], recoloured.bgra[i + 2]);  // red and blue
+  ASSERT_NE(rounded.bgra, a.bgra);
+  ASSERT_NE(recoloured.bgra, a.bgra);
+  EXPECT_EQ(DecoderFingerprint(rounded), DecoderFingerprint(a));
+  EXPECT_NE(DecoderFingerprint(moved), DecoderFingerprint(a));
+  EXPECT_NE(DecoderFingerprint(recoloured), DecoderFingerprint(a));
 }
 
 // ---------------------------------------------------------------- what the pictures show
@@ -480,7 +549,7 @@ TEST(Pictures, BackgroundsAreOpaqueWithACrispFrame) {
 
 // The header band is as tall as docs/artwork.md promises the screens.
 TEST(Pictures, HeaderBandHasTheDocumentedHeight) {
-  const std::pair<int, int> bands[] = {{100, 34}, {125, 43}, {150, 51}};
+  const std::pair<int, int> bands[] = {{100, 34}, {125, 43}, {150, 51}, {200, 68}};
   for (auto [pct, band] : bands) {
     const Image img = Drawn("qv_desk_notify", pct);
     const int x = img.width / 3;
@@ -610,23 +679,105 @@ TEST(Pictures, TheDayBoxShowsItsCheckMark) {
   EXPECT_GE(whitePixels("gen"), 60);  // the empty box is light all over
 }
 
+const char* const kTrayStates[] = {"tray_running", "tray_stopped", "tray_paused", "tray_transfer", "tray_unknown"};
+
+Image TrayIconAt(const std::string& state, bool light, int size) {
+  const Picture* p = FindPicture(state + (light ? "_light.ico" : ".ico"));
+  EXPECT_NE(p, nullptr) << state << (light ? " light" : "");
+  return p ? ToImage(RenderIcon(*p, size), false) : Image{size, size, std::vector<uint8_t>(size * size * 4)};
+}
+
 TEST(Pictures, TrayStatesDifferAtSixteenPixels) {
-  std::vector<Image> small;
-  for (const char* f : {"tray_running.ico", "tray_stopped.ico", "tray_paused.ico", "tray_transfer.ico",
-                        "tray_unknown.ico"}) {
-    const Picture* p = FindPicture(f);
-    ASSERT_NE(p, nullptr) << f;
-    small.push_back(ToImage(RenderIcon(*p, 16), false));
-  }
-  for (size_t i = 0; i < small.size(); ++i)
-    for (size_t j = i + 1; j < small.size(); ++j) {
-      int differing = 0;
-      for (size_t b = 0; b < small[i].bgra.size(); b += 4) {
-        const int d = std::abs(small[i].bgra[b] - small[j].bgra[b]) + std::abs(small[i].bgra[b + 1] - small[j].bgra[b + 1]) +
-                      std::abs(small[i].bgra[b + 2] - small[j].bgra[b + 2]);
-        differing += d > 60;
+  for (bool light : {false, true}) {
+    std::vector<Image> small;
+    for (const char* f : kTrayStates) small.push_back(TrayIconAt(f, light, 16));
+    for (size_t i = 0; i < small.size(); ++i)
+      for (size_t j = i + 1; j < small.size(); ++j) {
+        int differing = 0;
+        for (size_t b = 0; b < small[i].bgra.size(); b += 4) {
+          const int d = std::abs(small[i].bgra[b] - small[j].bgra[b]) +
+                        std::abs(small[i].bgra[b + 1] - small[j].bgra[b + 1]) +
+                        std::abs(small[i].bgra[b + 2] - small[j].bgra[b + 2]);
+          differing += d > 60;
+        }
+        EXPECT_GE(differing, 8) << kTrayStates[i] << " and " << kTrayStates[j] << (light ? " (light)" : "");
       }
-      EXPECT_GE(differing, 8) << "tray icons " << i << " and " << j << " look alike";
+  }
+}
+
+double Luminance(double r, double g, double b) {
+  auto lin = [](double c) {
+    const double v = c / 255.0;
+    return v <= 0.03928 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * lin(r) + 0.7152 * lin(g) + 0.0722 * lin(b);
+}
+
+// The share of an icon's outline that stands out from the taskbar behind it: of
+// the pixels at the edge of its shape (mostly covered, next to a mostly clear one),
+// those whose colour over the taskbar has a contrast of 3:1 or more with it.
+double OutlineContrast(const Image& icon, uint32_t taskbar) {
+  const double tr = (taskbar >> 16) & 0xFF, tg = (taskbar >> 8) & 0xFF, tb = taskbar & 0xFF;
+  const double lt = Luminance(tr, tg, tb);
+  auto alpha = [&](int x, int y) {
+    return x < 0 || y < 0 || x >= icon.width || y >= icon.height ? 0 : PixelOf(icon, x, y).a;
+  };
+  int edge = 0, standing = 0;
+  for (int y = 0; y < icon.height; ++y)
+    for (int x = 0; x < icon.width; ++x) {
+      if (alpha(x, y) < 128) continue;
+      if (alpha(x - 1, y) >= 128 && alpha(x + 1, y) >= 128 && alpha(x, y - 1) >= 128 && alpha(x, y + 1) >= 128) continue;
+      const Rgba p = PixelOf(icon, x, y);
+      const double a = p.a / 255.0;
+      const double l = Luminance(p.r * a + tr * (1 - a), p.g * a + tg * (1 - a), p.b * a + tb * (1 - a));
+      ++edge;
+      standing += (std::max(l, lt) + 0.05) / (std::min(l, lt) + 0.05) >= 3.0;
+    }
+  return edge ? double(standing) / edge : 0;
+}
+
+// Light taskbars are light grey (about #EEEEEE to #F3F3F3). There the dark
+// variants lose much of their outline (pale badges, grey tiles, the teal beside the
+// cut around the badge); the light ones keep most of it, the rest being the
+// anti-aliased pixels of curves.
+TEST(Pictures, LightTrayIconsStandOutOnALightTaskbar) {
+  for (uint32_t taskbar : {0xEEEEEEu, 0xF3F3F3u})
+    for (const char* state : kTrayStates)
+      for (int size : {16, 20, 24, 32}) {
+        const double light = OutlineContrast(TrayIconAt(state, true, size), taskbar);
+        const double dark = OutlineContrast(TrayIconAt(state, false, size), taskbar);
+        EXPECT_GE(light, 0.8) << state << " at " << size << " on " << std::hex << taskbar;
+        EXPECT_GE(light, dark + 0.2) << state << " at " << size << " on " << std::hex << taskbar;
+      }
+}
+
+// Which colour a badge wears, by the hue of its pixels.
+std::string Family(Rgba p) {
+  const int hi = std::max({p.r, p.g, p.b}), lo = std::min({p.r, p.g, p.b});
+  if (hi - lo < 40) return "grey";
+  if (p.r == hi) return p.g > p.b + 60 ? "amber" : "red";
+  if (p.g == hi && p.g > p.b + 20) return "green";
+  return "teal";
+}
+
+// The badge of the light variant wears the colour its state wears on a dark
+// taskbar (the transfer badge turns from white to teal: both are the mark's).
+TEST(Pictures, LightTrayIconsKeepTheirStateColours) {
+  const std::map<std::string, std::string> expected = {{"tray_running", "green"},
+                                                       {"tray_stopped", "red"},
+                                                       {"tray_paused", "amber"},
+                                                       {"tray_transfer", "teal"},
+                                                       {"tray_unknown", "grey"}};
+  for (const char* state : kTrayStates)
+    for (bool light : {false, true}) {
+      // At 32 px the badge is centred at (23.2, 23.2), radius 8.4: look left of the
+      // glyph and inside the rim.
+      const Rgba p = PixelOf(TrayIconAt(state, light, 32), 18, 26);
+      if (!light && std::string(state) == "tray_transfer") {
+        EXPECT_GT(std::min({p.r, p.g, p.b}), 200) << "a white badge";
+        continue;
+      }
+      EXPECT_EQ(Family(p), expected.at(state)) << state << (light ? " light" : "");
     }
 }
 

@@ -1,6 +1,7 @@
 #include "Generate.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <filesystem>
 #include <sstream>
 
@@ -44,6 +45,8 @@ Image ToImage(const Canvas& c, bool premultiplied) {
   return {c.Width(), c.Height(), premultiplied ? c.PremultipliedBgra() : c.StraightBgra()};
 }
 
+std::vector<uint8_t> BitmapFile(const Canvas& drawn) { return EncodePng(Unpremultiply(ToImage(drawn, true))); }
+
 bool WriteAll(const std::string& outDir, std::vector<WrittenFile>& written, std::string& error) {
   const fs::path root(outDir);
   written.clear();
@@ -52,8 +55,8 @@ bool WriteAll(const std::string& outDir, std::vector<WrittenFile>& written, std:
       for (int pct : kScales) {
         const Canvas c = RenderBitmap(p, pct);
         const std::string rel = RelativePath(p, pct);
-        if (!Put(root, rel, EncodeBmp(ToImage(c, true), pct), error)) return false;
-        written.push_back({rel, c.Width(), c.Height()});
+        if (!Put(root, rel, BitmapFile(c), error)) return false;
+        written.push_back({rel, c.Width(), c.Height(), DecoderFingerprint(ToImage(c, true)), {}});
       }
     } else {
       std::vector<Image> images;
@@ -61,7 +64,7 @@ bool WriteAll(const std::string& outDir, std::vector<WrittenFile>& written, std:
       const std::string rel = RelativePath(p, 100);
       if (!Put(root, rel, EncodeIco(images), error)) return false;
       const int largest = *std::max_element(p.iconSizes.begin(), p.iconSizes.end());
-      written.push_back({rel, largest, largest});
+      written.push_back({rel, largest, largest, 0, p.iconSizes});
     }
   }
   const std::string manifest = Manifest(written);
@@ -70,8 +73,20 @@ bool WriteAll(const std::string& outDir, std::vector<WrittenFile>& written, std:
 
 std::string Manifest(const std::vector<WrittenFile>& written) {
   std::ostringstream o;
-  o << "# Pictures written by qvartwork: path, size in pixels (icons: the largest).\n";
-  for (const WrittenFile& f : written) o << f.path << '\t' << f.width << 'x' << f.height << '\n';
+  o << "# Pictures written by qvartwork: path, size in pixels (icons: the largest), and\n"
+       "# the fingerprint of a bitmap's premultiplied pixels or the sizes an icon holds.\n";
+  for (const WrittenFile& f : written) {
+    o << f.path << '\t' << f.width << 'x' << f.height << '\t';
+    if (f.iconSizes.empty()) {
+      char hex[9];
+      std::snprintf(hex, sizeof hex, "%08X", f.fingerprint);
+      o << "fingerprint=" << hex;
+    } else {
+      o << "sizes=";
+      for (size_t i = 0; i < f.iconSizes.size(); ++i) o << (i ? "," : "") << f.iconSizes[i];
+    }
+    o << '\n';
+  }
   return o.str();
 }
 
@@ -153,25 +168,6 @@ Image ContactSheet(bool large) {
     }
   }
   return ToImage(sheet, false);
-}
-
-bool ExportPngs(const std::string& dir, std::string& error) {
-  const fs::path root(dir);
-  for (const Picture& p : Catalogue()) {
-    if (p.kind == Kind::Bitmap) {
-      for (int pct : kScales) {
-        std::string name = BitmapFileName(p.key, pct);
-        name.replace(name.size() - 4, 4, ".png");
-        if (!Put(root, name, EncodePng(ToImage(RenderBitmap(p, pct), false)), error)) return false;
-      }
-    } else {
-      for (int size : p.iconSizes) {
-        const std::string name = p.key + "-" + std::to_string(size) + ".png";
-        if (!Put(root, name, EncodePng(ToImage(RenderIcon(p, size), false)), error)) return false;
-      }
-    }
-  }
-  return true;
 }
 
 }  // namespace art

@@ -13,14 +13,21 @@ struct WrittenFile {
   std::string path;  // relative to the output folder, '/' separated
   int width = 0;     // for icons, the largest size
   int height = 0;
+  uint32_t fingerprint = 0;     // bitmaps: DecoderFingerprint of the pixels drawn
+  std::vector<int> iconSizes;   // icons: every size the file holds
 };
 
 // Writes every picture below outDir (created if needed) and the manifest
 // "artwork.txt". Returns false with a reason on the first failure.
 bool WriteAll(const std::string& outDir, std::vector<WrittenFile>& written, std::string& error);
 
-// The manifest text: one line per file, "path<TAB>width x height<TAB>key".
+// The manifest text: one line per file, "path<TAB>WIDTHxHEIGHT<TAB>more", where
+// more is "fingerprint=XXXXXXXX" (hex) for a bitmap and "sizes=16,20,..." for an
+// icon.
 std::string Manifest(const std::vector<WrittenFile>& written);
+
+// The PNG file of a bitmap as drawn (straight alpha, see ImageFiles.h).
+std::vector<uint8_t> BitmapFile(const Canvas& drawn);
 
 // The list of pictures as a Markdown table, grouped as in the catalogue.
 std::string MarkdownList();
@@ -28,10 +35,6 @@ std::string MarkdownList();
 // Contact sheets of every picture at every scale (bitmaps) or size (icons), on a
 // checker board so that transparency shows. `large` picks the window backgrounds.
 Image ContactSheet(bool large);
-
-// Every picture as a PNG with straight alpha, named like its BMP or, for icons,
-// "<file>-<size>.png".
-bool ExportPngs(const std::string& dir, std::string& error);
 
 Image ToImage(const Canvas& c, bool premultiplied);
 

@@ -1,16 +1,16 @@
 #pragma once
-// The picture files of the artwork: 32-bit BMP with alpha, multi-size ICO, and a
-// plain PNG writer for contact sheets. Readers are here too, so that tests (and
+// The picture files of the artwork: compressed PNG for the bitmaps and contact
+// sheets, multi-size ICO for the icons. Readers are here too, so that tests (and
 // anybody curious) can check what was written.
 //
-// BMP: BITMAPFILEHEADER + BITMAPV5HEADER, 32 bits, BI_BITFIELDS with the masks
-//      R 0x00FF0000, G 0x0000FF00, B 0x000000FF, A 0xFF000000, colour space sRGB,
-//      rows bottom-up (positive height), pixels PREMULTIPLIED by alpha, ready for
-//      AlphaBlend with AC_SRC_ALPHA after LoadImage(LR_CREATEDIBSECTION).
+// PNG: 8-bit RGBA (colour type 6), not interlaced, STRAIGHT alpha as PNG defines
+//      it, deflate through zlib, a filter chosen for size. The straight colours are
+//      the premultiplied pixels divided by alpha with rounding, so that a decoder
+//      premultiplying with rounding (Premultiply below) gives back exactly the
+//      premultiplied pixels the artwork was drawn as.
 // ICO: classic BMP-in-ICO entries (BITMAPINFOHEADER, height doubled, 32 bits,
 //      rows bottom-up, STRAIGHT alpha as Windows icons require, followed by the
 //      1-bit AND mask, set where the pixel is fully transparent).
-// PNG: 8-bit RGBA, straight alpha, stored (uncompressed) deflate blocks.
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -24,23 +24,24 @@ struct Image {
   std::vector<uint8_t> bgra;  // rows top to bottom, 4 bytes a pixel
 };
 
-// Pixels per metre written into the BMP header for a scale in percent (96 DPI at 100).
-int PixelsPerMetre(int scalePercent);
+// One channel: straight = premultiplied * 255 / alpha and back, both rounded to
+// the nearest; Premultiply(Unpremultiply(p, a), a) == p for every p <= a.
+uint8_t UnpremultiplyChannel(uint8_t premultiplied, uint8_t alpha);
+uint8_t PremultiplyChannel(uint8_t straight, uint8_t alpha);
+Image Unpremultiply(const Image& premultiplied);
+Image Premultiply(const Image& straight);
 
-std::vector<uint8_t> EncodeBmp(const Image& premultiplied, int scalePercent = 100);
+// The PNG of a picture given with straight alpha. `level` is zlib's 0..9.
+std::vector<uint8_t> EncodePng(const Image& straight, int level = 9);
 
-struct BmpInfo {
-  Image image;                 // pixels as stored (premultiplied for our files)
-  uint32_t headerSize = 0;     // 124 for BITMAPV5HEADER
-  uint16_t bitCount = 0;
-  uint32_t compression = 0;
-  uint32_t masks[4] = {};      // R, G, B, A
-  bool bottomUp = false;
-  uint32_t colourSpace = 0;
-  int32_t pixelsPerMetreX = 0;
+struct PngInfo {
+  Image image;                     // straight alpha, as stored
+  std::vector<std::string> chunks; // chunk types in file order
+  std::vector<int> filters;        // the filter byte of every row
 };
-// Parses BI_RGB and BI_BITFIELDS 32-bit files, top-down or bottom-up.
-std::optional<BmpInfo> DecodeBmp(const std::vector<uint8_t>& file);
+// Reads 8-bit RGBA PNGs that are not interlaced (what EncodePng writes); checks
+// every chunk's CRC and the zlib stream. Nothing else is accepted.
+std::optional<PngInfo> DecodePng(const std::vector<uint8_t>& file);
 
 std::vector<uint8_t> EncodeIco(const std::vector<Image>& straightImages);
 
@@ -52,12 +53,14 @@ struct IcoEntry {
 };
 std::optional<std::vector<IcoEntry>> DecodeIco(const std::vector<uint8_t>& file);
 
-std::vector<uint8_t> EncodePng(const Image& straight);
-// Reads back what EncodePng writes (stored blocks only); checks every CRC and the
-// Adler-32 of the data.
-std::optional<Image> DecodeStoredPng(const std::vector<uint8_t>& file);
-
 uint32_t Crc32(const uint8_t* data, size_t n);
+
+// FNV-1a over the bytes of premultiplied pixels every correct decoder agrees on:
+// the four bytes of a pixel that is fully opaque or fully clear, the alpha byte
+// alone of one in between (whose colour may differ by one with the decoder's
+// rounding). The manifest carries it so the Windows check can compare what the
+// platform decoded without a copy of the pixels.
+uint32_t DecoderFingerprint(const Image& premultiplied);
 
 bool WriteFile(const std::string& path, const std::vector<uint8_t>& bytes);
 std::optional<std::vector<uint8_t>> ReadFile(const std::string& path);

@@ -1,8 +1,7 @@
 // qvartwork: draws every picture of the monitor into a folder.
 //
-//   qvartwork OUTDIR                 the BMP and ICO files and artwork.txt
+//   qvartwork OUTDIR                 the PNG and ICO files and artwork.txt
 //   qvartwork OUTDIR --sheet PREFIX  also PREFIX-small.png and PREFIX-large.png
-//   qvartwork OUTDIR --png DIR       also every picture as PNG (straight alpha)
 //   qvartwork --list                 the list of pictures as Markdown
 #include <cstdio>
 #include <string>
@@ -14,7 +13,7 @@ namespace {
 
 int Usage() {
   std::fprintf(stderr,
-               "usage: qvartwork OUTDIR [--sheet PREFIX] [--png DIR]\n"
+               "usage: qvartwork OUTDIR [--sheet PREFIX]\n"
                "       qvartwork --list\n");
   return 2;
 }
@@ -28,12 +27,10 @@ int main(int argc, char** argv) {
     return 0;
   }
   if (args.empty() || args[0].starts_with("--")) return Usage();
-  std::string out = args[0], sheet, png;
+  std::string out = args[0], sheet;
   for (size_t i = 1; i < args.size(); ++i) {
     if (args[i] == "--sheet" && i + 1 < args.size())
       sheet = args[++i];
-    else if (args[i] == "--png" && i + 1 < args.size())
-      png = args[++i];
     else
       return Usage();
   }
@@ -55,10 +52,6 @@ int main(int argc, char** argv) {
       }
       std::printf("qvartwork: contact sheet %s\n", path.c_str());
     }
-  }
-  if (!png.empty() && !art::ExportPngs(png, error)) {
-    std::fprintf(stderr, "qvartwork: %s\n", error.c_str());
-    return 1;
   }
   return 0;
 }

@@ -1,5 +1,8 @@
 #include "platform/win32/Win32Pictures.h"
 
+#include <objbase.h>
+#include <wincodec.h>
+
 #include <cmath>
 #include <cstdlib>
 
@@ -7,11 +10,56 @@ namespace platform::win32 {
 
 namespace {
 
-constexpr int kScales[] = {100, 125, 150};
+constexpr int kScales[] = {100, 125, 150, 200};
+// Larger files than this are not pictures of ours; they are not decoded.
+constexpr UINT kMaxSide = 8192;
+
+template <class T>
+struct ComRelease {
+  void operator()(T* object) const noexcept { object->Release(); }
+};
+template <class T>
+using ComPtr = std::unique_ptr<T, ComRelease<T>>;
+
+// What a COM call hands out through its out parameter, owned at once; empty when
+// the call failed.
+template <class T, class Call>
+ComPtr<T> Obtain(Call&& call) {
+  T* raw = nullptr;
+  const HRESULT hr = call(&raw);
+  ComPtr<T> owned(raw);
+  if (FAILED(hr)) owned.reset();
+  return owned;
+}
+
+struct DcDeleter {
+  void operator()(HDC dc) const noexcept { DeleteDC(dc); }
+};
+
+// A memory DC with a bitmap selected into it; the DC's own bitmap goes back in
+// before the DC is deleted.
+class MemoryDc {
+ public:
+  MemoryDc(HDC like, HBITMAP bitmap) : dc_(CreateCompatibleDC(like)) {
+    if (dc_) old_ = SelectObject(dc_.get(), bitmap);
+  }
+  ~MemoryDc() {
+    if (dc_ && old_) SelectObject(dc_.get(), old_);
+  }
+  MemoryDc(const MemoryDc&) = delete;
+  MemoryDc& operator=(const MemoryDc&) = delete;
+
+  HDC Get() const { return dc_.get(); }
+  explicit operator bool() const { return dc_ && old_; }
+
+ private:
+  std::unique_ptr<HDC__, DcDeleter> dc_;
+  HGDIOBJ old_ = nullptr;
+};
 
 base::Text FileName(const base::Text& key, int scale) {
-  if (scale == 100) return key + u".bmp";
-  return key + u"@" + base::FromNumber(scale) + u".bmp";
+  if (scale == 100) return key + u".png";
+  return key + u"@" + base::FromNumber(scale) + u".png";
 }
 
 int ScaledSize(int size100, int scale) {
@@ -22,41 +70,100 @@ int ScaledSize(int size100, int scale) {
 int ScaleForDpi(int dpi) {
   if (dpi <= 96) return 100;
   if (dpi <= 120) return 125;
-  return 150;
+  if (dpi <= 144) return 150;
+  return 200;
 }
 
 bool IsAbsolute(const base::Text& path) {
   return (path.size() > 1 && path[1] == u':') || base::StartsWith(path, u"\\\\");
 }
 
+bool IsIconFile(const base::Text& keyOrPath) { return base::EndsWith(base::ToLower(keyOrPath), u".ico"); }
+
+bool FileExists(const base::Text& path) {
+  const DWORD attributes = GetFileAttributesW(Wide(path));
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
 }  // namespace
+
+// COM on this thread for as long as the pictures live (balanced by CoUninitialize
+// only when this call counted: S_OK or S_FALSE; a thread in another apartment
+// keeps it), and one imaging factory. The factory is a member after the apartment,
+// so it is released first.
+class Pictures::Decoder {
+ public:
+  Decoder() : com_(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)) {
+    factory_ = Obtain<IWICImagingFactory>([](IWICImagingFactory** out) {
+      return CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory,
+                              reinterpret_cast<void**>(out));
+    });
+  }
+
+  // The PNG (or any format the platform reads) as a top-down 32-bit DIB section
+  // with premultiplied alpha; an empty bitmap when the file cannot be read.
+  Bitmap Decode(const base::Text& path) const {
+    Bitmap out;
+    if (!factory_) return out;
+    auto decoder = Obtain<IWICBitmapDecoder>([&](IWICBitmapDecoder** d) {
+      return factory_->CreateDecoderFromFilename(Wide(path), nullptr, GENERIC_READ, WICDecodeMetadataCacheOnDemand,
+                                                 d);
+    });
+    if (!decoder) return out;
+    auto frame = Obtain<IWICBitmapFrameDecode>([&](IWICBitmapFrameDecode** f) { return decoder->GetFrame(0, f); });
+    auto converter =
+        Obtain<IWICFormatConverter>([&](IWICFormatConverter** c) { return factory_->CreateFormatConverter(c); });
+    UINT w = 0, h = 0;
+    if (!frame || !converter ||
+        FAILED(converter->Initialize(frame.get(), GUID_WICPixelFormat32bppPBGRA, WICBitmapDitherTypeNone, nullptr,
+                                     0.0, WICBitmapPaletteTypeCustom)) ||
+        FAILED(converter->GetSize(&w, &h)) || w == 0 || h == 0 || w > kMaxSide || h > kMaxSide)
+      return out;
+
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof(info.bmiHeader);
+    info.bmiHeader.biWidth = static_cast<LONG>(w);
+    info.bmiHeader.biHeight = -static_cast<LONG>(h);  // top-down, as WIC's rows come
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    info.bmiHeader.biCompression = BI_RGB;
+    void* bits = nullptr;
+    GdiObject<HBITMAP> dib(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+    if (!dib || !bits || FAILED(converter->CopyPixels(nullptr, w * 4, w * 4 * h, static_cast<BYTE*>(bits))))
+      return out;
+    out.handle = std::move(dib);
+    out.width = static_cast<int>(w);
+    out.height = static_cast<int>(h);
+    return out;
+  }
+
+ private:
+  struct Apartment {
+    explicit Apartment(HRESULT hr) : counted(SUCCEEDED(hr)) {}
+    ~Apartment() {
+      if (counted) CoUninitialize();
+    }
+    Apartment(const Apartment&) = delete;
+    Apartment& operator=(const Apartment&) = delete;
+    bool counted;
+  };
+
+  Apartment com_;
+  ComPtr<IWICImagingFactory> factory_;
+};
 
 Pictures::Pictures(base::Text folder, int dpi) : folder_(std::move(folder)), dpi_(dpi) {}
 
-Pictures::~Pictures() {
-  for (auto& [key, scales] : cache_) {
-    for (auto& [scale, bmp] : scales) {
-      if (bmp.handle) DeleteObject(bmp.handle);
-    }
-  }
-}
+Pictures::~Pictures() = default;
 
 const Bitmap* Pictures::Load(const base::Text& key, int scale) {
   auto& scales = cache_[key];
   auto it = scales.find(scale);
   if (it == scales.end()) {
-    Bitmap bmp;
+    if (!decoder_) decoder_ = std::make_unique<Decoder>();
+    Bitmap bmp = decoder_->Decode(folder_ + u"\\" + FileName(key, scale));
     bmp.scale = scale;
-    const base::Text path = folder_ + u"\\" + FileName(key, scale);
-    bmp.handle = static_cast<HBITMAP>(LoadImageW(nullptr, Wide(path), IMAGE_BITMAP, 0, 0,
-                                                 LR_LOADFROMFILE | LR_CREATEDIBSECTION));
-    if (bmp.handle) {
-      BITMAP info{};
-      GetObjectW(bmp.handle, sizeof(info), &info);
-      bmp.width = info.bmWidth;
-      bmp.height = std::abs(info.bmHeight);
-    }
-    it = scales.emplace(scale, bmp).first;
+    it = scales.emplace(scale, std::move(bmp)).first;
   }
   return it->second.handle ? &it->second : nullptr;
 }
@@ -84,42 +191,36 @@ const Bitmap* Pictures::Find(const base::Text& key, int targetHeight) {
 }
 
 void Pictures::Draw(HDC dc, const Bitmap& bmp, int x, int y, int w, int h) {
-  HDC src = CreateCompatibleDC(dc);
-  HGDIOBJ old = SelectObject(src, bmp.handle);
+  MemoryDc src(dc, bmp.handle.get());
+  if (!src) return;
   BLENDFUNCTION blend{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
   SetStretchBltMode(dc, HALFTONE);
-  GdiAlphaBlend(dc, x, y, w, h, src, 0, 0, bmp.width, bmp.height, blend);
-  SelectObject(src, old);
-  DeleteDC(src);
+  GdiAlphaBlend(dc, x, y, w, h, src.Get(), 0, 0, bmp.width, bmp.height, blend);
 }
 
 void Pictures::DrawFace(HDC dc, const Bitmap& bmp, const RECT& r) {
   const int w = r.right - r.left;
   const int h = r.bottom - r.top;
   if (w <= 0 || h <= 0) return;
-  // 4 pixels at each end at 100 %, 5 at 125 %, 6 at 150 %.
-  int end = bmp.scale >= 150 ? 6 : bmp.scale >= 125 ? 5 : 4;
+  // 4 pixels at each end at 100 %, 5 at 125 %, 6 at 150 %, 8 at 200 %.
+  const int end = ScaledSize(4, bmp.scale);
   if (w == bmp.width || bmp.width <= 2 * end || w <= 2 * end) {
     Draw(dc, bmp, r.left, r.top, w, h);
     return;
   }
-  HDC src = CreateCompatibleDC(dc);
-  HGDIOBJ old = SelectObject(src, bmp.handle);
+  MemoryDc src(dc, bmp.handle.get());
+  if (!src) return;
   BLENDFUNCTION blend{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
-  GdiAlphaBlend(dc, r.left, r.top, end, h, src, 0, 0, end, bmp.height, blend);
-  GdiAlphaBlend(dc, r.left + end, r.top, w - 2 * end, h, src, end, 0, 1, bmp.height, blend);
-  GdiAlphaBlend(dc, r.right - end, r.top, end, h, src, bmp.width - end, 0, end, bmp.height, blend);
-  SelectObject(src, old);
-  DeleteDC(src);
+  GdiAlphaBlend(dc, r.left, r.top, end, h, src.Get(), 0, 0, end, bmp.height, blend);
+  GdiAlphaBlend(dc, r.left + end, r.top, w - 2 * end, h, src.Get(), end, 0, 1, bmp.height, blend);
+  GdiAlphaBlend(dc, r.right - end, r.top, end, h, src.Get(), bmp.width - end, 0, end, bmp.height, blend);
 }
 
 void Pictures::DrawPlaceholder(HDC dc, const RECT& r) {
-  HBRUSH fill = CreateSolidBrush(RGB(0xEA, 0xEF, 0xF1));
-  FillRect(dc, &r, fill);
-  DeleteObject(fill);
-  HBRUSH edge = CreateSolidBrush(RGB(0xB8, 0xC3, 0xC8));
-  FrameRect(dc, &r, edge);
-  DeleteObject(edge);
+  const GdiObject<HBRUSH> fill(CreateSolidBrush(RGB(0xEA, 0xEF, 0xF1)));
+  if (fill) FillRect(dc, &r, fill.get());
+  const GdiObject<HBRUSH> edge(CreateSolidBrush(RGB(0xB8, 0xC3, 0xC8)));
+  if (edge) FrameRect(dc, &r, edge.get());
 }
 
 HICON Pictures::LoadIconFile(const base::Text& path, int cx, int cy) {
@@ -129,10 +230,18 @@ HICON Pictures::LoadIconFile(const base::Text& path, int cx, int cy) {
 
 base::Text Pictures::IconPath(const base::Text& keyOrPath) const {
   if (keyOrPath.empty()) return {};
-  if (base::EndsWith(base::ToLower(keyOrPath), u".ico")) {
+  if (IsIconFile(keyOrPath)) {
     return IsAbsolute(keyOrPath) ? keyOrPath : folder_ + u"\\" + keyOrPath;
   }
   return folder_ + u"\\" + keyOrPath + u".ico";
+}
+
+base::Text Pictures::IconPath(const base::Text& keyOrPath, bool lightTaskbar) const {
+  if (lightTaskbar && !keyOrPath.empty() && !IsIconFile(keyOrPath)) {
+    const base::Text light = folder_ + u"\\" + keyOrPath + u"_light.ico";
+    if (FileExists(light)) return light;
+  }
+  return IconPath(keyOrPath);
 }
 
 }  // namespace platform::win32

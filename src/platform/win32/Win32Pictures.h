@@ -1,19 +1,29 @@
 #pragma once
-// The image folder's pictures as the artwork tool writes them: <key>.bmp at 96 dots
-// per inch, <key>@125.bmp and <key>@150.bmp for larger screens, 32-bit with
-// premultiplied alpha. A picture is drawn from the file whose size suits the place
-// it is drawn in, so a control keeps sharp edges whether or not its form was scaled.
+// The image folder's pictures as the artwork tool writes them: <key>.png at 96 dots
+// per inch, <key>@125.png, <key>@150.png and <key>@200.png for larger screens (PNG,
+// straight alpha). Windows' own imaging component decodes them into 32-bit DIB
+// sections with premultiplied alpha, ready for GdiAlphaBlend. A picture is drawn
+// from the file whose size suits the place it is drawn in, so a control keeps sharp
+// edges whether or not its form was scaled.
 #include "platform/win32/Win32Text.h"
 
 #include <map>
 #include <memory>
+#include <type_traits>
 
 #include "base/Text.h"
 
 namespace platform::win32 {
 
+// A GDI object (bitmap, brush ...) owned by a unique_ptr.
+struct GdiObjectDeleter {
+  void operator()(HGDIOBJ object) const noexcept { DeleteObject(object); }
+};
+template <class Handle>
+using GdiObject = std::unique_ptr<std::remove_pointer_t<Handle>, GdiObjectDeleter>;
+
 struct Bitmap {
-  HBITMAP handle = nullptr;
+  GdiObject<HBITMAP> handle;  // a top-down 32-bit DIB section, premultiplied alpha
   int width = 0;
   int height = 0;
   int scale = 100;  // the file's scale in percent
@@ -21,7 +31,9 @@ struct Bitmap {
 
 class Pictures {
  public:
-  // `folder` is the image folder (no trailing '\'); `dpi` the screen's.
+  // `folder` is the image folder (no trailing '\'); `dpi` the screen's. Decoding
+  // uses COM on the calling thread: a thread without COM gets an apartment of its
+  // own for the object's life; one that has COM keeps it as it is.
   Pictures(base::Text folder, int dpi);
   ~Pictures();
   Pictures(const Pictures&) = delete;
@@ -45,13 +57,20 @@ class Pictures {
   static HICON LoadIconFile(const base::Text& path, int cx, int cy);
   // Resolves an icon given as a key or a path against the image folder.
   base::Text IconPath(const base::Text& keyOrPath) const;
+  // The same for a tray icon on a taskbar of the given theme: on a light taskbar a
+  // key whose "<key>_light.ico" file exists gives that file; anything else
+  // (a dark taskbar, a key without a light variant, a path) is resolved as above.
+  base::Text IconPath(const base::Text& keyOrPath, bool lightTaskbar) const;
 
  private:
+  class Decoder;  // the COM apartment and the imaging factory, made on first use
+
   const Bitmap* Load(const base::Text& key, int scale);
 
   base::Text folder_;
   int dpi_;
-  // key -> scale -> bitmap (a null handle remembers a missing file)
+  std::unique_ptr<Decoder> decoder_;
+  // key -> scale -> bitmap (a null handle remembers a missing or unreadable file)
   std::map<base::Text, std::map<int, Bitmap>> cache_;
 };
 
