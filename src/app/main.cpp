@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include "app/ComRegistration.h"
+#include "frame/Logs.h"
 #include "frame/Startup.h"
 #include "kit/HostedUi.h"
 #include "monitor/MonitorProgram.h"
@@ -38,6 +39,10 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
   frame::AppState app(win32.Get());
   support::SecureValueStore secure(app);
   app.secureStore = &secure;
+  // What escapes the handling of a window message or of an engine's call goes to the
+  // trace; the window or the call goes on.
+  app.platform.ui->SetFailureSink([&app](const base::Text& line) { frame::WriteTrace(app, line); });
+  com.SetFailureSink([&app](const base::Text& line) { frame::WriteTrace(app, line); });
 
   kit::HostedUi ui(*app.platform.ui);
   ServingMonitorProgram program(app, ui, com);

@@ -31,6 +31,7 @@ class IUiHost {
   // The platform's own Yes/No question; true for Yes. Only for a program that has no
   // screen kit (the product asks through its own message box).
   virtual bool AskYesNo(const Text& text, const Text& title) = 0;
+  virtual void SetFailureSink(std::function<void(const Text& line)> sink) {}
 
   // ---- Screen ----
   // 1440 divided by the screen's dots per inch (15 at 96, 12 at 120).

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/Guarded.h"
+
 namespace platform {
 
 namespace {
@@ -30,7 +32,19 @@ void FakeUiHost::FireTimer(std::uintptr_t id) {
   if (it == timers.end() || !it->second.onTick) return;
   // The tick may stop its own timer; keep the function alive while it runs.
   std::function<void()> tick = it->second.onTick;
-  tick();
+  try {
+    tick();
+  } catch (...) {
+    Failed(u"timer " + base::FromNumber(static_cast<long long>(id)));
+  }
+}
+
+void FakeUiHost::Failed(const Text& what) {
+  const base::ErrorInfo error = base::DescribeCurrentException();
+  Text line = u"UI host: " + what + u": " + error.description + u" (error " +
+              base::FromNumber(error.number) + u")";
+  failures.push_back(line);
+  if (failureSink) failureSink(line);
 }
 
 UiTextSize FakeUiHost::MeasureText(const Text& text, const UiFont& font, double wrapWidth) {
@@ -189,7 +203,11 @@ void FakeUiHost::FireTray(UiHandle icon, int mouseMessage) {
   auto it = trayIcons.find(icon);
   if (it == trayIcons.end() || !it->second.onEvent) return;
   std::function<void(int)> handler = it->second.onEvent;
-  handler(mouseMessage);
+  try {
+    handler(mouseMessage);
+  } catch (...) {
+    Failed(u"tray icon, message " + base::FromNumber(mouseMessage));
+  }
 }
 
 UiHandle FakeUiHost::FindForm(const Text& name) const {

@@ -25,7 +25,12 @@ class FakeUiHost : public IUiHost {
   std::uintptr_t StartTimer(std::uint32_t intervalMs, std::function<void()> onTick) override;
   void StopTimer(std::uintptr_t id) override { timers.erase(id); }
   bool AskYesNo(const Text& text, const Text& title) override;
+  void SetFailureSink(std::function<void(const Text& line)> sink) override {
+    failureSink = std::move(sink);
+  }
 
+  // Runs the timer's tick as the host's loop would: a failure that escapes it is kept
+  // in `failures` (and told to the sink), and the timer goes on.
   void FireTimer(std::uintptr_t id);
   struct TimerEntry {
     std::uint32_t intervalMs;
@@ -37,6 +42,8 @@ class FakeUiHost : public IUiHost {
   bool quitRequested = false;
   int exitCode = 0;
   int doEventsCalls = 0;
+  std::function<void(const Text& line)> failureSink;
+  std::vector<Text> failures;  // one line per failure that reached the host
 
   // ---- Screen ----
   int TwipsPerPixelX() override { return twipsPerPixel; }
@@ -120,7 +127,8 @@ class FakeUiHost : public IUiHost {
     std::function<void(int)> onEvent;
   };
   std::map<UiHandle, TrayRecord> trayIcons;
-  // Plays a mouse message on an icon, as the shell's callback would.
+  // Plays a mouse message on an icon, as the shell's callback would; a failure that
+  // escapes the handler is kept as FireTimer keeps it.
   void FireTray(UiHandle icon, int mouseMessage);
 
   // ---- Lookups for tests ----
@@ -134,6 +142,9 @@ class FakeUiHost : public IUiHost {
   IUiEvents* Events(UiHandle window) const;
 
  private:
+  // Inside a catch block: keeps the failure's line and tells the sink.
+  void Failed(const Text& what);
+
   UiHandle next_ = 1;
   std::uintptr_t nextTimer_ = 1;
 };

@@ -10,6 +10,7 @@
 
 #include "QVMonitor_h.h"
 #include "base/Guarded.h"
+#include "platform/win32/Win32Handles.h"
 
 // In the import library but not declared by the headers of this tool chain.
 extern "C" HRESULT WINAPI RegisterTypeLibForUser(ITypeLib* lib, OLECHAR* path, OLECHAR* helpDir);
@@ -46,15 +47,13 @@ ITypeInfo* LoadMonitorTypeInfo() {
 }
 
 bool SetValue(HKEY root, const Text& key, const Text& name, const Text& value) {
-  HKEY h = nullptr;
-  if (::RegCreateKeyExW(root, Wide(key), 0, nullptr, 0, KEY_WRITE, nullptr, &h, nullptr) !=
+  win32::UniqueKey h;
+  if (::RegCreateKeyExW(root, Wide(key), 0, nullptr, 0, KEY_WRITE, nullptr, h.Out(), nullptr) !=
       ERROR_SUCCESS)
     return false;
-  const LONG rc = ::RegSetValueExW(h, name.empty() ? nullptr : Wide(name), 0, REG_SZ,
-                                   reinterpret_cast<const BYTE*>(Wide(value)),
-                                   static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
-  ::RegCloseKey(h);
-  return rc == ERROR_SUCCESS;
+  return ::RegSetValueExW(h.Get(), name.empty() ? nullptr : Wide(name), 0, REG_SZ,
+                          reinterpret_cast<const BYTE*>(Wide(value)),
+                          static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t))) == ERROR_SUCCESS;
 }
 
 // Writes the class, program id, interface and type library under `root` + `prefix`.
@@ -87,23 +86,33 @@ bool WriteClassKeys(HKEY root, const Text& prefix, const Text& exePath) {
 
 // What COM will find when it looks the class up.
 Text RegisteredServer() {
-  HKEY h = nullptr;
+  win32::UniqueKey h;
   const Text key = Text(u"CLSID\\") + kMonitorClsid + u"\\LocalServer32";
-  if (::RegOpenKeyExW(HKEY_CLASSES_ROOT, Wide(key), 0, KEY_READ, &h) != ERROR_SUCCESS)
+  if (::RegOpenKeyExW(HKEY_CLASSES_ROOT, Wide(key), 0, KEY_READ, h.Out()) != ERROR_SUCCESS)
     return Text();
   wchar_t buffer[1024] = {};
   DWORD bytes = sizeof(buffer) - sizeof(wchar_t);
   DWORD type = 0;
-  const LONG rc = ::RegQueryValueExW(h, nullptr, nullptr, &type, reinterpret_cast<BYTE*>(buffer), &bytes);
-  ::RegCloseKey(h);
+  const LONG rc =
+      ::RegQueryValueExW(h.Get(), nullptr, nullptr, &type, reinterpret_cast<BYTE*>(buffer), &bytes);
   return rc == ERROR_SUCCESS ? Text(FromWide(buffer)) : Text();
+}
+
+// The line of a call of the engine that failed inside.
+void ReportCallFailure(const std::shared_ptr<ComFailureSink>& sink, const char16_t* call,
+                       const base::ErrorInfo& error) {
+  if (sink && *sink) {
+    (*sink)(u"COM server: " + Text(call) + u": " + error.description + u" (error " +
+            base::FromNumber(error.number) + u"); the call answered with its defaults");
+  }
 }
 
 // One instance of the class for one client.
 class MonitorObject final : public _IMonitor {
  public:
-  MonitorObject(std::unique_ptr<IMonitorCallback> callback, ITypeInfo* typeInfo)
-      : callback_(std::move(callback)), typeInfo_(typeInfo) {
+  MonitorObject(std::unique_ptr<IMonitorCallback> callback, ITypeInfo* typeInfo,
+                std::shared_ptr<ComFailureSink> failureSink)
+      : callback_(std::move(callback)), typeInfo_(typeInfo), failureSink_(std::move(failureSink)) {
     if (typeInfo_) typeInfo_->AddRef();
   }
   ~MonitorObject() {
@@ -155,11 +164,13 @@ class MonitorObject final : public _IMonitor {
   HRESULT STDMETHODCALLTYPE get_dTransferRate(double* value) noexcept override {
     if (!value) return E_POINTER;
     *value = 0;
-    base::Guarded([&] { *value = callback_->GetTransferRate(); }, [](const base::ErrorInfo&) {});
+    base::Guarded([&] { *value = callback_->GetTransferRate(); },
+                  [&](const base::ErrorInfo& e) { Failed(u"get_dTransferRate", e); });
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE put_dTransferRate(double value) noexcept override {
-    base::Guarded([&] { callback_->SetTransferRate(value); }, [](const base::ErrorInfo&) {});
+    base::Guarded([&] { callback_->SetTransferRate(value); },
+                  [&](const base::ErrorInfo& e) { Failed(u"put_dTransferRate", e); });
     return S_OK;
   }
 
@@ -189,7 +200,7 @@ class MonitorObject final : public _IMonitor {
           a.sBkStatus = sBkStatus;
           answer = callback_->UpdateMonitor(a);
         },
-        [](const base::ErrorInfo&) {});
+        [&](const base::ErrorInfo& e) { Failed(u"UpdateMonitor", e); });
     if (result) {
       ::VariantInit(result);
       result->vt = VT_I2;
@@ -202,20 +213,27 @@ class MonitorObject final : public _IMonitor {
     if (!result) return E_POINTER;
     *result = nullptr;
     Text text;
-    base::Guarded([&] { text = callback_->GetProperTime(lTimeValue); }, [](const base::ErrorInfo&) {});
+    base::Guarded([&] { text = callback_->GetProperTime(lTimeValue); },
+                  [&](const base::ErrorInfo& e) { Failed(u"GetProperTime", e); });
     *result = ::SysAllocStringLen(Wide(text), static_cast<UINT>(text.size()));
     return S_OK;
   }
 
  private:
   std::atomic<ULONG> refs_{1};
+  void Failed(const char16_t* call, const base::ErrorInfo& error) {
+    ReportCallFailure(failureSink_, call, error);
+  }
+
   std::unique_ptr<IMonitorCallback> callback_;
   ITypeInfo* typeInfo_ = nullptr;
+  std::shared_ptr<ComFailureSink> failureSink_;
 };
 
 class MonitorFactory final : public IClassFactory {
  public:
-  explicit MonitorFactory(MonitorCallbackFactory make) : make_(std::move(make)) {
+  MonitorFactory(MonitorCallbackFactory make, std::shared_ptr<ComFailureSink> failureSink)
+      : make_(std::move(make)), failureSink_(std::move(failureSink)) {
     typeInfo_ = LoadMonitorTypeInfo();
   }
   ~MonitorFactory() {
@@ -251,11 +269,11 @@ class MonitorFactory final : public IClassFactory {
             hr = E_FAIL;
             return;
           }
-          auto* object = new MonitorObject(std::move(callback), typeInfo_);
+          auto* object = new MonitorObject(std::move(callback), typeInfo_, failureSink_);
           hr = object->QueryInterface(riid, out);
           object->Release();
         },
-        [](const base::ErrorInfo&) {});
+        [&](const base::ErrorInfo& e) { ReportCallFailure(failureSink_, u"CreateInstance", e); });
     return hr;
   }
   // The monitor lives on its own; a lock from a client does not change that.
@@ -265,6 +283,7 @@ class MonitorFactory final : public IClassFactory {
   std::atomic<ULONG> refs_{1};
   MonitorCallbackFactory make_;
   ITypeInfo* typeInfo_ = nullptr;
+  std::shared_ptr<ComFailureSink> failureSink_;
 };
 
 }  // namespace
@@ -305,7 +324,7 @@ bool Win32ComServer::RegisterClassObject(MonitorCallbackFactory factory) noexcep
         RevokeClassObject();
         // The calls must arrive on this (the window's) thread: an apartment of its own.
         ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-        auto* f = new MonitorFactory(std::move(factory));
+        auto* f = new MonitorFactory(std::move(factory), failureSink_);
         DWORD cookie = 0;
         const HRESULT hr = ::CoRegisterClassObject(CLSID_IMonitor, f, CLSCTX_LOCAL_SERVER,
                                                    REGCLS_MULTIPLEUSE, &cookie);

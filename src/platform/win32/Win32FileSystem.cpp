@@ -3,28 +3,16 @@
 
 #include <algorithm>
 
+#include "platform/win32/Win32Handles.h"
+
 namespace platform {
 namespace {
 
 using win32::FromWide;
 using win32::NoThrow;
 using win32::Wide;
-
-// Closes the handle when the call is done, whichever way it leaves.
-class FileHandle {
- public:
-  explicit FileHandle(HANDLE h) : h_(h) {}
-  ~FileHandle() {
-    if (Ok()) ::CloseHandle(h_);
-  }
-  FileHandle(const FileHandle&) = delete;
-  FileHandle& operator=(const FileHandle&) = delete;
-  bool Ok() const { return h_ != INVALID_HANDLE_VALUE && h_ != nullptr; }
-  HANDLE Get() const { return h_; }
-
- private:
-  HANDLE h_;
-};
+// Closes the file when the call is done, whichever way it leaves.
+using FileHandle = win32::UniqueHandle;
 
 // Others (the engine) append to the same files while we read them: share everything.
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
@@ -96,7 +84,7 @@ bool Win32FileSystem::DeleteFile(const Text& path) noexcept {
 std::optional<std::string> Win32FileSystem::ReadAll(const Text& path) noexcept {
   return NoThrow(std::optional<std::string>(), [&]() -> std::optional<std::string> {
     FileHandle file(OpenForReading(path));
-    if (!file.Ok()) return std::nullopt;
+    if (!file) return std::nullopt;
     LARGE_INTEGER size{};
     if (!::GetFileSizeEx(file.Get(), &size)) return std::nullopt;
     std::string data;
@@ -110,7 +98,7 @@ std::optional<std::string> Win32FileSystem::ReadRange(const Text& path, std::uin
                                                       std::size_t count) noexcept {
   return NoThrow(std::optional<std::string>(), [&]() -> std::optional<std::string> {
     FileHandle file(OpenForReading(path));
-    if (!file.Ok()) return std::nullopt;
+    if (!file) return std::nullopt;
     LARGE_INTEGER size{};
     if (!::GetFileSizeEx(file.Get(), &size)) return std::nullopt;
     std::uint64_t total = static_cast<std::uint64_t>(size.QuadPart);
@@ -135,7 +123,7 @@ std::optional<std::uint64_t> Win32FileSystem::FileSize(const Text& path) noexcep
 bool Win32FileSystem::WriteAll(const Text& path, std::string_view bytes) noexcept {
   FileHandle file(::CreateFileW(Wide(path), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                 CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-  return file.Ok() && WriteEverything(file.Get(), bytes);
+  return file && WriteEverything(file.Get(), bytes);
 }
 
 bool Win32FileSystem::Append(const Text& path, std::string_view bytes) noexcept {
@@ -143,7 +131,7 @@ bool Win32FileSystem::Append(const Text& path, std::string_view bytes) noexcept 
   // program appended in between.
   FileHandle file(::CreateFileW(Wide(path), FILE_APPEND_DATA | SYNCHRONIZE, kShareAll, nullptr,
                                 OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-  return file.Ok() && WriteEverything(file.Get(), bytes);
+  return file && WriteEverything(file.Get(), bytes);
 }
 
 std::vector<FileEntry> Win32FileSystem::List(const Text& folder, const Text& pattern) noexcept {
@@ -153,13 +141,8 @@ std::vector<FileEntry> Win32FileSystem::List(const Text& folder, const Text& pat
     if (!query.empty() && query.back() != u'\\' && query.back() != u'/') query += u'\\';
     query += pattern;
     WIN32_FIND_DATAW found{};
-    struct Search {
-      HANDLE h;
-      ~Search() {
-        if (h != INVALID_HANDLE_VALUE) ::FindClose(h);
-      }
-    } search{::FindFirstFileW(Wide(query), &found)};
-    if (search.h == INVALID_HANDLE_VALUE) return entries;
+    win32::UniqueFindHandle search(::FindFirstFileW(Wide(query), &found));
+    if (!search) return entries;
     do {
       Text name = FromWide(found.cFileName);
       if (name == u"." || name == u"..") continue;
@@ -169,7 +152,7 @@ std::vector<FileEntry> Win32FileSystem::List(const Text& folder, const Text& pat
       entry.size = (static_cast<std::uint64_t>(found.nFileSizeHigh) << 32) | found.nFileSizeLow;
       entry.modified = ToLocalDateTime(found.ftLastWriteTime);
       entries.push_back(std::move(entry));
-    } while (::FindNextFileW(search.h, &found));
+    } while (::FindNextFileW(search.Get(), &found));
     return entries;
   });
 }

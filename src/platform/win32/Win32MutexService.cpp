@@ -14,6 +14,7 @@ IMutexService::Created Win32MutexService::CreateMutex(const Text& name,
   return result;
 }
 
+// The interface's close, called for a handle its caller owns: no holder here.
 bool Win32MutexService::CloseHandle(std::uintptr_t handle) noexcept {
   return ::CloseHandle(reinterpret_cast<HANDLE>(handle)) != FALSE;
 }

@@ -106,6 +106,7 @@ bool Win32ProcessList::TerminateProcess(OsHandle process, std::uint32_t exitCode
   return ::TerminateProcess(H(process), exitCode) != FALSE;
 }
 
+// The interface's close, called for a handle its caller owns: no holder here.
 bool Win32ProcessList::CloseHandle(OsHandle handle) noexcept {
   return ::CloseHandle(H(handle)) != FALSE;
 }

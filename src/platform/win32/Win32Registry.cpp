@@ -1,6 +1,8 @@
 #include "platform/win32/Win32Text.h"
 #include "platform/win32/Win32Registry.h"
 
+#include "platform/win32/Win32Handles.h"
+
 #include <vector>
 
 namespace platform {
@@ -8,33 +10,19 @@ namespace {
 
 using win32::FromWide;
 using win32::NoThrow;
+using win32::UniqueKey;
 using win32::Wide;
 
 HKEY RootKey(RegRoot root) {
   return root == RegRoot::LocalMachine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
 }
 
-class KeyHandle {
- public:
-  KeyHandle() = default;
-  ~KeyHandle() {
-    if (h_) ::RegCloseKey(h_);
-  }
-  KeyHandle(const KeyHandle&) = delete;
-  KeyHandle& operator=(const KeyHandle&) = delete;
-  HKEY* Out() { return &h_; }
-  HKEY Get() const { return h_; }
-
- private:
-  HKEY h_ = nullptr;
-};
-
 }  // namespace
 
 std::optional<Text> Win32Registry::ReadString(RegRoot root, const Text& key, const Text& name,
                                               std::size_t maxBytes) noexcept {
   return NoThrow(std::optional<Text>(), [&]() -> std::optional<Text> {
-    KeyHandle k;
+    UniqueKey k;
     if (::RegOpenKeyExW(RootKey(root), Wide(key), 0, KEY_READ, k.Out()) != ERROR_SUCCESS)
       return std::nullopt;
     std::vector<BYTE> buffer(maxBytes + 2, 0);
@@ -55,7 +43,7 @@ std::optional<Text> Win32Registry::ReadString(RegRoot root, const Text& key, con
 
 bool Win32Registry::WriteString(RegRoot root, const Text& key, const Text& name,
                                 const Text& value, unsigned long access) noexcept {
-  KeyHandle k;
+  UniqueKey k;
   if (::RegCreateKeyExW(RootKey(root), Wide(key), 0, nullptr, REG_OPTION_NON_VOLATILE,
                         static_cast<REGSAM>(access), nullptr, k.Out(), nullptr) != ERROR_SUCCESS)
     return false;
@@ -65,7 +53,7 @@ bool Win32Registry::WriteString(RegRoot root, const Text& key, const Text& name,
 }
 
 bool Win32Registry::DeleteValue(RegRoot root, const Text& key, const Text& name) noexcept {
-  KeyHandle k;
+  UniqueKey k;
   if (::RegOpenKeyExW(RootKey(root), Wide(key), 0, KEY_WRITE, k.Out()) != ERROR_SUCCESS)
     return false;
   return ::RegDeleteValueW(k.Get(), Wide(name)) == ERROR_SUCCESS;

@@ -71,6 +71,7 @@ bool Win32ServiceManager::ControlService(ScHandle service, unsigned long control
   return true;
 }
 
+// The interface's close, called for a handle its caller owns: no holder here.
 bool Win32ServiceManager::CloseServiceHandle(ScHandle handle) noexcept {
   return ::CloseServiceHandle(H(handle)) != FALSE;
 }

@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "platform/win32/Win32Handles.h"
+
 namespace platform {
 
 using win32::NoThrow;
@@ -42,8 +44,9 @@ bool Win32Shell::Run(const Text& commandLine, bool hidden) noexcept {
     if (!::CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, flags, nullptr, nullptr,
                           &startup, &process))
       return false;
-    ::CloseHandle(process.hThread);
-    ::CloseHandle(process.hProcess);
+    // The program runs on its own: its handles are given back at once.
+    win32::UniqueHandle processHandle(process.hProcess);
+    win32::UniqueHandle threadHandle(process.hThread);
     return true;
   });
 }

@@ -5,6 +5,8 @@
 
 #include <vector>
 
+#include "platform/win32/Win32Handles.h"
+
 namespace platform {
 namespace {
 
@@ -23,10 +25,9 @@ OSVERSIONINFOEXW Version() {
 }
 
 int TwipsPerPixel(int capability) {
-  HDC screen = ::GetDC(nullptr);
+  win32::WindowDC screen(nullptr);
   if (!screen) return 15;
-  int dpi = ::GetDeviceCaps(screen, capability);
-  ::ReleaseDC(nullptr, screen);
+  const int dpi = ::GetDeviceCaps(screen.Get(), capability);
   return dpi > 0 ? 1440 / dpi : 15;
 }
 
@@ -45,14 +46,13 @@ Text ModulePath() {
 std::size_t LastSeparator(const Text& path) { return path.find_last_of(u"\\/"); }
 
 Text ProcessImagePath(DWORD pid) {
-  HANDLE process = ::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, pid);
+  win32::UniqueHandle process(::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, pid));
   if (!process) return Text();
   std::vector<wchar_t> buffer(32768);
   DWORD size = static_cast<DWORD>(buffer.size());
   Text path;
-  if (::QueryFullProcessImageNameW(process, 0, buffer.data(), &size))
+  if (::QueryFullProcessImageNameW(process.Get(), 0, buffer.data(), &size))
     path = FromWide(buffer.data(), size);
-  ::CloseHandle(process);
   return path;
 }
 
@@ -142,13 +142,13 @@ bool Win32SystemInfo::PreviousInstanceRunning() noexcept {
     DWORD selfSession = 0;
     if (!::ProcessIdToSessionId(selfPid, &selfSession)) return false;
 
-    HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-    if (snapshot == INVALID_HANDLE_VALUE) return false;
+    win32::UniqueHandle snapshot(::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+    if (!snapshot) return false;
     bool found = false;
     PROCESSENTRY32W entry{};
     entry.dwSize = sizeof(entry);
-    for (BOOL more = ::Process32FirstW(snapshot, &entry); more && !found;
-         more = ::Process32NextW(snapshot, &entry)) {
+    for (BOOL more = ::Process32FirstW(snapshot.Get(), &entry); more && !found;
+         more = ::Process32NextW(snapshot.Get(), &entry)) {
       if (entry.th32ProcessID == selfPid) continue;
       DWORD session = 0;
       if (!::ProcessIdToSessionId(entry.th32ProcessID, &session) || session != selfSession)
@@ -158,7 +158,6 @@ bool Win32SystemInfo::PreviousInstanceRunning() noexcept {
               ::CompareStringOrdinal(Wide(path), static_cast<int>(path.size()), Wide(self),
                                      static_cast<int>(self.size()), TRUE) == CSTR_EQUAL;
     }
-    ::CloseHandle(snapshot);
     return found;
   });
 }

@@ -101,17 +101,18 @@ HFONT Win32UiHost::Font(const UiFont& font) {
   const int hundredths = static_cast<int>(std::lround(points * 100));
   const auto key = std::make_pair(hundredths, font.bold);
   auto it = fonts_.find(key);
-  if (it != fonts_.end()) return it->second;
-  HFONT f = CreateFontW(-MulDiv(hundredths, dpiY_, 7200), 0, 0, 0, font.bold ? FW_BOLD : FW_NORMAL,
-                        FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
-                        CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS, L"Tahoma");
-  fonts_[key] = f;
-  return f;
+  if (it != fonts_.end()) return it->second.Get();
+  win32::UniqueFont f(CreateFontW(-MulDiv(hundredths, dpiY_, 7200), 0, 0, 0,
+                                  font.bold ? FW_BOLD : FW_NORMAL, FALSE, FALSE, FALSE,
+                                  DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
+                                  DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS, L"Tahoma"));
+  return (fonts_[key] = std::move(f)).Get();
 }
 
 UiTextSize Win32UiHost::MeasureText(const Text& text, const UiFont& font, double wrapWidth) {
-  HDC dc = GetDC(nullptr);
-  HGDIOBJ old = SelectObject(dc, Font(font));
+  win32::WindowDC screen(nullptr);
+  HDC dc = screen.Get();
+  win32::Selected selected(dc, Font(font));
   RECT r{0, 0, 0, 0};
   UINT flags = DT_CALCRECT | DT_EXPANDTABS;
   if (wrapWidth > 0) {
@@ -121,8 +122,6 @@ UiTextSize Win32UiHost::MeasureText(const Text& text, const UiFont& font, double
   // An empty caption still takes one line's height, as a label does.
   const Text& measured = text.empty() ? Text(u" ") : text;
   DrawTextW(dc, Wide(measured), static_cast<int>(measured.size()), &r, flags);
-  SelectObject(dc, old);
-  ReleaseDC(nullptr, dc);
   const double width = text.empty() ? 0 : static_cast<double>(r.right - r.left) * tppX_;
   return {width, static_cast<double>(r.bottom - r.top) * tppY_};
 }
@@ -131,9 +130,9 @@ HWND Win32UiHost::CreateControlWindow(ControlRec& c) {
   const UiControl& s = c.state;
   HWND parent = nullptr;
   if (c.container != 0) {
-    if (ControlRec* p = Control(c.container)) parent = p->hwnd;
+    if (ControlRec* p = Control(c.container)) parent = p->hwnd.Get();
   } else if (FormRec* f = Form(c.window)) {
-    parent = f->hwnd;
+    parent = f->hwnd.Get();
   }
   if (parent == nullptr) return nullptr;
 
@@ -185,7 +184,7 @@ HWND Win32UiHost::CreateControlWindow(ControlRec& c) {
                               reinterpret_cast<HMENU>(static_cast<UINT_PTR>(c.handle & 0xFFFF)),
                               instance_, nullptr);
   if (hwnd == nullptr) return nullptr;
-  c.hwnd = hwnd;
+  c.hwnd.Reset(hwnd);
   c.createdStyle = StructuralStyle(s);
   byHwnd_[hwnd] = c.handle;
   SetWindowSubclass(hwnd, &Win32UiHost::ControlProc, 1, reinterpret_cast<DWORD_PTR>(this));
@@ -231,34 +230,33 @@ void Win32UiHost::UpdateControl(UiHandle control, const UiControl& state, UiChan
 }
 
 void Win32UiHost::Recreate(ControlRec& c) {
-  HWND old = c.hwnd;
+  HWND old = c.hwnd.Get();
   HWND above = GetWindow(old, GW_HWNDPREV);
   RemoveHoverTip(old);
   DropName(old);
   byHwnd_.erase(old);
-  c.hwnd = nullptr;
   c.shownColumns.clear();
   c.shownRows.clear();
-  DestroyWindow(old);
+  c.hwnd.Reset();
   if (CreateControlWindow(c) == nullptr) return;
   // Back to its place among its siblings.
-  SetWindowPos(c.hwnd, above != nullptr ? above : HWND_TOP, 0, 0, 0, 0,
+  SetWindowPos(c.hwnd.Get(), above != nullptr ? above : HWND_TOP, 0, 0, 0, 0,
                SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
 void Win32UiHost::Repaint(ControlRec& c) {
   // Drawn controls show what lies below them, and what lies above them shows them:
   // redraw everything over the control's place.
-  HWND parent = GetParent(c.hwnd);
+  HWND parent = GetParent(c.hwnd.Get());
   RECT r;
-  GetWindowRect(c.hwnd, &r);
+  GetWindowRect(c.hwnd.Get(), &r);
   MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&r), 2);
   RedrawWindow(parent, &r, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
 }
 
 void Win32UiHost::ApplyControl(ControlRec& c, UiChange changes) {
   const UiControl& s = c.state;
-  HWND hwnd = c.hwnd;
+  HWND hwnd = c.hwnd.Get();
   ++c.updating;
   if (Has(changes, UiChange::Layout)) {
     RECT now;
@@ -356,7 +354,7 @@ void Win32UiHost::ApplyControl(ControlRec& c, UiChange changes) {
 
 void Win32UiHost::ApplyList(ControlRec& c, bool force) {
   const UiControl& s = c.state;
-  HWND hwnd = c.hwnd;
+  HWND hwnd = c.hwnd.Get();
   ++c.updating;
   if (force || s.columns != c.shownColumns) {
     ListView_DeleteAllItems(hwnd);
@@ -426,7 +424,7 @@ void Win32UiHost::ApplyList(ControlRec& c, bool force) {
 
 LRESULT Win32UiHost::OnControlMessage(ControlRec& c, UINT msg, WPARAM wp, LPARAM lp) {
   FormRec* f = Form(c.window);
-  HWND hwnd = c.hwnd;
+  HWND hwnd = c.hwnd.Get();
   if (f == nullptr || f->dead) return DefSubclassProc(hwnd, msg, wp, lp);
   switch (msg) {
     case WM_LBUTTONDOWN:
@@ -470,7 +468,7 @@ bool Win32UiHost::OnParentMessage(UINT msg, WPARAM wp, LPARAM lp, LRESULT& resul
       // The button clips its label out of its own painting: the label shows the
       // face below it again (pressed or not).
       if (c->state.kind == UiKind::PictureButton) {
-        for (HWND child = GetWindow(c->hwnd, GW_CHILD); child != nullptr;
+        for (HWND child = GetWindow(c->hwnd.Get(), GW_CHILD); child != nullptr;
              child = GetWindow(child, GW_HWNDNEXT)) {
           InvalidateRect(child, nullptr, FALSE);
         }
@@ -499,7 +497,7 @@ bool Win32UiHost::OnParentMessage(UINT msg, WPARAM wp, LPARAM lp, LRESULT& resul
         // The state is the model's: it toggles and sends the check back.
         if (c->updating == 0) f->events->OnClick(f->handle, c->handle);
       } else if (c->state.kind == UiKind::TextBox && code == EN_CHANGE && c->updating == 0) {
-        c->state.caption = WindowText(c->hwnd);
+        c->state.caption = WindowText(c->hwnd.Get());
         f->events->OnTextChanged(f->handle, c->handle, c->state.caption);
       }
       result = 0;
@@ -583,11 +581,10 @@ bool Win32UiHost::OnParentMessage(UINT msg, WPARAM wp, LPARAM lp, LRESULT& resul
 void Win32UiHost::PaintScene(FormRec& f, HDC dc, const RECT& clip, const ControlRec* upTo,
                              bool backgroundOnly, bool upToPressed) {
   RECT client;
-  GetClientRect(f.hwnd, &client);
+  GetClientRect(f.hwnd.Get(), &client);
   if (f.state.backColor != kUiDefaultColor) {
-    HBRUSH bg = CreateSolidBrush(f.state.backColor);
-    FillRect(dc, &clip, bg);
-    DeleteObject(bg);
+    win32::UniqueBrush bg(CreateSolidBrush(f.state.backColor));
+    FillRect(dc, &clip, bg.Get());
   } else {
     FillRect(dc, &clip, GetSysColorBrush(COLOR_BTNFACE));
   }
@@ -630,9 +627,8 @@ void Win32UiHost::PaintScene(FormRec& f, HDC dc, const RECT& clip, const Control
 void Win32UiHost::PaintControl(ControlRec& c, HDC dc, const RECT& r, bool pressed) {
   const UiControl& s = c.state;
   if (s.backColor != kUiDefaultColor) {
-    HBRUSH b = CreateSolidBrush(s.backColor);
-    FillRect(dc, &r, b);
-    DeleteObject(b);
+    win32::UniqueBrush b(CreateSolidBrush(s.backColor));
+    FillRect(dc, &r, b.Get());
   }
   const int height = r.bottom - r.top;
   switch (s.kind) {
@@ -657,7 +653,7 @@ void Win32UiHost::PaintControl(ControlRec& c, HDC dc, const RECT& r, bool presse
     }
     case UiKind::PictureButton: {
       Text key = s.pictureKey;
-      if (pressed || (SendMessageW(c.hwnd, BM_GETSTATE, 0, 0) & BST_PUSHED) != 0) {
+      if (pressed || (SendMessageW(c.hwnd.Get(), BM_GETSTATE, 0, 0) & BST_PUSHED) != 0) {
         key = Variant(*pictures_, key, u"_dwn");
       } else if (s.skinState == 2 || !s.enabled) {
         key = Variant(*pictures_, key, u"_dis");
@@ -670,14 +666,14 @@ void Win32UiHost::PaintControl(ControlRec& c, HDC dc, const RECT& r, bool presse
       break;
     }
     case UiKind::Label: {
-      HGDIOBJ old = SelectObject(dc, Font(s.font));
+      win32::Selected font(dc, Font(s.font));
       SetBkMode(dc, TRANSPARENT);
       COLORREF color = s.foreColor == kUiDefaultColor ? GetSysColor(COLOR_BTNTEXT) : s.foreColor;
       if (!s.enabled) color = GetSysColor(COLOR_GRAYTEXT);
       // On a pressed face, as on a hovered one, the caption is white.
       if (ControlRec* face = c.container != 0 ? Control(c.container) : nullptr;
           face != nullptr && face->state.kind == UiKind::PictureButton && s.enabled &&
-          (SendMessageW(face->hwnd, BM_GETSTATE, 0, 0) & BST_PUSHED) != 0) {
+          (SendMessageW(face->hwnd.Get(), BM_GETSTATE, 0, 0) & BST_PUSHED) != 0) {
         color = RGB(0xFF, 0xFF, 0xFF);
       }
       SetTextColor(dc, color);
@@ -685,7 +681,6 @@ void Win32UiHost::PaintControl(ControlRec& c, HDC dc, const RECT& r, bool presse
       flags |= s.align == UiAlign::Center ? DT_CENTER : s.align == UiAlign::Right ? DT_RIGHT : DT_LEFT;
       RECT text = r;
       DrawTextW(dc, Wide(s.caption), static_cast<int>(s.caption.size()), &text, flags);
-      SelectObject(dc, old);
       break;
     }
     default: break;
@@ -698,27 +693,20 @@ void Win32UiHost::PaintOwnerDrawn(ControlRec& c, HDC dc, const RECT& client, boo
   const int w = client.right - client.left;
   const int h = client.bottom - client.top;
   if (w <= 0 || h <= 0) return;
-  HDC mem = CreateCompatibleDC(dc);
-  HBITMAP bmp = CreateCompatibleBitmap(dc, w, h);
-  HGDIOBJ old = SelectObject(mem, bmp);
+  win32::MemoryDC mem(dc, w, h);
   const RECT inForm = RectInForm(c);
-  SetViewportOrgEx(mem, -inForm.left, -inForm.top, nullptr);
-  PaintScene(*f, mem, inForm, &c, false, pressed);
-  SetViewportOrgEx(mem, 0, 0, nullptr);
-  BitBlt(dc, client.left, client.top, w, h, mem, 0, 0, SRCCOPY);
-  SelectObject(mem, old);
-  DeleteObject(bmp);
-  DeleteDC(mem);
+  SetViewportOrgEx(mem.Get(), -inForm.left, -inForm.top, nullptr);
+  PaintScene(*f, mem.Get(), inForm, &c, false, pressed);
+  SetViewportOrgEx(mem.Get(), 0, 0, nullptr);
+  BitBlt(dc, client.left, client.top, w, h, mem.Get(), 0, 0, SRCCOPY);
 }
 
 HBRUSH Win32UiHost::Backdrop(ControlRec& c) {
-  if (c.backdrop) DeleteObject(c.backdrop);
-  if (c.backdropBitmap) DeleteObject(c.backdropBitmap);
-  c.backdrop = nullptr;
-  c.backdropBitmap = nullptr;
+  c.backdrop.Reset();
+  c.backdropBitmap.Reset();
   if (c.state.backColor != kUiDefaultColor) {
-    c.backdrop = CreateSolidBrush(c.state.backColor);
-    return c.backdrop;
+    c.backdrop.Reset(CreateSolidBrush(c.state.backColor));
+    return c.backdrop.Get();
   }
   FormRec* f = Form(c.window);
   if (f == nullptr) return GetSysColorBrush(COLOR_BTNFACE);
@@ -727,56 +715,54 @@ HBRUSH Win32UiHost::Backdrop(ControlRec& c) {
   const int h = std::max<LONG>(1, r.bottom - r.top);
   // The place under the control as the form draws it, as a brush the control
   // fills its background with: it then looks transparent on any background.
-  HDC screen = GetDC(c.hwnd);
-  HDC mem = CreateCompatibleDC(screen);
-  c.backdropBitmap = CreateCompatibleBitmap(screen, w, h);
-  HGDIOBJ old = SelectObject(mem, c.backdropBitmap);
-  SetViewportOrgEx(mem, -r.left, -r.top, nullptr);
-  PaintScene(*f, mem, r, &c, false);
-  SelectObject(mem, old);
-  DeleteDC(mem);
-  ReleaseDC(c.hwnd, screen);
-  c.backdrop = CreatePatternBrush(c.backdropBitmap);
-  return c.backdrop;
+  {
+    win32::WindowDC screen(c.hwnd.Get());
+    win32::MemoryDC mem(screen.Get(), w, h);
+    SetViewportOrgEx(mem.Get(), -r.left, -r.top, nullptr);
+    PaintScene(*f, mem.Get(), r, &c, false);
+    c.backdropBitmap = mem.TakeBitmap();
+  }
+  c.backdrop.Reset(CreatePatternBrush(c.backdropBitmap.Get()));
+  return c.backdrop.Get();
 }
 
 // ---- Plain hover tips -------------------------------------------------------------------------
 
 void Win32UiHost::SetHoverTip(ControlRec& c) {
   if (c.state.toolTip.empty()) {
-    RemoveHoverTip(c.hwnd);
+    RemoveHoverTip(c.hwnd.Get());
     return;
   }
-  if (hoverTip_ == nullptr) {
-    hoverTip_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
-                                WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT,
-                                CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, hostHwnd_, nullptr,
-                                instance_, nullptr);
-    if (hoverTip_ == nullptr) return;
+  if (!hoverTip_) {
+    hoverTip_.Reset(CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                                    WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT,
+                                    CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, hostHwnd_.Get(),
+                                    nullptr, instance_, nullptr));
+    if (!hoverTip_) return;
   }
   TOOLINFOW ti{};
   ti.cbSize = sizeof(ti);
   ti.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-  ti.hwnd = GetParent(c.hwnd);
-  ti.uId = reinterpret_cast<UINT_PTR>(c.hwnd);
+  ti.hwnd = GetParent(c.hwnd.Get());
+  ti.uId = reinterpret_cast<UINT_PTR>(c.hwnd.Get());
   ti.lpszText = Mutable(c.state.toolTip);
   TOOLINFOW probe = ti;
   probe.lpszText = nullptr;
-  if (SendMessageW(hoverTip_, TTM_GETTOOLINFOW, 0, reinterpret_cast<LPARAM>(&probe))) {
-    SendMessageW(hoverTip_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&ti));
+  if (SendMessageW(hoverTip_.Get(), TTM_GETTOOLINFOW, 0, reinterpret_cast<LPARAM>(&probe))) {
+    SendMessageW(hoverTip_.Get(), TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&ti));
   } else {
-    SendMessageW(hoverTip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&ti));
+    SendMessageW(hoverTip_.Get(), TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&ti));
   }
 }
 
 void Win32UiHost::RemoveHoverTip(HWND tool) {
-  if (hoverTip_ == nullptr || tool == nullptr) return;
+  if (!hoverTip_ || tool == nullptr) return;
   TOOLINFOW ti{};
   ti.cbSize = sizeof(ti);
   ti.uFlags = TTF_IDISHWND;
   ti.hwnd = GetParent(tool);
   ti.uId = reinterpret_cast<UINT_PTR>(tool);
-  SendMessageW(hoverTip_, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&ti));
+  SendMessageW(hoverTip_.Get(), TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&ti));
 }
 
 }  // namespace platform

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/Guarded.h"
+
 namespace platform {
 
 using win32::Wide;
@@ -41,10 +43,11 @@ int KeyShift(const MSG& msg) {
 Win32UiHost::Win32UiHost(Text imageFolder) {
   instance_ = GetModuleHandleW(nullptr);
 
-  HDC screen = GetDC(nullptr);
-  dpiX_ = std::max(1, GetDeviceCaps(screen, LOGPIXELSX));
-  dpiY_ = std::max(1, GetDeviceCaps(screen, LOGPIXELSY));
-  ReleaseDC(nullptr, screen);
+  {
+    win32::WindowDC screen(nullptr);
+    dpiX_ = std::max(1, GetDeviceCaps(screen.Get(), LOGPIXELSX));
+    dpiY_ = std::max(1, GetDeviceCaps(screen.Get(), LOGPIXELSY));
+  }
   tppX_ = std::max(1, 1440 / dpiX_);
   tppY_ = std::max(1, 1440 / dpiY_);
 
@@ -60,7 +63,7 @@ Win32UiHost::Win32UiHost(Text imageFolder) {
 }
 
 HWND Win32UiHost::Started() {
-  if (hostHwnd_ != nullptr) return hostHwnd_;
+  if (hostHwnd_) return hostHwnd_.Get();
   INITCOMMONCONTROLSEX icc{sizeof(icc), ICC_WIN95_CLASSES | ICC_DATE_CLASSES | ICC_BAR_CLASSES |
                                             ICC_LISTVIEW_CLASSES | ICC_PROGRESS_CLASS |
                                             ICC_STANDARD_CLASSES};
@@ -86,36 +89,35 @@ HWND Win32UiHost::Started() {
 
   // A hidden top-level popup rather than a message-only window: only top-level
   // windows hear that the taskbar was created again.
-  hostHwnd_ = CreateWindowExW(WS_EX_TOOLWINDOW, kHostClass, L"QvUiHost", WS_POPUP, 0, 0, 0, 0,
-                              nullptr, nullptr, instance_, this);
+  hostHwnd_.Reset(CreateWindowExW(WS_EX_TOOLWINDOW, kHostClass, L"QvUiHost", WS_POPUP, 0, 0, 0,
+                                  0, nullptr, nullptr, instance_, this));
   taskbarCreated_ = RegisterWindowMessageW(L"TaskbarCreated");
-  return hostHwnd_;
+  return hostHwnd_.Get();
 }
 
 Win32UiHost::~Win32UiHost() {
+  // In this order: icons (each record takes its icon with it), tips, forms, the host
+  // window and its timers, then the fonts the windows drew with.
   for (auto& [h, t] : tray_) {
     if (t->added) Shell_NotifyIconW(NIM_DELETE, &t->data);
-    if (t->iconOwned && t->icon) DestroyIcon(t->icon);
   }
   tray_.clear();
-  for (auto& [h, tip] : tips_) {
-    if (IsWindow(tip->hwnd)) DestroyWindow(tip->hwnd);
-    if (tip->font) DeleteObject(tip->font);
-    if (tip->backdrop) DeleteObject(tip->backdrop);
-    if (tip->outline) DeleteObject(tip->outline);
+  {
+    // Out of the map first: a window that goes may still send the host messages.
+    std::map<UiHandle, std::unique_ptr<TipRec>> tips;
+    tips.swap(tips_);
   }
-  tips_.clear();
-  if (plainTip_) DestroyWindow(plainTip_);
-  if (hoverTip_) DestroyWindow(hoverTip_);
+  plainTip_.Reset();
+  hoverTip_.Reset();
   while (!forms_.empty()) DestroyForm(forms_.begin()->first);
   graveyard_.clear();
   controlGraveyard_.clear();
   if (hostHwnd_) {
-    for (auto& [id, fn] : timers_) KillTimer(hostHwnd_, id);
-    DestroyWindow(hostHwnd_);
+    for (auto& [id, fn] : timers_) KillTimer(hostHwnd_.Get(), id);
+    hostHwnd_.Reset();
   }
   timers_.clear();
-  for (auto& [key, font] : fonts_) DeleteObject(font);
+  fonts_.clear();
 }
 
 // ---- Lookups ------------------------------------------------------------------------
@@ -141,8 +143,8 @@ Win32UiHost::ControlRec* Win32UiHost::ControlOf(HWND hwnd) const {
 }
 
 HWND Win32UiHost::WindowHandle(UiHandle h) const {
-  if (FormRec* f = Form(h)) return f->hwnd;
-  if (ControlRec* c = Control(h)) return c->hwnd;
+  if (FormRec* f = Form(h)) return f->hwnd.Get();
+  if (ControlRec* c = Control(h)) return c->hwnd.Get();
   return nullptr;
 }
 
@@ -172,7 +174,7 @@ bool Win32UiHost::PreTranslate(MSG& msg) {
     case WM_SYSCHAR: {
       // Alt+letter on a form without a menu bar would only beep.
       FormRec* f = FormOf(GetAncestor(msg.hwnd, GA_ROOT));
-      return f == nullptr || f->menuBar != nullptr;
+      return f == nullptr || static_cast<bool>(f->menuBar);
     }
     default: return true;
   }
@@ -183,6 +185,9 @@ bool Win32UiHost::PreTranslate(MSG& msg) {
   try {
     pass = f->events->OnKey(f->handle, e);
   } catch (...) {
+    // The key goes on to its window, as if the form had let it through.
+    ReportFailure(u"key for form", msg.message, f->hwnd.Get());
+    pass = true;
   }
   // The key may have closed its window.
   return pass && IsWindow(msg.hwnd);
@@ -233,9 +238,9 @@ void Win32UiHost::SetOthersEnabled(FormRec& modal, bool enable, std::vector<HWND
   if (!enable) {
     for (auto& [h, f] : forms_) {
       if (f.get() == &modal || f->dead) continue;
-      if (IsWindowVisible(f->hwnd) && IsWindowEnabled(f->hwnd)) {
-        EnableWindow(f->hwnd, FALSE);
-        changed.push_back(f->hwnd);
+      if (IsWindowVisible(f->hwnd.Get()) && IsWindowEnabled(f->hwnd.Get())) {
+        EnableWindow(f->hwnd.Get(), FALSE);
+        changed.push_back(f->hwnd.Get());
       }
     }
     return;
@@ -253,9 +258,9 @@ void Win32UiHost::RunModal(UiHandle window) {
   SetOthersEnabled(*f, false, disabled);
   f->modalEnded = false;
   ++f->modalDepth;
-  if (!IsWindowVisible(f->hwnd)) ShowWindow(f->hwnd, SW_SHOW);
-  SetForegroundWindow(f->hwnd);
-  SetActiveWindow(f->hwnd);
+  if (!IsWindowVisible(f->hwnd.Get())) ShowWindow(f->hwnd.Get(), SW_SHOW);
+  SetForegroundWindow(f->hwnd.Get());
+  SetActiveWindow(f->hwnd.Get());
 
   MSG msg;
   while (true) {
@@ -284,7 +289,7 @@ void Win32UiHost::EndModal(UiHandle window) {
   FormRec* f = Form(window);
   if (f == nullptr) return;
   f->modalEnded = true;
-  PostMessageW(hostHwnd_, kWakeMessage, 0, 0);
+  PostMessageW(hostHwnd_.Get(), kWakeMessage, 0, 0);
 }
 
 // ---- Timers ------------------------------------------------------------------------------
@@ -292,13 +297,13 @@ void Win32UiHost::EndModal(UiHandle window) {
 std::uintptr_t Win32UiHost::StartTimer(std::uint32_t intervalMs, std::function<void()> onTick) {
   if (Started() == nullptr) return 0;
   const std::uintptr_t id = nextTimer_++;
-  if (SetTimer(hostHwnd_, id, std::max<std::uint32_t>(1, intervalMs), nullptr) == 0) return 0;
+  if (SetTimer(hostHwnd_.Get(), id, std::max<std::uint32_t>(1, intervalMs), nullptr) == 0) return 0;
   timers_[id] = std::move(onTick);
   return id;
 }
 
 void Win32UiHost::StopTimer(std::uintptr_t id) {
-  if (timers_.erase(id) != 0) KillTimer(hostHwnd_, id);
+  if (timers_.erase(id) != 0) KillTimer(hostHwnd_.Get(), id);
 }
 
 bool Win32UiHost::AskYesNo(const Text& text, const Text& title) {
@@ -307,6 +312,26 @@ bool Win32UiHost::AskYesNo(const Text& text, const Text& title) {
 }
 
 // ---- Window procedures -------------------------------------------------------------------
+
+void Win32UiHost::ReportFailure(const Text& what, UINT msg, HWND hwnd) noexcept {
+  // Called inside a catch block: the exception being handled is the one described.
+  const base::ErrorInfo error = base::DescribeCurrentException();
+  if (!failureSink_) return;
+  try {
+    Text line = u"UI host: " + what;
+    wchar_t name[256] = {};
+    const auto atom = static_cast<ATOM>(reinterpret_cast<UINT_PTR>(GetPropW(hwnd, kNameProperty)));
+    if (atom != 0 && GlobalGetAtomNameW(atom, name, 256) > 0) {
+      line += u" \"" + win32::FromWide(name) + u"\"";
+    }
+    line += u", message " + base::FromNumber(msg) + u": " + error.description +
+            u" (error " + base::FromNumber(error.number) + u")";
+    failureSink_(line);
+  } catch (...) {
+    // A line that cannot be made or written is lost, as a log line may be.
+    return;
+  }
+}
 
 LRESULT CALLBACK Win32UiHost::HostProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) noexcept {
   if (msg == WM_NCCREATE) {
@@ -319,7 +344,8 @@ LRESULT CALLBACK Win32UiHost::HostProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp
   try {
     return self->OnHostMessage(hwnd, msg, wp, lp);
   } catch (...) {
-    return 0;
+    self->ReportFailure(u"the host window", msg, hwnd);
+    return DefWindowProcW(hwnd, msg, wp, lp);
   }
 }
 
@@ -335,7 +361,11 @@ LRESULT CALLBACK Win32UiHost::FormProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp
   try {
     return self->OnFormMessage(*f, msg, wp, lp);
   } catch (...) {
-    return 0;
+    self->ReportFailure(u"form", msg, hwnd);
+    // Closing stays the model's decision: the default procedure would destroy the
+    // window behind its back.
+    if (msg == WM_CLOSE) return 0;
+    return DefWindowProcW(hwnd, msg, wp, lp);
   }
 }
 
@@ -352,7 +382,8 @@ LRESULT CALLBACK Win32UiHost::ControlProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM
   try {
     return self->OnControlMessage(*c, msg, wp, lp);
   } catch (...) {
-    return 0;
+    self->ReportFailure(u"control", msg, hwnd);
+    return DefSubclassProc(hwnd, msg, wp, lp);
   }
 }
 
@@ -424,11 +455,11 @@ bool Win32UiHost::Mouse(FormRec& f, ControlRec* c, HWND hwnd, UINT msg, WPARAM w
     ControlRec* p = Control(c->container);
     if (p != nullptr && p->state.kind == UiKind::PictureButton) face = p;
   }
-  if (face != nullptr && what == UiMouse::Move) RelayToTips(face->hwnd, hwnd, msg, wp, lp);
+  if (face != nullptr && what == UiMouse::Move) RelayToTips(face->hwnd.Get(), hwnd, msg, wp, lp);
   if (face != nullptr && button == 1 && (what == UiMouse::Down || what == UiMouse::DblClick)) {
-    SendMessageW(face->hwnd, BM_SETSTATE, TRUE, 0);
+    SendMessageW(face->hwnd.Get(), BM_SETSTATE, TRUE, 0);
   }
-  if (face != nullptr && button == 1 && what == UiMouse::Up) SendMessageW(face->hwnd, BM_SETSTATE, FALSE, 0);
+  if (face != nullptr && button == 1 && what == UiMouse::Up) SendMessageW(face->hwnd.Get(), BM_SETSTATE, FALSE, 0);
 
   switch (what) {
     case UiMouse::Down:
@@ -466,7 +497,7 @@ bool Win32UiHost::Mouse(FormRec& f, ControlRec* c, HWND hwnd, UINT msg, WPARAM w
 }
 
 LRESULT Win32UiHost::OnFormMessage(FormRec& f, UINT msg, WPARAM wp, LPARAM lp) {
-  HWND hwnd = f.hwnd;
+  HWND hwnd = f.hwnd.Get();
   switch (msg) {
     case WM_CLOSE:
       // The model decides: it unloads the form (and destroys this window) or not.
@@ -476,7 +507,7 @@ LRESULT Win32UiHost::OnFormMessage(FormRec& f, UINT msg, WPARAM wp, LPARAM lp) {
       LRESULT r = DefWindowProcW(hwnd, msg, wp, lp);
       if (LOWORD(wp) == WA_INACTIVE || f.dead) return r;
       if (f.pendingFocus != 0) {
-        if (ControlRec* c = Control(f.pendingFocus)) SetFocus(c->hwnd);
+        if (ControlRec* c = Control(f.pendingFocus)) SetFocus(c->hwnd.Get());
         f.pendingFocus = 0;
       }
       // Activation among the program's own forms, as the design counts it: coming
@@ -493,21 +524,14 @@ LRESULT Win32UiHost::OnFormMessage(FormRec& f, UINT msg, WPARAM wp, LPARAM lp) {
     }
     case WM_ERASEBKGND: return 1;
     case WM_PAINT: {
-      PAINTSTRUCT ps;
-      HDC dc = BeginPaint(hwnd, &ps);
+      win32::PaintScope paint(hwnd);
       RECT client;
       GetClientRect(hwnd, &client);
-      HDC mem = CreateCompatibleDC(dc);
-      HBITMAP bmp = CreateCompatibleBitmap(dc, std::max<LONG>(1, client.right),
-                                           std::max<LONG>(1, client.bottom));
-      HGDIOBJ old = SelectObject(mem, bmp);
-      PaintScene(f, mem, client, nullptr, true);
-      BitBlt(dc, ps.rcPaint.left, ps.rcPaint.top, ps.rcPaint.right - ps.rcPaint.left,
-             ps.rcPaint.bottom - ps.rcPaint.top, mem, ps.rcPaint.left, ps.rcPaint.top, SRCCOPY);
-      SelectObject(mem, old);
-      DeleteObject(bmp);
-      DeleteDC(mem);
-      EndPaint(hwnd, &ps);
+      win32::MemoryDC mem(paint.Get(), std::max<LONG>(1, client.right), std::max<LONG>(1, client.bottom));
+      PaintScene(f, mem.Get(), client, nullptr, true);
+      const RECT& area = paint.Area();
+      BitBlt(paint.Get(), area.left, area.top, area.right - area.left, area.bottom - area.top,
+             mem.Get(), area.left, area.top, SRCCOPY);
       return 0;
     }
     case WM_SIZE:
@@ -537,7 +561,7 @@ LRESULT Win32UiHost::OnFormMessage(FormRec& f, UINT msg, WPARAM wp, LPARAM lp) {
       }
       return DefWindowProcW(hwnd, msg, wp, lp);
     case WM_SYSCHAR:
-      if (f.menuBar == nullptr) return 0;
+      if (!f.menuBar) return 0;
       return DefWindowProcW(hwnd, msg, wp, lp);
     case WM_COMMAND:
       if (lp == 0 && HIWORD(wp) == 0) {
@@ -580,14 +604,14 @@ UiHandle Win32UiHost::CreateForm(const UiWindow& window, IUiEvents& events) {
                                   (window.minButton ? WS_MINIMIZEBOX : 0) |
                                   (window.maxButton ? WS_MAXIMIZEBOX : 0);
   // A frameless window has no button on the taskbar: it belongs to the host window.
-  HWND owner = window.frameless ? hostHwnd_ : nullptr;
-  f->hwnd = CreateWindowExW(0, kFormClass, Wide(window.caption), style, r.left, r.top,
-                            r.right - r.left, r.bottom - r.top, owner, nullptr, instance_, this);
-  if (f->hwnd == nullptr) return 0;
+  HWND owner = window.frameless ? hostHwnd_.Get() : nullptr;
+  f->hwnd.Reset(CreateWindowExW(0, kFormClass, Wide(window.caption), style, r.left, r.top,
+                                r.right - r.left, r.bottom - r.top, owner, nullptr, instance_, this));
+  if (!f->hwnd) return 0;
   f->applied = r;
-  SetName(f->hwnd, window.name);
+  SetName(f->hwnd.Get(), window.name);
   const UiHandle h = f->handle;
-  byHwnd_[f->hwnd] = h;
+  byHwnd_[f->hwnd.Get()] = h;
   FormRec& rec = *f;
   forms_[h] = std::move(f);
   ApplyForm(rec, UiChange::All);
@@ -602,7 +626,7 @@ void Win32UiHost::UpdateForm(UiHandle window, const UiWindow& state, UiChange ch
 }
 
 void Win32UiHost::ApplyFrame(FormRec& f) {
-  const LONG_PTR style = GetWindowLongPtrW(f.hwnd, GWL_STYLE);
+  const LONG_PTR style = GetWindowLongPtrW(f.hwnd.Get(), GWL_STYLE);
   LONG_PTR want = style;
   if (f.state.frameless) {
     want &= ~static_cast<LONG_PTR>(WS_CAPTION | WS_MINIMIZEBOX | WS_MAXIMIZEBOX);
@@ -613,11 +637,11 @@ void Win32UiHost::ApplyFrame(FormRec& f) {
     want = f.state.maxButton ? (want | WS_MAXIMIZEBOX) : (want & ~static_cast<LONG_PTR>(WS_MAXIMIZEBOX));
   }
   if (want == style) return;
-  SetWindowLongPtrW(f.hwnd, GWL_STYLE, want);
-  if (f.state.frameless) SetWindowLongPtrW(f.hwnd, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(hostHwnd_));
+  SetWindowLongPtrW(f.hwnd.Get(), GWL_STYLE, want);
+  if (f.state.frameless) SetWindowLongPtrW(f.hwnd.Get(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(hostHwnd_.Get()));
   // The frame routine's flags: frame changed, no Z order change; the size stays.
   f.applying = true;
-  SetWindowPos(f.hwnd, nullptr, f.applied.left, f.applied.top, f.applied.right - f.applied.left,
+  SetWindowPos(f.hwnd.Get(), nullptr, f.applied.left, f.applied.top, f.applied.right - f.applied.left,
                f.applied.bottom - f.applied.top,
                SWP_NOOWNERZORDER | SWP_FRAMECHANGED | SWP_NOZORDER | SWP_NOACTIVATE);
   f.applying = false;
@@ -629,22 +653,22 @@ void Win32UiHost::ApplyForm(FormRec& f, UiChange changes) {
     ApplyFrame(f);
     if (s.region != f.appliedRegion) {
       f.appliedRegion = s.region;
-      HRGN region = nullptr;
+      win32::UniqueRegion region;
       if (s.region) {
-        region = CreateRoundRectRgn(s.region->left, s.region->top, s.region->right,
-                                    s.region->bottom, s.region->ellipseWidth,
-                                    s.region->ellipseHeight);
+        region.Reset(CreateRoundRectRgn(s.region->left, s.region->top, s.region->right,
+                                        s.region->bottom, s.region->ellipseWidth,
+                                        s.region->ellipseHeight));
       }
       // The window owns the region from here on.
-      SetWindowRgn(f.hwnd, region, TRUE);
+      if (SetWindowRgn(f.hwnd.Get(), region.Get(), TRUE) != 0) (void)region.Detach();
     }
-    InvalidateRect(f.hwnd, nullptr, TRUE);
+    InvalidateRect(f.hwnd.Get(), nullptr, TRUE);
   }
   if (Has(changes, UiChange::Layout)) {
     const RECT r = PixelRect(s.rect);
     if (!EqualRect(&r, &f.applied)) {
       f.applying = true;
-      SetWindowPos(f.hwnd, nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top,
+      SetWindowPos(f.hwnd.Get(), nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top,
                    SWP_NOZORDER | SWP_NOACTIVATE);
       f.applying = false;
       f.applied = r;
@@ -652,31 +676,30 @@ void Win32UiHost::ApplyForm(FormRec& f, UiChange changes) {
   }
   if (Has(changes, UiChange::Caption)) {
     wchar_t now[512] = {};
-    GetWindowTextW(f.hwnd, now, 512);
-    if (win32::FromWide(now) != s.caption) SetWindowTextW(f.hwnd, Wide(s.caption));
+    GetWindowTextW(f.hwnd.Get(), now, 512);
+    if (win32::FromWide(now) != s.caption) SetWindowTextW(f.hwnd.Get(), Wide(s.caption));
   }
   if (Has(changes, UiChange::Picture)) {
-    HICON big = nullptr;
-    HICON small = nullptr;
+    win32::UniqueIcon big;
+    win32::UniqueIcon small;
     if (!s.iconPath.empty()) {
-      big = win32::Pictures::LoadIconFile(s.iconPath, GetSystemMetrics(SM_CXICON),
-                                          GetSystemMetrics(SM_CYICON));
-      small = win32::Pictures::LoadIconFile(s.iconPath, GetSystemMetrics(SM_CXSMICON),
-                                            GetSystemMetrics(SM_CYSMICON));
+      big.Reset(win32::Pictures::LoadIconFile(s.iconPath, GetSystemMetrics(SM_CXICON),
+                                              GetSystemMetrics(SM_CYICON)));
+      small.Reset(win32::Pictures::LoadIconFile(s.iconPath, GetSystemMetrics(SM_CXSMICON),
+                                                GetSystemMetrics(SM_CYSMICON)));
     }
-    SendMessageW(f.hwnd, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(big));
-    SendMessageW(f.hwnd, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small));
-    if (f.bigIcon) DestroyIcon(f.bigIcon);
-    if (f.smallIcon) DestroyIcon(f.smallIcon);
-    f.bigIcon = big;
-    f.smallIcon = small;
-    RedrawWindow(f.hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
+    SendMessageW(f.hwnd.Get(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(big.Get()));
+    SendMessageW(f.hwnd.Get(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small.Get()));
+    // The window shows the new icons now: the old ones go.
+    f.bigIcon = std::move(big);
+    f.smallIcon = std::move(small);
+    RedrawWindow(f.hwnd.Get(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
   }
   if (Has(changes, UiChange::Menu)) ApplyMenuBar(f);
-  if (Has(changes, UiChange::Enabled)) EnableWindow(f.hwnd, s.enabled ? TRUE : FALSE);
+  if (Has(changes, UiChange::Enabled)) EnableWindow(f.hwnd.Get(), s.enabled ? TRUE : FALSE);
   bool centered = false;
   if (Has(changes, UiChange::Visible)) {
-    const bool shown = IsWindowVisible(f.hwnd) != FALSE;
+    const bool shown = IsWindowVisible(f.hwnd.Get()) != FALSE;
     if (s.visible && !shown && s.centerOnShow && !f.centered) {
       // The platform's start-up position: the middle of the work area, once.
       RECT work{};
@@ -686,17 +709,17 @@ void Win32UiHost::ApplyForm(FormRec& f, UiChange changes) {
       const RECT r{work.left + (work.right - work.left - w) / 2, work.top + (work.bottom - work.top - h) / 2,
                    0, 0};
       f.applying = true;
-      SetWindowPos(f.hwnd, nullptr, r.left, r.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+      SetWindowPos(f.hwnd.Get(), nullptr, r.left, r.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
       f.applying = false;
       f.applied = {r.left, r.top, r.left + w, r.top + h};
       f.centered = true;
       centered = true;
     }
     if (s.visible && !shown) {
-      ShowWindow(f.hwnd, SW_SHOW);
-      UpdateWindow(f.hwnd);
+      ShowWindow(f.hwnd.Get(), SW_SHOW);
+      UpdateWindow(f.hwnd.Get());
     } else if (!s.visible && shown) {
-      ShowWindow(f.hwnd, SW_HIDE);
+      ShowWindow(f.hwnd.Get(), SW_HIDE);
     }
   }
   // The form learns where it was put.
@@ -723,25 +746,25 @@ void Win32UiHost::DestroyForm(UiHandle window) {
 
   // Icons and tips that belong to this window go with it.
   for (auto t = tray_.begin(); t != tray_.end();) {
-    if (t->second->data.hWnd == f.hwnd) {
+    if (t->second->data.hWnd == f.hwnd.Get()) {
       if (t->second->added) Shell_NotifyIconW(NIM_DELETE, &t->second->data);
-      if (t->second->iconOwned && t->second->icon) DestroyIcon(t->second->icon);
       t = tray_.erase(t);
     } else {
       ++t;
     }
   }
-  for (auto t = tips_.begin(); t != tips_.end();) {
-    HWND root = IsWindow(t->second->toolHwnd) ? GetAncestor(t->second->toolHwnd, GA_ROOT) : nullptr;
-    if (root == f.hwnd || root == nullptr) {
-      if (t->second->hideTimer != 0) StopTimer(t->second->hideTimer);
-      if (IsWindow(t->second->hwnd)) DestroyWindow(t->second->hwnd);
-      if (t->second->font) DeleteObject(t->second->font);
-      if (t->second->backdrop) DeleteObject(t->second->backdrop);
-      if (t->second->outline) DeleteObject(t->second->outline);
-      t = tips_.erase(t);
-    } else {
-      ++t;
+  {
+    // Out of the map first: a window that goes may still send the host messages.
+    std::vector<std::unique_ptr<TipRec>> gone;
+    for (auto t = tips_.begin(); t != tips_.end();) {
+      HWND root = IsWindow(t->second->toolHwnd) ? GetAncestor(t->second->toolHwnd, GA_ROOT) : nullptr;
+      if (root == f.hwnd.Get() || root == nullptr) {
+        if (t->second->hideTimer != 0) StopTimer(t->second->hideTimer);
+        gone.push_back(std::move(t->second));
+        t = tips_.erase(t);
+      } else {
+        ++t;
+      }
     }
   }
 
@@ -750,41 +773,43 @@ void Win32UiHost::DestroyForm(UiHandle window) {
     if (c == controls_.end()) continue;
     c->second->dead = true;
     if (c->second->hwnd) {
-      RemoveHoverTip(c->second->hwnd);
-      DropName(c->second->hwnd);
-      byHwnd_.erase(c->second->hwnd);
+      RemoveHoverTip(c->second->hwnd.Get());
+      DropName(c->second->hwnd.Get());
+      byHwnd_.erase(c->second->hwnd.Get());
     }
-    if (c->second->backdrop) DeleteObject(c->second->backdrop);
-    if (c->second->backdropBitmap) DeleteObject(c->second->backdropBitmap);
+    c->second->backdrop.Reset();
+    c->second->backdropBitmap.Reset();
+    // The form's window destroys its children with it, below.
+    (void)c->second->hwnd.Detach();
     controlGraveyard_.push_back(std::move(c->second));
     controls_.erase(c);
   }
-  HWND hwnd = f.hwnd;
-  HICON big = f.bigIcon;
-  HICON small = f.smallIcon;
+  HWND hwnd = f.hwnd.Get();
   DropName(hwnd);
   byHwnd_.erase(hwnd);
   auto owned = std::move(it->second);
   forms_.erase(it);
-  if (IsWindow(hwnd)) DestroyWindow(hwnd);
-  if (big) DestroyIcon(big);
-  if (small) DestroyIcon(small);
+  // The window takes its menu bar with it; then its icons go.
+  (void)owned->menuBar.Detach();
+  owned->hwnd.Reset();
+  owned->bigIcon.Reset();
+  owned->smallIcon.Reset();
   // A modal loop waiting in GetMessage learns of it.
-  PostMessageW(hostHwnd_, kWakeMessage, 0, 0);
+  PostMessageW(hostHwnd_.Get(), kWakeMessage, 0, 0);
   Bury(std::move(owned));
 }
 
 void Win32UiHost::FocusControl(UiHandle window, UiHandle control) {
   FormRec* f = Form(window);
   if (f == nullptr || f->dead) return;
-  HWND target = f->hwnd;
+  HWND target = f->hwnd.Get();
   if (control != 0) {
     ControlRec* c = Control(control);
     if (c == nullptr || c->dead) return;
-    target = c->hwnd;
+    target = c->hwnd.Get();
   }
   if (GetFocus() == target) return;
-  if (IsWindowVisible(f->hwnd) && GetActiveWindow() == f->hwnd) {
+  if (IsWindowVisible(f->hwnd.Get()) && GetActiveWindow() == f->hwnd.Get()) {
     SetFocus(target);
   } else {
     f->pendingFocus = control;
@@ -798,7 +823,7 @@ void Win32UiHost::BeginDrag(UiHandle window) {
   POINT pt{};
   GetCursorPos(&pt);
   ReleaseCapture();
-  SendMessageW(f->hwnd, WM_NCLBUTTONDOWN, HTCAPTION, MAKELPARAM(pt.x, pt.y));
+  SendMessageW(f->hwnd.Get(), WM_NCLBUTTONDOWN, HTCAPTION, MAKELPARAM(pt.x, pt.y));
 }
 
 }  // namespace platform

@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "platform/UiHost.h"
+#include "platform/win32/Win32Handles.h"
 #include "platform/win32/Win32Pictures.h"
 
 namespace platform {
@@ -37,6 +38,12 @@ class Win32UiHost : public IUiHost {
   std::uintptr_t StartTimer(std::uint32_t intervalMs, std::function<void()> onTick) override;
   void StopTimer(std::uintptr_t id) override;
   bool AskYesNo(const Text& text, const Text& title) override;
+  // A failure that escaped the handling of a message is told here, one line each;
+  // the message then goes to the platform's default procedure (a close request
+  // excepted: the window stays until the model destroys it).
+  void SetFailureSink(std::function<void(const Text& line)> sink) override {
+    failureSink_ = std::move(sink);
+  }
 
   int TwipsPerPixelX() override { return tppX_; }
   int TwipsPerPixelY() override { return tppY_; }
@@ -96,6 +103,9 @@ class Win32UiHost : public IUiHost {
   bool PreTranslate(MSG& msg);
   void Pump(MSG& msg);
   bool Mouse(FormRec& f, ControlRec* c, HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);
+  // Writes the failure of the exception being handled to the sink: what was being
+  // handled (`what`, the message, the window's design name) and the description.
+  void ReportFailure(const Text& what, UINT msg, HWND hwnd) noexcept;
 
   // Windows and controls
   FormRec* Form(UiHandle h) const;
@@ -138,11 +148,11 @@ class Win32UiHost : public IUiHost {
   void ApplyTray(TrayRec& t, DWORD message);
   void RetryTray();
   void TrayCallback(HWND owner, WPARAM wp, LPARAM lp);
-  HMENU BuildMenu(const std::vector<UiMenuItem>& items, bool popup);
+  win32::UniqueMenu BuildMenu(const std::vector<UiMenuItem>& items, bool popup);
   void Recreate(ControlRec& c);
 
   HINSTANCE instance_ = nullptr;
-  HWND hostHwnd_ = nullptr;
+  win32::UniqueWindow hostHwnd_;
   int dpiX_ = 96;
   int dpiY_ = 96;
   int tppX_ = 15;
@@ -163,14 +173,16 @@ class Win32UiHost : public IUiHost {
   std::map<std::uintptr_t, std::function<void()>> timers_;
   std::uintptr_t nextTimer_ = 1;
 
-  std::map<std::pair<int, bool>, HFONT> fonts_;
+  std::map<std::pair<int, bool>, win32::UniqueFont> fonts_;
 
   std::map<UiHandle, std::unique_ptr<TipRec>> tips_;
-  HWND plainTip_ = nullptr;
-  HWND hoverTip_ = nullptr;  // the plain hover tips of controls that have a tip text
+  win32::UniqueWindow plainTip_;
+  win32::UniqueWindow hoverTip_;  // the plain hover tips of controls that have a tip text
 
   std::map<UiHandle, std::unique_ptr<TrayRec>> tray_;
   int trayRetries_ = 0;
+
+  std::function<void(const Text&)> failureSink_;
 };
 
 }  // namespace platform

@@ -1,6 +1,7 @@
 #pragma once
 // What the Windows UI host keeps per window, control, tip and tray icon. Private to
-// the host's sources.
+// the host's sources. What a record owns (its window, menu bar, icons, brushes,
+// bitmaps, fonts, regions) it holds in the holders of Win32Handles.h.
 #include "platform/win32/Win32UiHost.h"
 
 #include <commctrl.h>
@@ -31,14 +32,16 @@ inline void DropName(HWND hwnd) {
 
 struct Win32UiHost::FormRec {
   UiHandle handle = 0;
-  HWND hwnd = nullptr;
+  // The menu bar and icons the window shows; declared before the window, so that a
+  // record that still has its window lets it go first.
+  win32::UniqueMenu menuBar;
+  win32::UniqueIcon bigIcon;
+  win32::UniqueIcon smallIcon;
+  win32::UniqueWindow hwnd;
   IUiEvents* events = nullptr;
   UiWindow state;
   RECT applied{};        // the outer rectangle last put on the window, pixels
   std::optional<UiRegion> appliedRegion;
-  HMENU menuBar = nullptr;
-  HICON bigIcon = nullptr;
-  HICON smallIcon = nullptr;
   std::vector<UiHandle> controls;  // in the order they were made
   UiHandle pendingFocus = 0;       // asked for while the window was hidden
   bool dead = false;
@@ -52,15 +55,15 @@ struct Win32UiHost::ControlRec {
   UiHandle handle = 0;
   UiHandle window = 0;
   UiHandle container = 0;
-  HWND hwnd = nullptr;
+  win32::UniqueBrush backdrop;  // what lies below a check box or option button
+  win32::UniqueBitmap backdropBitmap;
+  win32::UniqueWindow hwnd;     // declared after what it paints with: it goes first
   UiControl state;
   bool dead = false;
   int updating = 0;  // the host itself is changing the window: no reports
   int pressed = 0;   // mouse buttons that went down on this control
   bool captured = false;
   bool rowClickSent = false;  // the selection change of this click was already told
-  HBRUSH backdrop = nullptr;  // what lies below a check box or option button
-  HBITMAP backdropBitmap = nullptr;
   DWORD createdStyle = 0;     // style bits that only a new window can change
   // What the list view shows now, to change only what differs.
   std::vector<UiListColumn> shownColumns;
@@ -69,15 +72,16 @@ struct Win32UiHost::ControlRec {
 };
 
 struct Win32UiHost::TipRec {
-  HWND hwnd = nullptr;
   HWND toolHwnd = nullptr;
   UiTip tip;
-  HFONT font = nullptr;
+  win32::UniqueFont font;
   bool placed = false;         // a balloon: shown by tracking, where PlaceBalloon puts it
   std::int64_t visibleMs = 0;  // how long it stays
   std::uintptr_t hideTimer = 0;
-  HBITMAP backdrop = nullptr;  // what lay below the balloon
-  HRGN outline = nullptr;      // the balloon's shape, in its window
+  win32::UniqueBitmap backdrop;  // what lay below the balloon
+  win32::UniqueRegion outline;   // the balloon's shape, in its window
+  // Declared last, so that the window goes before the font and pictures it uses.
+  win32::UniqueWindow hwnd;
 };
 
 struct Win32UiHost::TrayRec {
@@ -85,8 +89,8 @@ struct Win32UiHost::TrayRec {
   UiTrayIcon state;
   std::function<void(int)> onEvent;
   NOTIFYICONDATAW data{};
-  HICON icon = nullptr;
-  bool iconOwned = false;  // loaded from a file, so destroyed with the record
+  HICON icon = nullptr;           // what the shell is shown
+  win32::UniqueIcon ownedIcon;    // the same icon when it was loaded from a file
   bool added = false;
 };
 

@@ -23,49 +23,51 @@ constexpr unsigned kSetFont = 48;
 
 // ---- Menus ----------------------------------------------------------------------------------
 
-HMENU Win32UiHost::BuildMenu(const std::vector<UiMenuItem>& items, bool popup) {
-  HMENU menu = popup ? CreatePopupMenu() : CreateMenu();
-  if (menu == nullptr) return nullptr;
+win32::UniqueMenu Win32UiHost::BuildMenu(const std::vector<UiMenuItem>& items, bool popup) {
+  win32::UniqueMenu menu(popup ? CreatePopupMenu() : CreateMenu());
+  if (!menu) return menu;
   for (const UiMenuItem& item : items) {
     if (!item.visible) continue;
     if (item.caption == u"-") {
-      AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+      AppendMenuW(menu.Get(), MF_SEPARATOR, 0, nullptr);
       continue;
     }
     UINT flags = (item.enabled ? 0 : MF_GRAYED) | (item.checked ? MF_CHECKED : 0);
     if (!item.children.empty()) {
-      HMENU sub = BuildMenu(item.children, true);
-      AppendMenuW(menu, MF_POPUP | flags, reinterpret_cast<UINT_PTR>(sub), Wide(item.caption));
+      win32::UniqueMenu sub = BuildMenu(item.children, true);
+      if (AppendMenuW(menu.Get(), MF_POPUP | flags, reinterpret_cast<UINT_PTR>(sub.Get()),
+                      Wide(item.caption))) {
+        (void)sub.Detach();  // the menu owns its submenu from here on
+      }
     } else {
-      AppendMenuW(menu, MF_STRING | flags, item.id, Wide(item.caption));
+      AppendMenuW(menu.Get(), MF_STRING | flags, item.id, Wide(item.caption));
     }
   }
   return menu;
 }
 
 void Win32UiHost::ApplyMenuBar(FormRec& f) {
-  HMENU old = f.menuBar;
-  HMENU bar = f.state.menuBar.empty() ? nullptr : BuildMenu(f.state.menuBar, false);
-  if (bar == nullptr && old == nullptr) return;
-  SetMenu(f.hwnd, bar);
-  f.menuBar = bar;
-  if (old != nullptr) DestroyMenu(old);
-  DrawMenuBar(f.hwnd);
+  win32::UniqueMenu bar;
+  if (!f.state.menuBar.empty()) bar = BuildMenu(f.state.menuBar, false);
+  if (!bar && !f.menuBar) return;
+  SetMenu(f.hwnd.Get(), bar.Get());
+  // The window shows the new bar now: the old one goes.
+  f.menuBar = std::move(bar);
+  DrawMenuBar(f.hwnd.Get());
 }
 
 std::uint32_t Win32UiHost::PopupMenu(UiHandle window, const std::vector<UiMenuItem>& items) {
   HWND owner = Started();
-  if (FormRec* f = Form(window); f != nullptr && !f->dead && IsWindowVisible(f->hwnd)) owner = f->hwnd;
-  HMENU menu = BuildMenu(items, true);
-  if (menu == nullptr) return 0;
+  if (FormRec* f = Form(window); f != nullptr && !f->dead && IsWindowVisible(f->hwnd.Get())) owner = f->hwnd.Get();
+  win32::UniqueMenu menu = BuildMenu(items, true);
+  if (!menu) return 0;
   POINT pt{};
   GetCursorPos(&pt);
   // Without the foreground the menu would not close when the user clicks elsewhere.
   SetForegroundWindow(owner);
   const UINT id = static_cast<UINT>(TrackPopupMenuEx(
-      menu, TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON, pt.x, pt.y, owner, nullptr));
+      menu.Get(), TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON, pt.x, pt.y, owner, nullptr));
   PostMessageW(owner, WM_NULL, 0, 0);
-  DestroyMenu(menu);
   return id;
 }
 
@@ -73,13 +75,13 @@ std::uint32_t Win32UiHost::PopupMenu(UiHandle window, const std::vector<UiMenuIt
 
 HWND Win32UiHost::TipHandle(UiHandle tip) const {
   auto it = tips_.find(tip);
-  return it == tips_.end() ? nullptr : it->second->hwnd;
+  return it == tips_.end() ? nullptr : it->second->hwnd.Get();
 }
 
 UiHandle Win32UiHost::CreateTip(const UiTip& tip) {
   HWND tool = nullptr;
-  if (ControlRec* c = Control(tip.tool); c != nullptr && !c->dead) tool = c->hwnd;
-  if (FormRec* f = Form(tip.tool); f != nullptr && !f->dead) tool = f->hwnd;
+  if (ControlRec* c = Control(tip.tool); c != nullptr && !c->dead) tool = c->hwnd.Get();
+  if (FormRec* f = Form(tip.tool); f != nullptr && !f->dead) tool = f->hwnd.Get();
   if (tool == nullptr) return 0;
 
   auto rec = std::make_unique<TipRec>();
@@ -87,10 +89,10 @@ UiHandle Win32UiHost::CreateTip(const UiTip& tip) {
   rec->toolHwnd = tool;
   const wchar_t* cls = tip.windowClass.empty() ? TOOLTIPS_CLASSW : Wide(tip.windowClass);
   // Owned by the tool's window, so that it goes with it.
-  rec->hwnd = CreateWindowExW(WS_EX_TOPMOST, cls, nullptr, tip.style, 0, 0, 0, 0, tool, nullptr,
-                              instance_, nullptr);
-  if (rec->hwnd == nullptr) return 0;
-  SetWindowSubclass(rec->hwnd, &Win32UiHost::TipProc, 2, reinterpret_cast<DWORD_PTR>(this));
+  rec->hwnd.Reset(CreateWindowExW(WS_EX_TOPMOST, cls, nullptr, tip.style, 0, 0, 0, 0, tool,
+                                  nullptr, instance_, nullptr));
+  if (!rec->hwnd) return 0;
+  SetWindowSubclass(rec->hwnd.Get(), &Win32UiHost::TipProc, 2, reinterpret_cast<DWORD_PTR>(this));
 
   // Under Wine a balloon that stands over a window of ours paints solid black; one
   // that stands clear of them paints well. So a balloon is always shown by tracking,
@@ -107,24 +109,24 @@ UiHandle Win32UiHost::CreateTip(const UiTip& tip) {
   ti.lpszText = Mutable(rec->tip.text);
   for (const UiTipMessage& m : tip.messages) {
     switch (m.message) {
-      case kAddToolA: SendMessageW(rec->hwnd, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&ti)); break;
+      case kAddToolA: SendMessageW(rec->hwnd.Get(), TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&ti)); break;
       case kSetTitleA:
-        SendMessageW(rec->hwnd, TTM_SETTITLEW, static_cast<WPARAM>(tip.icon),
+        SendMessageW(rec->hwnd.Get(), TTM_SETTITLEW, static_cast<WPARAM>(tip.icon),
                      reinterpret_cast<LPARAM>(Wide(rec->tip.title)));
         break;
       case kSetFont: {
         if (!tip.fontName) break;
         const double points = tip.fontSize > 0 ? tip.fontSize : 8.25;
-        rec->font = CreateFontW(-MulDiv(static_cast<int>(points * 100), dpiY_, 7200), 0, 0, 0,
-                                FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
-                                CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS,
-                                Wide(*tip.fontName));
-        SendMessageW(rec->hwnd, WM_SETFONT, reinterpret_cast<WPARAM>(rec->font), TRUE);
+        rec->font.Reset(CreateFontW(-MulDiv(static_cast<int>(points * 100), dpiY_, 7200), 0, 0, 0,
+                                    FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
+                                    OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
+                                    DEFAULT_PITCH | FF_SWISS, Wide(*tip.fontName)));
+        SendMessageW(rec->hwnd.Get(), WM_SETFONT, reinterpret_cast<WPARAM>(rec->font.Get()), TRUE);
         break;
       }
       default:
         if (m.message == TTM_SETDELAYTIME && m.wParam == TTDT_AUTOPOP) rec->visibleMs = m.lParam;
-        SendMessageW(rec->hwnd, m.message, static_cast<WPARAM>(m.wParam), static_cast<LPARAM>(m.lParam));
+        SendMessageW(rec->hwnd.Get(), m.message, static_cast<WPARAM>(m.wParam), static_cast<LPARAM>(m.lParam));
         break;
     }
   }
@@ -160,15 +162,15 @@ void Win32UiHost::PlaceBalloon(UiHandle h, TipRec& t, long stemX) {
   // Tracked at the bottom of the work area the balloon opens upwards with its stem
   // down; then it is lifted to stand on the window's top edge. Without room there,
   // tracked at the top it opens downwards, and is lowered to hang from the bottom.
-  SendMessageW(t.hwnd, TTM_TRACKPOSITION, 0, MAKELPARAM(stemX, work.bottom - 1));
-  SendMessageW(t.hwnd, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&ti));
+  SendMessageW(t.hwnd.Get(), TTM_TRACKPOSITION, 0, MAKELPARAM(stemX, work.bottom - 1));
+  SendMessageW(t.hwnd.Get(), TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&ti));
   RECT b{};
-  GetWindowRect(t.hwnd, &b);
+  GetWindowRect(t.hwnd.Get(), &b);
   LONG height = b.bottom - b.top;
   LONG top = f.top - height;
   if (top < work.top) {
-    SendMessageW(t.hwnd, TTM_TRACKPOSITION, 0, MAKELPARAM(stemX, work.top));
-    GetWindowRect(t.hwnd, &b);
+    SendMessageW(t.hwnd.Get(), TTM_TRACKPOSITION, 0, MAKELPARAM(stemX, work.top));
+    GetWindowRect(t.hwnd.Get(), &b);
     height = b.bottom - b.top;
     top = f.bottom;
     // The window fills the height: at the tool after all.
@@ -177,21 +179,19 @@ void Win32UiHost::PlaceBalloon(UiHandle h, TipRec& t, long stemX) {
   const LONG width = b.right - b.left;
   // Wine shows what lies outside the balloon's outline in black: the window loses
   // its outline and its background is what the screen showed there before.
-  if (t.backdrop) DeleteObject(t.backdrop);
-  HDC screen = GetDC(nullptr);
-  HDC mem = CreateCompatibleDC(screen);
-  t.backdrop = CreateCompatibleBitmap(screen, width, height);
-  HGDIOBJ old = SelectObject(mem, t.backdrop);
-  BitBlt(mem, 0, 0, width, height, screen, b.left, top, SRCCOPY);
-  SelectObject(mem, old);
-  DeleteDC(mem);
-  ReleaseDC(nullptr, screen);
+  t.backdrop.Reset();
+  {
+    win32::WindowDC screen(nullptr);
+    win32::MemoryDC mem(screen.Get(), width, height);
+    BitBlt(mem.Get(), 0, 0, width, height, screen.Get(), b.left, top, SRCCOPY);
+    t.backdrop = mem.TakeBitmap();
+  }
   // The tip fills and frames its window's outline; it keeps its shape that way.
-  if (t.outline == nullptr) t.outline = CreateRectRgn(0, 0, 0, 0);
-  if (GetWindowRgn(t.hwnd, t.outline) == ERROR) SetRectRgn(t.outline, 0, 0, width, height);
-  SetWindowRgn(t.hwnd, nullptr, FALSE);
-  SetWindowPos(t.hwnd, HWND_TOPMOST, b.left, top, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE);
-  RedrawWindow(t.hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+  if (!t.outline) t.outline.Reset(CreateRectRgn(0, 0, 0, 0));
+  if (GetWindowRgn(t.hwnd.Get(), t.outline.Get()) == ERROR) SetRectRgn(t.outline.Get(), 0, 0, width, height);
+  SetWindowRgn(t.hwnd.Get(), nullptr, FALSE);
+  SetWindowPos(t.hwnd.Get(), HWND_TOPMOST, b.left, top, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE);
+  RedrawWindow(t.hwnd.Get(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
   // A tracked tip stays until it is told to go: the tip's visible time does that.
   if (t.hideTimer != 0) StopTimer(t.hideTimer);
   t.hideTimer = 0;
@@ -205,7 +205,7 @@ void Win32UiHost::PlaceBalloon(UiHandle h, TipRec& t, long stemX) {
       off.cbSize = sizeof(off);
       off.hwnd = it->second->toolHwnd;
       off.uId = reinterpret_cast<UINT_PTR>(it->second->toolHwnd);
-      SendMessageW(it->second->hwnd, TTM_TRACKACTIVATE, FALSE, reinterpret_cast<LPARAM>(&off));
+      SendMessageW(it->second->hwnd.Get(), TTM_TRACKACTIVATE, FALSE, reinterpret_cast<LPARAM>(&off));
     });
   }
 }
@@ -219,22 +219,22 @@ LRESULT CALLBACK Win32UiHost::TipProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp,
   if (msg == WM_ERASEBKGND) {
     auto* self = reinterpret_cast<Win32UiHost*>(selfData);
     for (auto& [h, t] : self->tips_) {
-      if (t->hwnd != hwnd || t->backdrop == nullptr) continue;
+      if (t->hwnd.Get() != hwnd || !t->backdrop) continue;
       HDC dc = reinterpret_cast<HDC>(wp);
-      HDC mem = CreateCompatibleDC(dc);
-      HGDIOBJ old = SelectObject(mem, t->backdrop);
-      RECT r;
-      GetClientRect(hwnd, &r);
-      BitBlt(dc, 0, 0, r.right, r.bottom, mem, 0, 0, SRCCOPY);
-      SelectObject(mem, old);
-      DeleteDC(mem);
-      if (t->outline != nullptr) {
-        HBRUSH fill = CreateSolidBrush(static_cast<COLORREF>(SendMessageW(hwnd, TTM_GETTIPBKCOLOR, 0, 0)));
-        HBRUSH edge = CreateSolidBrush(static_cast<COLORREF>(SendMessageW(hwnd, TTM_GETTIPTEXTCOLOR, 0, 0)));
-        FillRgn(dc, t->outline, fill);
-        FrameRgn(dc, t->outline, edge, 1, 1);
-        DeleteObject(fill);
-        DeleteObject(edge);
+      {
+        win32::UniqueDC mem(CreateCompatibleDC(dc));
+        win32::Selected picture(mem.Get(), t->backdrop.Get());
+        RECT r;
+        GetClientRect(hwnd, &r);
+        BitBlt(dc, 0, 0, r.right, r.bottom, mem.Get(), 0, 0, SRCCOPY);
+      }
+      if (t->outline) {
+        win32::UniqueBrush fill(
+            CreateSolidBrush(static_cast<COLORREF>(SendMessageW(hwnd, TTM_GETTIPBKCOLOR, 0, 0))));
+        win32::UniqueBrush edge(
+            CreateSolidBrush(static_cast<COLORREF>(SendMessageW(hwnd, TTM_GETTIPTEXTCOLOR, 0, 0))));
+        FillRgn(dc, t->outline.Get(), fill.Get());
+        FrameRgn(dc, t->outline.Get(), edge.Get(), 1, 1);
       }
       return 1;
     }
@@ -247,7 +247,7 @@ LRESULT CALLBACK Win32UiHost::TipProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp,
     ControlRec* c = self->ControlOf(under);
     if (c != nullptr && c->state.kind == UiKind::Label && c->container != 0) {
       ControlRec* p = self->Control(c->container);
-      if (p != nullptr && p->state.kind == UiKind::PictureButton) return reinterpret_cast<LRESULT>(p->hwnd);
+      if (p != nullptr && p->state.kind == UiKind::PictureButton) return reinterpret_cast<LRESULT>(p->hwnd.Get());
     }
     return reinterpret_cast<LRESULT>(under);
   }
@@ -265,8 +265,8 @@ void Win32UiHost::RelayToTips(HWND tool, HWND from, UINT msg, WPARAM wp, LPARAM 
   relay.time = GetMessageTime();
   GetCursorPos(&relay.pt);
   for (auto& [h, t] : tips_) {
-    if (t->toolHwnd == tool && !t->placed && IsWindow(t->hwnd)) {
-      SendMessageW(t->hwnd, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&relay));
+    if (t->toolHwnd == tool && !t->placed && IsWindow(t->hwnd.Get())) {
+      SendMessageW(t->hwnd.Get(), TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&relay));
     }
   }
 }
@@ -275,10 +275,9 @@ void Win32UiHost::DestroyTip(UiHandle tip) {
   auto it = tips_.find(tip);
   if (it == tips_.end()) return;
   if (it->second->hideTimer != 0) StopTimer(it->second->hideTimer);
-  if (IsWindow(it->second->hwnd)) DestroyWindow(it->second->hwnd);
-  if (it->second->font) DeleteObject(it->second->font);
-  if (it->second->backdrop) DeleteObject(it->second->backdrop);
-  if (it->second->outline) DeleteObject(it->second->outline);
+  // Out of the map first: the window that goes with the record may still send the
+  // host messages.
+  std::unique_ptr<TipRec> gone = std::move(it->second);
   tips_.erase(it);
 }
 
@@ -297,8 +296,8 @@ void Win32UiHost::TrackTip(UiHandle tip, long x, long y, UiHandle control) {
   ti.cbSize = sizeof(ti);
   ti.hwnd = it->second->toolHwnd;
   ti.uId = reinterpret_cast<UINT_PTR>(it->second->toolHwnd);
-  SendMessageW(it->second->hwnd, TTM_TRACKPOSITION, 0, MAKELPARAM(pt.x, pt.y));
-  SendMessageW(it->second->hwnd, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&ti));
+  SendMessageW(it->second->hwnd.Get(), TTM_TRACKPOSITION, 0, MAKELPARAM(pt.x, pt.y));
+  SendMessageW(it->second->hwnd.Get(), TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&ti));
 }
 
 void Win32UiHost::ShowPlainTip(const Text& text) {
@@ -306,32 +305,32 @@ void Win32UiHost::ShowPlainTip(const Text& text) {
   TOOLINFOW ti{};
   ti.cbSize = sizeof(ti);
   ti.uFlags = TTF_IDISHWND | TTF_TRACK | TTF_ABSOLUTE;
-  ti.hwnd = hostHwnd_;
-  ti.uId = reinterpret_cast<UINT_PTR>(hostHwnd_);
+  ti.hwnd = hostHwnd_.Get();
+  ti.uId = reinterpret_cast<UINT_PTR>(hostHwnd_.Get());
   ti.lpszText = Mutable(text);
-  if (plainTip_ == nullptr) {
-    plainTip_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
-                                WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0, 0, 0, 0, hostHwnd_,
-                                nullptr, instance_, nullptr);
-    if (plainTip_ == nullptr) return;
-    SendMessageW(plainTip_, TTM_SETMAXTIPWIDTH, 0, 500);
-    SendMessageW(plainTip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&ti));
+  if (!plainTip_) {
+    plainTip_.Reset(CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                                    WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0, 0, 0, 0,
+                                    hostHwnd_.Get(), nullptr, instance_, nullptr));
+    if (!plainTip_) return;
+    SendMessageW(plainTip_.Get(), TTM_SETMAXTIPWIDTH, 0, 500);
+    SendMessageW(plainTip_.Get(), TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&ti));
   } else {
-    SendMessageW(plainTip_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&ti));
+    SendMessageW(plainTip_.Get(), TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&ti));
   }
   POINT pt{};
   GetCursorPos(&pt);
-  SendMessageW(plainTip_, TTM_TRACKPOSITION, 0, MAKELPARAM(pt.x, pt.y));
-  SendMessageW(plainTip_, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&ti));
+  SendMessageW(plainTip_.Get(), TTM_TRACKPOSITION, 0, MAKELPARAM(pt.x, pt.y));
+  SendMessageW(plainTip_.Get(), TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&ti));
 }
 
 void Win32UiHost::HidePlainTip() {
-  if (plainTip_ == nullptr) return;
+  if (!plainTip_) return;
   TOOLINFOW ti{};
   ti.cbSize = sizeof(ti);
-  ti.hwnd = hostHwnd_;
-  ti.uId = reinterpret_cast<UINT_PTR>(hostHwnd_);
-  SendMessageW(plainTip_, TTM_TRACKACTIVATE, FALSE, reinterpret_cast<LPARAM>(&ti));
+  ti.hwnd = hostHwnd_.Get();
+  ti.uId = reinterpret_cast<UINT_PTR>(hostHwnd_.Get());
+  SendMessageW(plainTip_.Get(), TTM_TRACKACTIVATE, FALSE, reinterpret_cast<LPARAM>(&ti));
 }
 
 // ---- Notification area -------------------------------------------------------------------------
@@ -360,16 +359,19 @@ void Win32UiHost::RetryTray() {
     missing = missing || !t->added;
   }
   // The shell may still be starting; give it a minute.
-  if (!missing || ++trayRetries_ > 60) KillTimer(hostHwnd_, kTrayRetryTimer);
+  if (!missing || ++trayRetries_ > 60) KillTimer(hostHwnd_.Get(), kTrayRetryTimer);
 }
 
 namespace {
 
-HICON LoadTrayIcon(win32::Pictures& pictures, const Text& keyOrPath, HINSTANCE instance, bool& owned) {
-  HICON icon = win32::Pictures::LoadIconFile(pictures.IconPath(keyOrPath),
-                                             GetSystemMetrics(SM_CXSMICON),
-                                             GetSystemMetrics(SM_CYSMICON));
-  owned = icon != nullptr;
+// The icon of a key or path; one loaded from a file is put in `owned`, the program's
+// or the system's shared icon stands in for a missing file.
+HICON LoadTrayIcon(win32::Pictures& pictures, const Text& keyOrPath, HINSTANCE instance,
+                   win32::UniqueIcon& owned) {
+  owned.Reset(win32::Pictures::LoadIconFile(pictures.IconPath(keyOrPath),
+                                            GetSystemMetrics(SM_CXSMICON),
+                                            GetSystemMetrics(SM_CYSMICON)));
+  HICON icon = owned.Get();
   if (icon == nullptr) icon = LoadIconW(instance, MAKEINTRESOURCEW(1));
   if (icon == nullptr) icon = LoadIconW(nullptr, IDI_APPLICATION);
   return icon;
@@ -379,8 +381,8 @@ HICON LoadTrayIcon(win32::Pictures& pictures, const Text& keyOrPath, HINSTANCE i
 
 UiHandle Win32UiHost::AddTrayIcon(const UiTrayIcon& icon, std::function<void(int)> onEvent) {
   if (Started() == nullptr) return 0;
-  HWND owner = icon.owner != 0 ? WindowHandle(icon.owner) : hostHwnd_;
-  if (owner == nullptr) owner = hostHwnd_;
+  HWND owner = icon.owner != 0 ? WindowHandle(icon.owner) : hostHwnd_.Get();
+  if (owner == nullptr) owner = hostHwnd_.Get();
   auto t = std::make_unique<TrayRec>();
   t->handle = next_++;
   t->state = icon;
@@ -392,11 +394,11 @@ UiHandle Win32UiHost::AddTrayIcon(const UiTrayIcon& icon, std::function<void(int
   t->data.cbSize = sizeof(t->data);
   t->data.hWnd = owner;
   t->data.uID = id;
-  t->icon = LoadTrayIcon(*pictures_, icon.icon, instance_, t->iconOwned);
+  t->icon = LoadTrayIcon(*pictures_, icon.icon, instance_, t->ownedIcon);
   ApplyTray(*t, NIM_ADD);
   if (!t->added) {
     trayRetries_ = 0;
-    SetTimer(hostHwnd_, kTrayRetryTimer, 1000, nullptr);
+    SetTimer(hostHwnd_.Get(), kTrayRetryTimer, 1000, nullptr);
   }
   const UiHandle h = t->handle;
   tray_[h] = std::move(t);
@@ -408,14 +410,14 @@ void Win32UiHost::ModifyTrayIcon(UiHandle handle, const UiTrayIcon& state) {
   if (it == tray_.end()) return;
   TrayRec& t = *it->second;
   if (state.icon != t.state.icon) {
-    bool owned = false;
+    win32::UniqueIcon owned;
     HICON icon = LoadTrayIcon(*pictures_, state.icon, instance_, owned);
-    HICON old = t.iconOwned ? t.icon : nullptr;
+    // The old icon stays until the shell shows the new one.
+    win32::UniqueIcon old = std::move(t.ownedIcon);
     t.icon = icon;
-    t.iconOwned = owned;
+    t.ownedIcon = std::move(owned);
     t.state = state;
     ApplyTray(t, NIM_MODIFY);
-    if (old) DestroyIcon(old);
     return;
   }
   t.state = state;
@@ -430,7 +432,6 @@ void Win32UiHost::RemoveTrayIcon(UiHandle handle) {
     t.data.uFlags = 0;
     Shell_NotifyIconW(NIM_DELETE, &t.data);
   }
-  if (t.iconOwned && t.icon) DestroyIcon(t.icon);
   tray_.erase(it);
 }
 
