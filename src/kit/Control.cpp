@@ -32,6 +32,7 @@ const char* RoleName(Role role) {
     case Role::Graphic: return "graphic";
     case Role::Pane: return "pane";
     case Role::PushButton: return "push button";
+    case Role::Indicator: return "indicator";
     case Role::CheckBox: return "check box";
     case Role::RadioButton: return "radio button";
     case Role::Text: return "text";

@@ -60,6 +60,7 @@ enum class Role : int {
   Graphic,      // pictures that only show something
   Pane,         // pictures that hold other controls
   PushButton,   // skinned buttons and pictures that act
+  Indicator,    // a picture whose colour says a state (a status light)
   CheckBox,
   RadioButton,
   Text,         // text boxes

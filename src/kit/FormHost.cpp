@@ -32,6 +32,10 @@ UiChange ToChange(Aspect aspect) {
   return static_cast<UiChange>(static_cast<std::uint32_t>(aspect) & 0xFFu);
 }
 
+static_assert(static_cast<int>(Role::Window) == static_cast<int>(platform::UiRole::Window) &&
+                  static_cast<int>(Role::Indicator) == static_cast<int>(platform::UiRole::Indicator),
+              "the kit's roles and the host's are the same list");
+
 platform::UiRect ToRect(const Layout& l) { return {l.left, l.top, l.width, l.height}; }
 
 platform::UiMenuItem DescribeItem(const Form& form, const MenuItem& item) {

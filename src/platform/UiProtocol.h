@@ -55,6 +55,7 @@ enum class UiRole : int {
   Graphic,
   Pane,
   PushButton,
+  Indicator,
   CheckBox,
   RadioButton,
   Text,

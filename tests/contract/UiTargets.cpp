@@ -61,6 +61,7 @@ class FakeUiWorld : public UiWorld {
   }
   bool TrayShown(UiHandle icon) override { return fake_.trayIcons.count(icon) != 0; }
   int BalloonsShown(UiHandle icon) override {
+    if (fake_.trayIcons.count(icon) == 0) return 0;
     return static_cast<int>(std::count_if(fake_.balloons.begin(), fake_.balloons.end(),
                                           [&](const auto& b) { return b.first == icon; }));
   }

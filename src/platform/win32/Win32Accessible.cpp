@@ -10,6 +10,7 @@ long AccessibleRole(UiRole role) {
     case UiRole::Graphic: return ROLE_SYSTEM_GRAPHIC;
     case UiRole::Pane: return ROLE_SYSTEM_PANE;
     case UiRole::PushButton: return ROLE_SYSTEM_PUSHBUTTON;
+    case UiRole::Indicator: return ROLE_SYSTEM_INDICATOR;
     case UiRole::CheckBox: return ROLE_SYSTEM_CHECKBUTTON;
     case UiRole::RadioButton: return ROLE_SYSTEM_RADIOBUTTON;
     case UiRole::Text: return ROLE_SYSTEM_TEXT;

@@ -8,6 +8,8 @@
 // Detach(), with a comment saying who owns it from there.
 #include "platform/win32/Win32Text.h"
 
+#include <commctrl.h>
+
 #include <type_traits>
 #include <utility>
 
@@ -70,6 +72,7 @@ inline void CloseKernelHandle(HANDLE h) noexcept { ::CloseHandle(h); }
 inline void CloseFind(HANDLE h) noexcept { ::FindClose(h); }
 inline void CloseServiceManagerHandle(SC_HANDLE h) noexcept { ::CloseServiceHandle(h); }
 inline void CloseKey(HKEY key) noexcept { ::RegCloseKey(key); }
+inline void DestroyImageListHandle(HIMAGELIST list) noexcept { ::ImageList_Destroy(list); }
 }  // namespace detail
 
 using UniqueBitmap = Unique<HBITMAP, &detail::DeleteGdiObject>;
@@ -84,6 +87,7 @@ using UniqueHandle = Unique<HANDLE, &detail::CloseKernelHandle>;
 using UniqueFindHandle = Unique<HANDLE, &detail::CloseFind>;
 using UniqueServiceHandle = Unique<SC_HANDLE, &detail::CloseServiceManagerHandle>;
 using UniqueKey = Unique<HKEY, &detail::CloseKey>;
+using UniqueImageList = Unique<HIMAGELIST, &detail::DestroyImageListHandle>;
 
 // An object selected into a device context for the holder's lifetime; the one it
 // replaced is selected back at the end.

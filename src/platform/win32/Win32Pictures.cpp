@@ -1,5 +1,7 @@
 #include "platform/win32/Win32Pictures.h"
 
+#include "platform/win32/Win32Handles.h"
+
 #include <objbase.h>
 #include <wincodec.h>
 
@@ -196,6 +198,65 @@ void Pictures::Draw(HDC dc, const Bitmap& bmp, int x, int y, int w, int h) {
   BLENDFUNCTION blend{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
   SetStretchBltMode(dc, HALFTONE);
   GdiAlphaBlend(dc, x, y, w, h, src.Get(), 0, 0, bmp.width, bmp.height, blend);
+}
+
+namespace {
+
+// A clear top-down 32-bit DIB section of w by h, and its pixels.
+GdiObject<HBITMAP> ClearDib(HDC like, int w, int h, void** bits) {
+  BITMAPINFO info{};
+  info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
+  info.bmiHeader.biWidth = w;
+  info.bmiHeader.biHeight = -h;  // top-down
+  info.bmiHeader.biPlanes = 1;
+  info.bmiHeader.biBitCount = 32;
+  info.bmiHeader.biCompression = BI_RGB;
+  return GdiObject<HBITMAP>(CreateDIBSection(like, &info, DIB_RGB_COLORS, bits, nullptr, 0));
+}
+
+}  // namespace
+
+GdiObject<HBITMAP> Pictures::Placeholder(int w, int h) {
+  if (w <= 0 || h <= 0) return {};
+  void* bits = nullptr;
+  win32::WindowDC screen(nullptr);
+  GdiObject<HBITMAP> out = ClearDib(screen.Get(), w, h, &bits);
+  if (!out || bits == nullptr) return {};
+  {
+    win32::UniqueDC dc(CreateCompatibleDC(screen.Get()));
+    if (!dc) return {};
+    win32::Selected selected(dc.Get(), out.get());
+    const RECT r{0, 0, w, h};
+    DrawPlaceholder(dc.Get(), r);
+    GdiFlush();
+  }
+  // Drawn without alpha: every pixel is whole.
+  auto* px = static_cast<unsigned char*>(bits);
+  for (int i = 0; i < w * h; ++i) px[i * 4 + 3] = 255;
+  return out;
+}
+
+GdiObject<HBITMAP> Pictures::Straight(const Bitmap& bmp, int w, int h) {
+  if (w <= 0 || h <= 0 || !bmp.handle) return {};
+  void* bits = nullptr;
+  win32::WindowDC screen(nullptr);
+  GdiObject<HBITMAP> out = ClearDib(screen.Get(), w, h, &bits);
+  if (!out || bits == nullptr) return {};
+  {
+    // Blended onto clear pixels the picture comes out premultiplied, at the size asked.
+    win32::UniqueDC dc(CreateCompatibleDC(screen.Get()));
+    if (!dc) return {};
+    win32::Selected selected(dc.Get(), out.get());
+    Draw(dc.Get(), bmp, 0, 0, w, h);
+    GdiFlush();
+  }
+  auto* px = static_cast<unsigned char*>(bits);
+  for (int i = 0; i < w * h; ++i, px += 4) {
+    const int a = px[3];
+    if (a == 0 || a == 255) continue;
+    for (int c = 0; c < 3; ++c) px[c] = static_cast<unsigned char>(std::min(255, (px[c] * 255 + a / 2) / a));
+  }
+  return out;
 }
 
 void Pictures::DrawFace(HDC dc, const Bitmap& bmp, const RECT& r) {

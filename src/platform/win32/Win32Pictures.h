@@ -50,6 +50,11 @@ class Pictures {
   // A button face stretched to any width: the ends are kept and the middle column
   // repeated, as the faces change only from top to bottom.
   static void DrawFace(HDC dc, const Bitmap& bmp, const RECT& r);
+  // The picture at w by h as a 32-bit DIB with straight alpha, for what wants it so
+  // (the platform's image lists); null when it cannot be made.
+  static GdiObject<HBITMAP> Straight(const Bitmap& bmp, int w, int h);
+  // The placeholder as such a bitmap.
+  static GdiObject<HBITMAP> Placeholder(int w, int h);
   // What stands in for a picture whose file is missing.
   static void DrawPlaceholder(HDC dc, const RECT& r);
 

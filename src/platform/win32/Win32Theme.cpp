@@ -1,6 +1,9 @@
 #include "platform/win32/Win32Theme.h"
 
+#include <algorithm>
 #include <cwchar>
+
+#include "platform/win32/Win32Handles.h"
 
 namespace platform::win32 {
 
@@ -31,6 +34,25 @@ bool LightTaskbar() {
                    &value, &size) != ERROR_SUCCESS)
     return false;
   return value == 1;
+}
+
+int DpiForWindow(HWND hwnd, int fallback) {
+  using Fn = UINT(WINAPI*)(HWND);
+  static const auto fn =
+      reinterpret_cast<Fn>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32.dll"), "GetDpiForWindow")));
+  const UINT dpi = fn != nullptr ? fn(hwnd) : 0;
+  return dpi != 0 ? static_cast<int>(dpi) : fallback;
+}
+
+int MetricForDpi(int index, int dpi) {
+  using Fn = int(WINAPI*)(int, UINT);
+  static const auto fn = reinterpret_cast<Fn>(
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32.dll"), "GetSystemMetricsForDpi")));
+  if (fn != nullptr) return fn(index, static_cast<UINT>(dpi));
+  // The system's metric is for its own scale.
+  win32::WindowDC screen(nullptr);
+  const int system = std::max(1, GetDeviceCaps(screen.Get(), LOGPIXELSY));
+  return MulDiv(GetSystemMetrics(index), dpi, system);
 }
 
 bool ThemeSettingChanged(UINT action, const wchar_t* area) {

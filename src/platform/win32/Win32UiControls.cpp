@@ -31,14 +31,25 @@ DWORD DateStyle(const UiControl& s) {
   return style | (s.upDown ? DTS_UPDOWN : 0);
 }
 
-// The style bits of a kind that a window cannot change once it exists.
+// A picture the user presses is a button to the system (its window's class says so
+// to a screen reader and to the keyboard).
+bool ButtonWindow(const UiControl& s) {
+  return s.kind == UiKind::PictureButton || (s.kind == UiKind::Picture && s.role == UiRole::PushButton);
+}
+
+// The style bits of a kind that a window cannot change once it exists; the top bit
+// stands for a picture's window class.
 DWORD StructuralStyle(const UiControl& s) {
   switch (s.kind) {
     case UiKind::TextBox: return s.multiLine ? ES_MULTILINE : 0;
     case UiKind::DatePicker: return DateStyle(s);
+    case UiKind::Picture: return ButtonWindow(s) ? 0x80000000u : 0;
     default: return 0;
   }
 }
+
+// How many entries a combo box's list shows when it drops down.
+constexpr int kComboLines = 8;
 
 SYSTEMTIME ToSystemTime(const base::DateTime& d) {
   SYSTEMTIME st{};
@@ -78,11 +89,12 @@ wchar_t* Mutable(const Text& text) { return const_cast<wchar_t*>(Wide(text)); }
 // ---- Creating and changing controls -------------------------------------------------------
 
 RECT Win32UiHost::RectInForm(const ControlRec& c) const {
-  RECT r = PixelRect(c.state.rect);
+  const int dpi = DpiOf(c);
+  RECT r = PixelRect(c.state.rect, dpi);
   for (UiHandle h = c.container; h != 0;) {
     ControlRec* p = Control(h);
     if (p == nullptr) break;
-    const RECT pr = PixelRect(p->state.rect);
+    const RECT pr = PixelRect(p->state.rect, dpi);
     OffsetRect(&r, pr.left, pr.top);
     h = p->container;
   }
@@ -96,13 +108,13 @@ bool Win32UiHost::ShownInForm(const ControlRec& c) const {
   return true;
 }
 
-HFONT Win32UiHost::Font(const UiFont& font) {
+HFONT Win32UiHost::Font(const UiFont& font, int dpi) {
   const double points = font.size > 0 ? font.size : 8.25;
   const int hundredths = static_cast<int>(std::lround(points * 100));
-  const auto key = std::make_pair(hundredths, font.bold);
+  const auto key = std::make_tuple(hundredths, font.bold, dpi);
   auto it = fonts_.find(key);
   if (it != fonts_.end()) return it->second.Get();
-  win32::UniqueFont f(CreateFontW(-MulDiv(hundredths, dpiY_, 7200), 0, 0, 0,
+  win32::UniqueFont f(CreateFontW(-MulDiv(hundredths, dpi, 7200), 0, 0, 0,
                                   font.bold ? FW_BOLD : FW_NORMAL, FALSE, FALSE, FALSE,
                                   DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
                                   DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS, L"Tahoma"));
@@ -112,18 +124,19 @@ HFONT Win32UiHost::Font(const UiFont& font) {
 UiTextSize Win32UiHost::MeasureText(const Text& text, const UiFont& font, double wrapWidth) {
   win32::WindowDC screen(nullptr);
   HDC dc = screen.Get();
-  win32::Selected selected(dc, Font(font));
+  win32::Selected selected(dc, Font(font, dpi_));
   RECT r{0, 0, 0, 0};
   UINT flags = DT_CALCRECT | DT_EXPANDTABS;
   if (wrapWidth > 0) {
-    r.right = std::max<LONG>(1, static_cast<LONG>(std::lround(wrapWidth / tppX_)));
+    r.right = std::max<LONG>(1, static_cast<LONG>(std::lround(wrapWidth * dpi_ / 1440.0)));
     flags |= DT_WORDBREAK;
   }
   // An empty caption still takes one line's height, as a label does.
   const Text& measured = text.empty() ? Text(u" ") : text;
   DrawTextW(dc, Wide(measured), static_cast<int>(measured.size()), &r, flags);
-  const double width = text.empty() ? 0 : static_cast<double>(r.right - r.left) * tppX_;
-  return {width, static_cast<double>(r.bottom - r.top) * tppY_};
+  const double k = 1440.0 / dpi_;
+  const double width = text.empty() ? 0 : static_cast<double>(r.right - r.left) * k;
+  return {width, static_cast<double>(r.bottom - r.top) * k};
 }
 
 HWND Win32UiHost::CreateControlWindow(ControlRec& c) {
@@ -137,32 +150,38 @@ HWND Win32UiHost::CreateControlWindow(ControlRec& c) {
   if (parent == nullptr) return nullptr;
 
   const wchar_t* cls = L"STATIC";
-  DWORD style = WS_CHILD | WS_CLIPSIBLINGS | (s.visible ? WS_VISIBLE : 0) | (s.enabled ? 0 : WS_DISABLED);
+  // Tab stops are the kit's; the style says so to whoever reads the window.
+  DWORD style = WS_CHILD | WS_CLIPSIBLINGS | (s.visible ? WS_VISIBLE : 0) | (s.enabled ? 0 : WS_DISABLED) |
+                (s.tabStop ? WS_TABSTOP : 0);
   DWORD ex = 0;
   switch (s.kind) {
     case UiKind::Label: style |= SS_OWNERDRAW | SS_NOTIFY; break;
-    case UiKind::Picture: style |= SS_OWNERDRAW | SS_NOTIFY | WS_CLIPCHILDREN; break;
+    case UiKind::Picture:
     case UiKind::PictureButton:
-      cls = L"BUTTON";
-      style |= BS_OWNERDRAW | WS_CLIPCHILDREN;
+      if (ButtonWindow(s)) {
+        cls = L"BUTTON";
+        style |= BS_OWNERDRAW | WS_CLIPCHILDREN;
+      } else {
+        style |= SS_OWNERDRAW | SS_NOTIFY | WS_CLIPCHILDREN;
+      }
       break;
     case UiKind::CheckBox:
       cls = L"BUTTON";
-      style |= BS_3STATE | WS_TABSTOP;
+      style |= BS_3STATE;
       break;
     case UiKind::OptionButton:
       cls = L"BUTTON";
-      style |= BS_RADIOBUTTON | WS_TABSTOP;
+      style |= BS_RADIOBUTTON;
       break;
     case UiKind::TextBox:
       cls = L"EDIT";
-      style |= WS_TABSTOP | (s.multiLine ? ES_MULTILINE | ES_AUTOVSCROLL | ES_WANTRETURN | WS_VSCROLL
-                                         : ES_AUTOHSCROLL);
+      style |= s.multiLine ? ES_MULTILINE | ES_AUTOVSCROLL | ES_WANTRETURN | WS_VSCROLL : ES_AUTOHSCROLL;
       ex = WS_EX_CLIENTEDGE;
       break;
     case UiKind::ListView:
       cls = WC_LISTVIEWW;
-      style |= LVS_REPORT | LVS_SINGLESEL | WS_TABSTOP | (s.hideSelection ? 0 : LVS_SHOWSELALWAYS);
+      // The rows' pictures are the host's: the list only borrows them.
+      style |= LVS_REPORT | LVS_SINGLESEL | LVS_SHAREIMAGELISTS | (s.hideSelection ? 0 : LVS_SHOWSELALWAYS);
       ex = WS_EX_CLIENTEDGE;
       break;
     case UiKind::ProgressBar:
@@ -171,12 +190,19 @@ HWND Win32UiHost::CreateControlWindow(ControlRec& c) {
       break;
     case UiKind::DatePicker:
       cls = DATETIMEPICK_CLASSW;
-      style |= WS_TABSTOP | DateStyle(s);
+      style |= DateStyle(s);
+      break;
+    case UiKind::ComboBox:
+      cls = WC_COMBOBOXW;
+      style |= CBS_DROPDOWNLIST | WS_VSCROLL;
       break;
   }
-  const RECT r = PixelRect(s.rect);
+  const int dpi = DpiOf(c);
+  RECT r = PixelRect(s.rect, dpi);
+  // A combo box's window holds its dropped list too.
+  if (s.kind == UiKind::ComboBox) r.bottom += (r.bottom - r.top) * kComboLines;
   const Text text = s.kind == UiKind::ListView || s.kind == UiKind::ProgressBar ||
-                            s.kind == UiKind::DatePicker
+                            s.kind == UiKind::DatePicker || s.kind == UiKind::ComboBox
                         ? Text()
                         : s.caption;
   HWND hwnd = CreateWindowExW(ex, cls, Wide(text), style, r.left, r.top, r.right - r.left,
@@ -192,6 +218,7 @@ HWND Win32UiHost::CreateControlWindow(ControlRec& c) {
   // Created later, stacked higher: the design's order of its controls.
   SetWindowPos(hwnd, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   c.listBuilt = false;
+  c.shownItems.clear();
   ApplyControl(c, UiChange::All);
   return hwnd;
 }
@@ -262,7 +289,8 @@ void Win32UiHost::ApplyControl(ControlRec& c, UiChange changes) {
     RECT now;
     GetWindowRect(hwnd, &now);
     MapWindowPoints(nullptr, GetParent(hwnd), reinterpret_cast<POINT*>(&now), 2);
-    const RECT r = PixelRect(s.rect);
+    RECT r = PixelRect(s.rect, DpiOf(c));
+    if (s.kind == UiKind::ComboBox) r.bottom += (r.bottom - r.top) * kComboLines;
     if (!EqualRect(&now, &r)) {
       if (Drawn(s.kind)) Repaint(c);  // the place it leaves
       SetWindowPos(hwnd, nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top,
@@ -270,11 +298,16 @@ void Win32UiHost::ApplyControl(ControlRec& c, UiChange changes) {
     }
   }
   if (Has(changes, UiChange::Style) || Has(changes, UiChange::Caption)) {
-    if (!Drawn(s.kind)) SendMessageW(hwnd, WM_SETFONT, reinterpret_cast<WPARAM>(Font(s.font)), TRUE);
+    if (!Drawn(s.kind)) SendMessageW(hwnd, WM_SETFONT, reinterpret_cast<WPARAM>(Font(s.font, DpiOf(c))), TRUE);
+  }
+  if (Has(changes, UiChange::Style)) {
+    const LONG_PTR style = GetWindowLongPtrW(hwnd, GWL_STYLE);
+    const LONG_PTR want = s.tabStop ? style | WS_TABSTOP : style & ~static_cast<LONG_PTR>(WS_TABSTOP);
+    if (want != style) SetWindowLongPtrW(hwnd, GWL_STYLE, want);
   }
   if (Has(changes, UiChange::Caption)) {
     const bool hasText = s.kind != UiKind::ListView && s.kind != UiKind::ProgressBar &&
-                         s.kind != UiKind::DatePicker;
+                         s.kind != UiKind::DatePicker && s.kind != UiKind::ComboBox;
     if (hasText && WindowText(hwnd) != s.caption) SetWindowTextW(hwnd, Wide(s.caption));
     SetHoverTip(c);
   }
@@ -319,10 +352,18 @@ void Win32UiHost::ApplyControl(ControlRec& c, UiChange changes) {
         SendMessageW(hwnd, PBM_SETRANGE32, static_cast<WPARAM>(std::lround(s.min)),
                      static_cast<LPARAM>(std::lround(s.max)));
         SendMessageW(hwnd, PBM_SETPOS, static_cast<WPARAM>(std::lround(s.value)), 0);
-        // A themed bar ignores its colour: a coloured bar is drawn the classic way.
-        if (s.barColor != kUiDefaultColor) SetWindowTheme(hwnd, L" ", L" ");
-        SendMessageW(hwnd, PBM_SETBARCOLOR, 0,
-                     s.barColor == kUiDefaultColor ? CLR_DEFAULT : static_cast<LPARAM>(s.barColor));
+        // A themed bar ignores its colour: a coloured bar is drawn the classic way. In
+        // high contrast the bar takes the system's colours.
+        if (s.barColor != kUiDefaultColor && !highContrast_) {
+          SetWindowTheme(hwnd, L" ", L" ");
+          SendMessageW(hwnd, PBM_SETBARCOLOR, 0, static_cast<LPARAM>(s.barColor));
+        } else {
+          SendMessageW(hwnd, PBM_SETBARCOLOR, 0, CLR_DEFAULT);
+        }
+        break;
+      case UiKind::ComboBox:
+        ApplyComboItems(c);
+        SendMessageW(hwnd, CB_SETCURSEL, static_cast<WPARAM>(s.listIndex), 0);
         break;
       case UiKind::DatePicker: {
         SYSTEMTIME st = ToSystemTime(s.date);
@@ -333,6 +374,10 @@ void Win32UiHost::ApplyControl(ControlRec& c, UiChange changes) {
     }
   }
   if (Has(changes, UiChange::Items) && s.kind == UiKind::ListView) ApplyList(c, false);
+  if (Has(changes, UiChange::Items) && s.kind == UiKind::ComboBox) {
+    ApplyComboItems(c);
+    SendMessageW(hwnd, CB_SETCURSEL, static_cast<WPARAM>(s.listIndex), 0);
+  }
   if (Has(changes, UiChange::Style) && s.kind == UiKind::ListView && !c.listBuilt) ApplyList(c, true);
   if (Has(changes, UiChange::Enabled)) {
     if ((IsWindowEnabled(hwnd) != FALSE) != s.enabled) EnableWindow(hwnd, s.enabled ? TRUE : FALSE);
@@ -352,6 +397,35 @@ void Win32UiHost::ApplyControl(ControlRec& c, UiChange changes) {
   --c.updating;
 }
 
+void Win32UiHost::ApplyComboItems(ControlRec& c) {
+  if (c.shownItems == c.state.items) return;
+  HWND hwnd = c.hwnd.Get();
+  SendMessageW(hwnd, CB_RESETCONTENT, 0, 0);
+  for (const Text& item : c.state.items) SendMessageW(hwnd, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Wide(item)));
+  c.shownItems = c.state.items;
+}
+
+int Win32UiHost::RowImage(ControlRec& c, const Text& key) {
+  if (key.empty()) return I_IMAGENONE;
+  auto known = std::find(c.rowImageKeys.begin(), c.rowImageKeys.end(), key);
+  if (known != c.rowImageKeys.end()) return static_cast<int>(known - c.rowImageKeys.begin());
+  const int side = win32::MetricForDpi(SM_CXSMICON, DpiOf(c));
+  if (!c.rowImages) {
+    c.rowImages.Reset(ImageList_Create(side, side, ILC_COLOR32, 4, 4));
+    if (!c.rowImages) return I_IMAGENONE;
+    ListView_SetImageList(c.hwnd.Get(), c.rowImages.Get(), LVSIL_SMALL);
+  }
+  const Bitmap* picture = pictures_->Find(key, side);
+  // The image list takes straight alpha: the picture is made so, at the list's size;
+  // a missing one shows as missing pictures do everywhere.
+  auto straight = picture != nullptr ? Pictures::Straight(*picture, side, side) : Pictures::Placeholder(side, side);
+  if (!straight) return I_IMAGENONE;
+  const int index = ImageList_Add(c.rowImages.Get(), straight.get(), nullptr);
+  if (index < 0) return I_IMAGENONE;
+  c.rowImageKeys.push_back(key);
+  return index;
+}
+
 void Win32UiHost::ApplyList(ControlRec& c, bool force) {
   const UiControl& s = c.state;
   HWND hwnd = c.hwnd.Get();
@@ -364,7 +438,7 @@ void Win32UiHost::ApplyList(ControlRec& c, bool force) {
       LVCOLUMNW col{};
       col.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
       col.pszText = Mutable(s.columns[i].caption);
-      col.cx = static_cast<int>(std::lround(s.columns[i].width / tppX_));
+      col.cx = static_cast<int>(std::lround(s.columns[i].width * DpiOf(c) / 1440.0));
       col.iSubItem = static_cast<int>(i);
       ListView_InsertColumn(hwnd, static_cast<int>(i), &col);
     }
@@ -376,6 +450,13 @@ void Win32UiHost::ApplyList(ControlRec& c, bool force) {
   auto setCells = [&](int i, const UiListRow& row, const UiListRow* before) {
     if (before == nullptr || before->text != row.text) {
       ListView_SetItemText(hwnd, i, 0, Mutable(row.text));
+    }
+    if (before == nullptr || before->image != row.image) {
+      LVITEMW image{};
+      image.mask = LVIF_IMAGE;
+      image.iItem = i;
+      image.iImage = RowImage(c, row.image);
+      ListView_SetItem(hwnd, &image);
     }
     for (int sub = 1; sub < columns; ++sub) {
       const Text& now = static_cast<std::size_t>(sub - 1) < row.subItems.size()
@@ -402,9 +483,10 @@ void Win32UiHost::ApplyList(ControlRec& c, bool force) {
     ListView_DeleteAllItems(hwnd);
     for (std::size_t i = 0; i < s.rows.size(); ++i) {
       LVITEMW item{};
-      item.mask = LVIF_TEXT;
+      item.mask = LVIF_TEXT | LVIF_IMAGE;
       item.iItem = static_cast<int>(i);
       item.pszText = Mutable(s.rows[i].text);
+      item.iImage = RowImage(c, s.rows[i].image);
       ListView_InsertItem(hwnd, &item);
       setCells(static_cast<int>(i), s.rows[i], nullptr);
     }
@@ -443,9 +525,19 @@ LRESULT Win32UiHost::OnControlMessage(ControlRec& c, UINT msg, WPARAM wp, LPARAM
       break;
     case WM_SETFOCUS: {
       LRESULT r = DefSubclassProc(hwnd, msg, wp, lp);
+      if (Drawn(c.state.kind)) Repaint(c);  // the focus rectangle
       if (!c.dead && !f->dead) f->events->OnFocus(f->handle, c.handle);
       return r;
     }
+    case WM_KILLFOCUS: {
+      LRESULT r = DefSubclassProc(hwnd, msg, wp, lp);
+      if (!c.dead && Drawn(c.state.kind)) Repaint(c);
+      return r;
+    }
+    case WM_GETOBJECT:
+      // A screen reader asks what the control is: the kit's role, name and state.
+      if (const LRESULT answer = win32::AnswerGetObject(hwnd, wp, lp, c.state); answer != 0) return answer;
+      break;
     case WM_ERASEBKGND:
       if (Drawn(c.state.kind)) return 1;  // all of it is painted in one go
       break;
@@ -482,8 +574,9 @@ bool Win32UiHost::OnParentMessage(UINT msg, WPARAM wp, LPARAM lp, LRESULT& resul
       if (c == nullptr || c->dead || !Checkable(c->state.kind)) return false;
       HDC dc = reinterpret_cast<HDC>(wp);
       SetBkMode(dc, TRANSPARENT);
-      SetTextColor(dc, c->state.foreColor == kUiDefaultColor ? GetSysColor(COLOR_BTNTEXT)
-                                                             : c->state.foreColor);
+      SetTextColor(dc, highContrast_ ? GetSysColor(COLOR_WINDOWTEXT)
+                       : c->state.foreColor == kUiDefaultColor ? GetSysColor(COLOR_BTNTEXT)
+                                                               : c->state.foreColor);
       result = reinterpret_cast<LRESULT>(Backdrop(*c));
       return true;
     }
@@ -499,6 +592,9 @@ bool Win32UiHost::OnParentMessage(UINT msg, WPARAM wp, LPARAM lp, LRESULT& resul
       } else if (c->state.kind == UiKind::TextBox && code == EN_CHANGE && c->updating == 0) {
         c->state.caption = WindowText(c->hwnd.Get());
         f->events->OnTextChanged(f->handle, c->handle, c->state.caption);
+      } else if (c->state.kind == UiKind::ComboBox && code == CBN_SELCHANGE && c->updating == 0) {
+        const LRESULT chosen = SendMessageW(c->hwnd.Get(), CB_GETCURSEL, 0, 0);
+        if (chosen >= 0) f->events->OnSelect(f->handle, c->handle, static_cast<int>(chosen));
       }
       result = 0;
       return true;
@@ -549,7 +645,8 @@ bool Win32UiHost::OnParentMessage(UINT msg, WPARAM wp, LPARAM lp, LRESULT& resul
               result = CDRF_NOTIFYITEMDRAW;
             } else if (cd->nmcd.dwDrawStage == CDDS_ITEMPREPAINT) {
               const std::size_t row = static_cast<std::size_t>(cd->nmcd.dwItemSpec);
-              if (row < c->state.rows.size() && c->state.rows[row].foreColor != kUiDefaultColor) {
+              if (!highContrast_ && row < c->state.rows.size() &&
+                  c->state.rows[row].foreColor != kUiDefaultColor) {
                 cd->clrText = c->state.rows[row].foreColor;
               }
               result = CDRF_DODEFAULT;
@@ -582,13 +679,16 @@ void Win32UiHost::PaintScene(FormRec& f, HDC dc, const RECT& clip, const Control
                              bool backgroundOnly, bool upToPressed) {
   RECT client;
   GetClientRect(f.hwnd.Get(), &client);
-  if (f.state.backColor != kUiDefaultColor) {
+  if (highContrast_) {
+    // High contrast: the system's colours, and no skin.
+    FillRect(dc, &clip, GetSysColorBrush(COLOR_WINDOW));
+  } else if (f.state.backColor != kUiDefaultColor) {
     win32::UniqueBrush bg(CreateSolidBrush(f.state.backColor));
     FillRect(dc, &clip, bg.Get());
   } else {
     FillRect(dc, &clip, GetSysColorBrush(COLOR_BTNFACE));
   }
-  if (!f.state.pictureKey.empty()) {
+  if (!f.state.pictureKey.empty() && !highContrast_) {
     if (const Bitmap* b = pictures_->Find(f.state.pictureKey, client.bottom)) {
       Pictures::Draw(dc, *b, 0, 0, b->width, b->height);
     } else {
@@ -625,6 +725,90 @@ void Win32UiHost::PaintScene(FormRec& f, HDC dc, const RECT& clip, const Control
 }
 
 void Win32UiHost::PaintControl(ControlRec& c, HDC dc, const RECT& r, bool pressed) {
+  if (highContrast_) {
+    PaintHighContrast(c, dc, r, pressed);
+  } else {
+    PaintSkinned(c, dc, r, pressed);
+  }
+  // The keyboard's focus shows on every control that has it.
+  if (GetFocus() == c.hwnd.Get() && c.state.kind != UiKind::Label) {
+    RECT focus = r;
+    InflateRect(&focus, -2, -2);
+    SetTextColor(dc, RGB(0, 0, 0));
+    SetBkColor(dc, RGB(0xFF, 0xFF, 0xFF));
+    DrawFocusRect(dc, &focus);
+  }
+}
+
+namespace {
+
+// A caption drawn as a label draws it, in `color`; false when it does not fit `r`.
+bool DrawCaption(HDC dc, const Text& caption, RECT r, COLORREF color, UINT align, bool mustFit) {
+  if (caption.empty()) return false;
+  if (mustFit) {
+    RECT need = r;
+    DrawTextW(dc, Wide(caption), static_cast<int>(caption.size()), &need, DT_CALCRECT | DT_WORDBREAK);
+    if (need.right - need.left > r.right - r.left || need.bottom - need.top > r.bottom - r.top) return false;
+  }
+  SetBkMode(dc, TRANSPARENT);
+  SetTextColor(dc, color);
+  DrawTextW(dc, Wide(caption), static_cast<int>(caption.size()), &r, DT_WORDBREAK | DT_EXPANDTABS | align);
+  return true;
+}
+
+}  // namespace
+
+void Win32UiHost::PaintHighContrast(ControlRec& c, HDC dc, const RECT& r, bool pressed) {
+  const UiControl& s = c.state;
+  win32::Selected font(dc, Font(s.font, DpiOf(c)));
+  const bool pushed = pressed || (SendMessageW(c.hwnd.Get(), BM_GETSTATE, 0, 0) & BST_PUSHED) != 0;
+  switch (s.kind) {
+    case UiKind::PictureButton: {
+      RECT face = r;
+      DrawFrameControl(dc, &face, DFC_BUTTON, DFCS_BUTTONPUSH | (pushed ? DFCS_PUSHED : 0));
+      break;
+    }
+    case UiKind::Picture: {
+      if (s.role == UiRole::PushButton) {
+        RECT face = r;
+        DrawFrameControl(dc, &face, DFC_BUTTON, DFCS_BUTTONPUSH | (pushed ? DFCS_PUSHED : 0));
+        // Its name where it fits; a small icon button keeps its icon.
+        const COLORREF text = GetSysColor(s.enabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT);
+        if (!DrawCaption(dc, s.caption, r, text, DT_CENTER, true) && !s.pictureKey.empty()) {
+          const int side = std::min(r.right - r.left, r.bottom - r.top) - 4;
+          if (const Bitmap* b = pictures_->Find(s.pictureKey, side)) {
+            Pictures::Draw(dc, *b, r.left + (r.right - r.left - side) / 2, r.top + (r.bottom - r.top - side) / 2,
+                           side, side);
+          }
+        }
+      } else if (s.role == UiRole::Indicator) {
+        // A state told by a colour: a mark in the text colour, and its caption where it fits.
+        FillRect(dc, &r, GetSysColorBrush(COLOR_WINDOWTEXT));
+        DrawCaption(dc, s.caption, r, GetSysColor(COLOR_WINDOW), DT_CENTER, true);
+      } else if (s.role == UiRole::Graphic && !s.caption.empty()) {
+        // A picture that says something says it in words, in a frame.
+        FrameRect(dc, &r, GetSysColorBrush(COLOR_WINDOWTEXT));
+        RECT inner = r;
+        InflateRect(&inner, -2, -2);
+        DrawCaption(dc, s.caption, inner, GetSysColor(COLOR_WINDOWTEXT), DT_CENTER, false);
+      }
+      // A picture that only decorates, or holds other controls, is not drawn.
+      break;
+    }
+    case UiKind::Label: {
+      const ControlRec* face = c.container != 0 ? Control(c.container) : nullptr;
+      const bool onButton = face != nullptr && face->state.kind == UiKind::PictureButton;
+      COLORREF color = GetSysColor(onButton ? COLOR_BTNTEXT : COLOR_WINDOWTEXT);
+      if (!s.enabled) color = GetSysColor(COLOR_GRAYTEXT);
+      const UINT align = s.align == UiAlign::Center ? DT_CENTER : s.align == UiAlign::Right ? DT_RIGHT : DT_LEFT;
+      DrawCaption(dc, s.caption, r, color, align, false);
+      break;
+    }
+    default: break;
+  }
+}
+
+void Win32UiHost::PaintSkinned(ControlRec& c, HDC dc, const RECT& r, bool pressed) {
   const UiControl& s = c.state;
   if (s.backColor != kUiDefaultColor) {
     win32::UniqueBrush b(CreateSolidBrush(s.backColor));
@@ -666,7 +850,7 @@ void Win32UiHost::PaintControl(ControlRec& c, HDC dc, const RECT& r, bool presse
       break;
     }
     case UiKind::Label: {
-      win32::Selected font(dc, Font(s.font));
+      win32::Selected font(dc, Font(s.font, DpiOf(c)));
       SetBkMode(dc, TRANSPARENT);
       COLORREF color = s.foreColor == kUiDefaultColor ? GetSysColor(COLOR_BTNTEXT) : s.foreColor;
       if (!s.enabled) color = GetSysColor(COLOR_GRAYTEXT);

@@ -45,11 +45,8 @@ Win32UiHost::Win32UiHost(Text imageFolder) {
 
   {
     win32::WindowDC screen(nullptr);
-    dpiX_ = std::max(1, GetDeviceCaps(screen.Get(), LOGPIXELSX));
-    dpiY_ = std::max(1, GetDeviceCaps(screen.Get(), LOGPIXELSY));
+    dpi_ = std::max(1, GetDeviceCaps(screen.Get(), LOGPIXELSY));
   }
-  tppX_ = std::max(1, 1440 / dpiX_);
-  tppY_ = std::max(1, 1440 / dpiY_);
 
   if (imageFolder.empty()) {
     wchar_t path[MAX_PATH] = {};
@@ -58,7 +55,7 @@ Win32UiHost::Win32UiHost(Text imageFolder) {
     std::size_t slash = exe.find_last_of(u'\\');
     imageFolder = (slash == Text::npos ? Text() : exe.substr(0, slash)) + u"\\images";
   }
-  pictures_ = std::make_unique<win32::Pictures>(imageFolder, dpiY_);
+  pictures_ = std::make_unique<win32::Pictures>(imageFolder, dpi_);
 
 }
 
@@ -68,6 +65,8 @@ HWND Win32UiHost::Started() {
                                             ICC_LISTVIEW_CLASSES | ICC_PROGRESS_CLASS |
                                             ICC_STANDARD_CLASSES};
   InitCommonControlsEx(&icc);
+  highContrast_ = win32::HighContrastOn();
+  lightTaskbar_ = win32::LightTaskbar();
 
   WNDCLASSEXW host{};
   host.cbSize = sizeof(host);
@@ -148,17 +147,36 @@ HWND Win32UiHost::WindowHandle(UiHandle h) const {
   return nullptr;
 }
 
-RECT Win32UiHost::PixelRect(const UiRect& r) const {
+RECT Win32UiHost::PixelRect(const UiRect& r, int dpi) {
   // Edges are rounded one by one, so that neighbours meet without a gap.
-  auto px = [](double twips, int tpp) { return static_cast<LONG>(std::lround(twips / tpp)); };
+  auto px = [dpi](double twips) { return static_cast<LONG>(std::lround(twips * dpi / 1440.0)); };
   RECT out;
-  out.left = px(r.left, tppX_);
-  out.top = px(r.top, tppY_);
-  out.right = px(r.left + r.width, tppX_);
-  out.bottom = px(r.top + r.height, tppY_);
+  out.left = px(r.left);
+  out.top = px(r.top);
+  out.right = px(r.left + r.width);
+  out.bottom = px(r.top + r.height);
   if (out.right < out.left) out.right = out.left;
   if (out.bottom < out.top) out.bottom = out.top;
   return out;
+}
+
+UiRect Win32UiHost::TwipsRect(const RECT& r, int dpi) {
+  const double k = 1440.0 / std::max(1, dpi);
+  return {r.left * k, r.top * k, (r.right - r.left) * k, (r.bottom - r.top) * k};
+}
+
+long Win32UiHost::Scaled(long designPixels, int dpi) {
+  return static_cast<long>(std::lround(designPixels * dpi / 96.0));
+}
+
+int Win32UiHost::DpiOf(const ControlRec& c) const {
+  const FormRec* f = Form(c.window);
+  return f != nullptr ? f->dpi : dpi_;
+}
+
+int Win32UiHost::WindowDpi(UiHandle window) const {
+  const FormRec* f = Form(window);
+  return f != nullptr ? f->dpi : 0;
 }
 
 // ---- Loops ----------------------------------------------------------------------------
@@ -411,8 +429,68 @@ LRESULT Win32UiHost::OnHostMessage(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
     }
     case kTrayCallbackMessage: TrayCallback(hwnd, wp, lp); return 0;
     case kWakeMessage: return 0;
+    case WM_SETTINGCHANGE:
+      // A theme, high contrast or the taskbar's colours: the desktop's look is read again.
+      if (win32::ThemeSettingChanged(static_cast<UINT>(wp), reinterpret_cast<const wchar_t*>(lp))) ApplyTheme();
+      return DefWindowProcW(hwnd, msg, wp, lp);
+    case WM_SYSCOLORCHANGE:
+      ApplyTheme();
+      return DefWindowProcW(hwnd, msg, wp, lp);
     default: return DefWindowProcW(hwnd, msg, wp, lp);
   }
+}
+
+void Win32UiHost::ApplyTheme() {
+  const bool highContrast = win32::HighContrastOn();
+  const bool light = win32::LightTaskbar();
+  const bool contrastChanged = highContrast != highContrast_;
+  highContrast_ = highContrast;
+  if (light != lightTaskbar_) {
+    lightTaskbar_ = light;
+    for (auto& [h, t] : tray_) {
+      if (!t->iconFile.empty() || t->ownedIcon) ReloadTrayIcon(*t);
+    }
+  }
+  // The system's colours may have changed even where high contrast did not: every
+  // window is drawn again, and what keeps a picture of its background makes it anew.
+  for (auto& [h, f] : forms_) {
+    if (f->dead) continue;
+    for (UiHandle ch : f->controls) {
+      ControlRec* c = Control(ch);
+      if (c == nullptr || c->dead) continue;
+      c->backdrop.Reset();
+      c->backdropBitmap.Reset();
+      if (contrastChanged) {
+        if (c->state.kind == UiKind::ListView) ApplyList(*c, true);
+        if (c->state.kind == UiKind::ProgressBar) ApplyControl(*c, UiChange::Value);
+      }
+    }
+    RedrawWindow(f->hwnd.Get(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+  }
+}
+
+void Win32UiHost::Rescale(FormRec& f, int dpi, const RECT* suggested) {
+  if (dpi <= 0) return;
+  f.dpi = dpi;
+  f.applied = suggested != nullptr ? *suggested : PixelRect(f.state.rect, dpi);
+  f.applying = true;
+  SetWindowPos(f.hwnd.Get(), nullptr, f.applied.left, f.applied.top, f.applied.right - f.applied.left,
+               f.applied.bottom - f.applied.top, SWP_NOZORDER | SWP_NOACTIVATE);
+  f.applying = false;
+  // The outline, the icons, and every control's place, letters and pictures at the new scale.
+  f.appliedRegion.reset();
+  ApplyForm(f, UiChange::Style | UiChange::Picture);
+  for (UiHandle ch : f.controls) {
+    ControlRec* c = Control(ch);
+    if (c == nullptr || c->dead) continue;
+    c->backdrop.Reset();
+    c->backdropBitmap.Reset();
+    c->rowImageKeys.clear();
+    c->rowImages.Reset();
+    ApplyControl(*c, UiChange::Layout | UiChange::Style);
+    if (c->state.kind == UiKind::ListView) ApplyList(*c, true);
+  }
+  RedrawWindow(f.hwnd.Get(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 bool Win32UiHost::Mouse(FormRec& f, ControlRec* c, HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
@@ -434,8 +512,8 @@ bool Win32UiHost::Mouse(FormRec& f, ControlRec* c, HWND hwnd, UINT msg, WPARAM w
   const int shift = ((wp & MK_SHIFT) ? 1 : 0) | ((wp & MK_CONTROL) ? 2 : 0) |
                     (GetKeyState(VK_MENU) < 0 ? 4 : 0);
   const POINT pt{GET_X_LPARAM(lp), GET_Y_LPARAM(lp)};
-  const double x = pt.x * static_cast<double>(tppX_);
-  const double y = pt.y * static_cast<double>(tppY_);
+  const double x = pt.x * 1440.0 / f.dpi;
+  const double y = pt.y * 1440.0 / f.dpi;
   const UiHandle window = f.handle;
   const UiHandle control = c == nullptr ? 0 : c->handle;
   IUiEvents* events = f.events;
@@ -443,7 +521,7 @@ bool Win32UiHost::Mouse(FormRec& f, ControlRec* c, HWND hwnd, UINT msg, WPARAM w
   // Labels, pictures and the form take the capture themselves, so that the button
   // comes up where it went down; the platform's controls do it on their own.
   const bool ownCapture = c == nullptr || c->state.kind == UiKind::Label ||
-                          c->state.kind == UiKind::Picture;
+                          (c->state.kind == UiKind::Picture && c->state.role != UiRole::PushButton);
   const bool clickable = c == nullptr || c->state.kind == UiKind::Label ||
                          c->state.kind == UiKind::Picture ||
                          c->state.kind == UiKind::PictureButton;
@@ -547,13 +625,16 @@ LRESULT Win32UiHost::OnFormMessage(FormRec& f, UINT msg, WPARAM wp, LPARAM lp) {
       GetWindowRect(hwnd, &now);
       if (EqualRect(&now, &f.applied) || IsIconic(hwnd)) return r;
       f.applied = now;
-      const UiRect twips{static_cast<double>(now.left) * tppX_, static_cast<double>(now.top) * tppY_,
-                         static_cast<double>(now.right - now.left) * tppX_,
-                         static_cast<double>(now.bottom - now.top) * tppY_};
+      const UiRect twips = TwipsRect(now, f.dpi);
       f.state.rect = twips;
       f.events->OnMoved(f.handle, twips);
       return r;
     }
+    case WM_DPICHANGED:
+      // The window went to a screen of another scale (or was told so): it is drawn at
+      // that scale in the place the system suggests. Its size in twips stays.
+      Rescale(f, HIWORD(wp), reinterpret_cast<const RECT*>(lp));
+      return 0;
     case WM_SETCURSOR:
       if (f.state.pointer == UiPointer::Hourglass) {
         SetCursor(LoadCursorW(nullptr, IDC_WAIT));
@@ -597,7 +678,8 @@ UiHandle Win32UiHost::CreateForm(const UiWindow& window, IUiEvents& events) {
   f->handle = next_++;
   f->events = &events;
   f->state = window;
-  const RECT r = PixelRect(window.rect);
+  f->dpi = dpi_;
+  const RECT r = PixelRect(window.rect, f->dpi);
   DWORD style = WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
   style |= window.frameless ? WS_POPUP
                             : WS_OVERLAPPED | WS_CAPTION | (window.controlBox ? WS_SYSMENU : 0) |
@@ -605,10 +687,21 @@ UiHandle Win32UiHost::CreateForm(const UiWindow& window, IUiEvents& events) {
                                   (window.maxButton ? WS_MAXIMIZEBOX : 0);
   // A frameless window has no button on the taskbar: it belongs to the host window.
   HWND owner = window.frameless ? hostHwnd_.Get() : nullptr;
-  f->hwnd.Reset(CreateWindowExW(0, kFormClass, Wide(window.caption), style, r.left, r.top,
+  f->hwnd.Reset(CreateWindowExW(window.topmost ? WS_EX_TOPMOST : 0, kFormClass, Wide(window.caption), style,
+                                r.left, r.top,
                                 r.right - r.left, r.bottom - r.top, owner, nullptr, instance_, this));
   if (!f->hwnd) return 0;
   f->applied = r;
+  // A window on a screen of another scale than the one the host started on is drawn
+  // at that screen's.
+  if (const int own = win32::DpiForWindow(f->hwnd.Get(), dpi_); own != f->dpi) {
+    f->dpi = own;
+    f->applied = PixelRect(window.rect, own);
+    f->applying = true;
+    SetWindowPos(f->hwnd.Get(), nullptr, f->applied.left, f->applied.top, f->applied.right - f->applied.left,
+                 f->applied.bottom - f->applied.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    f->applying = false;
+  }
   SetName(f->hwnd.Get(), window.name);
   const UiHandle h = f->handle;
   byHwnd_[f->hwnd.Get()] = h;
@@ -655,17 +748,24 @@ void Win32UiHost::ApplyForm(FormRec& f, UiChange changes) {
       f.appliedRegion = s.region;
       win32::UniqueRegion region;
       if (s.region) {
-        region.Reset(CreateRoundRectRgn(s.region->left, s.region->top, s.region->right,
-                                        s.region->bottom, s.region->ellipseWidth,
-                                        s.region->ellipseHeight));
+        // The outline is given in the design's pixels; the window is drawn at its own.
+        region.Reset(CreateRoundRectRgn(Scaled(s.region->left, f.dpi), Scaled(s.region->top, f.dpi),
+                                        Scaled(s.region->right, f.dpi), Scaled(s.region->bottom, f.dpi),
+                                        Scaled(s.region->ellipseWidth, f.dpi),
+                                        Scaled(s.region->ellipseHeight, f.dpi)));
       }
       // The window owns the region from here on.
       if (SetWindowRgn(f.hwnd.Get(), region.Get(), TRUE) != 0) (void)region.Detach();
     }
+    const bool topmost = (GetWindowLongPtrW(f.hwnd.Get(), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
+    if (topmost != s.topmost) {
+      SetWindowPos(f.hwnd.Get(), s.topmost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
+                   SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    }
     InvalidateRect(f.hwnd.Get(), nullptr, TRUE);
   }
   if (Has(changes, UiChange::Layout)) {
-    const RECT r = PixelRect(s.rect);
+    const RECT r = PixelRect(s.rect, f.dpi);
     if (!EqualRect(&r, &f.applied)) {
       f.applying = true;
       SetWindowPos(f.hwnd.Get(), nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top,
@@ -683,10 +783,10 @@ void Win32UiHost::ApplyForm(FormRec& f, UiChange changes) {
     win32::UniqueIcon big;
     win32::UniqueIcon small;
     if (!s.iconPath.empty()) {
-      big.Reset(win32::Pictures::LoadIconFile(s.iconPath, GetSystemMetrics(SM_CXICON),
-                                              GetSystemMetrics(SM_CYICON)));
-      small.Reset(win32::Pictures::LoadIconFile(s.iconPath, GetSystemMetrics(SM_CXSMICON),
-                                                GetSystemMetrics(SM_CYSMICON)));
+      big.Reset(win32::Pictures::LoadIconFile(s.iconPath, win32::MetricForDpi(SM_CXICON, f.dpi),
+                                              win32::MetricForDpi(SM_CYICON, f.dpi)));
+      small.Reset(win32::Pictures::LoadIconFile(s.iconPath, win32::MetricForDpi(SM_CXSMICON, f.dpi),
+                                                win32::MetricForDpi(SM_CYSMICON, f.dpi)));
     }
     SendMessageW(f.hwnd.Get(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(big.Get()));
     SendMessageW(f.hwnd.Get(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small.Get()));
@@ -716,7 +816,11 @@ void Win32UiHost::ApplyForm(FormRec& f, UiChange changes) {
       centered = true;
     }
     if (s.visible && !shown) {
-      ShowWindow(f.hwnd.Get(), SW_SHOW);
+      // A notice comes up without taking the keyboard from the program the user is in.
+      ShowWindow(f.hwnd.Get(), s.showNoActivate ? SW_SHOWNOACTIVATE : SW_SHOW);
+      if (s.topmost) {
+        SetWindowPos(f.hwnd.Get(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+      }
       UpdateWindow(f.hwnd.Get());
     } else if (!s.visible && shown) {
       ShowWindow(f.hwnd.Get(), SW_HIDE);
@@ -724,10 +828,7 @@ void Win32UiHost::ApplyForm(FormRec& f, UiChange changes) {
   }
   // The form learns where it was put.
   if (centered && !f.dead) {
-    const RECT& a = f.applied;
-    f.events->OnMoved(f.handle, {static_cast<double>(a.left) * tppX_, static_cast<double>(a.top) * tppY_,
-                                 static_cast<double>(a.right - a.left) * tppX_,
-                                 static_cast<double>(a.bottom - a.top) * tppY_});
+    f.events->OnMoved(f.handle, TwipsRect(f.applied, f.dpi));
   }
 }
 

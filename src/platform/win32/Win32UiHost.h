@@ -14,6 +14,7 @@
 
 #include <functional>
 #include <map>
+#include <tuple>
 #include <memory>
 #include <vector>
 
@@ -45,8 +46,12 @@ class Win32UiHost : public IUiHost {
     failureSink_ = std::move(sink);
   }
 
-  int TwipsPerPixelX() override { return tppX_; }
-  int TwipsPerPixelY() override { return tppY_; }
+  // The forms are described in twips for the screen they were designed on, 96 dots
+  // per inch: the host draws every window at its own screen's real scale (fonts,
+  // pictures, layout), so the forms' own scaling has nothing left to correct.
+  static constexpr int kDesignTwipsPerPixel = 15;
+  int TwipsPerPixelX() override { return kDesignTwipsPerPixel; }
+  int TwipsPerPixelY() override { return kDesignTwipsPerPixel; }
   UiTextSize MeasureText(const Text& text, const UiFont& font, double wrapWidth) override;
 
   UiHandle CreateForm(const UiWindow& window, IUiEvents& events) override;
@@ -76,6 +81,16 @@ class Win32UiHost : public IUiHost {
   HWND TipHandle(UiHandle tip) const;
   HWND HostWindow() { return Started(); }
   win32::Pictures& Images() { return *pictures_; }
+  // The dots per inch a window is drawn at now (0 for an unknown handle).
+  int WindowDpi(UiHandle window) const;
+  // The desktop's look as the host last read it.
+  bool HighContrast() const { return highContrast_; }
+  bool LightTaskbar() const { return lightTaskbar_; }
+  // The notification area: whether the shell shows the icon, how many balloons were
+  // put on it, and the icon file it shows.
+  bool TrayIconShown(UiHandle icon) const;
+  int TrayBalloonsShown(UiHandle icon) const;
+  Text TrayIconFile(UiHandle icon) const;
 
  private:
   struct FormRec;
@@ -118,8 +133,21 @@ class Win32UiHost : public IUiHost {
   void ApplyFrame(FormRec& f);
   void ApplyMenuBar(FormRec& f);
   void ApplyList(ControlRec& c, bool force);
+  void ApplyComboItems(ControlRec& c);
+  // The index of a row's picture in the list's image list (added on first use).
+  int RowImage(ControlRec& c, const Text& key);
   void Repaint(ControlRec& c);
-  RECT PixelRect(const UiRect& r) const;
+  // Twips to a window's pixels at `dpi` and back; a region or tip point the forms
+  // give in the design's pixels, to the window's.
+  static RECT PixelRect(const UiRect& r, int dpi);
+  static UiRect TwipsRect(const RECT& r, int dpi);
+  static long Scaled(long designPixels, int dpi);
+  int DpiOf(const ControlRec& c) const;
+  // A form moved to a screen of another scale (or told so): everything is laid out,
+  // lettered and pictured anew at `dpi`, in `suggested` when the system gives one.
+  void Rescale(FormRec& f, int dpi, const RECT* suggested);
+  // Reads the desktop's look again and redraws what depends on it.
+  void ApplyTheme();
   RECT RectInForm(const ControlRec& c) const;
   bool ShownInForm(const ControlRec& c) const;
   void Bury(std::unique_ptr<FormRec> f);
@@ -133,9 +161,12 @@ class Win32UiHost : public IUiHost {
   void PaintScene(FormRec& f, HDC dc, const RECT& clip, const ControlRec* upTo,
                   bool backgroundOnly, bool upToPressed = false);
   void PaintControl(ControlRec& c, HDC dc, const RECT& r, bool pressed);
+  void PaintSkinned(ControlRec& c, HDC dc, const RECT& r, bool pressed);
+  // High contrast: the system's colours and faces, no skin.
+  void PaintHighContrast(ControlRec& c, HDC dc, const RECT& r, bool pressed);
   void PaintOwnerDrawn(ControlRec& c, HDC dc, const RECT& client, bool pressed);
   HBRUSH Backdrop(ControlRec& c);
-  HFONT Font(const UiFont& font);
+  HFONT Font(const UiFont& font, int dpi);
 
   // Tips, hover tips and tray
   void SetHoverTip(ControlRec& c);
@@ -146,6 +177,9 @@ class Win32UiHost : public IUiHost {
   void PlaceBalloon(UiHandle h, TipRec& t, long stemX);
   void RemoveHoverTip(HWND tool);
   void ApplyTray(TrayRec& t, DWORD message);
+  // Loads the icon of the record's state again (the taskbar's theme or scale changed).
+  void ReloadTrayIcon(TrayRec& t);
+  int TrayDpi();
   void RetryTray();
   void TrayCallback(HWND owner, WPARAM wp, LPARAM lp);
   win32::UniqueMenu BuildMenu(const std::vector<UiMenuItem>& items, bool popup);
@@ -153,10 +187,9 @@ class Win32UiHost : public IUiHost {
 
   HINSTANCE instance_ = nullptr;
   win32::UniqueWindow hostHwnd_;
-  int dpiX_ = 96;
-  int dpiY_ = 96;
-  int tppX_ = 15;
-  int tppY_ = 15;
+  int dpi_ = 96;  // the screen's when the host started: a new window's until it knows its own
+  bool highContrast_ = false;
+  bool lightTaskbar_ = false;
   UINT taskbarCreated_ = 0;
   std::unique_ptr<win32::Pictures> pictures_;
 
@@ -173,7 +206,7 @@ class Win32UiHost : public IUiHost {
   std::map<std::uintptr_t, std::function<void()>> timers_;
   std::uintptr_t nextTimer_ = 1;
 
-  std::map<std::pair<int, bool>, win32::UniqueFont> fonts_;
+  std::map<std::tuple<int, bool, int>, win32::UniqueFont> fonts_;  // points/100, bold, dpi
 
   std::map<UiHandle, std::unique_ptr<TipRec>> tips_;
   win32::UniqueWindow plainTip_;
@@ -181,6 +214,8 @@ class Win32UiHost : public IUiHost {
 
   std::map<UiHandle, std::unique_ptr<TrayRec>> tray_;
   int trayRetries_ = 0;
+  // The icon whose keyboard event is being handled: a menu it opens goes at the icon.
+  TrayRec* keyboardTray_ = nullptr;
 
   std::function<void(const Text&)> failureSink_;
 };

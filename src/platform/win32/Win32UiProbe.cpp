@@ -1,11 +1,10 @@
+#include "platform/win32/Win32UiHost.h"
 #include "platform/win32/Win32UiProbe.h"
 
 #include <commctrl.h>
 #include <oleacc.h>
 
 #include <string>
-
-#include "platform/win32/Win32UiHost.h"
 
 namespace platform::win32 {
 

@@ -7,6 +7,9 @@
 #include <commctrl.h>
 #include <shellapi.h>
 
+#include "platform/win32/Win32Accessible.h"
+#include "platform/win32/Win32Theme.h"
+
 namespace platform {
 
 // Ids of the host window's own timers; the caller's timers count up from 1.
@@ -49,6 +52,7 @@ struct Win32UiHost::FormRec {
   int modalDepth = 0;
   bool applying = false;  // our own SetWindowPos: not the user's move
   bool centered = false;  // the start-up position was applied
+  int dpi = 96;           // the scale the window is drawn at
 };
 
 struct Win32UiHost::ControlRec {
@@ -57,6 +61,8 @@ struct Win32UiHost::ControlRec {
   UiHandle container = 0;
   win32::UniqueBrush backdrop;  // what lies below a check box or option button
   win32::UniqueBitmap backdropBitmap;
+  // The small pictures of a list's rows (the list shares it, so it outlives the window).
+  win32::UniqueImageList rowImages;
   win32::UniqueWindow hwnd;     // declared after what it paints with: it goes first
   UiControl state;
   bool dead = false;
@@ -69,6 +75,8 @@ struct Win32UiHost::ControlRec {
   std::vector<UiListColumn> shownColumns;
   std::vector<UiListRow> shownRows;
   bool listBuilt = false;
+  std::vector<Text> rowImageKeys;  // the keys of rowImages, in its order
+  std::vector<Text> shownItems;  // a combo box's entries as shown
 };
 
 struct Win32UiHost::TipRec {
@@ -91,7 +99,11 @@ struct Win32UiHost::TrayRec {
   NOTIFYICONDATAW data{};
   HICON icon = nullptr;           // what the shell is shown
   win32::UniqueIcon ownedIcon;    // the same icon when it was loaded from a file
+  Text iconFile;                  // the file it came from ("" for the program's own)
   bool added = false;
+  int balloons = 0;               // balloons put on it
+  DWORD lastMouseUp = 0;          // when a button last came up on it (tick count)
+  POINT anchor{};                 // where the shell last said the icon is
 };
 
 }  // namespace platform

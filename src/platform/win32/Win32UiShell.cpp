@@ -63,6 +63,9 @@ std::uint32_t Win32UiHost::PopupMenu(UiHandle window, const std::vector<UiMenuIt
   if (!menu) return 0;
   POINT pt{};
   GetCursorPos(&pt);
+  // A menu asked for from the keyboard on a tray icon opens at the icon, not at a
+  // pointer that may be anywhere.
+  if (keyboardTray_ != nullptr) pt = keyboardTray_->anchor;
   // Without the foreground the menu would not close when the user clicks elsewhere.
   SetForegroundWindow(owner);
   const UINT id = static_cast<UINT>(TrackPopupMenuEx(
@@ -117,7 +120,9 @@ UiHandle Win32UiHost::CreateTip(const UiTip& tip) {
       case kSetFont: {
         if (!tip.fontName) break;
         const double points = tip.fontSize > 0 ? tip.fontSize : 8.25;
-        rec->font.Reset(CreateFontW(-MulDiv(static_cast<int>(points * 100), dpiY_, 7200), 0, 0, 0,
+        const FormRec* form = FormOf(GetAncestor(tool, GA_ROOT));
+        rec->font.Reset(CreateFontW(-MulDiv(static_cast<int>(points * 100), form != nullptr ? form->dpi : dpi_, 7200),
+                                    0, 0, 0,
                                     FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
                                     OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
                                     DEFAULT_PITCH | FF_SWISS, Wide(*tip.fontName)));
@@ -286,7 +291,10 @@ void Win32UiHost::TrackTip(UiHandle tip, long x, long y, UiHandle control) {
   if (it == tips_.end()) return;
   HWND window = WindowHandle(control);
   if (window == nullptr) window = it->second->toolHwnd;
-  POINT pt{x, y};
+  // The point is in the design's pixels; the window is drawn at its own scale.
+  const FormRec* form = FormOf(GetAncestor(window, GA_ROOT));
+  const int dpi = form != nullptr ? form->dpi : dpi_;
+  POINT pt{Scaled(x, dpi), Scaled(y, dpi)};
   ClientToScreen(window, &pt);
   if (it->second->placed) {
     PlaceBalloon(tip, *it->second, pt.x);
@@ -364,14 +372,16 @@ void Win32UiHost::RetryTray() {
 
 namespace {
 
-// The icon of a key or path; one loaded from a file is put in `owned`, the program's
-// or the system's shared icon stands in for a missing file.
-HICON LoadTrayIcon(win32::Pictures& pictures, const Text& keyOrPath, HINSTANCE instance,
-                   win32::UniqueIcon& owned) {
-  owned.Reset(win32::Pictures::LoadIconFile(pictures.IconPath(keyOrPath),
-                                            GetSystemMetrics(SM_CXSMICON),
-                                            GetSystemMetrics(SM_CYSMICON)));
+// The icon of a key or path, at the tray's size for `dpi`, in the variant for the
+// taskbar's theme; one loaded from a file is put in `owned` and its file in `file`,
+// the program's or the system's shared icon stands in for a missing file.
+HICON LoadTrayIcon(win32::Pictures& pictures, const Text& keyOrPath, bool lightTaskbar, int dpi,
+                   HINSTANCE instance, win32::UniqueIcon& owned, Text& file) {
+  file = pictures.IconPath(keyOrPath, lightTaskbar);
+  const int side = win32::MetricForDpi(SM_CXSMICON, dpi);
+  owned.Reset(win32::Pictures::LoadIconFile(file, side, side));
   HICON icon = owned.Get();
+  if (icon == nullptr) file.clear();
   if (icon == nullptr) icon = LoadIconW(instance, MAKEINTRESOURCEW(1));
   if (icon == nullptr) icon = LoadIconW(nullptr, IDI_APPLICATION);
   return icon;
@@ -394,7 +404,7 @@ UiHandle Win32UiHost::AddTrayIcon(const UiTrayIcon& icon, std::function<void(int
   t->data.cbSize = sizeof(t->data);
   t->data.hWnd = owner;
   t->data.uID = id;
-  t->icon = LoadTrayIcon(*pictures_, icon.icon, instance_, t->ownedIcon);
+  t->icon = LoadTrayIcon(*pictures_, icon.icon, lightTaskbar_, TrayDpi(), instance_, t->ownedIcon, t->iconFile);
   ApplyTray(*t, NIM_ADD);
   if (!t->added) {
     trayRetries_ = 0;
@@ -411,7 +421,7 @@ void Win32UiHost::ModifyTrayIcon(UiHandle handle, const UiTrayIcon& state) {
   TrayRec& t = *it->second;
   if (state.icon != t.state.icon) {
     win32::UniqueIcon owned;
-    HICON icon = LoadTrayIcon(*pictures_, state.icon, instance_, owned);
+    HICON icon = LoadTrayIcon(*pictures_, state.icon, lightTaskbar_, TrayDpi(), instance_, owned, t.iconFile);
     // The old icon stays until the shell shows the new one.
     win32::UniqueIcon old = std::move(t.ownedIcon);
     t.icon = icon;
@@ -422,6 +432,32 @@ void Win32UiHost::ModifyTrayIcon(UiHandle handle, const UiTrayIcon& state) {
   }
   t.state = state;
   ApplyTray(t, NIM_MODIFY);
+}
+
+void Win32UiHost::ReloadTrayIcon(TrayRec& t) {
+  win32::UniqueIcon owned;
+  HICON icon = LoadTrayIcon(*pictures_, t.state.icon, lightTaskbar_, TrayDpi(), instance_, owned, t.iconFile);
+  win32::UniqueIcon old = std::move(t.ownedIcon);  // until the shell shows the new one
+  t.icon = icon;
+  t.ownedIcon = std::move(owned);
+  ApplyTray(t, NIM_MODIFY);
+}
+
+int Win32UiHost::TrayDpi() { return win32::DpiForWindow(Started(), dpi_); }
+
+bool Win32UiHost::TrayIconShown(UiHandle icon) const {
+  auto it = tray_.find(icon);
+  return it != tray_.end() && it->second->added;
+}
+
+int Win32UiHost::TrayBalloonsShown(UiHandle icon) const {
+  auto it = tray_.find(icon);
+  return it == tray_.end() ? 0 : it->second->balloons;
+}
+
+Text Win32UiHost::TrayIconFile(UiHandle icon) const {
+  auto it = tray_.find(icon);
+  return it == tray_.end() ? Text() : it->second->iconFile;
 }
 
 void Win32UiHost::RemoveTrayIcon(UiHandle handle) {
@@ -448,7 +484,7 @@ void Win32UiHost::ShowTrayBalloon(UiHandle handle, const UiTrayBalloon& balloon)
     case UiBalloonIcon::Error: data.dwInfoFlags = NIIF_ERROR; break;
     default: data.dwInfoFlags = NIIF_NONE; break;
   }
-  Shell_NotifyIconW(NIM_MODIFY, &data);
+  if (Shell_NotifyIconW(NIM_MODIFY, &data)) ++it->second->balloons;
 }
 
 void Win32UiHost::TrayCallback(HWND owner, WPARAM wp, LPARAM lp) {
@@ -467,9 +503,32 @@ void Win32UiHost::TrayCallback(HWND owner, WPARAM wp, LPARAM lp) {
   }
   TrayRec* target = count == 1 ? only : match;
   if (target == nullptr || !target->onEvent) return;
+  // Version 4 gives the icon's place with every event.
+  target->anchor = {GET_X_LPARAM(wp), GET_Y_LPARAM(wp)};
+  int told = event;
+  switch (event) {
+    case WM_LBUTTONUP:
+    case WM_RBUTTONUP:
+    case WM_MBUTTONUP: target->lastMouseUp = GetTickCount(); break;
+    case NIN_KEYSELECT: told = kTrayKeyboardMenu; break;
+    case NIN_SELECT:
+    case WM_CONTEXTMENU:
+      // The shell follows a click with these as well; only the keyboard's (Enter,
+      // the context-menu key, Shift+F10) open the menu.
+      if (GetTickCount() - target->lastMouseUp < GetDoubleClickTime()) return;
+      told = kTrayKeyboardMenu;
+      break;
+    default: break;
+  }
   std::function<void(int)> handler = target->onEvent;
-  (void)wp;
-  handler(event);
+  TrayRec* keyboard = told == kTrayKeyboardMenu ? target : nullptr;
+  struct Restore {
+    TrayRec*& slot;
+    TrayRec* before;
+    ~Restore() { slot = before; }
+  } restore{keyboardTray_, keyboardTray_};
+  keyboardTray_ = keyboard;
+  handler(told);
 }
 
 }  // namespace platform

@@ -3,7 +3,7 @@
 //
 //   kit_box BUTTONS ICON TEXT   shows the box; the exit code is its result
 //   kit_box --layout BUTTONS     prints the box's sizes in twips and in pixels, then
-//                                closes it (for the tests of the scaling above 96 dpi)
+//                                closes it (for the tests of the screen's scale)
 #include <windows.h>
 #undef MessageBox
 
@@ -48,6 +48,7 @@ int wmain(int argc, wchar_t** argv) {
       host.StopTimer(timer);
       kit::FormHost& forms = ui.Forms();
       std::printf("tpp=%d\n", host.TwipsPerPixelX());
+      std::printf("dpi=%d\n", host.WindowDpi(forms.WindowOf(box)));
       std::printf("formTwips=%.2f\n", box.Width());
       std::printf("formPixels=%ld\n", PixelWidth(host, forms.WindowOf(box)));
       std::printf("buttonTwips=%.2f\n", box.cmdButton(0).Width());

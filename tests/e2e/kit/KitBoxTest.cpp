@@ -181,7 +181,7 @@ class ScreenDpi {
   bool had_ = false;
 };
 
-TEST_F(KitBoxTest, At120DotsPerInchTheScalingShrinksTwipsAndKeepsPixels) {
+TEST_F(KitBoxTest, AProgramStartedOnALargerScaleDrawsTheBoxLargerWithTheDesignsTwips) {
   auto measure = [&](std::optional<DWORD> dpi) {
     std::optional<ScreenDpi> setting;
     if (dpi) setting.emplace(*dpi);
@@ -196,18 +196,24 @@ TEST_F(KitBoxTest, At120DotsPerInchTheScalingShrinksTwipsAndKeepsPixels) {
     return ReadLayout(p->Output());
   };
   auto at96 = measure(std::nullopt);
-  auto at120 = measure(120);
-  ASSERT_EQ(at96["tpp"], 15) << "the test screen is expected at 96 dpi";
-  ASSERT_EQ(at120["tpp"], 12) << "LogPixels 120 did not reach the program";
-
-  // The design's sizes shrink by 1.25 in twips...
-  EXPECT_DOUBLE_EQ(at96["buttonTwips"], 795);
-  EXPECT_DOUBLE_EQ(at120["buttonTwips"], 795 / 1.25);
-  EXPECT_DOUBLE_EQ(at120["iconTwips"], 480 / 1.25);
-  // ...which keeps them in pixels.
+  ASSERT_EQ(at96["dpi"], 96) << "the test screen is expected at 96 dpi";
   EXPECT_EQ(at96["buttonPixels"], 53);
-  EXPECT_EQ(at120["buttonPixels"], at96["buttonPixels"]);
-  EXPECT_EQ(at120["iconPixels"], at96["iconPixels"]);
+  for (const DWORD dpi : {120u, 144u}) {
+    SCOPED_TRACE(dpi);
+    auto at = measure(dpi);
+    ASSERT_EQ(at["dpi"], dpi) << "LogPixels did not reach the program";
+    // The forms see the design's screen: the twips are the design's, and the form's
+    // own scaling (which would shrink them above 96 dpi) has nothing to do...
+    EXPECT_EQ(at["tpp"], 15);
+    EXPECT_DOUBLE_EQ(at["buttonTwips"], at96["buttonTwips"]);
+    EXPECT_DOUBLE_EQ(at["iconTwips"], at96["iconTwips"]);
+    // ...and the host draws them at the screen's scale (each edge rounded on its own).
+    const double factor = dpi / 96.0;
+    EXPECT_NEAR(at["buttonPixels"], at96["buttonPixels"] * factor, 1.0);
+    EXPECT_NEAR(at["iconPixels"], at96["iconPixels"] * factor, 1.0);
+    // The box fits its text, which the font at this scale measures a little apart.
+    EXPECT_NEAR(at["formPixels"], at96["formPixels"] * factor, at96["formPixels"] * factor * 0.06);
+  }
 }
 
 }  // namespace
