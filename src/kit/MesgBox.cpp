@@ -113,25 +113,23 @@ int MesgBox::ShowMessage(Ui& ui, const Text& text, int icon, int buttons, const 
   if (IsLoaded()) Unload(UnloadMode::Code);
   Load();
 
-  base::Guarded(
+  base::IgnoreFailure(
       [&] {
         buttonCount_ = -1;
         SetMessage(text);
         AppCaption.SetCaption(title);
         SetCaption(title);
         SetUpButtons(buttons);
-      },
-      [](const base::ErrorInfo&) {});
+      });
   // A picture that fails leaves the box without icon, and the text where it was.
-  base::Guarded(
+  base::IgnoreFailure(
       [&] {
         Picture& shown = picIcon(icon);
         shown.SetVisible(true);
         lblText.SetLeft(shown.Width() + 120);
         lblSmallText.SetLeft(shown.Width() + 120);
-      },
-      [](const base::ErrorInfo&) {});
-  base::Guarded([&] { ResizeMsgbox(); }, [](const base::ErrorInfo&) {});
+      });
+  base::IgnoreFailure([&] { ResizeMsgbox(); });
 
   struct Showing {
     bool& flag;
