@@ -1,8 +1,8 @@
 #!/usr/bin/env perl
 # check-sources.pl [ROOT]
 #
-# Fails (exit 1) when the source tree breaks one of the two rules the compiler
-# cannot see:
+# Fails (exit 1) when the source tree breaks one of the rules the compiler cannot
+# see:
 #  1. Windows-only names (Windows SDK headers, wchar_t, L"" / L'' literals) are
 #     used outside src/platform/win32/ and src/app/. The logic must build and be
 #     tested natively, so it may not lean on them. tests/e2e/ holds Windows-only
@@ -12,6 +12,11 @@
 #     so a header-only upward include is caught before it links by accident.
 #     The process state (frame/AppState.h) alone holds upper layers' state; what
 #     it holds is checked not to reach further up.
+#  3. An error handler that does nothing: an `ErrorInfo&) {}` handler or a catch
+#     block with an empty body. Where a failure is passed over on purpose the code
+#     says so with base::IgnoreFailure (or a handler that writes the routine's trace
+#     line, frame::TraceFailure), so that silence by design and an oversight look
+#     different. This rule covers tools/ as well.
 # Comments and the contents of string literals are ignored.
 use strict;
 use warnings;
@@ -71,13 +76,21 @@ for my $layer (keys %deps) {
 
 # --- files ------------------------------------------------------------------
 my @files;
-for my $dir (qw(src tests bench)) {
+my %handlersOnly;  # files checked for empty handlers alone
+for my $dir (qw(src tests bench tools)) {
   next unless -d "$root/$dir";
   find({ no_chdir => 1, wanted => sub {
-    push @files, $File::Find::name if -f && /\.(?:h|hh|hpp|hxx|c|cc|cpp|cxx|inl|ipp)$/;
+    return unless -f && /\.(?:h|hh|hpp|hxx|c|cc|cpp|cxx|inl|ipp)$/;
+    push @files, $File::Find::name;
+    $handlersOnly{$File::Find::name} = 1 if $dir eq 'tools';
   } }, "$root/$dir");
 }
 @files = sort @files;
+
+# An empty handler: a lambda or function taking the ErrorInfo with nothing in its body,
+# or a catch block with nothing in it (comments do not count: they are removed first).
+my $emptyHandler = qr{ErrorInfo\s*&\s*\w*\s*\)\s*(?:mutable\s*)?(?:noexcept\s*)?\{\s*\}};
+my $emptyCatch = qr{\bcatch\s*\([^()]*\)\s*\{\s*\}};
 
 my $problems = 0;
 sub problem {
@@ -127,6 +140,13 @@ for my $path (@files) {
   }
   $noComments .= substr($text, $pos);
   $bare .= substr($text, $pos);
+
+  while ($bare =~ /($emptyHandler|$emptyCatch)/g) {
+    my $at = 1 + (substr($bare, 0, $-[0]) =~ tr/\n//);
+    my $what = $1 =~ /^catch/ ? 'empty catch block' : 'empty ErrorInfo handler';
+    problem($rel, $at, "$what: pass a failure over with base::IgnoreFailure or trace it");
+  }
+  next if $handlersOnly{$path};
 
   my $windowsAllowed = $rel =~ m{^src/(?:platform/win32|app)/} || $rel =~ m{^tests/e2e/};
   my ($layer) = $rel =~ m{^src/(\w+)/};

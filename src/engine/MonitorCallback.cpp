@@ -174,13 +174,12 @@ MonitorCallback::MonitorCallback(AppState& app) : app_(app) {
 
 short MonitorCallback::UpdateMonitor(const UpdateMonitorArgs& args) {
   short result = 1;
-  base::Guarded(
+  base::IgnoreFailure(
       [&] {
         if (traceUpdates_) frame::WriteTrace(app_, ArrivedCallText(args));
         result = engine::UpdateMonitor(app_, args);
         if (traceUpdates_) frame::WriteTrace(app_, StoredUpdateText(app_));
-      },
-      [](const base::ErrorInfo&) {});
+      });
   return result;
 }
 

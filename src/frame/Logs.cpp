@@ -62,14 +62,13 @@ Text MonitorTraceLine(const Text& stamp, const Text& message, int type) {
 }
 
 void AppendLine(AppState& app, const Text& path, const Text& text) {
-  base::Guarded(
+  base::IgnoreFailure(
       [&] {
         auto& fs = *app.platform.fs;
         EnsureCommonFolder(app);
         if (!fs.FileExists(path)) TextFile::Create(fs, path, false);
         TextFile::AppendLine(fs, path, base::Trim(text));
-      },
-      [](const base::ErrorInfo&) {});
+      });
 }
 
 void WriteTrace(AppState& app, const Text& message) {
@@ -83,7 +82,7 @@ void WriteMonitorTrace(AppState& app, const Text& message, int type) {
 }
 
 void WriteActivityLog(AppState& app, const Text& message, int type) {
-  base::Guarded(
+  base::IgnoreFailure(
       [&] {
         auto& fs = *app.platform.fs;
         Text line;
@@ -109,8 +108,7 @@ void WriteActivityLog(AppState& app, const Text& message, int type) {
           if (fs.FolderExists(logsFolder) || fs.CreateFolder(logsFolder))
             AppendSeparatorBytes(app, jobLog);
         }
-      },
-      [](const base::ErrorInfo&) {});
+      });
 }
 
 Text ErrorLine(const Text& prefix, const base::ErrorInfo& error, const Text& where) {

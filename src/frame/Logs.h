@@ -38,4 +38,14 @@ Text ErrorLine(const Text& prefix, const base::ErrorInfo& error, const Text& whe
 void TraceError(AppState& app, const Text& prefix, const base::ErrorInfo& error,
                 const Text& where = Text());
 
+// The last-resort handler of a routine that writes its own trace line, for Guarded:
+//   base::Guarded(body, frame::TraceFailure(app, u"Error Reason :", u"in procedure X of Y"));
+// writes the line of TraceError. (A failure passed over without a line is
+// base::IgnoreFailure.)
+inline auto TraceFailure(AppState& app, Text prefix, Text where = Text()) {
+  return [&app, prefix = std::move(prefix), where = std::move(where)](const base::ErrorInfo& error) {
+    TraceError(app, prefix, error, where);
+  };
+}
+
 }  // namespace frame

@@ -56,7 +56,7 @@ Text SettingSectionForWrite(AppState& app, const Text& key) {
 
 Text ReadSetting(AppState& app, const Text& key, bool secure) {
   Text result;
-  base::Guarded(
+  base::IgnoreFailure(
       [&] {
         if (secure) {
           if (app.secureStore) result = app.secureStore->ReadSecure(key);
@@ -64,8 +64,7 @@ Text ReadSetting(AppState& app, const Text& key, bool secure) {
         }
         result = app.platform.profile->GetString(SettingSectionForRead(app, key), key, Text(),
                                                  kProfileBufferChars, IniPath(app));
-      },
-      [](const base::ErrorInfo&) {});
+      });
   return result;
 }
 
@@ -94,7 +93,7 @@ void WriteSetting(AppState& app, const Text& key, const Text& value, bool secure
 Text ReadAccountKey(AppState& app, const Text& section, const Text& key, bool perUser,
                     const Text& user) {
   Text result;
-  base::Guarded(
+  base::IgnoreFailure(
       [&] {
         Text file;
         if (!perUser) {
@@ -106,14 +105,13 @@ Text ReadAccountKey(AppState& app, const Text& section, const Text& key, bool pe
         Text value =
             app.platform.profile->GetString(section, key, Text(), kProfileBufferChars, file);
         if (!value.empty()) result = value;
-      },
-      [](const base::ErrorInfo&) {});
+      });
   return result;
 }
 
 void WriteAccountKey(AppState& app, const Text& section, const Text& key, const Text& value,
                      const Text& user) {
-  base::Guarded(
+  base::IgnoreFailure(
       [&] {
         auto& fs = *app.platform.fs;
         Text who = base::Trim(user.empty() ? app.UserName : user);
@@ -122,8 +120,7 @@ void WriteAccountKey(AppState& app, const Text& section, const Text& key, const 
         if (!fs.FolderExists(folder)) fs.CreateFolder(folder);
         app.platform.profile->WriteString(section, NullIfEmpty(key), NullIfEmpty(value),
                                           folder + u"\\qvwinserver.ini");
-      },
-      [](const base::ErrorInfo&) {});
+      });
 }
 
 platform::RegRoot ProfileRoot(AppState& app) {
@@ -133,7 +130,7 @@ platform::RegRoot ProfileRoot(AppState& app) {
 
 int EngineIsService(AppState& app) {
   int answer = 0;
-  base::Guarded(
+  base::IgnoreFailure(
       [&] {
         Text type = base::Trim(ReadAccountKey(app, u"Corvane", u"Type", false));
         if (type.empty()) {
@@ -142,33 +139,30 @@ int EngineIsService(AppState& app) {
           type = value ? base::CutAtNul(*value) : Text();
         }
         answer = base::ToLower(base::Trim(type)) == u"service" ? 1 : 0;
-      },
-      [](const base::ErrorInfo&) {});
+      });
   return answer;
 }
 
 void AddToRun(AppState& app) {
-  base::Guarded(
+  base::IgnoreFailure(
       [&] {
         app.platform.registry->WriteString(ProfileRoot(app), kRunKey, kRunValue,
                                            app.ProgramFolder + u"\\QVMonitor.exe Min", 0x20006);
-      },
-      [](const base::ErrorInfo&) {});
+      });
 }
 
 void RemoveFromRun(AppState& app) {
-  base::Guarded([&] { app.platform.registry->DeleteValue(ProfileRoot(app), kRunKey, kRunValue); },
-                [](const base::ErrorInfo&) {});
+  base::IgnoreFailure(
+      [&] { app.platform.registry->DeleteValue(ProfileRoot(app), kRunKey, kRunValue); });
 }
 
 int IsInRun(AppState& app) {
   int answer = 0;
-  base::Guarded(
+  base::IgnoreFailure(
       [&] {
         auto value = app.platform.registry->ReadString(ProfileRoot(app), kRunKey, kRunValue, 2048);
         if (value && !base::Trim(base::CutAtNul(*value)).empty()) answer = 1;
-      },
-      [](const base::ErrorInfo&) {});
+      });
   return answer;
 }
 

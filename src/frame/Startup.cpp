@@ -99,22 +99,22 @@ MainResult Main(AppState& app, IStartupSteps& steps) {
     return MainResult::AlreadyRunning;
   }
 
-  base::Guarded([&] { steps.CreateEngines(app); }, [](const base::ErrorInfo&) {});
+  base::IgnoreFailure([&] { steps.CreateEngines(app); });
   app.UserName = ReadSetting(app, u"UserName");
   SetBacksetFilePath(app);
 
-  base::Guarded([&] { steps.LoadMonitorWindow(app); }, [](const base::ErrorInfo&) {});
+  base::IgnoreFailure([&] { steps.LoadMonitorWindow(app); });
 
   bool minimised = p.system->CommandLine() == u"Min";
-  base::Guarded([&] { RestoreGeometry(app, steps); }, [](const base::ErrorInfo&) {});
+  base::IgnoreFailure([&] { RestoreGeometry(app, steps); });
   if (minimised) {
-    base::Guarded([&] { steps.HideFromTaskBar(app); }, [](const base::ErrorInfo&) {});
+    base::IgnoreFailure([&] { steps.HideFromTaskBar(app); });
     WriteTrace(app, u"HideFromTaskBar called from the Monitor.");
   } else {
-    base::Guarded([&] { steps.ShowFromTaskBar(app); }, [](const base::ErrorInfo&) {});
+    base::IgnoreFailure([&] { steps.ShowFromTaskBar(app); });
     WriteTrace(app, u"ShowFromTaskBar called from the Monitor.");
   }
-  base::Guarded([&] { steps.ShowLogInWindow(app); }, [](const base::ErrorInfo&) {});
+  base::IgnoreFailure([&] { steps.ShowLogInWindow(app); });
   return MainResult::Run;
 }
 

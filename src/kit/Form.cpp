@@ -25,12 +25,8 @@ Form::Form(Text name, Layout layout, Text caption)
 Form::~Form() {
   // Members (the controls) are gone by now; nothing may call back but the gone handler.
   controls_.clear();
-  if (goneHandler_) {
-    try {
-      goneHandler_(*this);
-    } catch (...) {
-    }
-  }
+  // A destructor has no one to tell of a failing gone handler.
+  if (goneHandler_) base::IgnoreFailure([&] { goneHandler_(*this); });
 }
 
 void Form::Register(Control& control) { controls_.push_back(&control); }
@@ -61,11 +57,11 @@ void Form::Notify(Control& control, Aspect aspect) {
 
 void Form::Fail(Control& control, const base::ErrorInfo& error) noexcept {
   ++failureCount_;
-  try {
+  // A sink that fails in its turn has lost the line; the form goes on.
+  base::IgnoreFailure([&] {
     lastFailure_ = error;
     if (failureSink_) failureSink_(control, error);
-  } catch (...) {
-  }
+  });
 }
 
 void Form::Load() {

@@ -137,7 +137,7 @@ int MesgBox::ShowMessage(Ui& ui, const Text& text, int icon, int buttons, const 
   if (IsLoaded()) Unload(UnloadMode::Code);
   Load();
 
-  base::Guarded(
+  base::IgnoreFailure(
       [&] {
         buttonCount_ = -1;
         SetMessage(text);
@@ -150,18 +150,16 @@ int MesgBox::ShowMessage(Ui& ui, const Text& text, int icon, int buttons, const 
           if (!defaultKey_.empty() && MnemonicOf(cmdButton(i).Lbl().Caption()) == defaultKey_[0])
             cmdButton(i).SetFocus();
         }
-      },
-      [](const base::ErrorInfo&) {});
+      });
   // A picture that fails leaves the box without icon, and the text where it was.
-  base::Guarded(
+  base::IgnoreFailure(
       [&] {
         Picture& shown = picIcon(icon);
         shown.SetVisible(true);
         lblText.SetLeft(shown.Width() + 120);
         lblSmallText.SetLeft(shown.Width() + 120);
-      },
-      [](const base::ErrorInfo&) {});
-  base::Guarded([&] { ResizeMsgbox(); }, [](const base::ErrorInfo&) {});
+      });
+  base::IgnoreFailure([&] { ResizeMsgbox(); });
 
   struct Showing {
     bool& flag;

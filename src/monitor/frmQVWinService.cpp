@@ -33,15 +33,9 @@ constexpr double kBelowLogTwips = 900;
 // What a hidden log list leaves of the window below its top.
 constexpr double kHiddenLogTwips = 300;
 
-// Runs one statement of a routine that goes on past failures.
-template <class Fn>
-void Quietly(Fn&& fn) {
-  base::Guarded(std::forward<Fn>(fn), [](const base::ErrorInfo&) {});
-}
-
 Text StatusOf(const std::shared_ptr<engine::EngineObject>& engine) {
   Text word;
-  if (engine) Quietly([&] { word = engine->GetServiceStatus(); });
+  if (engine) base::IgnoreFailure([&] { word = engine->GetServiceStatus(); });
   return word;
 }
 
@@ -193,20 +187,20 @@ void frmQVWinService::Form_Load() {
   loading_ = true;
   InstallMessageBox();
   // 1. The log columns, the tabs, and the pane by whether an update is waiting.
-  Quietly([&] {
+  base::IgnoreFailure([&] {
     lstLog.ClearColumns();
     lstLog.AddColumn(u"Type", 1300);
     lstLog.AddColumn(u"Time", 2000);
     lstLog.AddColumn(u"Message", 3700);
   });
-  Quietly([&] {
+  base::IgnoreFailure([&] {
     pic_Status.SetPictureKey(kTabStatusSelected);
     cmdDetails.SetPictureKey(kTabDetails);
     mnustprunjob.SetEnabled(app_.UpdateWaiting);
     BringToFront(app_.UpdateWaiting ? FrameProgress : FrameNormal);
   });
   // 2. The button pictures.
-  Quietly([&] {
+  base::IgnoreFailure([&] {
     Picture1.SetPictureKey(u"qv_small_help");
     btnClose.SetPictureKey(u"qv_small_close");
     btnLogFile.SetPictureKey(u"qvmon_view");
@@ -217,9 +211,9 @@ void frmQVWinService::Form_Load() {
   // 3.
   Label1.SetCaption(u"Corvane for Windows Monitor");
   // 4. The account and the web helper.
-  Quietly([&] { WebManagementAtLoad(); });
+  base::IgnoreFailure([&] { WebManagementAtLoad(); });
   // 5. The title and icons of the images folder.
-  Quietly([&] {
+  base::IgnoreFailure([&] {
     if (app_.platform.fs == nullptr) return;
     const kit::Branding branding =
         kit::ReadBranding(*app_.platform.fs, app_.ProgramFolder, app_.AppTitle);
@@ -232,31 +226,31 @@ void frmQVWinService::Form_Load() {
     AboutMenu.SetCaption(kit::AboutMenuCaption(app_.AppTitle));
   });
   // 6.
-  Quietly([&] { AddTrayIcon(); });
+  base::IgnoreFailure([&] { AddTrayIcon(); });
   // 7.
-  Quietly([&] { LogPath(); });
+  base::IgnoreFailure([&] { LogPath(); });
   // 8. Menus, start at logon, the guide text.
-  Quietly([&] {
+  base::IgnoreFailure([&] {
     mnuHideDetails.SetEnabled(false);
     mnuViewDetails.SetEnabled(true);
   });
-  Quietly([&] { StartAuto.SetValue(frame::IsInRun(app_) == 1 ? 1 : 0); });
-  Quietly([&] {
+  base::IgnoreFailure([&] { StartAuto.SetValue(frame::IsInRun(app_) == 1 ? 1 : 0); });
+  base::IgnoreFailure([&] {
     lblGuideLines.SetCaption(app_.ActiveEngine ? app_.ActiveEngine->getlabelstring()
                                                : Text(engine::kGuideText));
   });
   // 9. A background engine is restarted once a day between transfers.
-  Quietly([&] {
+  base::IgnoreFailure([&] {
     if (frame::EngineIsService(app_) == 0) dailyTimer_ = engine::StartDailyTimer(app_);
   });
   Indicate_ServiceStatus();
   // 10.
-  Quietly([&] { SliderRule(SliderPass::Load); });
+  base::IgnoreFailure([&] { SliderRule(SliderPass::Load); });
   // 11. Size and shape.
-  Quietly([&] { ResizeControls(); });
-  Quietly([&] { kit::clsRounder().RoundForm(*this, ui_.TwipsPerPixelX(), ui_.TwipsPerPixelY()); });
+  base::IgnoreFailure([&] { ResizeControls(); });
+  base::IgnoreFailure([&] { kit::clsRounder().RoundForm(*this, ui_.TwipsPerPixelX(), ui_.TwipsPerPixelY()); });
   // 12. The slider's skin.
-  Quietly([&] {
+  base::IgnoreFailure([&] {
     PictSliderBox1.SetPictureKey(u"slider_box");
     PictSliderKnob1.SetPictureKey(u"slider_knob2");
     lblSlider1Tooltip.SetCaption(
@@ -296,14 +290,14 @@ void frmQVWinService::Progress_Timer() {
   base::Guarded(
       [&] {
         const engine::TransferUpdate& t = app_.Transfer;
-        Quietly([&] { Sleep(1); });                                     // 1
-        Quietly([&] { mnustprunjob.SetEnabled(app_.UpdateWaiting); });  // 2
+        base::IgnoreFailure([&] { Sleep(1); });                                     // 1
+        base::IgnoreFailure([&] { mnustprunjob.SetEnabled(app_.UpdateWaiting); });  // 2
         if (app_.UpdateWaiting) {                                       // 3
-          Quietly([&] {                                                 // 4
+          base::IgnoreFailure([&] {                                                 // 4
             Sleep(2);
             app_.TransferSeen = true;
           });
-          Quietly([&] {  // 5
+          base::IgnoreFailure([&] {  // 5
             if (t.engNumber != 0) {
               txtRsyncFileName1.SetVisible(true);
               txtRsyncfilesize1.SetVisible(true);
@@ -313,30 +307,30 @@ void frmQVWinService::Progress_Timer() {
               txtRsyncfilesize1.SetVisible(false);
             }
           });
-          Quietly([&] { PrgbarRsyncTotal.SetVisible(t.dTotalFilesize != 0); });  // 6
-          Quietly([&] { lblRsyncTransferStatus.SetCaption(TransferStatusLine(app_, t)); });  // 7
-          Quietly([&] {  // 8
+          base::IgnoreFailure([&] { PrgbarRsyncTotal.SetVisible(t.dTotalFilesize != 0); });  // 6
+          base::IgnoreFailure([&] { lblRsyncTransferStatus.SetCaption(TransferStatusLine(app_, t)); });  // 7
+          base::IgnoreFailure([&] {  // 8
             if (StatusTabSelected()) {
               cmdDetails.SetPictureKey(kTabDetails);
               BringToFront(FrameProgress);
             }
           });
-          Quietly([&] { SliderRule(SliderPass::First); });  // 9
-          Quietly([&] {                                     // 10
+          base::IgnoreFailure([&] { SliderRule(SliderPass::First); });  // 9
+          base::IgnoreFailure([&] {                                     // 10
             app_.StopSeen = false;
             StoptransferMenu.SetEnabled(true);
           });
-          Quietly([&] { txtRsyncTimeElapsed.SetCaption(t.timeelapsed); });  // 11
-          Quietly([&] { DrawTimeLeft(); });
-          Quietly([&] { PrgbarRsyncTotal.SetValue(t.iTotalProg); });
-          Quietly([&] {  // 12
+          base::IgnoreFailure([&] { txtRsyncTimeElapsed.SetCaption(t.timeelapsed); });  // 11
+          base::IgnoreFailure([&] { DrawTimeLeft(); });
+          base::IgnoreFailure([&] { PrgbarRsyncTotal.SetValue(t.iTotalProg); });
+          base::IgnoreFailure([&] {  // 12
             chkbandwidth.SetVisible(true);
             PictSliderBox1.SetVisible(true);
             PictSliderKnob1.SetVisible(true);
             lablBandWidth.SetVisible(true);
           });
-          Quietly([&] { DrawFileName(); });
-          Quietly([&] {
+          base::IgnoreFailure([&] { DrawFileName(); });
+          base::IgnoreFailure([&] {
             if (t.sBkStatus < 1 || t.sBkStatus > 4) {
               // A restore is not throttled.
               LabelPauseMsg.SetVisible(false);
@@ -347,20 +341,20 @@ void frmQVWinService::Progress_Timer() {
             }
           });
           // 13. What the user sees; the first pass moved the slider before the pane changed.
-          Quietly([&] { SliderRule(SliderPass::Second); });
-          Quietly([&] { prgbarRsyncfile1.SetValue(t.iFileProg); });  // 14
-          Quietly([&] { txtRsyncfilesize1.SetCaption(GetProperSizeValue(app_, t.dFileSize, false)); });
+          base::IgnoreFailure([&] { SliderRule(SliderPass::Second); });
+          base::IgnoreFailure([&] { prgbarRsyncfile1.SetValue(t.iFileProg); });  // 14
+          base::IgnoreFailure([&] { txtRsyncfilesize1.SetCaption(GetProperSizeValue(app_, t.dFileSize, false)); });
           app_.UpdateWaiting = false;
         }
-        Quietly([&] { WebManagementTick(); });  // 15
-        Quietly([&] {                           // 16
+        base::IgnoreFailure([&] { WebManagementTick(); });  // 15
+        base::IgnoreFailure([&] {                           // 16
           if ((frame::EngineIsService(app_) == 1 || app_.TransferSeen) && Visible())
             ShowLogInWindow();
         });
-        Quietly([&] { screens_->senddesktopnotify(); });  // 17
-        Quietly([&] { screens_->Dialupdisconnect(); });   // 18
+        base::IgnoreFailure([&] { screens_->senddesktopnotify(); });  // 17
+        base::IgnoreFailure([&] { screens_->Dialupdisconnect(); });   // 18
         Indicate_ServiceStatus();                         // 19
-        Quietly([&] {                                     // 20
+        base::IgnoreFailure([&] {                                     // 20
           if (!app_.StopSeen) return;
           if (StatusTabSelected()) {
             pic_Status.SetPictureKey(kTabStatusSelected);
@@ -370,9 +364,9 @@ void frmQVWinService::Progress_Timer() {
           StoptransferMenu.SetEnabled(false);
           app_.TransferSeen = false;
         });
-        Quietly([&] { UpdateTrayTip(); });
-        Quietly([&] { screens_->CheckMissedBackup(); });  // 21
-        Quietly([&] {                                     // 22
+        base::IgnoreFailure([&] { UpdateTrayTip(); });
+        base::IgnoreFailure([&] { screens_->CheckMissedBackup(); });  // 21
+        base::IgnoreFailure([&] {                                     // 22
           const bool liveFile = t.dFileSize != 0 && t.iFileProg != 0 && !t.sFileName.empty();
           if (app_.PaneFlag == u"1" && !liveFile) {
             pic_Status_Click();
@@ -380,9 +374,7 @@ void frmQVWinService::Progress_Timer() {
           }
         });
       },
-      [&](const base::ErrorInfo& e) {
-        frame::TraceError(app_, u"Error in Monitor progress timer ", e);
-      });
+      frame::TraceFailure(app_, u"Error in Monitor progress timer "));
 }
 
 void frmQVWinService::DrawFileName() {
@@ -440,7 +432,7 @@ void frmQVWinService::Indicate_ServiceStatus() {
         auto keepRunning = [&](const std::shared_ptr<engine::EngineObject>& engine) {
           Text word = StatusOf(engine);
           if (word != kRunning) {
-            if (engine) Quietly([&] { engine->ServiceStart(); });
+            if (engine) base::IgnoreFailure([&] { engine->ServiceStart(); });
             Sleep(100);
             word = StatusOf(engine);
           }
@@ -469,17 +461,15 @@ void frmQVWinService::Indicate_ServiceStatus() {
           }
           Sleep(100);
         }
-        Quietly([&] {
+        base::IgnoreFailure([&] {
           if (frame::EngineIsService(app_) == 0)
             Pause.SetEnabled(false);
           else
             StoptransferMenu.SetEnabled(true);
         });
-        Quietly([&] { ShowTrayState(word); });
+        base::IgnoreFailure([&] { ShowTrayState(word); });
       },
-      [&](const base::ErrorInfo& e) {
-        frame::TraceError(app_, u"Error obtaining the service status: ", e);
-      });
+      frame::TraceFailure(app_, u"Error obtaining the service status: "));
 }
 
 void frmQVWinService::ShowTrayState(const Text& word) {
@@ -545,7 +535,7 @@ void frmQVWinService::Set_Unknown() {
 
 void frmQVWinService::Start_Click() {
   TrafficLights1.SetPictureKey(kLightWaiting);
-  if (app_.ActiveEngine) Quietly([&] { app_.ActiveEngine->ServiceStart(); });
+  if (app_.ActiveEngine) base::IgnoreFailure([&] { app_.ActiveEngine->ServiceStart(); });
   Sleep(400);
   Indicate_ServiceStatus();
 }
@@ -556,7 +546,7 @@ void frmQVWinService::Stop_Click() {
   // A transfer is running: it was asked to stop instead (or the user said No).
   if (engine::IsBackingUp(app_, steps)) return;
   TrafficLights1.SetPictureKey(kLightWaiting);
-  if (app_.ActiveEngine) Quietly([&] { app_.ActiveEngine->ServiceStop(); });
+  if (app_.ActiveEngine) base::IgnoreFailure([&] { app_.ActiveEngine->ServiceStop(); });
   Sleep(400);
   Indicate_ServiceStatus();
 }
@@ -568,10 +558,10 @@ void frmQVWinService::Pause_Click() {
   }
   if (Pause.Caption() == kPauseCaption) {
     Set_Pause();
-    if (app_.ActiveEngine) Quietly([&] { app_.ActiveEngine->ServicePause(); });
+    if (app_.ActiveEngine) base::IgnoreFailure([&] { app_.ActiveEngine->ServicePause(); });
   } else {
     Set_Resume();
-    if (app_.ActiveEngine) Quietly([&] { app_.ActiveEngine->ServiceResume(); });
+    if (app_.ActiveEngine) base::IgnoreFailure([&] { app_.ActiveEngine->ServiceResume(); });
   }
   Sleep(400);
   Indicate_ServiceStatus();
@@ -597,7 +587,7 @@ void frmQVWinService::AddTrayIcon() {
   const platform::UiHandle owner = windowHandle_ ? windowHandle_() : 0;
   const Text icon = IconPath().empty() ? Text(kTrayRunning) : IconPath();
   tray_.Add(owner, icon, TrayTip(), [this](int mouseMessage) {
-    Quietly([&] { TrayMouse(mouseMessage); });
+    base::IgnoreFailure([&] { TrayMouse(mouseMessage); });
   });
 }
 
@@ -635,7 +625,7 @@ void frmQVWinService::ApplyGeometry(std::optional<long> width, std::optional<lon
 }
 
 void frmQVWinService::StoreGeometry() {
-  Quietly([&] {
+  base::IgnoreFailure([&] {
     keptGeometry_ = GetLayout();
     if (WindowState() == kit::kWindowMinimized) return;
     frame::WriteSetting(app_, u"MonWidth", base::FromNumber(kit::RoundHalfEven(Width())));
@@ -648,7 +638,7 @@ void frmQVWinService::StoreGeometry() {
 void frmQVWinService::Refresh() {
   SetPointer(kit::MousePointer::Hourglass);
   Indicate_ServiceStatus();
-  Quietly([&] { LogPath(); });
+  base::IgnoreFailure([&] { LogPath(); });
   Progress_Timer();
   SetPointer(kit::MousePointer::Default);
 }
@@ -761,7 +751,7 @@ Text frmQVWinService::LogPath() {
 }
 
 void frmQVWinService::ShowLogInWindow() {
-  base::Guarded(
+  base::IgnoreFailure(
       [&] {
         platform::IFileSystem* fs = app_.platform.fs;
         if (fs == nullptr) return;
@@ -775,8 +765,7 @@ void frmQVWinService::ShowLogInWindow() {
         });
         // A file that cannot be read gives no lines, as an empty one does.
         FillLogList(lines.value_or(std::vector<Text>{}));
-      },
-      [](const base::ErrorInfo&) {});
+      });
 }
 
 bool frmQVWinService::SameRows(const std::vector<LogRow>& rows) const {
@@ -817,7 +806,7 @@ void frmQVWinService::FillLogList(const std::vector<Text>& lines) {
 }
 
 void frmQVWinService::mnuOpenlog_Click() {
-  base::Guarded(
+  base::IgnoreFailure(
       [&] {
         const Text path = LogPath();
         platform::IFileSystem* fs = app_.platform.fs;
@@ -829,8 +818,7 @@ void frmQVWinService::mnuOpenlog_Click() {
           frame::WriteTrace(app_, u"Error while opening the Session log file.\r\nReason : " +
                                       base::FromNumber(result));
         }
-      },
-      [](const base::ErrorInfo&) {});
+      });
 }
 
 void frmQVWinService::mnuClearlog_Click() {
@@ -855,7 +843,7 @@ Text frmQVWinService::ReadLimit(const Text& key) {
 void frmQVWinService::SliderRule(SliderPass pass) {
   const Text autoPause = base::Trim(frame::ReadSetting(app_, u"AUTOPAUSECHECK"));
   settingCheck_ = true;
-  Quietly([&] { chkbandwidth.SetValue(autoPause == u"1" ? 1 : 0); });
+  base::IgnoreFailure([&] { chkbandwidth.SetValue(autoPause == u"1" ? 1 : 0); });
   settingCheck_ = false;
   if (pass == SliderPass::First) LabelPauseMsg.SetVisible(autoPause == u"1");
   const Text plain = ReadLimit(u"BANDWIDTH");
@@ -967,7 +955,7 @@ void frmQVWinService::WriteErrVal(const Text& value) {
 
 long frmQVWinService::KillHelper() {
   long found = 0;
-  Quietly([&] { found = engine::IsExeRunningAutomatic(app_, kWebHelper, true); });
+  base::IgnoreFailure([&] { found = engine::IsExeRunningAutomatic(app_, kWebHelper, true); });
   return found;
 }
 
@@ -988,7 +976,7 @@ void frmQVWinService::WebManagementAtLoad() {
     KillHelper();
   } else if ((w == u"1" || w.empty()) && credentials) {
     WebMang.SetChecked(true);
-    Quietly([&] { StartHelper(true); });
+    base::IgnoreFailure([&] { StartHelper(true); });
   }
 }
 
@@ -1002,7 +990,7 @@ void frmQVWinService::WebManagementTick() {
   if (!(w == u"1" || w.empty()) || !credentials) return;
   WebMang.SetChecked(true);
   frame::WriteAccountKey(app_, u"Corvane", u"WebManage", u"1");
-  Quietly([&] { StartHelper(true); });
+  base::IgnoreFailure([&] { StartHelper(true); });
   // The helper reports its login through ErrVal; it is given two seconds each tick.
   Sleep(1000);
   ui_.DoEvents();
@@ -1054,7 +1042,7 @@ void frmQVWinService::WebMang_Click() {
   KillHelper();
   Sleep(1000);
   ui_.DoEvents();
-  Quietly([&] { StartHelper(false); });
+  base::IgnoreFailure([&] { StartHelper(false); });
   Sleep(1000);
   ui_.DoEvents();
   Sleep(1000);

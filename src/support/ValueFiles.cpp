@@ -74,7 +74,7 @@ Text ValueFilePath(frame::AppState& app, const Text& keyName, ValueKind kind) {
 }
 
 void WriteValueFile(frame::AppState& app, const Text& keyName, const Text& value, ValueKind kind) {
-  base::Guarded(
+  base::IgnoreFailure(
       [&] {
         auto& fs = *app.platform.fs;
         Text folder = app.CommonFile(base::Trim(keyName));
@@ -83,13 +83,12 @@ void WriteValueFile(frame::AppState& app, const Text& keyName, const Text& value
         if (fs.FileExists(path)) fs.DeleteFile(path);
         // The trim comes after the scrambling; readers only ever see the trimmed line.
         platform::TextFile::WriteLines(fs, path, {base::Trim(value)});
-      },
-      [](const base::ErrorInfo&) {});
+      });
 }
 
 Text ReadValueFile(frame::AppState& app, const Text& keyName, ValueKind kind) {
   Text result;
-  base::Guarded(
+  base::IgnoreFailure(
       [&] {
         auto& fs = *app.platform.fs;
         Text path = ValueFilePath(app, keyName, kind);
@@ -108,8 +107,7 @@ Text ReadValueFile(frame::AppState& app, const Text& keyName, ValueKind kind) {
         auto stored = app.platform.registry->ReadString(frame::ProfileRoot(app),
                                                         u"Software\\QVWIN", valueName, 2048);
         result = stored ? base::Trim(base::CutAtNul(*stored)) : Text();
-      },
-      [](const base::ErrorInfo&) {});
+      });
   return result;
 }
 

@@ -132,5 +132,36 @@ newTree
 put bench/Bench.cpp '#include <windows.h>'
 expect "benchmarks are portable too" fail "bench/Bench.cpp:1"
 
+newTree
+put src/frame/Quiet.cpp 'void A() { base::Guarded([] { Step(); }, [](const base::ErrorInfo&) {}); }
+void B() {
+  base::Guarded([] { Step(); },
+                [&](const base::ErrorInfo& error) {
+                });
+}'
+expect "an empty ErrorInfo handler, on one line or two" fail "src/frame/Quiet.cpp:4: empty ErrorInfo handler"
+expect "the first one too" fail "src/frame/Quiet.cpp:1: empty ErrorInfo handler"
+
+newTree
+put src/frame/Swallow.cpp 'void A() {
+  try { Step(); } catch (...) {
+    // nothing to do
+  }
+}'
+put tools/engine-sim/Sim.cpp '#include <windows.h>
+void B() { try { Step(); } catch (const std::exception&) {} }'
+expect "a catch block with only a comment, in a tool as well" fail "src/frame/Swallow.cpp:2: empty catch block"
+expect "tools are checked for empty handlers" fail "tools/engine-sim/Sim.cpp:2: empty catch block"
+
+newTree
+put src/frame/Named.cpp 'void A() { base::IgnoreFailure([] { Step(); }); }
+void B(AppState& app) { base::Guarded([] { Step(); }, frame::TraceFailure(app, u"Error Reason :")); }
+void C() { try { Step(); } catch (...) { Recover(); } }
+void D() { base::Guarded([] { Step(); }, [&](const base::ErrorInfo& e) { Trace(e); }); }
+auto s = u"catch (...) {}";  // catch (...) {}'
+put tools/web-standin/Standin.cpp '#include <windows.h>
+static const wchar_t* k = L"x";'
+expect "named silence, traced handlers, handlers in text, Windows code in tools" pass "0 problems"
+
 echo "check-sources cases: $passed passed, $failed failed"
 [ $failed -eq 0 ]

@@ -328,7 +328,7 @@ class Engine {
 }  // namespace
 
 void RunEngine(Control& control) noexcept {
-  base::Guarded(
+  base::IgnoreFailure(
       [&] {
         ::CoInitializeEx(nullptr, COINIT_MULTITHREADED);
         {
@@ -336,8 +336,7 @@ void RunEngine(Control& control) noexcept {
           engine.Run();
         }
         ::CoUninitialize();
-      },
-      [](const base::ErrorInfo&) {});
+      });
 }
 
 }  // namespace enginesim

@@ -292,7 +292,8 @@ Win32ComServer::~Win32ComServer() { RevokeClassObject(); }
 
 bool Win32ComServer::RegisterServer() noexcept {
   bool ok = false;
-  base::Guarded(
+  // A failure answers false, which the caller traces.
+  base::IgnoreFailure(
       [&] {
         const Text exe = ProgramPath();
         if (exe.empty()) return;
@@ -312,14 +313,14 @@ bool Win32ComServer::RegisterServer() noexcept {
         } else {
           ok = false;
         }
-      },
-      [](const base::ErrorInfo&) {});
+      });
   return ok;
 }
 
 bool Win32ComServer::RegisterClassObject(MonitorCallbackFactory factory) noexcept {
   bool ok = false;
-  base::Guarded(
+  // A failure answers false, which the caller traces.
+  base::IgnoreFailure(
       [&] {
         RevokeClassObject();
         // The calls must arrive on this (the window's) thread: an apartment of its own.
@@ -335,8 +336,7 @@ bool Win32ComServer::RegisterClassObject(MonitorCallbackFactory factory) noexcep
         cookie_ = cookie;
         factory_ = f;
         ok = true;
-      },
-      [](const base::ErrorInfo&) {});
+      });
   return ok;
 }
 

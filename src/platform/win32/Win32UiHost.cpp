@@ -335,7 +335,8 @@ void Win32UiHost::ReportFailure(const Text& what, UINT msg, HWND hwnd) noexcept 
   // Called inside a catch block: the exception being handled is the one described.
   const base::ErrorInfo error = base::DescribeCurrentException();
   if (!failureSink_) return;
-  try {
+  // A line that cannot be made or written is lost, as a log line may be.
+  base::IgnoreFailure([&] {
     Text line = u"UI host: " + what;
     wchar_t name[256] = {};
     const auto atom = static_cast<ATOM>(reinterpret_cast<UINT_PTR>(GetPropW(hwnd, kNameProperty)));
@@ -345,10 +346,7 @@ void Win32UiHost::ReportFailure(const Text& what, UINT msg, HWND hwnd) noexcept 
     line += u", message " + base::FromNumber(msg) + u": " + error.description +
             u" (error " + base::FromNumber(error.number) + u")";
     failureSink_(line);
-  } catch (...) {
-    // A line that cannot be made or written is lost, as a log line may be.
-    return;
-  }
+  });
 }
 
 LRESULT CALLBACK Win32UiHost::HostProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) noexcept {
