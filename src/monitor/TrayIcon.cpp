@@ -1,6 +1,17 @@
 #include "monitor/TrayIcon.h"
 
+#include "kit/Branding.h"
+
 namespace monitor {
+
+Text TrayTipText(const Text& appTitle, bool transferSeen, double totalFileSize,
+                 long totalProgress) {
+  Text tip = appTitle == kit::kDefaultAppTitle ? Text(u"Corvane for Windows Monitor")
+                                               : Text(u"QVMonitor");
+  if (transferSeen && totalFileSize != 0)
+    tip += u" - " + base::FromNumber(totalProgress) + u"% transferred";
+  return tip;
+}
 
 bool TrayIcon::Add(platform::UiHandle owner, const Text& icon, const Text& tip,
                    std::function<void(int)> onMouse) {

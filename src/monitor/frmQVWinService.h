@@ -2,7 +2,10 @@
 // The monitor window: the Status and Details tabs with the idle pane, the transfer
 // pane and the details pane, the engine's status light, the bandwidth slider, the
 // activity log list, the menus and the notification-area icon, and the ten-second
-// tick that drives all of it. See docs/monitor.md.
+// tick that drives all of it. See docs/monitor.md. The definitions are spread over
+// frmQVWinService.cpp and the Monitor*.cpp files by section; the rules that need no
+// window are in BandwidthRules, StatusLook, WebHelperAnswer, TrayIcon, PaneText and
+// LogView.
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -14,26 +17,16 @@
 #include "kit/ListView.h"
 #include "kit/Menu.h"
 #include "kit/Ui.h"
+#include "monitor/BandwidthRules.h"
 #include "monitor/LogView.h"
+#include "monitor/MonitorPictures.h"
 #include "monitor/MonitorScreens.h"
+#include "monitor/StatusLook.h"
 #include "monitor/TrayIcon.h"
 
 namespace monitor {
 
 using base::Text;
-
-// Pictures by key: the tab image list (1 to 4), the status image list (5 to 7), the
-// waiting picture, and the tray image list (1, 2).
-inline constexpr char16_t kTabStatusSelected[] = u"tab_status_sel";   // 1
-inline constexpr char16_t kTabStatus[] = u"tab_status";               // 2
-inline constexpr char16_t kTabDetailsSelected[] = u"tab_details_sel"; // 3
-inline constexpr char16_t kTabDetails[] = u"tab_details";             // 4
-inline constexpr char16_t kLightRunning[] = u"light_green";           // 5
-inline constexpr char16_t kLightChanging[] = u"light_amber";          // 6
-inline constexpr char16_t kLightStopped[] = u"light_red";             // 7
-inline constexpr char16_t kLightWaiting[] = u"light_off";
-inline constexpr char16_t kTrayRunning[] = u"tray_running";           // 1
-inline constexpr char16_t kTrayNotRunning[] = u"tray_stopped";        // 2
 
 inline constexpr unsigned kProgressIntervalMs = 10000;
 inline constexpr int kStatusRounds = 200;
@@ -50,9 +43,6 @@ inline constexpr char16_t kPauseMessageShort[] =
     u"Auto-Pause is checked. This means backups may be very slow...";
 inline constexpr char16_t kEnableAllJobs[] = u"Enable all the Scheduled jobs";
 inline constexpr char16_t kDisableAllJobs[] = u"Disable all the Scheduled jobs";
-
-// The knob may overrun the right end of the slider's box by this much.
-inline constexpr double kKnobSlackTwips = 25;
 
 class frmQVWinService : public kit::Form {
  public:
@@ -88,7 +78,7 @@ class frmQVWinService : public kit::Form {
   void cmdDetails_Click();
 
   // ---- Bandwidth -------------------------------------------------------------------
-  enum class SliderPass { Load, First, Second };
+  using SliderPass = monitor::SliderPass;
   void PlaceSlider(long percent);
   void SliderRule(SliderPass pass);
   void chkbandwidth_Click();
@@ -233,6 +223,7 @@ class frmQVWinService : public kit::Form {
   void ResizeControls();
   void BringToFront(kit::Picture& frame);
   void SelectStatusTab();
+  void ShowStatus(ServiceState state);
   void FramesByUpdateWaiting();
   void DrawFileName();
   void DrawTimeLeft();
