@@ -33,6 +33,7 @@ const char* RoleName(Role role) {
     case Role::Pane: return "pane";
     case Role::PushButton: return "push button";
     case Role::Indicator: return "indicator";
+    case Role::Slider: return "slider";
     case Role::CheckBox: return "check box";
     case Role::RadioButton: return "radio button";
     case Role::Text: return "text";
@@ -200,6 +201,7 @@ bool Control::TabStop() const {
   if (tabStop_) return *tabStop_;
   switch (Role()) {
     case Role::PushButton:
+    case Role::Slider:
     case Role::CheckBox:
     case Role::RadioButton:
     case Role::Text:

@@ -61,6 +61,7 @@ enum class Role : int {
   Pane,         // pictures that hold other controls
   PushButton,   // skinned buttons and pictures that act
   Indicator,    // a picture whose colour says a state (a status light)
+  Slider,       // a picture the user moves to set a value (the bandwidth knob)
   CheckBox,
   RadioButton,
   Text,         // text boxes

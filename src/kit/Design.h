@@ -64,6 +64,21 @@ class Design {
     return Enter(control, handler);
   }
 
+  // A control that acts on the platform's click (a button up where it went down):
+  // Click runs `handler`, and Enter or Space while it has the focus. A picture so
+  // declared is a push button to the system.
+  Design& Click(Control& control, Handler handler) {
+    if (control.Kind() == ControlKind::Picture) control.SetRole(Role::PushButton);
+    control.on.Click = Call(handler);
+    return Enter(control, handler);
+  }
+
+  // A key while `control` has the focus (the arrows on a slider).
+  Design& KeyWhile(const Control& control, KeyStroke stroke, kit::Key key, Handler handler) {
+    form_.AddKey({stroke, key, &control, nullptr, Call(handler)});
+    return *this;
+  }
+
   // Enter (and Space) while `control` has the focus runs `handler`; the mouse is left
   // as it is. For a control whose keyboard press means something else than a click.
   Design& Enter(Control& control, Handler handler) {

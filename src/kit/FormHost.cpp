@@ -33,7 +33,7 @@ UiChange ToChange(Aspect aspect) {
 }
 
 static_assert(static_cast<int>(Role::Window) == static_cast<int>(platform::UiRole::Window) &&
-                  static_cast<int>(Role::Indicator) == static_cast<int>(platform::UiRole::Indicator),
+                  static_cast<int>(Role::Slider) == static_cast<int>(platform::UiRole::Slider),
               "the kit's roles and the host's are the same list");
 
 platform::UiRect ToRect(const Layout& l) { return {l.left, l.top, l.width, l.height}; }

@@ -4,6 +4,9 @@
 #include "monitor/BandwidthRules.h"
 #include "monitor/frmQVWinService.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace monitor {
 
 namespace {
@@ -97,6 +100,25 @@ void frmQVWinService::PictSliderKnob1_MouseUp(const kit::MouseArgs&) {
   const Text value = base::FromNumber(static_cast<long long>(sliderBandwidth.Value()));
   frame::WriteSetting(app_, LimitKey(chkbandwidth.Checked()), value);
   lablBandWidth.SetCaption(value + u"%");
+}
+
+namespace {
+
+// The limit one step of the keyboard gives, within the slider's ends.
+long Stepped(double value, long step) {
+  return std::clamp(static_cast<long>(std::lround(value)) + step, 0L, 100L);
+}
+
+}  // namespace
+
+void frmQVWinService::SliderKeyLower() {
+  PlaceSlider(Stepped(sliderBandwidth.Value(), -1));
+  PictSliderKnob1_MouseUp({kit::kLeftButton});
+}
+
+void frmQVWinService::SliderKeyHigher() {
+  PlaceSlider(Stepped(sliderBandwidth.Value(), 1));
+  PictSliderKnob1_MouseUp({kit::kLeftButton});
 }
 
 }  // namespace monitor

@@ -1,8 +1,9 @@
 #pragma once
-// What the monitor window hands to the screens and notices of other folders: three
-// steps of the tick and the screens its menus open. Until a folder provides its
-// part, the defaults below stand: the tick steps do nothing, and a menu item whose
-// screen is missing opens nothing (the window writes so to the trace).
+// What the monitor window hands to the screens and notices of the other folders:
+// three steps of the tick and the screens its menus open. The window only knows this
+// interface; monitor::ProgramScreens is its one implementation in the program, and
+// the only caller of the screens' own calls (each modal screen has one call with its
+// arguments and its result, in its folder). Tests put a recording one in its place.
 namespace monitor {
 
 class MonitorScreens {
@@ -10,18 +11,19 @@ class MonitorScreens {
   virtual ~MonitorScreens() = default;
 
   // Tick step 17: the job-end notification looks for its request file.
-  virtual void senddesktopnotify() {}
+  virtual void senddesktopnotify() = 0;
   // Tick step 18: the dial-up window looks for its request file.
-  virtual void Dialupdisconnect() {}
+  virtual void Dialupdisconnect() = 0;
   // Tick step 21: the missed-backup and failure notice.
-  virtual void CheckMissedBackup() {}
+  virtual void CheckMissedBackup() = 0;
 
-  // The screens of the menus. Each answers whether it opened a screen.
-  virtual bool OpenBackupNow() { return false; }          // mnuBackupNow
-  virtual bool OpenUpdatePassword() { return false; }     // mnuChangePassword
-  virtual bool OpenManageScheduledJobs() { return false; } // mnuManSchJob
-  virtual bool OpenErrorReport() { return false; }        // mnusenderrorreport, mnusenderrorrpt
-  virtual bool OpenAbout() { return false; }              // AboutMenu
+  // The screens of the menus. Each answers whether it opened a screen; the window
+  // writes to the trace when one did not.
+  virtual bool OpenBackupNow() = 0;            // mnuBackupNow
+  virtual bool OpenUpdatePassword() = 0;       // mnuChangePassword
+  virtual bool OpenManageScheduledJobs() = 0;  // mnuManSchJob
+  virtual bool OpenErrorReport() = 0;          // mnusenderrorreport, mnusenderrorrpt
+  virtual bool OpenAbout() = 0;                // AboutMenu
 };
 
 }  // namespace monitor

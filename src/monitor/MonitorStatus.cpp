@@ -84,6 +84,8 @@ void frmQVWinService::ShowStatus(ServiceState state) {
   Stop.SetEnabled(look.stopEnabled);
   if (look.pauseCaption != nullptr) Pause.SetCaption(look.pauseCaption);
   if (look.statusWord != nullptr) lblStatus.SetCaption(look.statusWord);
+  // What the light's colour says, in words, for a screen reader and high contrast.
+  TrafficLights1.SetCaption(u"Service status: " + lblStatus.Caption());
 }
 
 void frmQVWinService::Set_Start() { ShowStatus(ServiceState::Start); }

@@ -38,7 +38,8 @@ void frmQVWinService::TrayMouse(int mouseMessage) {
     FramesByUpdateWaiting();
     SetVisible(true);
     ui_.Show(*this);
-  } else if (mouseMessage == platform::kTrayRightButtonUp) {
+  } else if (mouseMessage == platform::kTrayRightButtonUp || mouseMessage == platform::kTrayKeyboardMenu) {
+    // The keyboard on the icon (Enter, the context-menu key) opens the same menu.
     // Another program may have changed the key; the menu tells what it says now.
     mnuenablesch.SetCaption(frame::ReadSetting(app_, u"DisableAllSchdulers") == u"1"
                                 ? kEnableAllJobs

@@ -12,6 +12,7 @@
 #include "frame/Logs.h"
 #include "frame/Settings.h"
 #include "kit/Branding.h"
+#include "kit/Design.h"
 #include "kit/MesgBox.h"
 #include "kit/MessageTable.h"
 #include "kit/ToolTips.h"
@@ -52,7 +53,8 @@ frmQVWinService::frmQVWinService(frame::AppState& app, kit::Ui& ui, MonitorScree
     : Form(u"frmQVWinService", {1200, 1200, 7440, 4860}, u"Corvane for Windows Monitor"),
       app_(app),
       ui_(ui),
-      screens_(screens ? screens : &defaultScreens_),
+      ownScreens_(screens ? nullptr : std::make_unique<ProgramScreens>(app, ui)),
+      screens_(screens ? screens : ownScreens_.get()),
       tray_(app.platform.ui) {
   SetFrameFlags(true, true, false);
   Label1.SetFontSize(9.75);
@@ -98,54 +100,65 @@ frmQVWinService::~frmQVWinService() {
   if (dailyTimer_ != 0 && app_.platform.ui != nullptr) app_.platform.ui->StopTimer(dailyTimer_);
 }
 
+// doc:monitor
 void frmQVWinService::BindEvents() {
-  Progress.on.Timer = [this] { Progress_Timer(); };
-  pic_Status.on.Click = [this] { pic_Status_Click(); };
-  cmdDetails.on.Click = [this] { cmdDetails_Click(); };
-  btnClose.on.Click = [this] { Unload(kit::UnloadMode::Code); };
-  Picture1.on.Click = [this] { LocalHelpMenu_Click(); };
-  btnRefresh.on.Click = [this] { Refresh(); };
-  btnLogFile.on.Click = [this] { mnuOpenlog_Click(); };
-  btnStopTransfer.on.Click = [this] { StopTransfer_Click(); };
-  // The buttons' balloon tips come up on a right button up; any other click removes them.
-  for (kit::Control* c : std::initializer_list<kit::Control*>{&btnLogFile, &btnRefresh,
-                                                              &btnStopTransfer, &btnClose,
-                                                              &cmdDetails, &chkbandwidth}) {
-    c->on.MouseUp = [this, c](const kit::MouseArgs& a) { ui_.Tips().ButtonMouseUp(*c, a.button); };
-  }
-  chkbandwidth.on.Click = [this] { chkbandwidth_Click(); };
-  StartAuto.on.Click = [this] { StartAuto_Click(); };
-  PictSliderKnob1.on.MouseDown = [this](const kit::MouseArgs& a) { PictSliderKnob1_MouseDown(a); };
-  PictSliderKnob1.on.MouseMove = [this](const kit::MouseArgs& a) { PictSliderKnob1_MouseMove(a); };
-  PictSliderKnob1.on.MouseUp = [this](const kit::MouseArgs& a) { PictSliderKnob1_MouseUp(a); };
-
-  Start.on.Click = [this] { Start_Click(); };
-  Stop.on.Click = [this] { Stop_Click(); };
-  Pause.on.Click = [this] { Pause_Click(); };
-  StoptransferMenu.on.Click = [this] { StopTransfer_Click(); };
-  RefreshMenu.on.Click = [this] { Refresh(); };
-  ShutDownMenu.on.Click = [this] { ShutDownMenu_Click(); };
-  mnuViewDetails.on.Click = [this] { mnuViewDetails_Click(); };
-  mnuHideDetails.on.Click = [this] { mnuHideDetails_Click(); };
-  mnuOpenlog.on.Click = [this] { mnuOpenlog_Click(); };
-  mnuClearlog.on.Click = [this] { mnuClearlog_Click(); };
-  LocalHelpMenu.on.Click = [this] { LocalHelpMenu_Click(); };
-  mnusenderrorrpt.on.Click = [this] { SendErrorReport_Click(); };
-  WebsiteMenu.on.Click = [this] { WebsiteMenu_Click(); };
-  AboutMenu.on.Click = [this] { AboutMenu_Click(); };
-
-  mnuOpen.on.Click = [this] { mnuOpen_Click(); };
-  mnuLaunch.on.Click = [this] { mnuLaunch_Click(); };
-  mnuBackupNow.on.Click = [this] { mnuBackupNow_Click(); };
-  mnuChangePassword.on.Click = [this] { mnuChangePassword_Click(); };
-  mnuManSchJob.on.Click = [this] { mnuManSchJob_Click(); };
-  mnuenablesch.on.Click = [this] { mnuenablesch_Click(); };
-  mnustprunjob.on.Click = [this] { StopTransfer_Click(); };
-  WebMang.on.Click = [this] { WebMang_Click(); };
-  mnusenderrorreport.on.Click = [this] { SendErrorReport_Click(); };
-  mnuviewlog.on.Click = [this] { mnuOpenlog_Click(); };
-  mnuShutdown.on.Click = [this] { mnuShutdown_Click(); };
+  using S = frmQVWinService;
+  // The tray light says its state in words too; the knob is moved by the arrows.
+  TrafficLights1.SetRole(kit::Role::Indicator);
+  PictSliderKnob1.SetRole(kit::Role::Slider);
+  kit::Design(*this, ui_)
+      .TabOrder({&pic_Status, &cmdDetails, &StartAuto, &btnRefresh, &btnLogFile, &btnStopTransfer,
+                 &chkbandwidth, &PictSliderKnob1, &lstLog, &Picture1, &btnClose})
+      .Click(pic_Status, &S::pic_Status_Click)
+      .Click(cmdDetails, &S::cmdDetails_Click)
+      .Click(btnClose, &S::btnClose_Click)
+      .Click(Picture1, &S::LocalHelpMenu_Click)
+      .Click(btnRefresh, &S::Refresh)
+      .Click(btnLogFile, &S::mnuOpenlog_Click)
+      .Click(btnStopTransfer, &S::StopTransfer_Click)
+      // The buttons' balloon tips come up on a right button up; any other removes them.
+      .Tips({&btnLogFile, &btnRefresh, &btnStopTransfer, &btnClose, &cmdDetails, &chkbandwidth})
+      .On(chkbandwidth.on.Click, &S::chkbandwidth_Click)
+      .On(StartAuto.on.Click, &S::StartAuto_Click)
+      .On(PictSliderKnob1.on.MouseDown, &S::PictSliderKnob1_MouseDown)
+      .On(PictSliderKnob1.on.MouseMove, &S::PictSliderKnob1_MouseMove)
+      .On(PictSliderKnob1.on.MouseUp, &S::PictSliderKnob1_MouseUp)
+      .KeyWhile(PictSliderKnob1, kit::KeyStroke::Down, {kit::kKeyLeft}, &S::SliderKeyLower)
+      .KeyWhile(PictSliderKnob1, kit::KeyStroke::Down, {kit::kKeyDown}, &S::SliderKeyLower)
+      .KeyWhile(PictSliderKnob1, kit::KeyStroke::Down, {kit::kKeyRight}, &S::SliderKeyHigher)
+      .KeyWhile(PictSliderKnob1, kit::KeyStroke::Down, {kit::kKeyUp}, &S::SliderKeyHigher)
+      .On(Progress.on.Timer, &S::Progress_Timer)
+      // The menu bar.
+      .On(Start.on.Click, &S::Start_Click)
+      .On(Stop.on.Click, &S::Stop_Click)
+      .On(Pause.on.Click, &S::Pause_Click)
+      .On(StoptransferMenu.on.Click, &S::StopTransfer_Click)
+      .On(RefreshMenu.on.Click, &S::Refresh)
+      .On(ShutDownMenu.on.Click, &S::ShutDownMenu_Click)
+      .On(mnuViewDetails.on.Click, &S::mnuViewDetails_Click)
+      .On(mnuHideDetails.on.Click, &S::mnuHideDetails_Click)
+      .On(mnuOpenlog.on.Click, &S::mnuOpenlog_Click)
+      .On(mnuClearlog.on.Click, &S::mnuClearlog_Click)
+      .On(LocalHelpMenu.on.Click, &S::LocalHelpMenu_Click)
+      .On(mnusenderrorrpt.on.Click, &S::SendErrorReport_Click)
+      .On(WebsiteMenu.on.Click, &S::WebsiteMenu_Click)
+      .On(AboutMenu.on.Click, &S::AboutMenu_Click)
+      // The tray's menu.
+      .On(mnuOpen.on.Click, &S::mnuOpen_Click)
+      .On(mnuLaunch.on.Click, &S::mnuLaunch_Click)
+      .On(mnuBackupNow.on.Click, &S::mnuBackupNow_Click)
+      .On(mnuChangePassword.on.Click, &S::mnuChangePassword_Click)
+      .On(mnuManSchJob.on.Click, &S::mnuManSchJob_Click)
+      .On(mnuenablesch.on.Click, &S::mnuenablesch_Click)
+      .On(mnustprunjob.on.Click, &S::StopTransfer_Click)
+      .On(WebMang.on.Click, &S::WebMang_Click)
+      .On(mnusenderrorreport.on.Click, &S::SendErrorReport_Click)
+      .On(mnuviewlog.on.Click, &S::mnuOpenlog_Click)
+      .On(mnuShutdown.on.Click, &S::mnuShutdown_Click);
 }
+// doc:end
+
+void frmQVWinService::btnClose_Click() { Unload(kit::UnloadMode::Code); }
 
 void frmQVWinService::InstallMessageBox() {
   if (app_.Store.ShowMessage) return;

@@ -21,6 +21,7 @@
 #include "monitor/LogView.h"
 #include "monitor/MonitorPictures.h"
 #include "monitor/MonitorScreens.h"
+#include "monitor/ProgramScreens.h"
 #include "monitor/StatusLook.h"
 #include "monitor/TrayIcon.h"
 
@@ -46,7 +47,7 @@ inline constexpr char16_t kDisableAllJobs[] = u"Disable all the Scheduled jobs";
 
 class frmQVWinService : public kit::Form {
  public:
-  // `screens` are the other folders' parts (the defaults when null).
+  // `screens` are the other folders' parts (the program's own when null).
   frmQVWinService(frame::AppState& app, kit::Ui& ui, MonitorScreens* screens = nullptr);
   ~frmQVWinService() override;
 
@@ -76,6 +77,7 @@ class frmQVWinService : public kit::Form {
   // The Status tab routine and the Details tab.
   void pic_Status_Click();
   void cmdDetails_Click();
+  void btnClose_Click();
 
   // ---- Bandwidth -------------------------------------------------------------------
   using SliderPass = monitor::SliderPass;
@@ -85,6 +87,9 @@ class frmQVWinService : public kit::Form {
   void PictSliderKnob1_MouseDown(const kit::MouseArgs& a);
   void PictSliderKnob1_MouseMove(const kit::MouseArgs& a);
   void PictSliderKnob1_MouseUp(const kit::MouseArgs& a);
+  // The arrows on the knob move the limit by one and keep it, as a drag does.
+  void SliderKeyLower();
+  void SliderKeyHigher();
 
   // ---- Web management --------------------------------------------------------------
   void WebManagementAtLoad();
@@ -248,7 +253,7 @@ class frmQVWinService : public kit::Form {
 
   frame::AppState& app_;
   kit::Ui& ui_;
-  MonitorScreens defaultScreens_;
+  std::unique_ptr<ProgramScreens> ownScreens_;  // when the caller gave none
   MonitorScreens* screens_;
   TrayIcon tray_;
   std::function<void(unsigned)> terminate_;

@@ -56,6 +56,7 @@ enum class UiRole : int {
   Pane,
   PushButton,
   Indicator,
+  Slider,
   CheckBox,
   RadioButton,
   Text,

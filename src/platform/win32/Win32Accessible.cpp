@@ -11,6 +11,7 @@ long AccessibleRole(UiRole role) {
     case UiRole::Pane: return ROLE_SYSTEM_PANE;
     case UiRole::PushButton: return ROLE_SYSTEM_PUSHBUTTON;
     case UiRole::Indicator: return ROLE_SYSTEM_INDICATOR;
+    case UiRole::Slider: return ROLE_SYSTEM_SLIDER;
     case UiRole::CheckBox: return ROLE_SYSTEM_CHECKBUTTON;
     case UiRole::RadioButton: return ROLE_SYSTEM_RADIOBUTTON;
     case UiRole::Text: return ROLE_SYSTEM_TEXT;

@@ -781,7 +781,7 @@ void Win32UiHost::PaintHighContrast(ControlRec& c, HDC dc, const RECT& r, bool p
                            side, side);
           }
         }
-      } else if (s.role == UiRole::Indicator) {
+      } else if (s.role == UiRole::Indicator || s.role == UiRole::Slider) {
         // A state told by a colour: a mark in the text colour, and its caption where it fits.
         FillRect(dc, &r, GetSysColorBrush(COLOR_WINDOWTEXT));
         DrawCaption(dc, s.caption, r, GetSysColor(COLOR_WINDOW), DT_CENTER, true);

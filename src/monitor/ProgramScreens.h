@@ -1,0 +1,31 @@
+#pragma once
+// The program's screens behind the monitor window's hooks: the one place that calls
+// the screens of the job, session, notice and account folders, each through its one
+// call with its arguments and result. A screen that is not part of this build yet
+// answers that it opened nothing, and the window says so in the trace.
+#include "frame/AppState.h"
+#include "kit/Ui.h"
+#include "monitor/MonitorScreens.h"
+
+namespace monitor {
+
+class ProgramScreens : public MonitorScreens {
+ public:
+  ProgramScreens(frame::AppState& app, kit::Ui& ui) : app_(app), ui_(ui) {}
+
+  void senddesktopnotify() override;
+  void Dialupdisconnect() override;
+  void CheckMissedBackup() override;
+
+  bool OpenBackupNow() override;
+  bool OpenUpdatePassword() override;
+  bool OpenManageScheduledJobs() override;
+  bool OpenErrorReport() override;
+  bool OpenAbout() override;
+
+ private:
+  frame::AppState& app_;
+  kit::Ui& ui_;
+};
+
+}  // namespace monitor
