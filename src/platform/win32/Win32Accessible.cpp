@@ -43,6 +43,10 @@ Text AccessibleName(const Text& caption) {
 
 namespace {
 
+// The interface's identity by __uuidof: the import library of oleacc.dll carries a
+// symbol of the same name as IID_IAccessible that is not the GUID, and the link
+// order decides which one a program gets.
+
 // The standard client object with the kit's role, name and state on top.
 class KitAccessible final : public IAccessible {
  public:
@@ -51,7 +55,7 @@ class KitAccessible final : public IAccessible {
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** out) override {
     if (out == nullptr) return E_POINTER;
-    if (riid == IID_IUnknown || riid == IID_IDispatch || riid == IID_IAccessible) {
+    if (riid == IID_IUnknown || riid == IID_IDispatch || riid == __uuidof(IAccessible)) {
       *out = static_cast<IAccessible*>(this);
       AddRef();
       return S_OK;
@@ -159,7 +163,7 @@ class KitAccessible final : public IAccessible {
 LRESULT AnswerGetObject(HWND hwnd, WPARAM wp, LPARAM lp, const UiControl& state) {
   if (static_cast<LONG>(lp) != OBJID_CLIENT || state.role == UiRole::None) return 0;
   IAccessible* standard = nullptr;
-  if (FAILED(CreateStdAccessibleObject(hwnd, OBJID_CLIENT, IID_IAccessible,
+  if (FAILED(CreateStdAccessibleObject(hwnd, OBJID_CLIENT, __uuidof(IAccessible),
                                        reinterpret_cast<void**>(&standard))) ||
       standard == nullptr)
     return 0;
@@ -174,7 +178,7 @@ LRESULT AnswerGetObject(HWND hwnd, WPARAM wp, LPARAM lp, const UiControl& state)
                          state.kind == UiKind::DatePicker;
   auto* answer = new KitAccessible(standard, AccessibleRole(state.role),
                                    holdsText ? Text() : AccessibleName(state.caption), flags);
-  const LRESULT result = LresultFromObject(IID_IAccessible, wp, answer);
+  const LRESULT result = LresultFromObject(__uuidof(IAccessible), wp, answer);
   answer->Release();
   return result;
 }

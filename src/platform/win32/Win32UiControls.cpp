@@ -786,11 +786,17 @@ void Win32UiHost::PaintHighContrast(ControlRec& c, HDC dc, const RECT& r, bool p
         FillRect(dc, &r, GetSysColorBrush(COLOR_WINDOWTEXT));
         DrawCaption(dc, s.caption, r, GetSysColor(COLOR_WINDOW), DT_CENTER, true);
       } else if (s.role == UiRole::Graphic && !s.caption.empty()) {
-        // A picture that says something says it in words, in a frame.
+        // A picture that says something says it in words, in a frame; where the words
+        // do not fit, the picture itself is what it says.
         FrameRect(dc, &r, GetSysColorBrush(COLOR_WINDOWTEXT));
         RECT inner = r;
         InflateRect(&inner, -2, -2);
-        DrawCaption(dc, s.caption, inner, GetSysColor(COLOR_WINDOWTEXT), DT_CENTER, false);
+        if (!DrawCaption(dc, s.caption, inner, GetSysColor(COLOR_WINDOWTEXT), DT_CENTER, true) &&
+            !s.pictureKey.empty()) {
+          if (const Bitmap* b = pictures_->Find(s.pictureKey, inner.bottom - inner.top)) {
+            Pictures::Draw(dc, *b, inner.left, inner.top, inner.right - inner.left, inner.bottom - inner.top);
+          }
+        }
       }
       // A picture that only decorates, or holds other controls, is not drawn.
       break;

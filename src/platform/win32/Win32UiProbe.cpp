@@ -26,7 +26,7 @@ std::wstring ClassOf(HWND hwnd) {
 
 void ReadAccessible(HWND hwnd, ProbeState& seen) {
   IAccessible* acc = nullptr;
-  if (FAILED(AccessibleObjectFromWindow(hwnd, OBJID_CLIENT, IID_IAccessible, reinterpret_cast<void**>(&acc))) ||
+  if (FAILED(AccessibleObjectFromWindow(hwnd, OBJID_CLIENT, __uuidof(IAccessible), reinterpret_cast<void**>(&acc))) ||
       acc == nullptr)
     return;
   VARIANT self;

@@ -9,6 +9,7 @@
 #include <sstream>
 
 #include "Driver.h"
+#include "Desktop.h"
 #include "KitSupport.h"
 #include "Process.h"
 
@@ -152,34 +153,7 @@ std::map<std::string, double> ReadLayout(const std::string& output) {
   return values;
 }
 
-// Sets the screen's dots per inch of the programs started from now on, and puts
-// the old value back at the end.
-class ScreenDpi {
- public:
-  explicit ScreenDpi(DWORD dpi) {
-    RegCreateKeyExW(HKEY_CURRENT_USER, L"Control Panel\\Desktop", 0, nullptr, 0, KEY_ALL_ACCESS,
-                    nullptr, &key_, nullptr);
-    DWORD size = sizeof(old_);
-    had_ = RegQueryValueExW(key_, L"LogPixels", nullptr, nullptr, reinterpret_cast<BYTE*>(&old_),
-                            &size) == ERROR_SUCCESS;
-    RegSetValueExW(key_, L"LogPixels", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&dpi), sizeof(dpi));
-  }
-  ~ScreenDpi() {
-    if (had_) {
-      RegSetValueExW(key_, L"LogPixels", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&old_), sizeof(old_));
-    } else {
-      RegDeleteValueW(key_, L"LogPixels");
-    }
-    RegCloseKey(key_);
-  }
-  ScreenDpi(const ScreenDpi&) = delete;
-  ScreenDpi& operator=(const ScreenDpi&) = delete;
-
- private:
-  HKEY key_ = nullptr;
-  DWORD old_ = 0;
-  bool had_ = false;
-};
+using e2e::ScreenDpi;
 
 TEST_F(KitBoxTest, AProgramStartedOnALargerScaleDrawsTheBoxLargerWithTheDesignsTwips) {
   auto measure = [&](std::optional<DWORD> dpi) {
