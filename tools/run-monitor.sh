@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # run-monitor.sh STAGE_DIR SHOT.png [SECONDS] [ARGUMENT]
 # Run inside tools/with-wine.sh: puts the demo data into the program folder (which is
-# the data root), starts the engine when one is staged, then the monitor the way a
-# user's logon does, saves a screenshot once it has shown itself, and waits for it to
-# end (or stops it after SECONDS when that is not 0). ARGUMENT is the monitor's
+# the data root), starts the monitor the way a user's logon does, then the engine when
+# one is staged and the monitor has not started it, saves a screenshot once the
+# monitor has shown itself, and waits for it to end (or stops it after SECONDS when
+# that is not 0). ARGUMENT is the monitor's
 # command-line word ("Min" starts it hidden in the tray).
 set -euo pipefail
 usage="usage: run-monitor.sh STAGE_DIR SHOT.png [SECONDS] [ARGUMENT]"
@@ -27,9 +28,13 @@ transfer=${QV_RUN_TRANSFER:-1}
 [ -f "$stage/QVBackground_955.exe" ] || transfer=0
 QV_DEMO_RUN_NOW=$transfer "$here/make-demo-root.sh" "$stage" ${QV_DEMO_RESET:+--reset}
 
-# The engine beside the monitor. The simulated background engine (tools/engine-sim,
-# staged as QVBackground_955.exe) starts first, as it would at logon, so the monitor
-# finds it running. QV_RUN_ENGINE=0 leaves it out.
+# The engine beside the monitor. It is started after the monitor serves its progress
+# class: an engine that takes the demo job before the class is there finds no monitor
+# at its first call and sends nothing for the whole job, and only a Wine prefix that
+# kept an earlier run's registration would hide that. The monitor's own start starts
+# the background engine when it is down; this starts it only if the monitor did not.
+# QV_RUN_ENGINE=0 leaves it out.
+engineRunning() { pgrep -f 'QVBackground_955\.exe' >/dev/null 2>&1; }
 startEngine() {
   local engine="$stage/QVBackground_955.exe"
   [ "${QV_RUN_ENGINE:-1}" = 1 ] || return 0
@@ -37,10 +42,13 @@ startEngine() {
     echo "run-monitor: no engine staged ($engine); the monitor runs alone"
     return 0
   fi
+  if engineRunning; then
+    echo "run-monitor: QVBackground_955.exe runs (the monitor started it)"
+    return 0
+  fi
   (cd "$stage" && exec "$QV_WINE" "$engine" </dev/null >/dev/null 2>&1) &
   echo "run-monitor: QVBackground_955.exe started"
 }
-startEngine
 
 # The monitor writes one of these when its window is up, shown or hidden.
 started() {
@@ -82,6 +90,9 @@ if ! kill -0 "$pid" 2>/dev/null; then
   exit 1
 fi
 started || echo "run-monitor: no start-up line in $trace after 30 s; taking the picture anyway" >&2
+# The monitor serves its class from here on: the engine may call it.
+for _ in $(seq 30); do engineRunning && break; sleep 0.1; done
+startEngine
 # Let the window and the tray icon paint; with a transfer, let the monitor's tick
 # (every 10 s) draw it first.
 if [ "$transfer" = 1 ] && [ "$argument" != "Min" ]; then sleep 12; else sleep 2; fi
