@@ -65,9 +65,10 @@ build: native windows
 	@bash tools/check-stage.sh $(WIN_DIR)/stage
 
 # Source rules only: seconds, no build.
-check:
+check: deps
 	@perl tools/check-sources.pl .
 	@perl tools/check-doc-quotes.pl .
+	@bash tools/check-format.sh .
 
 test-native: native
 	$(CTEST) --test-dir $(NATIVE_DIR) 2>&1 | tee $(NATIVE_DIR)/ctest.log

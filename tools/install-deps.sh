@@ -8,6 +8,7 @@ packages=(
   g++ cmake ninja-build make perl googletest libbenchmark-dev   # native build
   zlib1g-dev                                                    # qvartwork's PNG files
   clang libclang-rt-14-dev                                      # fuzzing and sanitizers
+  clang-format                                                  # make check
   g++-mingw-w64-x86-64-posix mingw-w64-tools                    # cross build, widl
   wine64 wine64-tools fonts-wine                                # running the Windows programs
   xvfb xdotool x11-apps x11-utils imagemagick                   # display, driving, screenshots

@@ -22,8 +22,8 @@ bool IsEmbeddingCommand(const base::Text& arguments) { return IsSwitch(arguments
 
 void ServeMonitorClass(frame::AppState& app, platform::Win32ComServer& server) {
   if (!server.RegisterServer()) frame::WriteTrace(app, u"Unable to register the IMonitor class.");
-  const bool served = server.RegisterClassObject(
-      [&app] { return std::make_unique<engine::MonitorCallback>(app); });
+  const bool served =
+      server.RegisterClassObject([&app] { return std::make_unique<engine::MonitorCallback>(app); });
   if (!served) frame::WriteTrace(app, u"Unable to serve the IMonitor class.");
 }
 

@@ -52,8 +52,8 @@ int DateTime::DaysInMonth(int y, int m) {
 }
 
 bool DateTime::IsValid(int y, int m, int d, int h, int mi, int s) {
-  return y >= 100 && y <= 9999 && m >= 1 && m <= 12 && d >= 1 && d <= DaysInMonth(y, m) &&
-         h >= 0 && h <= 23 && mi >= 0 && mi <= 59 && s >= 0 && s <= 59;
+  return y >= 100 && y <= 9999 && m >= 1 && m <= 12 && d >= 1 && d <= DaysInMonth(y, m) && h >= 0 &&
+         h <= 23 && mi >= 0 && mi <= 59 && s >= 0 && s <= 59;
 }
 
 std::int64_t DateTime::DayNumber() const { return DaysFromCivil(year, month, day) - kEpochOffset; }

@@ -152,7 +152,9 @@ bool EqualsNoCase(TextView a, TextView b) {
   return true;
 }
 
-bool StartsWith(TextView t, TextView p) { return t.size() >= p.size() && t.substr(0, p.size()) == p; }
+bool StartsWith(TextView t, TextView p) {
+  return t.size() >= p.size() && t.substr(0, p.size()) == p;
+}
 bool EndsWith(TextView t, TextView s) {
   return t.size() >= s.size() && t.substr(t.size() - s.size()) == s;
 }

@@ -30,11 +30,11 @@ bool BackGroundService::IsExeRunning() {
 
 Text BackGroundService::GetServiceStatus() {
   Text word;
-  const bool ok = base::Guarded([&] { word = IsExeRunning() ? u"Running" : u"Stopped"; },
-                                [&](const base::ErrorInfo& e) {
-                                  frame::TraceError(
-                                      app_, u"Unable to read the background exe status, Reason : ", e);
-                                });
+  const bool ok = base::Guarded(
+      [&] { word = IsExeRunning() ? u"Running" : u"Stopped"; },
+      [&](const base::ErrorInfo& e) {
+        frame::TraceError(app_, u"Unable to read the background exe status, Reason : ", e);
+      });
   return ok ? word : Text(u"Unknown");
 }
 

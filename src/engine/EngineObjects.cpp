@@ -29,7 +29,9 @@ void TimerProc(AppState& app) {
         if (app.ServiceEngine) app.ServiceEngine->IsServiceExeRunning(true);
         if (app.BackgroundEngine) app.BackgroundEngine->IsServiceExeRunning(true);
       },
-      [&](const base::ErrorInfo& e) { frame::TraceError(app, u"Error in TimerProc, Reason: ", e); });
+      [&](const base::ErrorInfo& e) {
+        frame::TraceError(app, u"Error in TimerProc, Reason: ", e);
+      });
 }
 
 std::uintptr_t StartDailyTimer(AppState& app) {

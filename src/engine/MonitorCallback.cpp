@@ -29,9 +29,7 @@ Text ExactNumber(double value) {
   return base::FromUtf8(buf);
 }
 
-Text Field(const char16_t* name, const Text& value) {
-  return Text(name) + u"=[" + value + u"]";
-}
+Text Field(const char16_t* name, const Text& value) { return Text(name) + u"=[" + value + u"]"; }
 
 }  // namespace
 
@@ -65,7 +63,9 @@ Text GetProperTime(AppState& app, long lTimeValue) {
         const long long rest = v - s;
         const long long m = (rest % 3600) / 60;
         const long long h = (rest - 60 * m) / 3600;
-        auto part = [](long long x) { return (x < 10 ? Text(u"0") : Text()) + base::FromNumber(x); };
+        auto part = [](long long x) {
+          return (x < 10 ? Text(u"0") : Text()) + base::FromNumber(x);
+        };
         result = part(h) + u":" + part(m) + u":" + part(s);
       },
       [&](const base::ErrorInfo& e) {
@@ -141,11 +141,12 @@ Text ArrivedCallText(const UpdateMonitorArgs& a) {
          Field(u"dTotalFilesize", ExactNumber(a.dTotalFilesize)) + u" " +
          Field(u"dfileBuff", ExactNumber(a.dfileBuff)) + u" " +
          Field(u"dTotalBuffer", ExactNumber(a.dTotalBuffer)) + u" " +
-         Field(u"sTrfRate", a.sTrfRate) + u" " + Field(u"iFileProg", base::FromNumber(a.iFileProg)) +
-         u" " + Field(u"iTotalProg", base::FromNumber(a.iTotalProg)) + u" " +
-         Field(u"StartTime", ExactNumber(a.StartTime)) + u" " + Field(u"timeelapsed", a.timeelapsed) +
-         u" " + Field(u"TimeRemaining", a.TimeRemaining) + u" " +
-         Field(u"engNumber", base::FromNumber(a.engNumber)) + u" " +
+         Field(u"sTrfRate", a.sTrfRate) + u" " +
+         Field(u"iFileProg", base::FromNumber(a.iFileProg)) + u" " +
+         Field(u"iTotalProg", base::FromNumber(a.iTotalProg)) + u" " +
+         Field(u"StartTime", ExactNumber(a.StartTime)) + u" " +
+         Field(u"timeelapsed", a.timeelapsed) + u" " + Field(u"TimeRemaining", a.TimeRemaining) +
+         u" " + Field(u"engNumber", base::FromNumber(a.engNumber)) + u" " +
          Field(u"preCall", base::FromNumber(a.preCall)) + u" " +
          Field(u"sBkStatus", base::FromNumber(a.sBkStatus));
 }
@@ -155,8 +156,9 @@ Text StoredUpdateText(const AppState& app) {
   return u"UpdateMonitor kept: " + Field(u"sFileName", t.sFileName) + u" " +
          Field(u"dFileSize", ExactNumber(t.dFileSize)) + u" " +
          Field(u"dTotalFilesize", ExactNumber(t.dTotalFilesize)) + u" " +
-         Field(u"dTotalBuffer", ExactNumber(t.dTotalBuffer)) + u" " + Field(u"sTrfRate", t.sTrfRate) +
-         u" " + Field(u"iFileProg", base::FromNumber(t.iFileProg)) + u" " +
+         Field(u"dTotalBuffer", ExactNumber(t.dTotalBuffer)) + u" " +
+         Field(u"sTrfRate", t.sTrfRate) + u" " +
+         Field(u"iFileProg", base::FromNumber(t.iFileProg)) + u" " +
          Field(u"iTotalProg", base::FromNumber(t.iTotalProg)) + u" " +
          Field(u"timeelapsed", t.timeelapsed) + u" " + Field(u"TimeRemaining", t.TimeRemaining) +
          u" " + Field(u"engNumber", base::FromNumber(t.engNumber)) + u" " +
@@ -174,15 +176,16 @@ MonitorCallback::MonitorCallback(AppState& app) : app_(app) {
 
 short MonitorCallback::UpdateMonitor(const UpdateMonitorArgs& args) {
   short result = 1;
-  base::IgnoreFailure(
-      [&] {
-        if (traceUpdates_) frame::WriteTrace(app_, ArrivedCallText(args));
-        result = engine::UpdateMonitor(app_, args);
-        if (traceUpdates_) frame::WriteTrace(app_, StoredUpdateText(app_));
-      });
+  base::IgnoreFailure([&] {
+    if (traceUpdates_) frame::WriteTrace(app_, ArrivedCallText(args));
+    result = engine::UpdateMonitor(app_, args);
+    if (traceUpdates_) frame::WriteTrace(app_, StoredUpdateText(app_));
+  });
   return result;
 }
 
-Text MonitorCallback::GetProperTime(long lTimeValue) { return engine::GetProperTime(app_, lTimeValue); }
+Text MonitorCallback::GetProperTime(long lTimeValue) {
+  return engine::GetProperTime(app_, lTimeValue);
+}
 
 }  // namespace engine

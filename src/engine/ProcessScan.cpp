@@ -29,7 +29,8 @@ long ScanSnapshot(AppState& app, const Text& target, bool killIt) {
        more = list.ProcessNext(snapshot, kProcessEntrySize, entry)) {
     if (ProgramTail(entry.exeFile) != target) continue;
     if (killIt) {
-      const platform::OsHandle process = list.OpenProcess(kSnapshotKillAccess, true, entry.processId);
+      const platform::OsHandle process =
+          list.OpenProcess(kSnapshotKillAccess, true, entry.processId);
       if (process != 0) {
         list.TerminateProcess(process, 0);
         list.CloseHandle(process);
@@ -54,7 +55,8 @@ long ScanList(AppState& app, const Text& target, bool killIt, ScanAccess access)
     if (list.EnumProcessIds(byteCount, ids, got)) returned = got;
   }
   const std::size_t count = std::min<std::size_t>(returned / 4, ids.size());
-  const std::uint32_t openAccess = access == ScanAccess::CanKill ? kListKillAccess : kListQueryAccess;
+  const std::uint32_t openAccess =
+      access == ScanAccess::CanKill ? kListKillAccess : kListQueryAccess;
   for (std::size_t i = 0; i < count; ++i) {
     const platform::OsHandle process = list.OpenProcess(openAccess, false, ids[i]);
     if (process == 0) continue;  // other users' and protected processes
@@ -86,7 +88,8 @@ Text ProgramTail(TextView path) {
 long ScanForProgram(AppState& app, const Text& programName, bool killIt, long platformId,
                     ScanAccess access) {
   const Text target = base::ToLower(programName);
-  if (platformId == kPlatformWindows) return ScanSnapshot(app, target, killIt && access == ScanAccess::CanKill);
+  if (platformId == kPlatformWindows)
+    return ScanSnapshot(app, target, killIt && access == ScanAccess::CanKill);
   if (platformId == kPlatformNt) return ScanList(app, target, killIt, access);
   return 0;
 }

@@ -14,11 +14,11 @@ using base::TextView;
 using frame::AppState;
 
 // The values the scan has always passed to the platform.
-inline constexpr std::uint32_t kSnapshotProcesses = 2;       // TH32CS_SNAPPROCESS
+inline constexpr std::uint32_t kSnapshotProcesses = 2;  // TH32CS_SNAPPROCESS
 inline constexpr std::uint32_t kProcessEntrySize = 546;
-inline constexpr std::uint32_t kSnapshotKillAccess = 1025;   // terminate + query information
-inline constexpr std::uint32_t kListKillAccess = 1041;       // terminate + query + read memory
-inline constexpr std::uint32_t kListQueryAccess = 1040;      // query + read memory
+inline constexpr std::uint32_t kSnapshotKillAccess = 1025;  // terminate + query information
+inline constexpr std::uint32_t kListKillAccess = 1041;      // terminate + query + read memory
+inline constexpr std::uint32_t kListQueryAccess = 1040;     // query + read memory
 inline constexpr std::uint32_t kFirstByteCount = 8;
 inline constexpr std::uint32_t kFirstReturnedCount = 96;
 inline constexpr std::uint32_t kModuleTableBytes = 200;

@@ -23,7 +23,8 @@ Text StateWord(AppState& app) { return jobstore::ReadStateLine(app, app.Schedule
 int AskYesNo(AppState& app, const Text& text) {
   if (app.Store.ShowMessage)
     return app.Store.ShowMessage(text, jobstore::kIconQuestion, kButtonsYesNo);
-  if (app.platform.ui) return app.platform.ui->AskYesNo(text, app.AppTitle) ? kAnswerYes : kAnswerNo;
+  if (app.platform.ui)
+    return app.platform.ui->AskYesNo(text, app.AppTitle) ? kAnswerYes : kAnswerNo;
   return kAnswerNo;
 }
 
@@ -125,4 +126,3 @@ void ClearStaleStateWord(AppState& app) {
 }
 
 }  // namespace engine
-

@@ -62,13 +62,12 @@ Text MonitorTraceLine(const Text& stamp, const Text& message, int type) {
 }
 
 void AppendLine(AppState& app, const Text& path, const Text& text) {
-  base::IgnoreFailure(
-      [&] {
-        auto& fs = *app.platform.fs;
-        EnsureCommonFolder(app);
-        if (!fs.FileExists(path)) TextFile::Create(fs, path, false);
-        TextFile::AppendLine(fs, path, base::Trim(text));
-      });
+  base::IgnoreFailure([&] {
+    auto& fs = *app.platform.fs;
+    EnsureCommonFolder(app);
+    if (!fs.FileExists(path)) TextFile::Create(fs, path, false);
+    TextFile::AppendLine(fs, path, base::Trim(text));
+  });
 }
 
 void WriteTrace(AppState& app, const Text& message) {
@@ -82,33 +81,32 @@ void WriteMonitorTrace(AppState& app, const Text& message, int type) {
 }
 
 void WriteActivityLog(AppState& app, const Text& message, int type) {
-  base::IgnoreFailure(
-      [&] {
-        auto& fs = *app.platform.fs;
-        Text line;
-        if (!base::IsBlank(message)) line = ActivityLine(LogStamp(app), message, type);
+  base::IgnoreFailure([&] {
+    auto& fs = *app.platform.fs;
+    Text line;
+    if (!base::IsBlank(message)) line = ActivityLine(LogStamp(app), message, type);
 
-        EnsureCommonFolder(app);
-        Text logsFolder = app.CommonFile(u"logs");
-        Text jobLog = logsFolder + u"\\" + app.CurrentLogName + u".txt";
-        if (!fs.FolderExists(logsFolder)) fs.CreateFolder(logsFolder);
-        if (fs.FolderExists(logsFolder)) AppendLine(app, jobLog, line);
+    EnsureCommonFolder(app);
+    Text logsFolder = app.CommonFile(u"logs");
+    Text jobLog = logsFolder + u"\\" + app.CurrentLogName + u".txt";
+    if (!fs.FolderExists(logsFolder)) fs.CreateFolder(logsFolder);
+    if (fs.FolderExists(logsFolder)) AppendLine(app, jobLog, line);
 
-        if (!app.CurrentSessionFile.empty()) {
-          Text sessionFolder = app.CommonFile(u"Session");
-          if (!fs.FolderExists(sessionFolder)) fs.CreateFolder(sessionFolder);
-          if (fs.FolderExists(sessionFolder) && !app.CurrentSessionFile.empty())
-            AppendLine(app, sessionFolder + u"\\" + app.CurrentSessionFile, line);
-        }
+    if (!app.CurrentSessionFile.empty()) {
+      Text sessionFolder = app.CommonFile(u"Session");
+      if (!fs.FolderExists(sessionFolder)) fs.CreateFolder(sessionFolder);
+      if (fs.FolderExists(sessionFolder) && !app.CurrentSessionFile.empty())
+        AppendLine(app, sessionFolder + u"\\" + app.CurrentSessionFile, line);
+    }
 
-        AppendLine(app, app.ServiceLogPath, line);
+    AppendLine(app, app.ServiceLogPath, line);
 
-        if (base::Right(line, 11) == u"logged out ") {
-          AppendSeparatorBytes(app, app.ServiceLogPath);
-          if (fs.FolderExists(logsFolder) || fs.CreateFolder(logsFolder))
-            AppendSeparatorBytes(app, jobLog);
-        }
-      });
+    if (base::Right(line, 11) == u"logged out ") {
+      AppendSeparatorBytes(app, app.ServiceLogPath);
+      if (fs.FolderExists(logsFolder) || fs.CreateFolder(logsFolder))
+        AppendSeparatorBytes(app, jobLog);
+    }
+  });
 }
 
 Text ErrorLine(const Text& prefix, const base::ErrorInfo& error, const Text& where) {

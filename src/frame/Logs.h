@@ -33,7 +33,8 @@ Text ActivityLine(const Text& stamp, const Text& message, int type);
 Text MonitorTraceLine(const Text& stamp, const Text& message, int type);
 
 // The line of a last-resort handler: prefix, the error's description, then (when
-// given) a blank and the place, e.g. "Error Reason :" ... "in procedure Decrypt of Module modGeneral".
+// given) a blank and the place, e.g. "Error Reason :" ... "in procedure Decrypt of Module
+// modGeneral".
 Text ErrorLine(const Text& prefix, const base::ErrorInfo& error, const Text& where = Text());
 void TraceError(AppState& app, const Text& prefix, const base::ErrorInfo& error,
                 const Text& where = Text());
@@ -43,9 +44,8 @@ void TraceError(AppState& app, const Text& prefix, const base::ErrorInfo& error,
 // writes the line of TraceError. (A failure passed over without a line is
 // base::IgnoreFailure.)
 inline auto TraceFailure(AppState& app, Text prefix, Text where = Text()) {
-  return [&app, prefix = std::move(prefix), where = std::move(where)](const base::ErrorInfo& error) {
-    TraceError(app, prefix, error, where);
-  };
+  return [&app, prefix = std::move(prefix), where = std::move(where)](
+             const base::ErrorInfo& error) { TraceError(app, prefix, error, where); };
 }
 
 }  // namespace frame

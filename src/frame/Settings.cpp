@@ -8,8 +8,8 @@ namespace frame {
 namespace {
 
 constexpr const char16_t* kResolutionKeys[] = {
-    u"MonWidth",      u"MonHeight",      u"MonTop",      u"MonLeft",         u"DefaultMWidth",
-    u"DefaultMHeight", u"DefaultMTop",   u"DefaultMLeft", u"DefaultMCodinate"};
+    u"MonWidth",       u"MonHeight",   u"MonTop",       u"MonLeft",         u"DefaultMWidth",
+    u"DefaultMHeight", u"DefaultMTop", u"DefaultMLeft", u"DefaultMCodinate"};
 
 Text IniPath(AppState& app) { return app.CommonFile(u"qvwin.ini"); }
 
@@ -24,7 +24,8 @@ Text DescribeError(unsigned long code) {
     case 2: return u"The system cannot find the file specified.";
     case 3: return u"The system cannot find the path specified.";
     case 5: return u"Access is denied.";
-    case 32: return u"The process cannot access the file because it is being used by another process.";
+    case 32:
+      return u"The process cannot access the file because it is being used by another process.";
     default: return u"Error " + base::FromNumber(static_cast<long long>(code));
   }
 }
@@ -56,15 +57,14 @@ Text SettingSectionForWrite(AppState& app, const Text& key) {
 
 Text ReadSetting(AppState& app, const Text& key, bool secure) {
   Text result;
-  base::IgnoreFailure(
-      [&] {
-        if (secure) {
-          if (app.secureStore) result = app.secureStore->ReadSecure(key);
-          return;
-        }
-        result = app.platform.profile->GetString(SettingSectionForRead(app, key), key, Text(),
-                                                 kProfileBufferChars, IniPath(app));
-      });
+  base::IgnoreFailure([&] {
+    if (secure) {
+      if (app.secureStore) result = app.secureStore->ReadSecure(key);
+      return;
+    }
+    result = app.platform.profile->GetString(SettingSectionForRead(app, key), key, Text(),
+                                             kProfileBufferChars, IniPath(app));
+  });
   return result;
 }
 
@@ -81,8 +81,8 @@ void WriteSetting(AppState& app, const Text& key, const Text& value, bool secure
         if (!profile.WriteString(SettingSectionForWrite(app, key), NullIfEmpty(key),
                                  NullIfEmpty(value), IniPath(app))) {
           unsigned long code = profile.LastError();
-          WriteTrace(app, base::FromNumber(static_cast<long long>(code)) + u"  " +
-                              DescribeError(code));
+          WriteTrace(app,
+                     base::FromNumber(static_cast<long long>(code)) + u"  " + DescribeError(code));
         }
       },
       [&](const base::ErrorInfo& e) {
@@ -93,34 +93,31 @@ void WriteSetting(AppState& app, const Text& key, const Text& value, bool secure
 Text ReadAccountKey(AppState& app, const Text& section, const Text& key, bool perUser,
                     const Text& user) {
   Text result;
-  base::IgnoreFailure(
-      [&] {
-        Text file;
-        if (!perUser) {
-          file = app.CommonFile(u"QVDetails.ini");
-        } else {
-          Text who = base::Trim(user.empty() ? app.UserName : user);
-          file = app.CommonFile(who + u"\\qvwinserver.ini");
-        }
-        Text value =
-            app.platform.profile->GetString(section, key, Text(), kProfileBufferChars, file);
-        if (!value.empty()) result = value;
-      });
+  base::IgnoreFailure([&] {
+    Text file;
+    if (!perUser) {
+      file = app.CommonFile(u"QVDetails.ini");
+    } else {
+      Text who = base::Trim(user.empty() ? app.UserName : user);
+      file = app.CommonFile(who + u"\\qvwinserver.ini");
+    }
+    Text value = app.platform.profile->GetString(section, key, Text(), kProfileBufferChars, file);
+    if (!value.empty()) result = value;
+  });
   return result;
 }
 
 void WriteAccountKey(AppState& app, const Text& section, const Text& key, const Text& value,
                      const Text& user) {
-  base::IgnoreFailure(
-      [&] {
-        auto& fs = *app.platform.fs;
-        Text who = base::Trim(user.empty() ? app.UserName : user);
-        Text folder = app.CommonFile(who);
-        if (!fs.FolderExists(app.CommonFolder())) fs.CreateFolder(app.CommonFolder());
-        if (!fs.FolderExists(folder)) fs.CreateFolder(folder);
-        app.platform.profile->WriteString(section, NullIfEmpty(key), NullIfEmpty(value),
-                                          folder + u"\\qvwinserver.ini");
-      });
+  base::IgnoreFailure([&] {
+    auto& fs = *app.platform.fs;
+    Text who = base::Trim(user.empty() ? app.UserName : user);
+    Text folder = app.CommonFile(who);
+    if (!fs.FolderExists(app.CommonFolder())) fs.CreateFolder(app.CommonFolder());
+    if (!fs.FolderExists(folder)) fs.CreateFolder(folder);
+    app.platform.profile->WriteString(section, NullIfEmpty(key), NullIfEmpty(value),
+                                      folder + u"\\qvwinserver.ini");
+  });
 }
 
 platform::RegRoot ProfileRoot(AppState& app) {
@@ -130,25 +127,23 @@ platform::RegRoot ProfileRoot(AppState& app) {
 
 int EngineIsService(AppState& app) {
   int answer = 0;
-  base::IgnoreFailure(
-      [&] {
-        Text type = base::Trim(ReadAccountKey(app, u"Corvane", u"Type", false));
-        if (type.empty()) {
-          auto value = app.platform.registry->ReadString(platform::RegRoot::LocalMachine,
-                                                         u"Software\\QVWin", u"Type", 2048);
-          type = value ? base::CutAtNul(*value) : Text();
-        }
-        answer = base::ToLower(base::Trim(type)) == u"service" ? 1 : 0;
-      });
+  base::IgnoreFailure([&] {
+    Text type = base::Trim(ReadAccountKey(app, u"Corvane", u"Type", false));
+    if (type.empty()) {
+      auto value = app.platform.registry->ReadString(platform::RegRoot::LocalMachine,
+                                                     u"Software\\QVWin", u"Type", 2048);
+      type = value ? base::CutAtNul(*value) : Text();
+    }
+    answer = base::ToLower(base::Trim(type)) == u"service" ? 1 : 0;
+  });
   return answer;
 }
 
 void AddToRun(AppState& app) {
-  base::IgnoreFailure(
-      [&] {
-        app.platform.registry->WriteString(ProfileRoot(app), kRunKey, kRunValue,
-                                           app.ProgramFolder + u"\\QVMonitor.exe Min", 0x20006);
-      });
+  base::IgnoreFailure([&] {
+    app.platform.registry->WriteString(ProfileRoot(app), kRunKey, kRunValue,
+                                       app.ProgramFolder + u"\\QVMonitor.exe Min", 0x20006);
+  });
 }
 
 void RemoveFromRun(AppState& app) {
@@ -158,11 +153,10 @@ void RemoveFromRun(AppState& app) {
 
 int IsInRun(AppState& app) {
   int answer = 0;
-  base::IgnoreFailure(
-      [&] {
-        auto value = app.platform.registry->ReadString(ProfileRoot(app), kRunKey, kRunValue, 2048);
-        if (value && !base::Trim(base::CutAtNul(*value)).empty()) answer = 1;
-      });
+  base::IgnoreFailure([&] {
+    auto value = app.platform.registry->ReadString(ProfileRoot(app), kRunKey, kRunValue, 2048);
+    if (value && !base::Trim(base::CutAtNul(*value)).empty()) answer = 1;
+  });
   return answer;
 }
 

@@ -14,21 +14,21 @@ inline constexpr char16_t kInstanceMutexName[] = u"Global\\QVWinMonitor";
 class IStartupSteps {
  public:
   virtual ~IStartupSteps() = default;
-  virtual void CreateEngines(AppState& app) = 0;          // step 6
-  virtual void LoadMonitorWindow(AppState& app) = 0;      // step 9 (the window's load steps)
+  virtual void CreateEngines(AppState& app) = 0;      // step 6
+  virtual void LoadMonitorWindow(AppState& app) = 0;  // step 9 (the window's load steps)
   // Step 11, in twips, applied in the order width, height, top, left; a value that
   // did not convert to a number is passed over on its own.
   virtual void ApplyGeometry(AppState& app, std::optional<long> width, std::optional<long> height,
                              std::optional<long> top, std::optional<long> left) = 0;
-  virtual void HideFromTaskBar(AppState& app) = 0;        // step 12
-  virtual void ShowFromTaskBar(AppState& app) = 0;        // step 13
-  virtual void ShowLogInWindow(AppState& app) = 0;        // step 14
+  virtual void HideFromTaskBar(AppState& app) = 0;  // step 12
+  virtual void ShowFromTaskBar(AppState& app) = 0;  // step 13
+  virtual void ShowLogInWindow(AppState& app) = 0;  // step 14
 };
 
 enum class MainResult {
-  Run,                 // the window is loaded: run the message loop
-  NoWritePermission,   // ended silently at step 3
-  AlreadyRunning,      // ended silently at step 5
+  Run,                // the window is loaded: run the message loop
+  NoWritePermission,  // ended silently at step 3
+  AlreadyRunning,     // ended silently at step 5
 };
 
 Text SettleDataRoot(AppState& app);  // sets and returns DataRoot

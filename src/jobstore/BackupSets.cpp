@@ -83,9 +83,9 @@ BackupNowOutcome DB_ReadBackdata(AppState& app) {
           store.LstBackupSet.SelectedRow = 1;
           outcome = BackupNowOutcome::Show;
         } else {
-          ShowMessage(app, u"Create a Backup set using the " + app.AppTitle +
-                               u" application for backup.",
-                      kIconInformation);
+          ShowMessage(
+              app, u"Create a Backup set using the " + app.AppTitle + u" application for backup.",
+              kIconInformation);
         }
       },
       [&](const base::ErrorInfo& e) {
@@ -172,7 +172,8 @@ void Sch_LoadMailidList(AppState& app, std::vector<Text>* lstMailAdd) {
           if (base::IsBlank(address)) continue;
           // The schedule editor has no address list: its first row ends the load here,
           // after the collection is filled, which is all that screen uses.
-          if (!lstMailAdd) throw base::Failure(438, "Object doesn't support this property or method");
+          if (!lstMailAdd)
+            throw base::Failure(438, "Object doesn't support this property or method");
           lstMailAdd->push_back(address);
         }
       },

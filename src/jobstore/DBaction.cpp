@@ -28,9 +28,13 @@ void TraceMonitorError(AppState& app, const base::ErrorInfo& error, const Text& 
                     u"in procedure " + procedure + u" " + kModule);
 }
 
-const char16_t* const kFrequencyNames[] = {
-    u"Once",    u"Hourly", u"Daily", u"Weekly", u"Monthly", u"Weekdays (Mon - Fri)",
-    u"WeekEnd (Sun & Sat)"};
+const char16_t* const kFrequencyNames[] = {u"Once",
+                                           u"Hourly",
+                                           u"Daily",
+                                           u"Weekly",
+                                           u"Monthly",
+                                           u"Weekdays (Mon - Fri)",
+                                           u"WeekEnd (Sun & Sat)"};
 
 }  // namespace
 
@@ -123,11 +127,26 @@ ParsedLine ParseScheduleLine(TextView line, const DateRule& dateRule) {
 }
 
 Text BuildScheduleLine(const ScheduleRecord& r) {
-  const Text fields[kFieldCount] = {
-      r.RecordNo,      r.BackupSetName, r.NextRun,     r.CreatedOn,  r.Destination,
-      r.FrequencyIndex, r.JobKind,      r.Compression, r.MailAddresses, r.Reserved10,
-      r.Reserved11,    r.Reserved12,    r.Encryption,  r.Reserved14, r.MailMode,
-      r.SortKey,       EncodeField(r.UserName), u"1", r.EngineFlag,  r.Days};
+  const Text fields[kFieldCount] = {r.RecordNo,
+                                    r.BackupSetName,
+                                    r.NextRun,
+                                    r.CreatedOn,
+                                    r.Destination,
+                                    r.FrequencyIndex,
+                                    r.JobKind,
+                                    r.Compression,
+                                    r.MailAddresses,
+                                    r.Reserved10,
+                                    r.Reserved11,
+                                    r.Reserved12,
+                                    r.Encryption,
+                                    r.Reserved14,
+                                    r.MailMode,
+                                    r.SortKey,
+                                    EncodeField(r.UserName),
+                                    u"1",
+                                    r.EngineFlag,
+                                    r.Days};
   Text line;
   for (size_t i = 0; i < kFieldCount; ++i) {
     if (i) line += kSeparator;

@@ -49,9 +49,8 @@ int To24(int hour, bool pm) {
 std::function<double()> RandomSource(AppState& app, const ScheduleChoice& choice) {
   if (choice.random) return choice.random;
   auto* clock = app.platform.clock;
-  std::uint64_t seed = clock ? clock->TickMs() ^ static_cast<std::uint64_t>(
-                                                     clock->Now().SecondsSinceEpoch())
-                             : 0;
+  std::uint64_t seed =
+      clock ? clock->TickMs() ^ static_cast<std::uint64_t>(clock->Now().SecondsSinceEpoch()) : 0;
   auto engine = std::make_shared<std::mt19937_64>(seed);
   return [engine] { return std::uniform_real_distribution<double>(0.0, 1.0)(*engine); };
 }
@@ -172,8 +171,8 @@ Text getcheckboxdate(AppState& app, const ScheduleChoice& choice, bool bZeroHour
 
 Text Sch_Build_Date(AppState& app, ScheduleChoice& choice) {
   const LocaleFormats locale = LocaleOf(app);
-  frame::WriteTrace(app, u"Enter Sch_Build_Date " +
-                             FormatDate(choice.DTPicker, kFileDatePattern, locale));
+  frame::WriteTrace(
+      app, u"Enter Sch_Build_Date " + FormatDate(choice.DTPicker, kFileDatePattern, locale));
   const base::DateTime now = app.platform.clock->Now();
   if (choice.bImmediate) choice.DTPicker = At(choice.DTPicker, now.hour, now.minute, now.second);
   const Text time = FormatDate(choice.DTPicker, u"H:mm:ss", locale);
@@ -235,9 +234,10 @@ Text DayNamesFromDays(const Text& days) {
 }
 
 Text GetScheduledForDay(const Text& digit) {
-  static const char16_t* const kMondayFirst[] = {u"Monday", u"Tuesday", u"Wednesday", u"Thursday",
+  static const char16_t* const kMondayFirst[] = {u"Monday", u"Tuesday",  u"Wednesday", u"Thursday",
                                                  u"Friday", u"Saturday", u"Sunday"};
-  if (digit.size() == 1 && digit[0] >= u'1' && digit[0] <= u'7') return kMondayFirst[digit[0] - u'1'];
+  if (digit.size() == 1 && digit[0] >= u'1' && digit[0] <= u'7')
+    return kMondayFirst[digit[0] - u'1'];
   return Text();
 }
 
@@ -251,7 +251,8 @@ Timing PlanTiming(AppState& app, ScheduleChoice& choice) {
     t.NextRun = Sch_Build_Date(app, choice);
     t.Days = base::Replace(GetDayChkBoxCaption(choice), u",", u"");
     Text unused;
-    t.FrequencyIndex = base::FromNumber(GetFrequencyIndex(GetFrequencyFromDays(t.Days, t.NextRun, unused)));
+    t.FrequencyIndex =
+        base::FromNumber(GetFrequencyIndex(GetFrequencyFromDays(t.Days, t.NextRun, unused)));
   }
   t.SortKey = Sch_SortBuildDate(app, t.NextRun);
   return t;

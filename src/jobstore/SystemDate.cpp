@@ -8,9 +8,7 @@ namespace {
 
 bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
 
-Text Number(int value, size_t width) {
-  return base::PadLeft(base::FromNumber(value), width, u'0');
-}
+Text Number(int value, size_t width) { return base::PadLeft(base::FromNumber(value), width, u'0'); }
 
 // How many times `c` repeats from `i` on.
 size_t RunOf(TextView text, size_t i, char16_t c) {
@@ -215,7 +213,8 @@ std::optional<base::DateTime> ParseSystemDate(TextView text, const LocaleFormats
   // A trailing AM or PM turns a twelve-hour time into the day's hour.
   int half = 0;  // 0 none, 1 AM, 2 PM
   const TextView last = chunks[count - 1];
-  if (base::EqualsNoCase(last, u"AM") || (!locale.am.empty() && base::EqualsNoCase(last, locale.am)))
+  if (base::EqualsNoCase(last, u"AM") ||
+      (!locale.am.empty() && base::EqualsNoCase(last, locale.am)))
     half = 1;
   else if (base::EqualsNoCase(last, u"PM") ||
            (!locale.pm.empty() && base::EqualsNoCase(last, locale.pm)))

@@ -49,9 +49,11 @@ const char* RoleName(Role role) {
 Parent::Parent(Form& f) : form(&f) {}
 Parent::Parent(Control& c) : form(&c.Owner()), container(&c) {}
 
-Control::Control(Parent parent, ControlKind kind, Text name, int index, Layout layout,
-                 Text caption)
-    : kind_(kind), name_(std::move(name)), index_(index), form_(parent.form),
+Control::Control(Parent parent, ControlKind kind, Text name, int index, Layout layout, Text caption)
+    : kind_(kind),
+      name_(std::move(name)),
+      index_(index),
+      form_(parent.form),
       container_(parent.container) {
   common_.layout = layout;
   common_.caption = std::move(caption);
@@ -231,9 +233,7 @@ bool Control::AcceptsInput() const {
   return form_->Enabled() && form_->IsLoaded();
 }
 
-void Control::ReportFailure(const base::ErrorInfo& error) noexcept {
-  form_->Fail(*this, error);
-}
+void Control::ReportFailure(const base::ErrorInfo& error) noexcept { form_->Fail(*this, error); }
 
 void Control::RaiseClick() {
   if (AcceptsInput()) Invoke(on.Click);
@@ -274,8 +274,8 @@ void Control::RestoreDesign() {
   bool layoutChanged = !(before == design_.layout);
   common_ = design_;
   ++revision_;
-  form_->Notify(*this, Aspect::Layout | Aspect::Caption | Aspect::Visible | Aspect::Enabled |
-                           Aspect::Style);
+  form_->Notify(
+      *this, Aspect::Layout | Aspect::Caption | Aspect::Visible | Aspect::Enabled | Aspect::Style);
   if (layoutChanged && kind_ != ControlKind::Form) OnLayoutChanged(before);
 }
 

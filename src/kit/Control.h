@@ -55,36 +55,36 @@ const char* KindName(ControlKind kind);
 // is static text, a list a list); a picture the user clicks to act is a push button,
 // which also makes it a stop of the tab order.
 enum class Role : int {
-  None,         // not seen: timers, menus, image lists
-  StaticText,   // labels
-  Graphic,      // pictures that only show something
-  Pane,         // pictures that hold other controls
-  PushButton,   // skinned buttons and pictures that act
-  Indicator,    // a picture whose colour says a state (a status light)
-  Slider,       // a picture the user moves to set a value (the bandwidth knob)
+  None,        // not seen: timers, menus, image lists
+  StaticText,  // labels
+  Graphic,     // pictures that only show something
+  Pane,        // pictures that hold other controls
+  PushButton,  // skinned buttons and pictures that act
+  Indicator,   // a picture whose colour says a state (a status light)
+  Slider,      // a picture the user moves to set a value (the bandwidth knob)
   CheckBox,
   RadioButton,
-  Text,         // text boxes
+  Text,  // text boxes
   List,
   ProgressBar,
   DatePicker,
   ComboBox,
-  Window,       // the form
+  Window,  // the form
 };
 const char* RoleName(Role role);
 
 // What changed, so that a renderer can update only that part of a real window.
 enum class Aspect : std::uint32_t {
   Layout = 1u << 0,
-  Caption = 1u << 1,   // caption, text, tooltip text
+  Caption = 1u << 1,  // caption, text, tooltip text
   Visible = 1u << 2,
   Enabled = 1u << 3,
-  Value = 1u << 4,     // check state, option value, progress, date, timer interval
-  Picture = 1u << 5,   // picture key, skin state, icon
-  Items = 1u << 6,     // list columns and rows, menu children, image list entries
-  Style = 1u << 7,     // colours, font, flags such as word wrap or borderless
+  Value = 1u << 4,    // check state, option value, progress, date, timer interval
+  Picture = 1u << 5,  // picture key, skin state, icon
+  Items = 1u << 6,    // list columns and rows, menu children, image list entries
+  Style = 1u << 7,    // colours, font, flags such as word wrap or borderless
   Focus = 1u << 8,
-  Lifecycle = 1u << 9, // form loaded, unloaded, shown, hidden
+  Lifecycle = 1u << 9,  // form loaded, unloaded, shown, hidden
 };
 constexpr Aspect operator|(Aspect a, Aspect b) {
   return static_cast<Aspect>(static_cast<std::uint32_t>(a) | static_cast<std::uint32_t>(b));
@@ -162,8 +162,7 @@ struct Parent {
 
 class Control {
  public:
-  Control(Parent parent, ControlKind kind, Text name, int index, Layout layout,
-          Text caption = {});
+  Control(Parent parent, ControlKind kind, Text name, int index, Layout layout, Text caption = {});
   virtual ~Control();
   Control(const Control&) = delete;
   Control& operator=(const Control&) = delete;

@@ -35,8 +35,8 @@ namespace kit {
 
 // Which mouse buttons press a control when they come up on it.
 enum class PressButtons {
-  Left,          // the left button only
-  AllButRight,   // any button but the right one, whose release shows the tip
+  Left,         // the left button only
+  AllButRight,  // any button but the right one, whose release shows the tip
 };
 
 template <class F>
@@ -175,8 +175,8 @@ class Design {
     auto up = [plan, ui](Control& source, const MouseArgs& a) {
       if (plan->tip) ui->Tips().ButtonMouseUp(source, a.button);
       if (!plan->press) return;
-      const bool presses = plan->buttons == PressButtons::Left ? a.button == kLeftButton
-                                                               : a.button != kRightButton;
+      const bool presses =
+          plan->buttons == PressButtons::Left ? a.button == kLeftButton : a.button != kRightButton;
       if (presses) plan->press();
     };
     control.on.MouseUp = [up, c = &control](const MouseArgs& a) { up(*c, a); };

@@ -218,12 +218,13 @@ bool Form::FocusNext(bool backward) {
   if (at < 0 && activeControl_ != nullptr && activeControl_->Kind() == ControlKind::OptionButton) {
     for (int i = 0; i < n; ++i) {
       const Control* c = order[static_cast<std::size_t>(i)];
-      if (c->Kind() == ControlKind::OptionButton && c->Container() == activeControl_->Container()) at = i;
+      if (c->Kind() == ControlKind::OptionButton && c->Container() == activeControl_->Container())
+        at = i;
     }
   }
   for (int step = 1; step <= n; ++step) {
-    int i = at < 0 ? (backward ? n - step : step - 1)
-                   : ((at + (backward ? -step : step)) % n + n) % n;
+    int i =
+        at < 0 ? (backward ? n - step : step - 1) : ((at + (backward ? -step : step)) % n + n) % n;
     Control* c = order[static_cast<std::size_t>(i)];
     if (c->CanFocus()) {
       SetActiveControl(c);
@@ -241,14 +242,16 @@ void Form::Navigate(KeyArgs& args) {
     return;
   }
   Control* active = activeControl_;
-  if (active == nullptr || active->Kind() != ControlKind::OptionButton || !active->AcceptsInput()) return;
+  if (active == nullptr || active->Kind() != ControlKind::OptionButton || !active->AcceptsInput())
+    return;
   const bool back = args.keyCode == kKeyLeft || args.keyCode == kKeyUp;
   const bool ahead = args.keyCode == kKeyRight || args.keyCode == kKeyDown;
   if (!back && !ahead) return;
   // The arrows go round the group in the order of the form, and choose as they go.
   std::vector<Control*> group;
   for (Control* c : controls_) {
-    if (c->Kind() == ControlKind::OptionButton && c->Container() == active->Container()) group.push_back(c);
+    if (c->Kind() == ControlKind::OptionButton && c->Container() == active->Container())
+      group.push_back(c);
   }
   const int n = static_cast<int>(group.size());
   const int at = static_cast<int>(std::find(group.begin(), group.end(), active) - group.begin());

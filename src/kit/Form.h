@@ -25,7 +25,12 @@ enum class MousePointer : int { Default = 0, Hourglass = 11 };
 
 // Where a window first appears, in the platform's numbers: where its layout says, or
 // centred (the renderer knows the screen).
-enum class StartUpPosition : int { Manual = 0, CenterOwner = 1, CenterScreen = 2, WindowsDefault = 3 };
+enum class StartUpPosition : int {
+  Manual = 0,
+  CenterOwner = 1,
+  CenterScreen = 2,
+  WindowsDefault = 3
+};
 
 // The outline a renderer gives the window, in pixels: a rectangle with rounded
 // corners of the given ellipse (CreateRoundRectRgn's arguments).

@@ -98,7 +98,8 @@ platform::UiWindow FormHost::Describe(const Form& form) {
   w.iconPath = form.IconPath();
   if (form.Region()) {
     const RoundRegion& r = *form.Region();
-    w.region = platform::UiRegion{r.left, r.top, r.right, r.bottom, r.ellipseWidth, r.ellipseHeight};
+    w.region =
+        platform::UiRegion{r.left, r.top, r.right, r.bottom, r.ellipseWidth, r.ellipseHeight};
   }
   w.pointer = static_cast<platform::UiPointer>(static_cast<int>(form.Pointer()));
   w.centerOnShow = form.StartUp() == StartUpPosition::CenterOwner ||
@@ -281,7 +282,8 @@ void FormHost::Detach(Form& form) {
 void FormHost::Forget(Tracked& t) {
   // The form is being destroyed: its window and timers go, and nothing of the form
   // may be touched any more.
-  auto it = std::find_if(tracked_.begin(), tracked_.end(), [&](const auto& p) { return p.get() == &t; });
+  auto it =
+      std::find_if(tracked_.begin(), tracked_.end(), [&](const auto& p) { return p.get() == &t; });
   if (it == tracked_.end()) return;
   TearDown(t);
   for (auto& [timer, running] : t.timers) host_.StopTimer(running.id);
@@ -313,7 +315,8 @@ void FormHost::Build(Tracked& t) {
     t.handles[c] = h;
     t.controls[h] = c;
   }
-  if (form.ActiveControl() != nullptr) host_.FocusControl(t.window, HandleOf(*form.ActiveControl()));
+  if (form.ActiveControl() != nullptr)
+    host_.FocusControl(t.window, HandleOf(*form.ActiveControl()));
   if (show) host_.UpdateForm(t.window, Describe(form), UiChange::Visible);
 }
 
@@ -515,7 +518,8 @@ void FormHost::OnList(UiHandle window, UiHandle control, const platform::UiListE
 void FormHost::OnSelect(UiHandle window, UiHandle control, int index) {
   Tracked* t = FindWindow(window);
   Control* c = t == nullptr ? nullptr : ControlOf(*t, control);
-  if (c != nullptr && c->Kind() == ControlKind::ComboBox) static_cast<ComboBox*>(c)->UserSelect(index);
+  if (c != nullptr && c->Kind() == ControlKind::ComboBox)
+    static_cast<ComboBox*>(c)->UserSelect(index);
 }
 
 void FormHost::OnFocus(UiHandle window, UiHandle control) {

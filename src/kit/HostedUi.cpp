@@ -46,8 +46,7 @@ void HostTipBackend::ShowPlain(const Text& text) { host_.ShowPlainTip(text); }
 
 void HostTipBackend::DestroyPlain() { host_.HidePlainTip(); }
 
-HostedUi::HostedUi(platform::IUiHost& host)
-    : detail::HostedUiParts(host), Ui(&tips), host_(host) {}
+HostedUi::HostedUi(platform::IUiHost& host) : detail::HostedUiParts(host), Ui(&tips), host_(host) {}
 
 HostedUi::~HostedUi() {
   // The message box belongs to the Ui base, which goes after the parts: let go of

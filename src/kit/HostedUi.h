@@ -42,8 +42,7 @@ class HostTipBackend : public TipBackend {
 namespace detail {
 // Built before the Ui base, which keeps a pointer to the tip backend.
 struct HostedUiParts {
-  explicit HostedUiParts(platform::IUiHost& host)
-      : forms(host), tips(host, forms), measure(host) {}
+  explicit HostedUiParts(platform::IUiHost& host) : forms(host), tips(host, forms), measure(host) {}
   FormHost forms;
   HostTipBackend tips;
   HostTextMeasure measure;

@@ -39,12 +39,18 @@ char16_t MnemonicOf(TextView caption) {
 
 int ResultForLetter(char16_t letter) {
   switch (letter) {
-    case u'o': case u'O': return kResultOk;
-    case u'c': case u'C': return kResultCancel;
-    case u'y': case u'Y': return kResultYes;
-    case u'n': case u'N': return kResultNo;
-    case u'r': case u'R': return kResultRetry;
-    case u'i': case u'I': return kResultIgnore;
+    case u'o':
+    case u'O': return kResultOk;
+    case u'c':
+    case u'C': return kResultCancel;
+    case u'y':
+    case u'Y': return kResultYes;
+    case u'n':
+    case u'N': return kResultNo;
+    case u'r':
+    case u'R': return kResultRetry;
+    case u'i':
+    case u'I': return kResultIgnore;
     default: return -1;
   }
 }
@@ -57,13 +63,13 @@ MesgBox::MesgBox()
       MsgClose(*this, u"MsgClose", {kDesignWidth - 500, 10, 180, 180}, u"qv_small_close"),
       // The icon stands a little below the strip and clear of the text beside it.
       picIcon(*this, u"picIcon",
-              {{60, 260, 480, 480}, {60, 260, 480, 480}, {60, 260, 480, 480},
-               {60, 260, 480, 480}}),
+              {{60, 260, 480, 480}, {60, 260, 480, 480}, {60, 260, 480, 480}, {60, 260, 480, 480}}),
       lblText(*this, u"lblText", {600, 1000, 4200, 195}),
       lblSmallText(*this, u"lblSmallText", {600, 200, 3000, 195}),
       picBtnContainer(*this, u"picBtnContainer", {50, 1000, kDesignWidth - 100, 495}),
       cmdButton(picBtnContainer, u"cmdButton",
-                {{0, 75, kButtonWidth, kButtonHeight}, {0, 75, kButtonWidth, kButtonHeight},
+                {{0, 75, kButtonWidth, kButtonHeight},
+                 {0, 75, kButtonWidth, kButtonHeight},
                  {0, 75, kButtonWidth, kButtonHeight}}),
       Picture2(*this, u"Picture2", {kDesignWidth - 469, kDesignHeight - 120, 469, 120}) {
   SetKeyPreview(true);
@@ -76,8 +82,8 @@ MesgBox::MesgBox()
   AppCaption.SetFontBold(true);
   MsgClose.SetToolTipText(u"Close");
 
-  static const char16_t* const kIconKeys[] = {u"qv_msg_info", u"qv_msg_question",
-                                              u"qv_msg_cross", u"qv_msg_warn"};
+  static const char16_t* const kIconKeys[] = {u"qv_msg_info", u"qv_msg_question", u"qv_msg_cross",
+                                              u"qv_msg_warn"};
   for (int i = 0; i < picIcon.Count(); ++i) {
     picIcon(i).SetPictureKey(kIconKeys[i]);
     picIcon(i).SetVisible(false);
@@ -113,7 +119,8 @@ MesgBox::MesgBox()
     AddKey({KeyStroke::Down, kEnter, &cmdButton(i), nullptr,
             [this, i] { PressKey(MnemonicOf(cmdButton(i).Lbl().Caption())); }});
   }
-  AddKey({KeyStroke::Down, kEnter, &MsgClose, nullptr, [this] { MsgClose_MouseUp({kLeftButton}); }});
+  AddKey(
+      {KeyStroke::Down, kEnter, &MsgClose, nullptr, [this] { MsgClose_MouseUp({kLeftButton}); }});
   // doc:end
   lblCapbar.on.MouseDown = [this](const MouseArgs& a) { DragStrip_MouseDown(a); };
   Picture1.on.MouseDown = lblCapbar.on.MouseDown;
@@ -137,28 +144,26 @@ int MesgBox::ShowMessage(Ui& ui, const Text& text, int icon, int buttons, const 
   if (IsLoaded()) Unload(UnloadMode::Code);
   Load();
 
-  base::IgnoreFailure(
-      [&] {
-        buttonCount_ = -1;
-        SetMessage(text);
-        AppCaption.SetCaption(title);
-        SetCaption(title);
-        SetUpButtons(buttons);
-        // The focus starts on the button Enter stands for, so that what Enter does
-        // is what the focus shows.
-        for (int i = 0; i < buttonCount_ && i < cmdButton.Count(); ++i) {
-          if (!defaultKey_.empty() && MnemonicOf(cmdButton(i).Lbl().Caption()) == defaultKey_[0])
-            cmdButton(i).SetFocus();
-        }
-      });
+  base::IgnoreFailure([&] {
+    buttonCount_ = -1;
+    SetMessage(text);
+    AppCaption.SetCaption(title);
+    SetCaption(title);
+    SetUpButtons(buttons);
+    // The focus starts on the button Enter stands for, so that what Enter does
+    // is what the focus shows.
+    for (int i = 0; i < buttonCount_ && i < cmdButton.Count(); ++i) {
+      if (!defaultKey_.empty() && MnemonicOf(cmdButton(i).Lbl().Caption()) == defaultKey_[0])
+        cmdButton(i).SetFocus();
+    }
+  });
   // A picture that fails leaves the box without icon, and the text where it was.
-  base::IgnoreFailure(
-      [&] {
-        Picture& shown = picIcon(icon);
-        shown.SetVisible(true);
-        lblText.SetLeft(shown.Width() + 120);
-        lblSmallText.SetLeft(shown.Width() + 120);
-      });
+  base::IgnoreFailure([&] {
+    Picture& shown = picIcon(icon);
+    shown.SetVisible(true);
+    lblText.SetLeft(shown.Width() + 120);
+    lblSmallText.SetLeft(shown.Width() + 120);
+  });
   base::IgnoreFailure([&] { ResizeMsgbox(); });
 
   struct Showing {
@@ -275,8 +280,7 @@ void MesgBox::SetUpButtons(int buttons) {
       defaultKey_ = u"o";
       buttonCount_ = 3;
       break;
-    default:
-      break;
+    default: break;
   }
 }
 

@@ -96,9 +96,7 @@ void ScriptedUi::Apply(MesgBox& box, const Answer& answer) {
       box.DeliverKeyDown(args);
       break;
     }
-    case Answer::Kind::Close:
-      box.MsgClose.RaiseMouseUp({kLeftButton, 0, 0, 0});
-      break;
+    case Answer::Kind::Close: box.MsgClose.RaiseMouseUp({kLeftButton, 0, 0, 0}); break;
     case Answer::Kind::Tab:
     case Answer::Kind::Space: {
       const int key = answer.kind == Answer::Kind::Tab ? kKeyTab : kKeySpace;

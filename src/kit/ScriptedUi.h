@@ -17,8 +17,8 @@ class ScriptedUi : public Ui {
   struct Answer {
     enum class Kind { Button, AltKey, Enter, Close, Tab, Space };
     Kind kind = Kind::Close;
-    int button = 0;      // Button: left button up on cmdButton(button)
-    char16_t key = 0;    // AltKey: the letter, either case
+    int button = 0;    // Button: left button up on cmdButton(button)
+    char16_t key = 0;  // AltKey: the letter, either case
 
     static Answer Press(int index) { return {Kind::Button, index, 0}; }
     static Answer Alt(char16_t letter) { return {Kind::AltKey, 0, letter}; }
@@ -39,8 +39,8 @@ class ScriptedUi : public Ui {
     int icon = 0;
     int buttons = 0;
     Text title;
-    int result = 0;     // what MessageBox returned
-    int inputs = 0;     // answers used on this box
+    int result = 0;           // what MessageBox returned
+    int inputs = 0;           // answers used on this box
     bool unanswered = false;  // the queue ran dry: it was closed with MsgClose
   };
 

@@ -72,8 +72,8 @@ TextSize EstimatedTextMeasure::Measure(TextView text, double fontSize, bool bold
 void AutoSize(Label& label, const TextMeasure& measure) {
   if (!label.AutoSize()) return;
   if (label.WordWrap()) {
-    TextSize size = measure.Measure(label.Caption(), label.FontSize(), label.FontBold(),
-                                    label.Width());
+    TextSize size =
+        measure.Measure(label.Caption(), label.FontSize(), label.FontBold(), label.Width());
     label.SetHeight(size.height);
   } else {
     TextSize size = measure.Measure(label.Caption(), label.FontSize(), label.FontBold(), 0);

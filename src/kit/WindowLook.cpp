@@ -104,9 +104,7 @@ void PlaceBottomRight(Form& form, const WorkArea& area) {
 
 // ---- Scaling ------------------------------------------------------------------
 
-double DotsPerInch(int twipsPerPixel) {
-  return twipsPerPixel > 0 ? 1440.0 / twipsPerPixel : 96.0;
-}
+double DotsPerInch(int twipsPerPixel) { return twipsPerPixel > 0 ? 1440.0 / twipsPerPixel : 96.0; }
 
 namespace {
 

@@ -57,8 +57,8 @@ std::vector<Text> SplitAtCrLf(TextView units) {
   return pieces;
 }
 
-std::optional<std::vector<Text>> ReadNewestLinesWhole(platform::IFileSystem& fs,
-                                                      const Text& path, std::size_t count) {
+std::optional<std::vector<Text>> ReadNewestLinesWhole(platform::IFileSystem& fs, const Text& path,
+                                                      std::size_t count) {
   auto bytes = fs.ReadAll(path);
   if (!bytes) return std::nullopt;
   Text units = base::DecodeUtf16Le(*bytes).units;

@@ -35,8 +35,7 @@ std::optional<std::vector<Text>> ReadNewestLines(platform::IFileSystem& fs, cons
 
 // The same lines from the whole file read at once; what the tail reader must always
 // agree with.
-std::optional<std::vector<Text>> ReadNewestLinesWhole(platform::IFileSystem& fs,
-                                                      const Text& path,
+std::optional<std::vector<Text>> ReadNewestLinesWhole(platform::IFileSystem& fs, const Text& path,
                                                       std::size_t count = kNewestLines);
 
 // Splits units at every CR LF pair (only the pair ends a line).

@@ -74,8 +74,8 @@ void frmQVWinService::PlaceSliderTip() {
 
 void frmQVWinService::PictSliderKnob1_MouseDown(const kit::MouseArgs&) {
   dragging_ = true;
-  lblSlider1Tooltip.SetCaption(
-      base::FromNumber(static_cast<long long>(sliderBandwidth.Value())) + u"%");
+  lblSlider1Tooltip.SetCaption(base::FromNumber(static_cast<long long>(sliderBandwidth.Value())) +
+                               u"%");
   PlaceSliderTip();
   lblSlider1Tooltip.SetVisible(true);
 }

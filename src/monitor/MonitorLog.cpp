@@ -22,21 +22,20 @@ Text frmQVWinService::LogPath() {
 }
 
 void frmQVWinService::ShowLogInWindow() {
-  base::IgnoreFailure(
-      [&] {
-        platform::IFileSystem* fs = app_.platform.fs;
-        if (fs == nullptr) return;
-        Text path = app_.SessionFilePath;
-        if (path.empty()) path = frame::ReadAccountKey(app_, u"Corvane", u"SessionFile", false);
-        if (path.empty()) path = app_.ServiceLogPath;
-        if (!fs->FileExists(path)) return;
-        auto lines = ReadNewestLines(*fs, path, kNewestLines, [&] {
-          Sleep(1);
-          ui_.DoEvents();
-        });
-        // A file that cannot be read gives no lines, as an empty one does.
-        FillLogList(lines.value_or(std::vector<Text>{}));
-      });
+  base::IgnoreFailure([&] {
+    platform::IFileSystem* fs = app_.platform.fs;
+    if (fs == nullptr) return;
+    Text path = app_.SessionFilePath;
+    if (path.empty()) path = frame::ReadAccountKey(app_, u"Corvane", u"SessionFile", false);
+    if (path.empty()) path = app_.ServiceLogPath;
+    if (!fs->FileExists(path)) return;
+    auto lines = ReadNewestLines(*fs, path, kNewestLines, [&] {
+      Sleep(1);
+      ui_.DoEvents();
+    });
+    // A file that cannot be read gives no lines, as an empty one does.
+    FillLogList(lines.value_or(std::vector<Text>{}));
+  });
 }
 
 bool frmQVWinService::SameRows(const std::vector<LogRow>& rows) const {
@@ -77,19 +76,18 @@ void frmQVWinService::FillLogList(const std::vector<Text>& lines) {
 }
 
 void frmQVWinService::mnuOpenlog_Click() {
-  base::IgnoreFailure(
-      [&] {
-        const Text path = LogPath();
-        platform::IFileSystem* fs = app_.platform.fs;
-        if (fs != nullptr && !fs->FileExists(path)) platform::TextFile::Create(*fs, path, false);
-        if (app_.platform.shell == nullptr) return;
-        const long result = app_.platform.shell->Execute(0, u"open", path, Text(), Text(), 1);
-        // The shell's result is the number of what went wrong.
-        if (result < 32) {
-          frame::WriteTrace(app_, u"Error while opening the Session log file.\r\nReason : " +
-                                      base::FromNumber(result));
-        }
-      });
+  base::IgnoreFailure([&] {
+    const Text path = LogPath();
+    platform::IFileSystem* fs = app_.platform.fs;
+    if (fs != nullptr && !fs->FileExists(path)) platform::TextFile::Create(*fs, path, false);
+    if (app_.platform.shell == nullptr) return;
+    const long result = app_.platform.shell->Execute(0, u"open", path, Text(), Text(), 1);
+    // The shell's result is the number of what went wrong.
+    if (result < 32) {
+      frame::WriteTrace(app_, u"Error while opening the Session log file.\r\nReason : " +
+                                  base::FromNumber(result));
+    }
+  });
 }
 
 void frmQVWinService::mnuClearlog_Click() {

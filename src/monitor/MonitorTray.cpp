@@ -27,9 +27,8 @@ void frmQVWinService::UpdateTrayTip() {
 void frmQVWinService::AddTrayIcon() {
   const platform::UiHandle owner = windowHandle_ ? windowHandle_() : 0;
   const Text icon = IconPath().empty() ? Text(kTrayRunning) : IconPath();
-  tray_.Add(owner, icon, TrayTip(), [this](int mouseMessage) {
-    base::IgnoreFailure([&] { TrayMouse(mouseMessage); });
-  });
+  tray_.Add(owner, icon, TrayTip(),
+            [this](int mouseMessage) { base::IgnoreFailure([&] { TrayMouse(mouseMessage); }); });
 }
 
 void frmQVWinService::TrayMouse(int mouseMessage) {
@@ -38,7 +37,8 @@ void frmQVWinService::TrayMouse(int mouseMessage) {
     FramesByUpdateWaiting();
     SetVisible(true);
     ui_.Show(*this);
-  } else if (mouseMessage == platform::kTrayRightButtonUp || mouseMessage == platform::kTrayKeyboardMenu) {
+  } else if (mouseMessage == platform::kTrayRightButtonUp ||
+             mouseMessage == platform::kTrayKeyboardMenu) {
     // The keyboard on the icon (Enter, the context-menu key) opens the same menu.
     // Another program may have changed the key; the menu tells what it says now.
     mnuenablesch.SetCaption(frame::ReadSetting(app_, u"DisableAllSchdulers") == u"1"
@@ -138,8 +138,7 @@ void frmQVWinService::mnuChangePassword_Click() {
 }
 
 void frmQVWinService::mnuManSchJob_Click() {
-  if (!screens_->OpenManageScheduledJobs())
-    NotAvailable(u"mnuManSchJob", u"Manage Scheduled Jobs");
+  if (!screens_->OpenManageScheduledJobs()) NotAvailable(u"mnuManSchJob", u"Manage Scheduled Jobs");
 }
 
 void frmQVWinService::SendErrorReport_Click() {

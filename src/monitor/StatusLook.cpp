@@ -4,13 +4,15 @@ namespace monitor {
 
 const StatusLook& LookOf(ServiceState state) {
   // light, Start, Pause enabled, Pause shown, Stop, Pause caption, status word
-  static const StatusLook kStart{kLightRunning, false, true, false, true, kPauseCaption, u"Running"};
-  static const StatusLook kPause{kLightChanging, false, std::nullopt, false, true, kResumeCaption,
-                                 u"Paused"};
-  static const StatusLook kResume{kLightRunning, false, std::nullopt, true, true, kPauseCaption,
-                                  nullptr};
+  static const StatusLook kStart{kLightRunning, false,         true,      false,
+                                 true,          kPauseCaption, u"Running"};
+  static const StatusLook kPause{kLightChanging, false,          std::nullopt, false,
+                                 true,           kResumeCaption, u"Paused"};
+  static const StatusLook kResume{kLightRunning, false,         std::nullopt, true,
+                                  true,          kPauseCaption, nullptr};
   static const StatusLook kStop{kLightStopped, true, false, false, false, nullptr, u"Stopped"};
-  static const StatusLook kStopping{kLightChanging, false, false, false, false, nullptr, u"Stopping"};
+  static const StatusLook kStopping{kLightChanging, false,   false,      false,
+                                    false,          nullptr, u"Stopping"};
   static const StatusLook kUnknown{kLightChanging, false, false, false, false, nullptr, u"Unknown"};
   switch (state) {
     case ServiceState::Start: return kStart;

@@ -6,8 +6,8 @@ namespace monitor {
 
 Text TrayTipText(const Text& appTitle, bool transferSeen, double totalFileSize,
                  long totalProgress) {
-  Text tip = appTitle == kit::kDefaultAppTitle ? Text(u"Corvane for Windows Monitor")
-                                               : Text(u"QVMonitor");
+  Text tip =
+      appTitle == kit::kDefaultAppTitle ? Text(u"Corvane for Windows Monitor") : Text(u"QVMonitor");
   if (transferSeen && totalFileSize != 0)
     tip += u" - " + base::FromNumber(totalProgress) + u"% transferred";
   return tip;

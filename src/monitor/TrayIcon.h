@@ -43,7 +43,6 @@ class TrayIcon {
 
 // The icon's tip: the product's monitor under the standard title, "QVMonitor" under a
 // branded one; while a transfer that has a total is drawn, its percentage follows.
-Text TrayTipText(const Text& appTitle, bool transferSeen, double totalFileSize,
-                 long totalProgress);
+Text TrayTipText(const Text& appTitle, bool transferSeen, double totalFileSize, long totalProgress);
 
 }  // namespace monitor

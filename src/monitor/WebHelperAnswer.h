@@ -9,10 +9,10 @@ namespace monitor {
 using base::Text;
 
 // Texts of the message table.
-inline constexpr long kTextLoginFirst = 72;       // no account: log in first
-inline constexpr long kTextDisableWeb = 74;       // turning the feature off?
-inline constexpr long kTextLoginFailed = 277;     // authentication failed
-inline constexpr long kTextAccountClosed = 278;   // account canceled or expired
+inline constexpr long kTextLoginFirst = 72;      // no account: log in first
+inline constexpr long kTextDisableWeb = 74;      // turning the feature off?
+inline constexpr long kTextLoginFailed = 277;    // authentication failed
+inline constexpr long kTextAccountClosed = 278;  // account canceled or expired
 
 // WebManage trimmed, with whether a user name and a password are stored: "0" turns
 // the feature off; "1" or empty turns it on when there is an account; anything else

@@ -48,7 +48,6 @@ int KitButtons(int buttons) {
 
 }  // namespace
 
-
 frmQVWinService::frmQVWinService(frame::AppState& app, kit::Ui& ui, MonitorScreens* screens)
     : Form(u"frmQVWinService", {1200, 1200, 7440, 4860}, u"Corvane for Windows Monitor"),
       app_(app),
@@ -73,7 +72,7 @@ frmQVWinService::frmQVWinService(frame::AppState& app, kit::Ui& ui, MonitorScree
   sliderBandwidth.SetRange(0, 100);
   sliderBandwidth.SetVisible(false);  // holds the value; the pictures are what is seen
   picTrayicon.SetVisible(false);
-  TrayMenu.SetVisible(false);          // a popup, not on the menu bar
+  TrayMenu.SetVisible(false);  // a popup, not on the menu bar
   lstLog.SetFullRowSelect(true);
 
   // Names for a screen reader: pictures that act as buttons, tabs or indicators carry
@@ -177,7 +176,8 @@ int frmQVWinService::Ask(long code, int icon, int buttons) {
 }
 
 void frmQVWinService::NotAvailable(const Text& item, const Text& screen) {
-  frame::WriteTrace(app_, item + u": the " + screen + u" screen is not part of this build yet; nothing was opened.");
+  frame::WriteTrace(app_, item + u": the " + screen +
+                              u" screen is not part of this build yet; nothing was opened.");
 }
 
 // ---- Load ---------------------------------------------------------------------------
@@ -247,13 +247,14 @@ void frmQVWinService::Form_Load() {
   base::IgnoreFailure([&] { SliderRule(SliderPass::Load); });
   // 11. Size and shape.
   base::IgnoreFailure([&] { ResizeControls(); });
-  base::IgnoreFailure([&] { kit::clsRounder().RoundForm(*this, ui_.TwipsPerPixelX(), ui_.TwipsPerPixelY()); });
+  base::IgnoreFailure(
+      [&] { kit::clsRounder().RoundForm(*this, ui_.TwipsPerPixelX(), ui_.TwipsPerPixelY()); });
   // 12. The slider's skin.
   base::IgnoreFailure([&] {
     PictSliderBox1.SetPictureKey(u"slider_box");
     PictSliderKnob1.SetPictureKey(u"slider_knob2");
-    lblSlider1Tooltip.SetCaption(
-        base::FromNumber(static_cast<long long>(sliderBandwidth.Value())) + u"%");
+    lblSlider1Tooltip.SetCaption(base::FromNumber(static_cast<long long>(sliderBandwidth.Value())) +
+                                 u"%");
   });
   loading_ = false;
 }
@@ -291,7 +292,7 @@ void frmQVWinService::Progress_Timer() {
         const engine::TransferUpdate& t = app_.Transfer;
         base::IgnoreFailure([&] { Sleep(1); });                                     // 1
         base::IgnoreFailure([&] { mnustprunjob.SetEnabled(app_.UpdateWaiting); });  // 2
-        if (app_.UpdateWaiting) {                                       // 3
+        if (app_.UpdateWaiting) {                                                   // 3
           base::IgnoreFailure([&] {                                                 // 4
             Sleep(2);
             app_.TransferSeen = true;
@@ -307,8 +308,9 @@ void frmQVWinService::Progress_Timer() {
             }
           });
           base::IgnoreFailure([&] { PrgbarRsyncTotal.SetVisible(t.dTotalFilesize != 0); });  // 6
-          base::IgnoreFailure([&] { lblRsyncTransferStatus.SetCaption(TransferStatusLine(app_, t)); });  // 7
-          base::IgnoreFailure([&] {  // 8
+          base::IgnoreFailure(
+              [&] { lblRsyncTransferStatus.SetCaption(TransferStatusLine(app_, t)); });  // 7
+          base::IgnoreFailure([&] {                                                      // 8
             if (StatusTabSelected()) {
               cmdDetails.SetPictureKey(kTabDetails);
               BringToFront(FrameProgress);
@@ -342,7 +344,8 @@ void frmQVWinService::Progress_Timer() {
           // 13. What the user sees; the first pass moved the slider before the pane changed.
           base::IgnoreFailure([&] { SliderRule(SliderPass::Second); });
           base::IgnoreFailure([&] { prgbarRsyncfile1.SetValue(t.iFileProg); });  // 14
-          base::IgnoreFailure([&] { txtRsyncfilesize1.SetCaption(GetProperSizeValue(app_, t.dFileSize, false)); });
+          base::IgnoreFailure(
+              [&] { txtRsyncfilesize1.SetCaption(GetProperSizeValue(app_, t.dFileSize, false)); });
           app_.UpdateWaiting = false;
         }
         base::IgnoreFailure([&] { WebManagementTick(); });  // 15
@@ -352,7 +355,7 @@ void frmQVWinService::Progress_Timer() {
         });
         base::IgnoreFailure([&] { screens_->senddesktopnotify(); });  // 17
         base::IgnoreFailure([&] { screens_->Dialupdisconnect(); });   // 18
-        Indicate_ServiceStatus();                         // 19
+        Indicate_ServiceStatus();                                     // 19
         base::IgnoreFailure([&] {                                     // 20
           if (!app_.StopSeen) return;
           if (StatusTabSelected()) {
@@ -382,9 +385,8 @@ void frmQVWinService::DrawFileName() {
   const double size = txtRsyncFileName1.FontSize();
   const bool bold = txtRsyncFileName1.FontBold();
   const kit::TextMeasure& measure = ui_.Measure();
-  txtRsyncFileName1.SetCaption(WrapLabelText(text, [&](TextView piece) {
-    return measure.Measure(piece, size, bold, 0).width <= limit;
-  }));
+  txtRsyncFileName1.SetCaption(WrapLabelText(
+      text, [&](TextView piece) { return measure.Measure(piece, size, bold, 0).width <= limit; }));
 }
 
 void frmQVWinService::DrawTimeLeft() {

@@ -66,8 +66,8 @@ class frmQVWinService : public kit::Form {
   void ShowFromTaskBar();
   void ShowLogInWindow();
   // Main's stored geometry, in twips, in the order width, height, top, left.
-  void ApplyGeometry(std::optional<long> width, std::optional<long> height,
-                     std::optional<long> top, std::optional<long> left);
+  void ApplyGeometry(std::optional<long> width, std::optional<long> height, std::optional<long> top,
+                     std::optional<long> left);
   // Keeps the window's place in members and, unless it is minimised, in qvwin.ini.
   void StoreGeometry();
   void Refresh();
@@ -154,13 +154,15 @@ class frmQVWinService : public kit::Form {
   kit::Label txtRsyncfilesize1{FrameProgress, u"txtRsyncfilesize1", {120, 960, 2640, 255}};
   kit::ProgressBar prgbarRsyncfile1{FrameProgress, u"prgbarRsyncfile1", {120, 1260, 5520, 240}};
   kit::ProgressBar PrgbarRsyncTotal{FrameProgress, u"PrgbarRsyncTotal", {120, 1620, 5520, 240}};
-  kit::Label lblRsyncTransferStatus{FrameProgress, u"lblRsyncTransferStatus",
-                                    {120, 1920, 5520, 255}};
+  kit::Label lblRsyncTransferStatus{
+      FrameProgress, u"lblRsyncTransferStatus", {120, 1920, 5520, 255}};
   kit::Label txtRsyncTimeElapsed{FrameProgress, u"txtRsyncTimeElapsed", {120, 2220, 2700, 255}};
   kit::Label txtRsyncTimeLeft{FrameProgress, u"txtRsyncTimeLeft", {2940, 2220, 2700, 255}};
 
   kit::Picture FrameDetails{*this, u"FrameDetails", {120, 840, 5760, 2520}};
-  kit::CheckBox StartAuto{FrameDetails, u"StartAuto", {240, 240, 5280, 255},
+  kit::CheckBox StartAuto{FrameDetails,
+                          u"StartAuto",
+                          {240, 240, 5280, 255},
                           u"Start the Status Indicator when I log on to Windows"};
 
   kit::Picture TrafficLights1{*this, u"TrafficLights1", {6480, 900, 240, 600}};
@@ -170,8 +172,8 @@ class frmQVWinService : public kit::Form {
   kit::Picture btnStopTransfer{*this, u"btnStopTransfer", {6420, 2460, 360, 360}};
   kit::Picture picTrayicon{*this, u"picTrayicon", {0, 0, 240, 240}};
 
-  kit::CheckBox chkbandwidth{*this, u"chkbandwidth", {120, 3480, 2880, 255},
-                             u"Auto-Pause (Bandwidth used)"};
+  kit::CheckBox chkbandwidth{
+      *this, u"chkbandwidth", {120, 3480, 2880, 255}, u"Auto-Pause (Bandwidth used)"};
   kit::ProgressBar sliderBandwidth{*this, u"sliderBandwidth", {3060, 3480, 2250, 255}};
   kit::Picture PictSliderBox1{*this, u"PictSliderBox1", {3060, 3473, 2250, 270}};
   kit::Picture PictSliderKnob1{*this, u"PictSliderKnob1", {3060, 3473, 180, 270}};

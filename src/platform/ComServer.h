@@ -26,8 +26,8 @@ struct UpdateMonitorArgs {
   Text timeelapsed;
   Text TimeRemaining;
   short engNumber = 0;
-  short preCall = 0;    // optional; 0 when left out
-  long sBkStatus = 0;   // optional; 0 when left out
+  short preCall = 0;   // optional; 0 when left out
+  long sBkStatus = 0;  // optional; 0 when left out
 };
 
 // One instance of the class IMonitor as the engine sees it.

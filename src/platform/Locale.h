@@ -9,12 +9,12 @@ using base::Text;
 class ILocale {
  public:
   virtual ~ILocale() = default;
-  virtual Text DateSeparator() = 0;     // "/"
-  virtual Text TimeSeparator() = 0;     // ":"
-  virtual Text DecimalSeparator() = 0;  // "."
-  virtual Text ThousandsSeparator() = 0;// ","
-  virtual Text ShortDateFormat() = 0;   // "M/d/yyyy"
-  virtual Text TimeFormat() = 0;        // "h:mm:ss tt"
+  virtual Text DateSeparator() = 0;       // "/"
+  virtual Text TimeSeparator() = 0;       // ":"
+  virtual Text DecimalSeparator() = 0;    // "."
+  virtual Text ThousandsSeparator() = 0;  // ","
+  virtual Text ShortDateFormat() = 0;     // "M/d/yyyy"
+  virtual Text TimeFormat() = 0;          // "h:mm:ss tt"
   virtual Text AmSymbol() = 0;
   virtual Text PmSymbol() = 0;
 };

@@ -27,16 +27,16 @@ class IProcessList {
   // EnumProcesses with an array of `byteCount` / 4 entries. `bytesReturned` is what the
   // call reports; the ids filled are the first bytesReturned / 4.
   virtual bool EnumProcessIds(std::uint32_t byteCount, std::vector<std::uint32_t>& ids,
-                             std::uint32_t& bytesReturned) = 0;
+                              std::uint32_t& bytesReturned) = 0;
   virtual OsHandle OpenProcess(std::uint32_t access, bool inheritHandle,
                                std::uint32_t processId) = 0;
   // EnumProcessModules with a module table of `tableBytes`; the first module on success.
   virtual bool EnumModules(OsHandle process, std::uint32_t tableBytes,
-                                  std::uintptr_t& firstModule) = 0;
+                           std::uintptr_t& firstModule) = 0;
   // GetModuleFileNameExW with `size` characters allowed into a buffer of `bufferChars`;
   // the whole buffer comes back (the caller cuts at the NUL).
   virtual Text ModuleFileName(OsHandle process, std::uintptr_t module, std::uint32_t size,
-                                   std::uint32_t bufferChars) = 0;
+                              std::uint32_t bufferChars) = 0;
   // CreateToolhelp32Snapshot(flags, processId).
   virtual OsHandle CreateSnapshot(std::uint32_t flags, std::uint32_t processId) = 0;
   // Process32First/Process32Next with the entry's size field set to `entrySize`.
@@ -49,7 +49,7 @@ class IProcessList {
   virtual OsHandle FindWindowByTitle(const Text& title) = 0;
   // PostMessageA; a null window is passed on as it is.
   virtual bool PostMessageA(OsHandle window, std::uint32_t message, std::uintptr_t wParam,
-                           std::intptr_t lParam) = 0;
+                            std::intptr_t lParam) = 0;
 };
 
 }  // namespace platform

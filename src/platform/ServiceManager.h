@@ -35,15 +35,15 @@ class IServiceManager {
   virtual ~IServiceManager() = default;
   // OpenSCManagerW; an empty machine name means this machine (a null pointer).
   virtual ScHandle OpenSCManagerW(const Text& machineName, const Text& databaseName,
-                                 unsigned long access) = 0;
+                                  unsigned long access) = 0;
   // OpenServiceW.
   virtual ScHandle OpenServiceW(ScHandle manager, const Text& serviceName,
-                               unsigned long access) = 0;
+                                unsigned long access) = 0;
   virtual bool QueryServiceStatus(ScHandle service, ServiceStatus& status) = 0;
   // QueryServiceConfigA into a buffer of `bufferBytes` (none when 0). False with
   // `bytesNeeded` set when the buffer is too small; `startType` is filled on success.
   virtual bool QueryServiceConfigA(ScHandle service, unsigned long bufferBytes,
-                                  unsigned long& bytesNeeded, unsigned long& startType) = 0;
+                                   unsigned long& bytesNeeded, unsigned long& startType) = 0;
   // StartServiceA without arguments.
   virtual bool StartServiceA(ScHandle service) = 0;
   virtual bool ControlService(ScHandle service, unsigned long control, ServiceStatus& status) = 0;

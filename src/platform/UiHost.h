@@ -82,7 +82,8 @@ class IUiHost {
   // Adds an icon; `onEvent` gets the mouse message of each callback (515 left double
   // click, 517 right button up, ...). The host puts the icon back when the taskbar is
   // created again and retries an add the shell refused. 0 on failure.
-  virtual UiHandle AddTrayIcon(const UiTrayIcon& icon, std::function<void(int mouseMessage)> onEvent) = 0;
+  virtual UiHandle AddTrayIcon(const UiTrayIcon& icon,
+                               std::function<void(int mouseMessage)> onEvent) = 0;
   virtual void ModifyTrayIcon(UiHandle icon, const UiTrayIcon& state) = 0;
   virtual void RemoveTrayIcon(UiHandle icon) = 0;
   // Shows a balloon from the icon; its fate comes back through the icon's onEvent

@@ -37,8 +37,8 @@ Text Encrypt(frame::AppState& app, const Text& text) {
         }
       },
       [&](const base::ErrorInfo& e) {
-        frame::WriteTrace(app, u"Error encrypting Reason: " + e.description + u"  " +
-                                   base::FromNumber(e.number));
+        frame::WriteTrace(
+            app, u"Error encrypting Reason: " + e.description + u"  " + base::FromNumber(e.number));
       });
   return out;
 }
@@ -74,40 +74,38 @@ Text ValueFilePath(frame::AppState& app, const Text& keyName, ValueKind kind) {
 }
 
 void WriteValueFile(frame::AppState& app, const Text& keyName, const Text& value, ValueKind kind) {
-  base::IgnoreFailure(
-      [&] {
-        auto& fs = *app.platform.fs;
-        Text folder = app.CommonFile(base::Trim(keyName));
-        if (!fs.FolderExists(folder)) fs.CreateFolder(folder);
-        Text path = ValueFilePath(app, keyName, kind);
-        if (fs.FileExists(path)) fs.DeleteFile(path);
-        // The trim comes after the scrambling; readers only ever see the trimmed line.
-        platform::TextFile::WriteLines(fs, path, {base::Trim(value)});
-      });
+  base::IgnoreFailure([&] {
+    auto& fs = *app.platform.fs;
+    Text folder = app.CommonFile(base::Trim(keyName));
+    if (!fs.FolderExists(folder)) fs.CreateFolder(folder);
+    Text path = ValueFilePath(app, keyName, kind);
+    if (fs.FileExists(path)) fs.DeleteFile(path);
+    // The trim comes after the scrambling; readers only ever see the trimmed line.
+    platform::TextFile::WriteLines(fs, path, {base::Trim(value)});
+  });
 }
 
 Text ReadValueFile(frame::AppState& app, const Text& keyName, ValueKind kind) {
   Text result;
-  base::IgnoreFailure(
-      [&] {
-        auto& fs = *app.platform.fs;
-        Text path = ValueFilePath(app, keyName, kind);
-        if (fs.FileExists(path)) {
-          auto lines = platform::TextFile::ReadLines(fs, path);
-          if (lines && !lines->empty()) result = base::Trim((*lines)[0]);
-        }
-        if (!base::IsBlank(result)) return;
-        Text valueName;
-        switch (kind) {
-          case ValueKind::Password: valueName = Encrypt(app, keyName); break;
-          case ValueKind::OpenFilePath: valueName = u"VSSTEMPPATH"; break;
-          case ValueKind::TempPath: valueName = u"TempFolder"; break;
-          case ValueKind::SystemStatePath: valueName = u"SYSSTATE"; break;
-        }
-        auto stored = app.platform.registry->ReadString(frame::ProfileRoot(app),
-                                                        u"Software\\QVWIN", valueName, 2048);
-        result = stored ? base::Trim(base::CutAtNul(*stored)) : Text();
-      });
+  base::IgnoreFailure([&] {
+    auto& fs = *app.platform.fs;
+    Text path = ValueFilePath(app, keyName, kind);
+    if (fs.FileExists(path)) {
+      auto lines = platform::TextFile::ReadLines(fs, path);
+      if (lines && !lines->empty()) result = base::Trim((*lines)[0]);
+    }
+    if (!base::IsBlank(result)) return;
+    Text valueName;
+    switch (kind) {
+      case ValueKind::Password: valueName = Encrypt(app, keyName); break;
+      case ValueKind::OpenFilePath: valueName = u"VSSTEMPPATH"; break;
+      case ValueKind::TempPath: valueName = u"TempFolder"; break;
+      case ValueKind::SystemStatePath: valueName = u"SYSSTATE"; break;
+    }
+    auto stored = app.platform.registry->ReadString(frame::ProfileRoot(app), u"Software\\QVWIN",
+                                                    valueName, 2048);
+    result = stored ? base::Trim(base::CutAtNul(*stored)) : Text();
+  });
   return result;
 }
 

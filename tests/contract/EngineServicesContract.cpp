@@ -199,7 +199,9 @@ class ServiceManagerContract : public ::testing::TestWithParam<ServiceTarget> {
     ServiceStatus st;
     return Sm().QueryServiceStatus(service_, st) ? st.currentState : 0;
   }
-  bool ReachesState(unsigned long state) { return Eventually([&] { return State() == state; }); }
+  bool ReachesState(unsigned long state) {
+    return Eventually([&] { return State() == state; });
+  }
 
   std::unique_ptr<ServiceWorld> world_;
   ScHandle manager_ = 0;
@@ -314,11 +316,13 @@ class Win32ProcessWorld : public ProcessWorld {
         list_.CloseHandle(h);
       }
     }
-    Eventually([&] {
-      for (std::uint32_t pid : pids_)
-        if (!Exited(pid)) return false;
-      return true;
-    }, 5000);
+    Eventually(
+        [&] {
+          for (std::uint32_t pid : pids_)
+            if (!Exited(pid)) return false;
+          return true;
+        },
+        5000);
     std::error_code ec;
     std::filesystem::remove_all(FsPath(folder_), ec);
   }
@@ -382,7 +386,8 @@ class ProcessListContract : public ::testing::TestWithParam<ProcessTarget> {
  protected:
   void SetUp() override {
     world_ = GetParam().make();
-    stamp_ = base::FromNumber(std::chrono::steady_clock::now().time_since_epoch().count() % 1000000);
+    stamp_ =
+        base::FromNumber(std::chrono::steady_clock::now().time_since_epoch().count() % 1000000);
   }
   Text Unique(const char16_t* stem) { return Text(stem) + stamp_; }
   std::unique_ptr<ProcessWorld> world_;
@@ -406,8 +411,8 @@ TEST_P(ProcessListContract, ListHoldsAStartedProgramWithItsModulePath) {
   ASSERT_NE(h, 0u);
   std::uintptr_t module = 0;
   ASSERT_TRUE(list.EnumModules(h, engine::kModuleTableBytes, module));
-  const Text name = list.ModuleFileName(h, module, engine::kModuleNameSize,
-                                        engine::kModuleNameBufferChars);
+  const Text name =
+      list.ModuleFileName(h, module, engine::kModuleNameSize, engine::kModuleNameBufferChars);
   EXPECT_EQ(name.size(), engine::kModuleNameBufferChars);  // the whole buffer comes back
   EXPECT_EQ(engine::ProgramTail(name), base::ToLower(exe));
   EXPECT_TRUE(list.CloseHandle(h));
@@ -453,8 +458,8 @@ TEST_P(ProcessListContract, ACloseMessageEndsTheProgramOfThatWindow) {
   EXPECT_TRUE(list.PostMessageA(window, 16, 0, 0));
   EXPECT_TRUE(Eventually([&] { return world_->Exited(pid); }));
   // A null window is the caller's own queue: the post succeeds and ends nothing.
-  const std::uint32_t other = world_->StartChild(Unique(u"QVContractStays") + u".exe",
-                                                 Unique(u"QVContractStays"));
+  const std::uint32_t other =
+      world_->StartChild(Unique(u"QVContractStays") + u".exe", Unique(u"QVContractStays"));
   EXPECT_TRUE(list.PostMessageA(0, 16, 0, 0));
   EXPECT_FALSE(world_->Exited(other));
 }

@@ -117,8 +117,8 @@ TEST_P(FileSystemContract, ListMatchesPatternsWithoutRegardToCase) {
   ASSERT_TRUE(fs().CreateFolder(Path(u"Logs")));
 
   auto all = fs().List(world_->Root(), u"*");
-  EXPECT_EQ(SortedNames(all), (std::vector<Text>{u"Logs", u"Session1.txt", u"notes.log",
-                                                 u"session2.TXT"}));
+  EXPECT_EQ(SortedNames(all),
+            (std::vector<Text>{u"Logs", u"Session1.txt", u"notes.log", u"session2.TXT"}));
   for (const auto& e : all) {
     EXPECT_EQ(e.isFolder, e.name == u"Logs") << base::ToUtf8(e.name);
     if (e.name == u"Session1.txt") {

@@ -37,8 +37,7 @@ class ProfileContract : public ::testing::TestWithParam<ProfileTarget> {
   std::unique_ptr<ProfileWorld> world_;
 };
 
-#define EXPECT_BYTES(file, expected) \
-  EXPECT_EQ(ShowBytes(Bytes(file)), ShowBytes(expected))
+#define EXPECT_BYTES(file, expected) EXPECT_EQ(ShowBytes(Bytes(file)), ShowBytes(expected))
 
 TEST_P(ProfileContract, NamesIgnoreCaseAndBlanksAroundNamesAndValues) {
   Text f = Put(u"a.ini",
@@ -124,8 +123,7 @@ TEST_P(ProfileContract, WritesKeepTheLayoutThePlatformGivesIt) {
   ASSERT_TRUE(Set(f, u"S2", u"empty", u""));
   EXPECT_BYTES(f, "[S1]\r\nk1=new\r\nK3=v3\r\n[S2]\r\nk2=v2\r\nempty=\r\n");
   ASSERT_TRUE(Set(f, u"  Sp  ", u"  key  ", u"  val  "));
-  EXPECT_BYTES(f,
-               "[S1]\r\nk1=new\r\nK3=v3\r\n[S2]\r\nk2=v2\r\nempty=\r\n[Sp  ]\r\nkey  =val  \r\n")
+  EXPECT_BYTES(f, "[S1]\r\nk1=new\r\nK3=v3\r\n[S2]\r\nk2=v2\r\nempty=\r\n[Sp  ]\r\nkey  =val  \r\n")
       << "leading blanks go, trailing ones stay until the next write";
   EXPECT_EQ(Get(f, u"Sp", u"key"), u"val");
 }
@@ -219,8 +217,7 @@ TEST_P(ProfileContract, MissingFolderFailsWithPathNotFound) {
   EXPECT_EQ(Get(f, u"S", u"k", u"\"dq\" "), u"\"dq\"") << "the default as given, quotes kept";
 }
 
-INSTANTIATE_TEST_SUITE_P(All, ProfileContract, ::testing::ValuesIn(ProfileTargets()),
-                         TargetName());
+INSTANTIATE_TEST_SUITE_P(All, ProfileContract, ::testing::ValuesIn(ProfileTargets()), TargetName());
 
 }  // namespace
 }  // namespace contract

@@ -93,8 +93,8 @@ TEST_P(ClockContract, LocalTimeIsValidAndSleepMovesTheTicks) {
   auto clock = GetParam().make();
   base::DateTime now = clock->Now();
   EXPECT_GE(now.year, 2020);
-  EXPECT_TRUE(base::DateTime::IsValid(now.year, now.month, now.day, now.hour, now.minute,
-                                      now.second));
+  EXPECT_TRUE(
+      base::DateTime::IsValid(now.year, now.month, now.day, now.hour, now.minute, now.second));
   std::uint64_t before = clock->TickMs();
   clock->Sleep(60);
   std::uint64_t after = clock->TickMs();
@@ -116,7 +116,8 @@ std::ostream& operator<<(std::ostream& out, const LocaleTarget& t) { return out 
 
 std::vector<LocaleTarget> LocaleTargets() {
   std::vector<LocaleTarget> targets{
-      {"Portable", [] { return std::unique_ptr<platform::ILocale>(new platform::PortableLocale()); }},
+      {"Portable",
+       [] { return std::unique_ptr<platform::ILocale>(new platform::PortableLocale()); }},
       {"Fake", [] { return std::unique_ptr<platform::ILocale>(new platform::FakeLocale()); }},
   };
 #if QV_HAVE_WIN32
@@ -141,8 +142,7 @@ TEST_P(LocaleContract, GivesTheFormatsOfTheDefaultUser) {
   EXPECT_EQ(locale->PmSymbol(), u"PM");
 }
 
-INSTANTIATE_TEST_SUITE_P(All, LocaleContract, ::testing::ValuesIn(LocaleTargets()),
-                         TargetName());
+INSTANTIATE_TEST_SUITE_P(All, LocaleContract, ::testing::ValuesIn(LocaleTargets()), TargetName());
 
 // ---- system facts ----------------------------------------------------------
 
@@ -158,10 +158,9 @@ std::vector<SystemTarget> SystemTargets() {
        [] { return std::unique_ptr<platform::ISystemInfo>(new platform::FakeSystemInfo()); }},
   };
 #if QV_HAVE_WIN32
-  targets.push_back({"Win32", [] {
-                       return std::unique_ptr<platform::ISystemInfo>(
-                           new platform::Win32SystemInfo());
-                     }});
+  targets.push_back(
+      {"Win32",
+       [] { return std::unique_ptr<platform::ISystemInfo>(new platform::Win32SystemInfo()); }});
 #endif
   return targets;
 }
@@ -242,10 +241,9 @@ TEST(Win32Helper, LingerWhileAsked) {
 
 TEST(Win32SystemInfo, PreviousInstanceIsSeen) {
   platform::Win32SystemInfo system;
-  auto stopFile = std::filesystem::temp_directory_path() /
-                  ("qv-linger-" + std::to_string(std::chrono::steady_clock::now()
-                                                     .time_since_epoch()
-                                                     .count()));
+  auto stopFile =
+      std::filesystem::temp_directory_path() /
+      ("qv-linger-" + std::to_string(std::chrono::steady_clock::now().time_since_epoch().count()));
   std::string stop = stopFile.string();
   ASSERT_EQ(_putenv(("QV_CONTRACT_LINGER=" + stop).c_str()), 0);
   platform::Win32Shell shell;

@@ -126,8 +126,9 @@ std::vector<RegistryTarget> RegistryTargets() {
       {"Fake", [] { return std::unique_ptr<platform::IRegistry>(new platform::FakeRegistry()); }},
   };
 #if QV_HAVE_WIN32
-  targets.push_back(
-      {"Win32", [] { return std::unique_ptr<platform::IRegistry>(new platform::Win32Registry()); }});
+  targets.push_back({"Win32", [] {
+                       return std::unique_ptr<platform::IRegistry>(new platform::Win32Registry());
+                     }});
 #endif
   return targets;
 }
@@ -138,10 +139,9 @@ std::vector<MutexTarget> MutexTargets() {
        [] { return std::unique_ptr<platform::IMutexService>(new platform::FakeMutexService()); }},
   };
 #if QV_HAVE_WIN32
-  targets.push_back({"Win32", [] {
-                       return std::unique_ptr<platform::IMutexService>(
-                           new platform::Win32MutexService());
-                     }});
+  targets.push_back(
+      {"Win32",
+       [] { return std::unique_ptr<platform::IMutexService>(new platform::Win32MutexService()); }});
 #endif
   return targets;
 }

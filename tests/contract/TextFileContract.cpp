@@ -59,8 +59,8 @@ TEST_P(TextFileContract, SingleByteRunInTheMiddleSurvivesARoundTrip) {
   ASSERT_TRUE(TextFile::AppendBytes(fs(), file, separator));
   ASSERT_TRUE(TextFile::AppendLine(fs(), file, u"next"));
   std::string original = *fs().ReadAll(file);
-  EXPECT_EQ(original, "\xFF\xFE" + Utf16(u"Success     : logged out \r\n") + separator +
-                          Utf16(u"next\r\n"));
+  EXPECT_EQ(original,
+            "\xFF\xFE" + Utf16(u"Success     : logged out \r\n") + separator + Utf16(u"next\r\n"));
 
   auto lines = TextFile::ReadLines(fs(), file);
   ASSERT_TRUE(lines);

@@ -18,7 +18,9 @@ using platform::UiWindow;
 
 // Everything the host reports, in order.
 struct Recorder : platform::IUiEvents {
-  void OnClick(UiHandle, UiHandle control) override { events.push_back("click " + std::to_string(control)); }
+  void OnClick(UiHandle, UiHandle control) override {
+    events.push_back("click " + std::to_string(control));
+  }
   void OnSelect(UiHandle, UiHandle control, int index) override {
     events.push_back("select " + std::to_string(control) + " " + std::to_string(index));
   }
@@ -43,10 +45,22 @@ UiControl Control(UiKind kind, const Text& name, const Text& caption, platform::
   c.caption = caption;
   c.rect = rect;
   switch (kind) {
-    case UiKind::PictureButton: c.role = platform::UiRole::PushButton; c.tabStop = true; break;
-    case UiKind::CheckBox: c.role = platform::UiRole::CheckBox; c.tabStop = true; break;
-    case UiKind::ComboBox: c.role = platform::UiRole::ComboBox; c.tabStop = true; break;
-    case UiKind::ListView: c.role = platform::UiRole::List; c.tabStop = true; break;
+    case UiKind::PictureButton:
+      c.role = platform::UiRole::PushButton;
+      c.tabStop = true;
+      break;
+    case UiKind::CheckBox:
+      c.role = platform::UiRole::CheckBox;
+      c.tabStop = true;
+      break;
+    case UiKind::ComboBox:
+      c.role = platform::UiRole::ComboBox;
+      c.tabStop = true;
+      break;
+    case UiKind::ListView:
+      c.role = platform::UiRole::List;
+      c.tabStop = true;
+      break;
     default: break;
   }
   return c;
@@ -75,9 +89,10 @@ TEST_P(UiHostContract, WindowsAndControlsShowWhatTheyWereToldAndGoWithTheirWindo
   const UiHandle window = Host().CreateForm(w, events_);
   ASSERT_NE(window, 0u);
   EXPECT_FALSE(world_->Read(window).visible) << "a window is made hidden unless told";
-  const UiHandle frame = Host().CreateControl(window, 0, Control(UiKind::Picture, u"picFrame", u"", {120, 120, 5000, 2000}));
-  const UiHandle button = Host().CreateControl(window, frame,
-                                               Control(UiKind::PictureButton, u"cmdGo", u"&Go", {120, 120, 1200, 345}));
+  const UiHandle frame = Host().CreateControl(
+      window, 0, Control(UiKind::Picture, u"picFrame", u"", {120, 120, 5000, 2000}));
+  const UiHandle button = Host().CreateControl(
+      window, frame, Control(UiKind::PictureButton, u"cmdGo", u"&Go", {120, 120, 1200, 345}));
   ASSERT_NE(frame, 0u);
   ASSERT_NE(button, 0u);
   EXPECT_EQ(world_->Read(button).text, u"&Go");
@@ -98,8 +113,12 @@ TEST_P(UiHostContract, WindowsAndControlsShowWhatTheyWereToldAndGoWithTheirWindo
 
   // A container that is not there, or belongs to another window, holds nothing.
   const UiHandle other = Host().CreateForm(Window(u"frmB"), events_);
-  EXPECT_EQ(Host().CreateControl(other, frame, Control(UiKind::Label, u"lbl", u"x", {0, 0, 100, 100})), 0u);
-  EXPECT_EQ(Host().CreateControl(window, 999999, Control(UiKind::Label, u"lbl", u"x", {0, 0, 100, 100})), 0u);
+  EXPECT_EQ(
+      Host().CreateControl(other, frame, Control(UiKind::Label, u"lbl", u"x", {0, 0, 100, 100})),
+      0u);
+  EXPECT_EQ(
+      Host().CreateControl(window, 999999, Control(UiKind::Label, u"lbl", u"x", {0, 0, 100, 100})),
+      0u);
 
   Host().DestroyForm(window);
   world_->Pump();
@@ -160,8 +179,10 @@ TEST_P(UiHostContract, ComboBoxAndListShowTheirEntriesAndAChoiceIsReported) {
 
 TEST_P(UiHostContract, FocusGoesWhereTheProgramSaysAndIsReported) {
   const UiHandle window = MakeWindow(u"frmFocus");
-  const UiHandle first = Host().CreateControl(window, 0, Control(UiKind::PictureButton, u"cmdA", u"&A", {120, 120, 1200, 345}));
-  const UiHandle second = Host().CreateControl(window, 0, Control(UiKind::PictureButton, u"cmdB", u"&B", {1500, 120, 1200, 345}));
+  const UiHandle first = Host().CreateControl(
+      window, 0, Control(UiKind::PictureButton, u"cmdA", u"&A", {120, 120, 1200, 345}));
+  const UiHandle second = Host().CreateControl(
+      window, 0, Control(UiKind::PictureButton, u"cmdB", u"&B", {1500, 120, 1200, 345}));
   world_->Activate(window);
   Host().FocusControl(window, second);
   world_->Pump();

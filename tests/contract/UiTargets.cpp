@@ -4,7 +4,6 @@
 
 #include "platform/fake/FakeUiHost.h"
 
-
 namespace contract {
 namespace {
 

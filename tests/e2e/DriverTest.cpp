@@ -51,16 +51,12 @@ class ProbeWindow {
         DestroyMenu(menu);
         return 0;
       }
-      case kShowLater:
-        SetTimer(hwnd, 1, static_cast<UINT>(wp), nullptr);
-        return 0;
+      case kShowLater: SetTimer(hwnd, 1, static_cast<UINT>(wp), nullptr); return 0;
       case WM_TIMER:
         KillTimer(hwnd, 1);
         ShowWindow(hwnd, SW_SHOWNOACTIVATE);
         return 0;
-      case WM_DESTROY:
-        PostQuitMessage(0);
-        return 0;
+      case WM_DESTROY: PostQuitMessage(0); return 0;
     }
     return DefWindowProcW(hwnd, msg, wp, lp);
   }
@@ -79,8 +75,8 @@ class ProbeWindow {
     SendMessageW(check, BM_SETCHECK, BST_CHECKED, 0);
     CreateWindowExW(0, L"BUTTON", L"Beta", WS_CHILD | WS_VISIBLE | WS_DISABLED, 10, 40, 100, 20,
                     hwnd, nullptr, wc.hInstance, nullptr);
-    CreateWindowExW(0, L"STATIC", L"Gamma", WS_CHILD, 10, 70, 100, 20, hwnd, nullptr,
-                    wc.hInstance, nullptr);
+    CreateWindowExW(0, L"STATIC", L"Gamma", WS_CHILD, 10, 70, 100, 20, hwnd, nullptr, wc.hInstance,
+                    nullptr);
     if (visible) ShowWindow(hwnd, SW_SHOWNOACTIVATE);
     made.set_value(hwnd);
     MSG msg;

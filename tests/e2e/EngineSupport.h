@@ -23,16 +23,50 @@ inline std::wstring Record(const std::vector<std::wstring>& fields) {
 
 // Record 5: an immediate job ("Once", the immediate key).
 inline std::wstring ImmediateJob() {
-  return Record({L"5", L"Documents", L"11-15-2026 5:00:00", L"11-15-2026 4:00:00", L"My Corvane/",
-                 L"1", L"2", L"0", L"", L"", L"", L"", L"0", L"1", L"0", L"000000010000",
-                 L"jsmith", L"1", L"0", L""});
+  return Record({L"5",
+                 L"Documents",
+                 L"11-15-2026 5:00:00",
+                 L"11-15-2026 4:00:00",
+                 L"My Corvane/",
+                 L"1",
+                 L"2",
+                 L"0",
+                 L"",
+                 L"",
+                 L"",
+                 L"",
+                 L"0",
+                 L"1",
+                 L"0",
+                 L"000000010000",
+                 L"jsmith",
+                 L"1",
+                 L"0",
+                 L""});
 }
 
 // Record 7: a daily job whose time has long come.
 inline std::wstring DailyJob() {
-  return Record({L"7", L"Pictures", L"01-02-2020 6:30:00", L"01-01-2020 4:00:00", L"My Corvane/",
-                 L"3", L"2", L"0", L"", L"", L"", L"", L"0", L"1", L"0", L"202001020630",
-                 L"jsmith", L"1", L"0", L"1234567"});
+  return Record({L"7",
+                 L"Pictures",
+                 L"01-02-2020 6:30:00",
+                 L"01-01-2020 4:00:00",
+                 L"My Corvane/",
+                 L"3",
+                 L"2",
+                 L"0",
+                 L"",
+                 L"",
+                 L"",
+                 L"",
+                 L"0",
+                 L"1",
+                 L"0",
+                 L"202001020630",
+                 L"jsmith",
+                 L"1",
+                 L"0",
+                 L"1234567"});
 }
 
 inline std::wstring After(const std::wstring& line, const std::wstring& prefix) {
@@ -41,8 +75,8 @@ inline std::wstring After(const std::wstring& line, const std::wstring& prefix) 
 }
 
 inline std::string Utf8(const std::wstring& w) {
-  int n = WideCharToMultiByte(CP_UTF8, 0, w.data(), static_cast<int>(w.size()), nullptr, 0,
-                              nullptr, nullptr);
+  int n = WideCharToMultiByte(CP_UTF8, 0, w.data(), static_cast<int>(w.size()), nullptr, 0, nullptr,
+                              nullptr);
   std::string s(static_cast<size_t>(n), '\0');
   WideCharToMultiByte(CP_UTF8, 0, w.data(), static_cast<int>(w.size()), s.data(), n, nullptr,
                       nullptr);
@@ -71,14 +105,16 @@ inline void ForgetKilledServers() {
 class RegisteredService {
  public:
   RegisteredService(const std::filesystem::path& exe, const std::wstring& start) {
-    ok_ = Run(L"sc create \"QVWin Service\" binPath= \"" + exe.wstring() + L"\" start= " + start) == 0;
+    ok_ = Run(L"sc create \"QVWin Service\" binPath= \"" + exe.wstring() + L"\" start= " + start) ==
+          0;
   }
   ~RegisteredService() {
     if (SC_HANDLE m = OpenSCManagerW(nullptr, nullptr, SC_MANAGER_ALL_ACCESS)) {
       if (SC_HANDLE s = OpenServiceW(m, L"QVWin Service", SERVICE_ALL_ACCESS)) {
         SERVICE_STATUS st{};
         ControlService(s, SERVICE_CONTROL_STOP, &st);
-        WaitUntil([&] { return QueryServiceStatus(s, &st) && st.dwCurrentState == SERVICE_STOPPED; });
+        WaitUntil(
+            [&] { return QueryServiceStatus(s, &st) && st.dwCurrentState == SERVICE_STOPPED; });
         CloseServiceHandle(s);
       }
       CloseServiceHandle(m);
@@ -152,8 +188,8 @@ class EngineMonitorTest : public MonitorTest {
       wchar_t value[1024] = {};
       DWORD bytes = sizeof(value);
       return RegGetValueW(HKEY_CLASSES_ROOT,
-                          L"CLSID\\{1984E5BD-394A-449B-A09A-6648BCB1AF6F}\\LocalServer32",
-                          nullptr, RRF_RT_REG_SZ, nullptr, value, &bytes) == ERROR_SUCCESS &&
+                          L"CLSID\\{1984E5BD-394A-449B-A09A-6648BCB1AF6F}\\LocalServer32", nullptr,
+                          RRF_RT_REG_SZ, nullptr, value, &bytes) == ERROR_SUCCESS &&
              _wcsicmp(value, expected.c_str()) == 0;
     }));
     Sleep(500);

@@ -75,11 +75,10 @@ std::optional<Lines> ReadTextFile(const std::filesystem::path& file) {
       text.push_back(static_cast<wchar_t>(static_cast<unsigned char>((*bytes)[i]) |
                                           (static_cast<unsigned char>((*bytes)[i + 1]) << 8)));
   } else if (!bytes->empty()) {
-    int n = MultiByteToWideChar(CP_ACP, 0, bytes->data(), static_cast<int>(bytes->size()),
-                                nullptr, 0);
+    int n =
+        MultiByteToWideChar(CP_ACP, 0, bytes->data(), static_cast<int>(bytes->size()), nullptr, 0);
     text.resize(static_cast<size_t>(n));
-    MultiByteToWideChar(CP_ACP, 0, bytes->data(), static_cast<int>(bytes->size()), text.data(),
-                        n);
+    MultiByteToWideChar(CP_ACP, 0, bytes->data(), static_cast<int>(bytes->size()), text.data(), n);
   }
   return SplitLines(text);
 }
@@ -92,8 +91,7 @@ bool StartsWithUtf16Bom(const std::filesystem::path& file) {
 std::wstring ReadIni(const std::filesystem::path& file, const std::wstring& section,
                      const std::wstring& key) {
   wchar_t buffer[1024] = {};
-  DWORD n = GetPrivateProfileStringW(section.c_str(), key.c_str(), L"", buffer, 1024,
-                                     file.c_str());
+  DWORD n = GetPrivateProfileStringW(section.c_str(), key.c_str(), L"", buffer, 1024, file.c_str());
   return std::wstring(buffer, n);
 }
 

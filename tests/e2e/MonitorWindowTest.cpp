@@ -19,15 +19,33 @@ namespace {
 
 constexpr wchar_t kStopTransferQuestion[] = L"Do you want to stop the backup/restore operation?";
 constexpr wchar_t kDisableQuestion[] =
-    L"If you select this option, all your scheduled jobs will be stopped.\r\nDo you want to proceed?";
+    L"If you select this option, all your scheduled jobs will be stopped.\r\nDo you want to "
+    L"proceed?";
 constexpr wchar_t kAuthenticationFailed[] =
     L"Authentication failed. Login to Corvane for Windows with your updated credentials.";
 
 // Record 9: a daily job whose next run is far away, so the engine leaves it alone.
 std::wstring LaterJob() {
-  return Record({L"9", L"Music", L"01-02-2099 6:30:00", L"01-01-2020 4:00:00", L"My Corvane/",
-                 L"3", L"2", L"0", L"", L"", L"", L"", L"0", L"1", L"0", L"209901020630",
-                 L"jsmith", L"1", L"0", L"1234567"});
+  return Record({L"9",
+                 L"Music",
+                 L"01-02-2099 6:30:00",
+                 L"01-01-2020 4:00:00",
+                 L"My Corvane/",
+                 L"3",
+                 L"2",
+                 L"0",
+                 L"",
+                 L"",
+                 L"",
+                 L"",
+                 L"0",
+                 L"1",
+                 L"0",
+                 L"209901020630",
+                 L"jsmith",
+                 L"1",
+                 L"0",
+                 L"1234567"});
 }
 
 // The value between "name=[" and the next "]" of a kept line.
@@ -111,7 +129,9 @@ class MonitorWindowTest : public EngineMonitorTest {
   bool WaitForKept(size_t count, Ms timeout = Ms{60000}) {
     return WaitUntil([&] { return Kept().size() >= count; }, timeout);
   }
-  bool EngineWindowUp() { return !FindTopLevel(WindowQuery{L"QVBackground", L"", 0, false}).empty(); }
+  bool EngineWindowUp() {
+    return !FindTopLevel(WindowQuery{L"QVBackground", L"", 0, false}).empty();
+  }
 
   // The user's name and stored password, as the main application leaves them.
   void Credentials() {
@@ -168,7 +188,8 @@ TEST_F(MonitorWindowTest, BackgroundEngineIsStartedShownRunningAndTheTabsSwitchP
 }
 
 TEST_F(MonitorWindowTest, ServiceFormIsStartedByTheServiceManagerAndShownRunning) {
-  ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"QVDetails.ini"), {L"[Corvane]", L"Type=service"}));
+  ASSERT_TRUE(
+      WriteUtf16File(Folder().CommonFile(L"QVDetails.ini"), {L"[Corvane]", L"Type=service"}));
   RegisteredService service(Folder().Root() / kServiceExe, L"demand");
   ASSERT_TRUE(service.Ok());
   HWND w = Open(L"");
@@ -192,8 +213,8 @@ TEST_F(MonitorWindowTest, ServiceFormIsStartedByTheServiceManagerAndShownRunning
 TEST_F(MonitorWindowTest, ATransferIsDrawnInThePaneAndItsEndBringsBackTheIdlePane) {
   Schedule(L"0", ImmediateJob());
   // Four seconds between calls: time enough for a Refresh to draw each before the next.
-  Scenario({L"files = 2", L"steps = 4", L"step_ms = 4000",
-            L"[call]", L"sFileName = C:\\Data\\Tom & Jerry.avi", L"TimeRemaining = 13:00:00"});
+  Scenario({L"files = 2", L"steps = 4", L"step_ms = 4000", L"[call]",
+            L"sFileName = C:\\Data\\Tom & Jerry.avi", L"TimeRemaining = 13:00:00"});
   HWND w = Open(L"");
   ASSERT_NE(w, nullptr);
 
@@ -205,7 +226,8 @@ TEST_F(MonitorWindowTest, ATransferIsDrawnInThePaneAndItsEndBringsBackTheIdlePan
   EXPECT_TRUE(WaitUntil([&] {
     return Text(w, L"txtRsyncFileName1").find(L"Tom && Jerry.avi") != std::wstring::npos;
   })) << Utf8(Text(w, L"txtRsyncFileName1"));
-  EXPECT_EQ(Text(w, L"txtRsyncFileName1").rfind(L"[Full Backup] C:\\Data\\Tom && Jerry.avi", 0), 0u);
+  EXPECT_EQ(Text(w, L"txtRsyncFileName1").rfind(L"[Full Backup] C:\\Data\\Tom && Jerry.avi", 0),
+            0u);
   EXPECT_EQ(Text(w, L"txtRsyncTimeLeft"), L"");
 
   // A generated call: every part of the pane from the values the monitor kept.
@@ -224,8 +246,10 @@ TEST_F(MonitorWindowTest, ATransferIsDrawnInThePaneAndItsEndBringsBackTheIdlePan
   EXPECT_EQ(status.rfind(L"Status : ", 0), 0u) << Utf8(status);
   EXPECT_NE(status.find(L" out of 5.72 MB (" + Field(kept, L"sTrfRate") + L")"), std::wstring::npos)
       << Utf8(status);
-  EXPECT_EQ(ProgressPosition(Control(w, L"prgbarRsyncfile1")), std::stoi(Field(kept, L"iFileProg")));
-  EXPECT_EQ(ProgressPosition(Control(w, L"PrgbarRsyncTotal")), std::stoi(Field(kept, L"iTotalProg")));
+  EXPECT_EQ(ProgressPosition(Control(w, L"prgbarRsyncfile1")),
+            std::stoi(Field(kept, L"iFileProg")));
+  EXPECT_EQ(ProgressPosition(Control(w, L"PrgbarRsyncTotal")),
+            std::stoi(Field(kept, L"iTotalProg")));
   EXPECT_TRUE(Shown(w, L"chkbandwidth"));
   Shot("transfer");
 
@@ -283,9 +307,10 @@ TEST_F(MonitorWindowTest, StopTransferFromTheTrayMenuAsksAndTheEngineStopsAfterT
   ASSERT_NE(stopped, sim.end());
   const std::wstring last = L"Report " + After(*stopped, L"files=").substr(0, 1) + L".docx]";
   const Lines arrived = TraceAfter(kArrived);
-  EXPECT_EQ(std::count_if(arrived.begin(), arrived.end(),
-                          [&](const std::wstring& k) { return k.find(last) != std::wstring::npos; }),
-            4)
+  EXPECT_EQ(
+      std::count_if(arrived.begin(), arrived.end(),
+                    [&](const std::wstring& k) { return k.find(last) != std::wstring::npos; }),
+      4)
       << Utf8(last);
   EXPECT_TRUE(std::none_of(sim.begin(), sim.end(), [](const std::wstring& l) {
     return l.find(L"Report 5.docx]") != std::wstring::npos;

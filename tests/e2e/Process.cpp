@@ -146,10 +146,10 @@ namespace e2e {
 
 NulHandles::NulHandles() {
   SECURITY_ATTRIBUTES sa{sizeof(sa), nullptr, TRUE};
-  in_ = CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, &sa, OPEN_EXISTING,
-                    0, nullptr);
-  out_ = CreateFileW(L"NUL", GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &sa,
-                     OPEN_EXISTING, 0, nullptr);
+  in_ = CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, &sa, OPEN_EXISTING, 0,
+                    nullptr);
+  out_ = CreateFileW(L"NUL", GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &sa, OPEN_EXISTING,
+                     0, nullptr);
 }
 
 NulHandles::~NulHandles() {

@@ -27,8 +27,7 @@ TEST_F(StartupTest, SecondStartExitsSilentlyAndLeavesTheFirstAlone) {
     ASSERT_TRUE(code) << "the second monitor is still running";
     EXPECT_EQ(*code, 0u);
   }
-  EXPECT_FALSE(std::filesystem::exists(other.Trace()))
-      << "the second start traced its start-up";
+  EXPECT_FALSE(std::filesystem::exists(other.Trace())) << "the second start traced its start-up";
 
   ASSERT_TRUE(first->Running());
   auto windows = AllMonitorWindows();
@@ -208,8 +207,8 @@ class EngineTypeTest : public MonitorTest {
 
   static void WriteRegistryType(const std::optional<std::wstring>& value) {
     HKEY key = nullptr;
-    if (RegCreateKeyExW(HKEY_LOCAL_MACHINE, L"Software\\QVWin", 0, nullptr, 0,
-                        KEY_SET_VALUE, nullptr, &key, nullptr) != ERROR_SUCCESS) {
+    if (RegCreateKeyExW(HKEY_LOCAL_MACHINE, L"Software\\QVWin", 0, nullptr, 0, KEY_SET_VALUE,
+                        nullptr, &key, nullptr) != ERROR_SUCCESS) {
       ADD_FAILURE() << "cannot open HKLM\\Software\\QVWin";
       return;
     }
@@ -223,8 +222,8 @@ class EngineTypeTest : public MonitorTest {
 
   std::string Probe() {
     const auto probe = RunsFolder().parent_path() / L"e2e_enginetype.exe";
-    auto p = Process::Start(probe, L"\"" + Folder().Root().wstring() + L"\"", Folder().Root(),
-                            true);
+    auto p =
+        Process::Start(probe, L"\"" + Folder().Root().wstring() + L"\"", Folder().Root(), true);
     if (!p) return "cannot start " + probe.string();
     if (!p->WaitExit()) return "the probe did not end";
     std::string out = p->Output();
@@ -243,10 +242,10 @@ TEST_F(EngineTypeTest, TypeInQVDetailsBeatsTheRegistry) {
     bool service;
   };
   const Case cases[] = {
-      {L"exe", L"service", false},       // a non-empty file value wins
+      {L"exe", L"service", false},        // a non-empty file value wins
       {L"SERVICE ", std::nullopt, true},  // capitals and a trailing blank
       {L"Service", L"exe", true},
-      {L"", L"service", true},            // empty in the file: the registry decides
+      {L"", L"service", true},  // empty in the file: the registry decides
       {std::nullopt, L" Service", true},
       {std::nullopt, L"exe", false},
       {std::nullopt, std::nullopt, false},

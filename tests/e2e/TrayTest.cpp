@@ -21,9 +21,9 @@ class TrayTest : public MonitorTest {
 
   // 9007 twips are not a whole number of pixels: a store would write 9000.
   void StoreOddGeometry() {
-    ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"qvwin.ini"),
-                               {L"[LDPI]", L"MonWidth=9007", L"MonHeight=6007", L"MonTop=1507",
-                                L"MonLeft=3007"}));
+    ASSERT_TRUE(WriteUtf16File(
+        Folder().CommonFile(L"qvwin.ini"),
+        {L"[LDPI]", L"MonWidth=9007", L"MonHeight=6007", L"MonTop=1507", L"MonLeft=3007"}));
   }
   void ExpectOddGeometryKept() {
     EXPECT_EQ(Stored(L"MonWidth"), L"9007");
@@ -90,8 +90,8 @@ TEST_F(TrayTest, ShutdownFromTheTrayMenuEndsTheProgramAndStoresTheVisiblePlace) 
   ASSERT_NE(p, nullptr);
   auto w = MainWindow(p->Pid());
   ASSERT_TRUE(w && w->visible);
-  ASSERT_TRUE(SetWindowPos(w->hwnd, nullptr, 240, 120, 0, 0,
-                           SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE));
+  ASSERT_TRUE(
+      SetWindowPos(w->hwnd, nullptr, 240, 120, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE));
   ASSERT_TRUE(WaitUntil([&] { return Describe(w->hwnd).rect.left == 240; }));
   const WindowInfo moved = Describe(w->hwnd);
 
@@ -130,8 +130,8 @@ TEST_F(TrayTest, ShutdownWhileMinimisedLeavesTheStoredGeometryAsItWas) {
   auto w = MainWindow(p->Pid());
   ASSERT_TRUE(w && w->visible);
   // Moved first, so that a store would write a place of its own.
-  ASSERT_TRUE(SetWindowPos(w->hwnd, nullptr, 240, 120, 0, 0,
-                           SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE));
+  ASSERT_TRUE(
+      SetWindowPos(w->hwnd, nullptr, 240, 120, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE));
   ASSERT_TRUE(WaitUntil([&] { return Describe(w->hwnd).rect.left == 240; }));
   ShowWindowAsync(w->hwnd, SW_MINIMIZE);
   ASSERT_TRUE(WaitUntil([&] { return IsIconic(w->hwnd) != FALSE; }));

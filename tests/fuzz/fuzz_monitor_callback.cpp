@@ -19,13 +19,13 @@ namespace {
 
 using base::Text;
 
-#define Check(condition)                                                              \
-  do {                                                                                \
-    if (!(condition)) {                                                               \
+#define Check(condition)                                                               \
+  do {                                                                                 \
+    if (!(condition)) {                                                                \
       std::fprintf(stderr, "fuzz_monitor_callback: broken at line %d: %s\n", __LINE__, \
-                   #condition);                                                       \
-      std::abort();                                                                   \
-    }                                                                                 \
+                   #condition);                                                        \
+      std::abort();                                                                    \
+    }                                                                                  \
   } while (false)
 
 class Reader {

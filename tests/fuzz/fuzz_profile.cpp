@@ -39,8 +39,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   platform::PortableProfile profile(fs);
 
   for (std::size_t buffer : {std::size_t{0}, std::size_t{1}, std::size_t{3}, std::size_t{1024}}) {
-    Text value = profile.GetString(NameFrom(bytes, 1), NameFrom(bytes, size / 2), u"\"d\" ",
-                                   buffer, file);
+    Text value =
+        profile.GetString(NameFrom(bytes, 1), NameFrom(bytes, size / 2), u"\"d\" ", buffer, file);
     Check(buffer == 0 ? value.empty() : value.size() <= buffer - 1);
   }
 

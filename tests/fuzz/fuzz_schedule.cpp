@@ -20,13 +20,12 @@ namespace {
 using base::Text;
 
 // Says which promise broke before stopping the run.
-#define Check(condition)                                                      \
-  do {                                                                        \
-    if (!(condition)) {                                                       \
-      std::fprintf(stderr, "fuzz_schedule: broken at line %d: %s\n", __LINE__, \
-                   #condition);                                               \
-      std::abort();                                                           \
-    }                                                                         \
+#define Check(condition)                                                                    \
+  do {                                                                                      \
+    if (!(condition)) {                                                                     \
+      std::fprintf(stderr, "fuzz_schedule: broken at line %d: %s\n", __LINE__, #condition); \
+      std::abort();                                                                         \
+    }                                                                                       \
   } while (false)
 
 std::vector<Text> LinesOf(platform::FakeFileSystem& fs, const Text& path) {
@@ -36,10 +35,10 @@ std::vector<Text> LinesOf(platform::FakeFileSystem& fs, const Text& path) {
 // A field that ends in a lone U+0008 or holds a pair reads differently once written
 // between U+0008 pairs; only Days, the last field, may hold anything.
 bool SplitsCleanly(const jobstore::ScheduleRecord& r) {
-  for (const Text* f : {&r.RecordNo, &r.BackupSetName, &r.NextRun, &r.CreatedOn, &r.Destination,
-                        &r.FrequencyIndex, &r.JobKind, &r.Compression, &r.MailAddresses,
-                        &r.Reserved10, &r.Reserved11, &r.Reserved12, &r.Encryption, &r.Reserved14,
-                        &r.MailMode, &r.SortKey, &r.UserName, &r.EngineFlag}) {
+  for (const Text* f :
+       {&r.RecordNo, &r.BackupSetName, &r.NextRun, &r.CreatedOn, &r.Destination, &r.FrequencyIndex,
+        &r.JobKind, &r.Compression, &r.MailAddresses, &r.Reserved10, &r.Reserved11, &r.Reserved12,
+        &r.Encryption, &r.Reserved14, &r.MailMode, &r.SortKey, &r.UserName, &r.EngineFlag}) {
     if (f->find(jobstore::kSeparator) != Text::npos) return false;
     if (!f->empty() && f->back() == u'\b') return false;
   }
@@ -90,8 +89,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   // Update the record the flags point at (if the load made one), then check the file.
   size_t pick = app.Jobs.empty() ? 0 : (flags >> 5) % app.Jobs.size();
-  const auto hit =
-      jobstore::FindSeparator(before.size() > pick + 1 ? before[pick + 1] : Text());
+  const auto hit = jobstore::FindSeparator(before.size() > pick + 1 ? before[pick + 1] : Text());
   if (!app.Jobs.empty() && hit) {
     jobstore::ScheduleRecord r = app.Jobs[pick];
     const bool remove = (flags & 16) != 0;
@@ -101,7 +99,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // as it falls, as any appending writer would.
     const std::string raw = fake.fs.Bytes(app.ScheduleFilePath);
     const base::Utf16Content units = base::DecodeUtf16Le(raw);
-    const bool cleanEnd = !units.oddByte && (units.units.empty() || base::EndsWith(units.units, u"\n"));
+    const bool cleanEnd =
+        !units.oddByte && (units.units.empty() || base::EndsWith(units.units, u"\n"));
     const bool exact = !r.RecordNo.empty() || !goodState || cleanEnd || remove;
     jobstore::DB_WriteSchdata(app, r, remove);
 

@@ -7,7 +7,9 @@ namespace reference {
 
 // doc:constructor
 bkupjobnotify::bkupjobnotify(kit::Ui& ui, platform::ISystemInfo& system)
-    : Form(u"bkupjobnotify", {0, 0, 6750, 4050}, u"Desktop notification"), ui_(ui), system_(system) {
+    : Form(u"bkupjobnotify", {0, 0, 6750, 4050}, u"Desktop notification"),
+      ui_(ui),
+      system_(system) {
   // A notice comes up over the other windows and leaves the keyboard where it was.
   SetTopMost(true);
   SetShowWithoutActivation(true);

@@ -44,7 +44,9 @@ class bkupjobnotify : public kit::Form {
   kit::Label lblquota{*this, u"lblquota", {1140, 1920, 1700, 255}, u"Quota Information :"};
   kit::Label lblUserQuota{*this, u"lblUserQuota", {2850, 1920, 3600, 255}};
   kit::ProgressBar QVDiskPBar{*this, u"QVDiskPBar", {1140, 2250, 5250, 210}};
-  kit::Label Label2{*this, u"Label2", {330, 2820, 6100, 255},
+  kit::Label Label2{*this,
+                    u"Label2",
+                    {330, 2820, 6100, 255},
                     u"View the logs of the backup/restore scheduled jobs"};
   kit::PictureButton viewbkuplog{*this, u"viewbkuplog", {3600, 3390, 1350, 345}, u"&View Log"};
   kit::PictureButton cancel{*this, u"cancel", {5100, 3390, 1350, 345}, u"&Close"};

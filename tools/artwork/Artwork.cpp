@@ -86,18 +86,20 @@ void RefreshGlyph(Canvas& c, float cx, float cy, float r, float sw, float head, 
     const Point p = Polar(cx, cy, r, end);
     const Point dir{-std::sin(a), std::cos(a)};
     const Point n{std::cos(a), std::sin(a)};
-    c.Fill(Polygon({{p.x + dir.x * head * 1.15f, p.y + dir.y * head * 1.15f},
-                    {p.x + n.x * head - dir.x * head * 0.35f, p.y + n.y * head - dir.y * head * 0.35f},
-                    {p.x - n.x * head - dir.x * head * 0.35f, p.y - n.y * head - dir.y * head * 0.35f}}),
-           col);
+    c.Fill(
+        Polygon(
+            {{p.x + dir.x * head * 1.15f, p.y + dir.y * head * 1.15f},
+             {p.x + n.x * head - dir.x * head * 0.35f, p.y + n.y * head - dir.y * head * 0.35f},
+             {p.x - n.x * head - dir.x * head * 0.35f, p.y - n.y * head - dir.y * head * 0.35f}}),
+        col);
   }
 }
 
 Shape Check(float cx, float cy, float size, float sw) {
   // size is the width of the mark; the long stroke rises to the right.
   const float u = size / 12;
-  return Polyline({{cx - 6 * u, cy + 0.2f * u}, {cx - 2 * u, cy + 4.2f * u}, {cx + 6 * u, cy - 4.2f * u}},
-                  sw);
+  return Polyline(
+      {{cx - 6 * u, cy + 0.2f * u}, {cx - 2 * u, cy + 4.2f * u}, {cx + 6 * u, cy - 4.2f * u}}, sw);
 }
 
 Shape Cross(float cx, float cy, float half, float sw) {
@@ -125,18 +127,21 @@ Shape Cloud(float x, float y, float w) {
 }
 
 Shape ArrowUp(float cx, float top, float bottom, float headW, float shaftW) {
-  return Union(Polygon({{cx, top}, {cx + headW / 2, top + headW / 2}, {cx - headW / 2, top + headW / 2}}),
-               Rect(cx - shaftW / 2, top + headW / 2 - 0.5f, cx + shaftW / 2, bottom));
+  return Union(
+      Polygon({{cx, top}, {cx + headW / 2, top + headW / 2}, {cx - headW / 2, top + headW / 2}}),
+      Rect(cx - shaftW / 2, top + headW / 2 - 0.5f, cx + shaftW / 2, bottom));
 }
 
 Shape ArrowDown(float cx, float top, float bottom, float headW, float shaftW) {
-  return Union(
-      Polygon({{cx, bottom}, {cx + headW / 2, bottom - headW / 2}, {cx - headW / 2, bottom - headW / 2}}),
-      Rect(cx - shaftW / 2, top, cx + shaftW / 2, bottom - headW / 2 + 0.5f));
+  return Union(Polygon({{cx, bottom},
+                        {cx + headW / 2, bottom - headW / 2},
+                        {cx - headW / 2, bottom - headW / 2}}),
+               Rect(cx - shaftW / 2, top, cx + shaftW / 2, bottom - headW / 2 + 0.5f));
 }
 
 // A round badge at (cx, cy) with a clear gap around it, cut into what lies below.
-void Badge(Canvas& c, float cx, float cy, float r, float gap, const Color& top, const Color& bottom) {
+void Badge(Canvas& c, float cx, float cy, float r, float gap, const Color& top,
+           const Color& bottom) {
   c.Erase(Circle(cx, cy, r + gap));
   c.Fill(Circle(cx, cy, r), VerticalGradient(cy - r, top, cy + r, bottom));
 }
@@ -218,21 +223,27 @@ void GlyphEdit(Canvas& c, const Ctx& k, const Color& ink, const Color&) {
   const Point u{(b.x - a.x) / len, (b.y - a.y) / len};
   const Point n{-u.y, u.x};
   const float hw = k.S(2.6f), tip = k.S(4.2f), gap = k.S(1.1f), cap = k.S(3.2f);
-  auto at = [&](float t, float side) { return Point{a.x + u.x * t + n.x * side, a.y + u.y * t + n.y * side}; };
+  auto at = [&](float t, float side) {
+    return Point{a.x + u.x * t + n.x * side, a.y + u.y * t + n.y * side};
+  };
   c.Fill(Polygon({at(0, 0), at(tip, hw), at(tip, -hw)}), ink);
-  c.Fill(Polygon({at(tip + gap, hw), at(len - cap - gap, hw), at(len - cap - gap, -hw), at(tip + gap, -hw)}),
+  c.Fill(Polygon({at(tip + gap, hw), at(len - cap - gap, hw), at(len - cap - gap, -hw),
+                  at(tip + gap, -hw)}),
          ink);
-  c.Fill(Polygon({at(len - cap, hw), at(len, hw), at(len, -hw), at(len - cap, -hw)}, k.S(0.4f)), ink);
+  c.Fill(Polygon({at(len - cap, hw), at(len, hw), at(len, -hw), at(len - cap, -hw)}, k.S(0.4f)),
+         ink);
 }
 
 void GlyphDelete(Canvas& c, const Ctx& k, const Color& ink, const Color& face) {
   const float lidTop = k.P(9), lidH = k.W(2);
   c.Fill(RoundRect(k.P(8), lidTop, k.P(24), lidTop + lidH, k.S(0.8f)), ink);
   c.Fill(Outline(RoundRect(k.P(13), k.P(6), k.P(19), lidTop + k.S(0.5f), k.S(1)), k.W(2)), ink);
-  c.Fill(Polygon({{k.S(10), k.S(12.5f)}, {k.S(22), k.S(12.5f)}, {k.S(21), k.S(25)}, {k.S(11), k.S(25)}},
-                 k.S(0.6f)),
+  c.Fill(Polygon(
+             {{k.S(10), k.S(12.5f)}, {k.S(22), k.S(12.5f)}, {k.S(21), k.S(25)}, {k.S(11), k.S(25)}},
+             k.S(0.6f)),
          ink);
-  for (float x : {13.6f, 16.0f, 18.4f}) c.Fill(Line({k.S(x), k.S(15.5f)}, {k.S(x), k.S(22)}, k.S(1.2f)), face);
+  for (float x : {13.6f, 16.0f, 18.4f})
+    c.Fill(Line({k.S(x), k.S(15.5f)}, {k.S(x), k.S(22)}, k.S(1.2f)), face);
 }
 
 void GlyphPlay(Canvas& c, const Ctx& k, const Color& ink, const Color&) {
@@ -323,7 +334,8 @@ void TrafficLight(Canvas& c, const Ctx& k, int lit) {
     const float cy = k.S(8 + 12 * i), cx = k.Cx(), r = k.S(5);
     if (i == lit) {
       c.Fill(Circle(cx, cy, r), VerticalGradient(cy - r, lights[i], cy + r, lamps[i]));
-      c.Fill(Circle(cx - k.S(1.4f), cy - k.S(1.6f), k.S(1.5f)), WithAlpha(pal::white, 0.55f), k.S(1.5f));
+      c.Fill(Circle(cx - k.S(1.4f), cy - k.S(1.6f), k.S(1.5f)), WithAlpha(pal::white, 0.55f),
+             k.S(1.5f));
     } else {
       c.Fill(Circle(cx, cy, r), Rgb(0x47555C));
       c.Fill(Circle(cx, cy, r - k.W(1)), Mix(lamps[i], Rgb(0x3A474E), 0.78f));
@@ -375,8 +387,10 @@ void DayBox(Canvas& c, const Ctx& k, int kind) {
 void Pager(Canvas& c, const Ctx& k, bool next, bool enabled) {
   Face(c, k, 0, 0, k.w, k.h, k.S(3), enabled ? State::Normal : State::Disabled);
   const float d = next ? 1 : -1, cx = k.Cx() + k.S(0.5f) * d;
-  c.Fill(Polyline({{cx - k.S(2) * d, k.S(6)}, {cx + k.S(2) * d, k.S(10)}, {cx - k.S(2) * d, k.S(14)}}, k.S(2)),
-         enabled ? pal::tealDark : pal::grey300);
+  c.Fill(
+      Polyline({{cx - k.S(2) * d, k.S(6)}, {cx + k.S(2) * d, k.S(10)}, {cx - k.S(2) * d, k.S(14)}},
+               k.S(2)),
+      enabled ? pal::tealDark : pal::grey300);
 }
 
 void BackupNowPicture(Canvas& c, const Ctx& k) {
@@ -384,8 +398,12 @@ void BackupNowPicture(Canvas& c, const Ctx& k) {
   c.Fill(cloud, VerticalGradient(k.S(5), pal::tealBright, k.S(23), pal::teal));
   c.Fill(ArrowUp(k.S(15.5f), k.S(9.5f), k.S(20.5f), k.S(8), k.S(3)), pal::white);
   Badge(c, k.S(24.5f), k.S(24.5f), k.S(6.5f), k.S(1.5f), pal::amberLight, pal::amber);
-  c.Fill(Polygon({{k.S(25.6f), k.S(19.8f)}, {k.S(22.2f), k.S(25.2f)}, {k.S(24.6f), k.S(25.2f)},
-                  {k.S(23.4f), k.S(29.2f)}, {k.S(26.8f), k.S(23.8f)}, {k.S(24.4f), k.S(23.8f)}}),
+  c.Fill(Polygon({{k.S(25.6f), k.S(19.8f)},
+                  {k.S(22.2f), k.S(25.2f)},
+                  {k.S(24.6f), k.S(25.2f)},
+                  {k.S(23.4f), k.S(29.2f)},
+                  {k.S(26.8f), k.S(23.8f)},
+                  {k.S(24.4f), k.S(23.8f)}}),
          pal::amberInk);
 }
 
@@ -394,11 +412,14 @@ void CalendarPicture(Canvas& c, const Ctx& k) {
   const Shape body = RoundRect(k.P(1), k.P(2), k.P(15), k.P(15), k.S(2));
   c.Fill(body, pal::tealDark);
   c.Fill(Inset(body, k.W(1)), pal::white);
-  c.Fill(Intersect(body, Rect(0, 0, k.w, k.P(6))), VerticalGradient(k.S(2), pal::tealBright, k.S(6), pal::teal));
-  for (float x : {4.0f, 11.0f}) c.Fill(RoundRect(k.P(x), k.P(1), k.P(x) + k.W(1), k.P(4), 0), pal::tealDeep);
+  c.Fill(Intersect(body, Rect(0, 0, k.w, k.P(6))),
+         VerticalGradient(k.S(2), pal::tealBright, k.S(6), pal::teal));
+  for (float x : {4.0f, 11.0f})
+    c.Fill(RoundRect(k.P(x), k.P(1), k.P(x) + k.W(1), k.P(4), 0), pal::tealDeep);
   if (k.w >= 24) {
     c.Fill(Circle(k.S(11), k.S(11.2f), k.S(3.6f)), pal::amber);
-    c.Fill(Polyline({{k.S(11), k.S(9.2f)}, {k.S(11), k.S(11.4f)}, {k.S(12.6f), k.S(11.4f)}}, k.S(0.9f)),
+    c.Fill(Polyline({{k.S(11), k.S(9.2f)}, {k.S(11), k.S(11.4f)}, {k.S(12.6f), k.S(11.4f)}},
+                    k.S(0.9f)),
            pal::white);
     for (int i = 0; i < 2; ++i)
       for (int j = 0; j < 2; ++j)
@@ -408,7 +429,8 @@ void CalendarPicture(Canvas& c, const Ctx& k) {
   } else {
     for (int i = 0; i < 3; ++i)
       for (int j = 0; j < 2; ++j)
-        c.Fill(Rect(k.P(3.5f + 3 * i), k.P(8 + 3 * j), k.P(3.5f + 3 * i) + k.W(2), k.P(8 + 3 * j) + k.W(2)),
+        c.Fill(Rect(k.P(3.5f + 3 * i), k.P(8 + 3 * j), k.P(3.5f + 3 * i) + k.W(2),
+                    k.P(8 + 3 * j) + k.W(2)),
                i == 2 && j == 1 ? pal::amber : pal::tealMid);
   }
 }
@@ -416,7 +438,10 @@ void CalendarPicture(Canvas& c, const Ctx& k) {
 // ---------------------------------------------------------------- sessions
 
 void LogsPicture(Canvas& c, const Ctx& k) {
-  const Shape page = Polygon({{k.P(6), k.P(3)}, {k.P(20), k.P(3)}, {k.P(26), k.P(9)}, {k.P(26), k.P(29)},
+  const Shape page = Polygon({{k.P(6), k.P(3)},
+                              {k.P(20), k.P(3)},
+                              {k.P(26), k.P(9)},
+                              {k.P(26), k.P(29)},
                               {k.P(6), k.P(29)}});
   c.Fill(page, pal::teal);
   c.Fill(Inset(page, k.W(1)), VerticalGradient(0, pal::white, k.h, pal::tealMist));
@@ -426,13 +451,14 @@ void LogsPicture(Canvas& c, const Ctx& k) {
     c.Fill(Rect(k.P(10), y, k.P(i == 3 ? 16 : 22), y + k.W(1.5f)), pal::tealMid);
   }
   Badge(c, k.S(24), k.S(24), k.S(7), k.S(1.5f), pal::tealBright, pal::teal);
-  c.Fill(Polyline({{k.S(24), k.S(20)}, {k.S(24), k.S(24.5f)}, {k.S(27), k.S(24.5f)}}, k.S(1.6f)), pal::white);
+  c.Fill(Polyline({{k.S(24), k.S(20)}, {k.S(24), k.S(24.5f)}, {k.S(27), k.S(24.5f)}}, k.S(1.6f)),
+         pal::white);
 }
 
 void SessionIcon(Canvas& c, const Ctx& k, bool restore) {
   const float r = k.Cx() - k.S(0.5f);
-  c.Fill(Circle(k.Cx(), k.Cy(), r), VerticalGradient(0, restore ? pal::tealMid : pal::tealBright, k.h,
-                                                     restore ? pal::tealDark : pal::teal));
+  c.Fill(Circle(k.Cx(), k.Cy(), r), VerticalGradient(0, restore ? pal::tealMid : pal::tealBright,
+                                                     k.h, restore ? pal::tealDark : pal::teal));
   const float cx = k.Cx();
   if (restore)
     c.Fill(ArrowDown(cx, k.S(3.5f), k.S(12.5f), k.S(7), k.E(2)), pal::white);
@@ -445,8 +471,9 @@ void SessionIcon(Canvas& c, const Ctx& k, bool restore) {
 void ResultBadge(Canvas& c, const Ctx& k, bool ok) {
   const float cx = k.Cx(), cy = k.Cy();
   c.Fill(Circle(cx, cy, k.S(19.5f)), ok ? pal::greenPale : pal::redPale);
-  c.Fill(Circle(cx, cy, k.S(15)), VerticalGradient(cy - k.S(15), ok ? pal::greenLight : pal::redLight,
-                                                    cy + k.S(15), ok ? pal::green : pal::red));
+  c.Fill(Circle(cx, cy, k.S(15)),
+         VerticalGradient(cy - k.S(15), ok ? pal::greenLight : pal::redLight, cy + k.S(15),
+                          ok ? pal::green : pal::red));
   if (ok)
     c.Fill(Check(cx, cy + k.S(0.5f), k.S(14), k.S(3.6f)), pal::white);
   else
@@ -485,8 +512,12 @@ void LogoMonitor(Canvas& c, const Ctx& k) {
   Mark(c, inner);
   Badge(c, k.S(51), k.S(51), k.S(11), k.S(2.5f), pal::white, pal::tealMist);
   c.Fill(Ring(k.S(51), k.S(51), k.S(10.2f), k.S(1.6f)), pal::tealSoft);
-  c.Fill(Polyline({{k.S(44), k.S(52)}, {k.S(47.5f), k.S(52)}, {k.S(49.5f), k.S(46)}, {k.S(52.5f), k.S(57)},
-                   {k.S(54.5f), k.S(51)}, {k.S(58), k.S(51)}},
+  c.Fill(Polyline({{k.S(44), k.S(52)},
+                   {k.S(47.5f), k.S(52)},
+                   {k.S(49.5f), k.S(46)},
+                   {k.S(52.5f), k.S(57)},
+                   {k.S(54.5f), k.S(51)},
+                   {k.S(58), k.S(51)}},
                   k.S(2)),
          pal::teal);
 }
@@ -508,7 +539,8 @@ void TrayIcon(Canvas& c, const Ctx& k, Tray t, bool light) {
   if (light && greyed) top = pal::grey500, bottom = pal::grey700, edge = pal::ink;
   const Shape tile = RoundRect(0, 0, k.w, k.h, k.S(3.5f));
   c.Fill(tile, edge);
-  c.Fill(Inset(tile, std::max(1.0f, std::round(k.S(0.75f)))), VerticalGradient(0, top, k.h, bottom));
+  c.Fill(Inset(tile, std::max(1.0f, std::round(k.S(0.75f)))),
+         VerticalGradient(0, top, k.h, bottom));
   // The shaft's edges sit on whole pixels; the head is centred on the shaft.
   const float left = k.P(5), right = k.P(8);
   c.Fill(ArrowUp((left + right) / 2, k.S(2.6f), k.P(12), k.S(8), right - left), pal::white);
@@ -533,13 +565,18 @@ void TrayIcon(Canvas& c, const Ctx& k, Tray t, bool light) {
       if (k.w >= 24) c.Fill(Check(bx, by, k.S(5), k.S(1.2f)), ink);
       break;
     case Tray::Paused:
-      for (float dx : {-1.2f, 1.2f}) c.Fill(Line({bx + k.S(dx), by - k.S(1.7f)}, {bx + k.S(dx), by + k.S(1.7f)}, k.S(1.3f)), ink);
+      for (float dx : {-1.2f, 1.2f})
+        c.Fill(Line({bx + k.S(dx), by - k.S(1.7f)}, {bx + k.S(dx), by + k.S(1.7f)}, k.S(1.3f)),
+               ink);
       break;
     case Tray::Stopped:
       c.Fill(Rect(bx - k.S(1.6f), by - k.S(1.6f), bx + k.S(1.6f), by + k.S(1.6f)), ink);
       break;
     case Tray::Transfer:
-      c.Fill(Polygon({{bx, by - k.S(2.6f)}, {bx + k.S(2.4f), by + k.S(0.2f)}, {bx - k.S(2.4f), by + k.S(0.2f)}}), ink);
+      c.Fill(Polygon({{bx, by - k.S(2.6f)},
+                      {bx + k.S(2.4f), by + k.S(0.2f)},
+                      {bx - k.S(2.4f), by + k.S(0.2f)}}),
+             ink);
       c.Fill(Rect(bx - k.S(0.8f), by, bx + k.S(0.8f), by + k.S(2.4f)), ink);
       break;
     case Tray::Unknown:
@@ -558,8 +595,10 @@ void Background(Canvas& c, const Ctx& k, Decor decor) {
   const float band = k.P(34);
   c.FloodRows(VerticalGradient(band, pal::white, k.h, Rgb(0xEDF4F5)));
   c.Fill(Rect(0, 0, k.w, band), VerticalGradient(0, Rgb(0x12858F), band, pal::tealDark));
-  c.Fill(Intersect(Circle(k.w - k.S(30), k.S(-40), k.S(90)), Rect(0, 0, k.w, band)), WithAlpha(pal::white, 0.06f));
-  c.Fill(Intersect(Circle(k.w - k.S(150), k.S(80), k.S(100)), Rect(0, 0, k.w, band)), WithAlpha(pal::white, 0.04f));
+  c.Fill(Intersect(Circle(k.w - k.S(30), k.S(-40), k.S(90)), Rect(0, 0, k.w, band)),
+         WithAlpha(pal::white, 0.06f));
+  c.Fill(Intersect(Circle(k.w - k.S(150), k.S(80), k.S(100)), Rect(0, 0, k.w, band)),
+         WithAlpha(pal::white, 0.04f));
   c.Fill(Rect(0, band, k.w, band + k.W(1)), pal::tealMid);
   if (decor != Decor::Plain) {
     c.Fill(Intersect(Circle(k.w + k.S(10), k.h + k.S(30), k.S(150)), Rect(0, band, k.w, k.h)),
@@ -570,7 +609,8 @@ void Background(Canvas& c, const Ctx& k, Decor decor) {
   if (decor == Decor::About) {
     const TextStyle st{k.S(3.2f), k.S(3.4f), 0.8f};
     const float tw = TextWidth("Corvane", st);
-    c.Fill(TextShape("Corvane", k.w - tw - k.S(26), k.h - k.S(24), st), WithAlpha(pal::teal, 0.16f));
+    c.Fill(TextShape("Corvane", k.w - tw - k.S(26), k.h - k.S(24), st),
+           WithAlpha(pal::teal, 0.16f));
   }
   // The frame as four bars: a full-canvas outline shape would cost a distance
   // evaluation for every pixel of the window.
@@ -589,15 +629,23 @@ DrawFn Bg(Decor d) {
 
 std::vector<Picture> Build() {
   std::vector<Picture> v;
-  auto bmp = [&](std::string key, int w, int h, std::string group, std::string use, std::string states,
-                 DrawFn draw) {
-    v.push_back({std::move(key), Kind::Bitmap, "", w, h, {}, std::move(group), std::move(use),
-                 std::move(states), std::move(draw)});
+  auto bmp = [&](std::string key, int w, int h, std::string group, std::string use,
+                 std::string states, DrawFn draw) {
+    v.push_back({std::move(key),
+                 Kind::Bitmap,
+                 "",
+                 w,
+                 h,
+                 {},
+                 std::move(group),
+                 std::move(use),
+                 std::move(states),
+                 std::move(draw)});
   };
-  auto ico = [&](std::string file, std::string folder, int grid, std::vector<int> sizes, std::string group,
-                 std::string use, std::string states, DrawFn draw) {
-    v.push_back({std::move(file), Kind::Icon, std::move(folder), grid, grid, std::move(sizes), std::move(group),
-                 std::move(use), std::move(states), std::move(draw)});
+  auto ico = [&](std::string file, std::string folder, int grid, std::vector<int> sizes,
+                 std::string group, std::string use, std::string states, DrawFn draw) {
+    v.push_back({std::move(file), Kind::Icon, std::move(folder), grid, grid, std::move(sizes),
+                 std::move(group), std::move(use), std::move(states), std::move(draw)});
   };
 
   // Message box.
@@ -609,11 +657,13 @@ std::vector<Picture> Build() {
 
   const std::string corner = "Corner pictures";
   bmp("qv_small_help", 16, 16, corner,
-      "`Picture1` (help) of the monitor window, `bkupjobnotify`, `frmBKErrNotify`, the dial-up window, "
+      "`Picture1` (help) of the monitor window, `bkupjobnotify`, `frmBKErrNotify`, the dial-up "
+      "window, "
       "`frmUpdatePassword`",
       "single picture", SmallHelp);
   bmp("qv_small_close", 16, 16, corner,
-      "`MsgClose` of `MesgBox`, `btnClose` of the monitor window, `Picture2` (close) of the notices, the "
+      "`MsgClose` of `MesgBox`, `btnClose` of the monitor window, `Picture2` (close) of the "
+      "notices, the "
       "dial-up window and `frmUpdatePassword`",
       "single picture", SmallClose);
 
@@ -625,8 +675,9 @@ std::vector<Picture> Build() {
     const char* use;
   };
   const Fam fams[] = {
-      {"button", 53, "the standard key: every skinned button given an empty key (`MesgBox` `cmdButton`, "
-                     "View Log, Close, Apply, Reset, Send, Exit, Backup Now ...)"},
+      {"button", 53,
+       "the standard key: every skinned button given an empty key (`MesgBox` `cmdButton`, "
+       "View Log, Close, Apply, Reset, Send, Exit, Backup Now ...)"},
       {"button_OK", 64, "`lblcopy` (OK) of `AboutQVWIN`"},
       {"button_med", 90, "View Details, Delete Log and Close of `frmSessionLog`"},
       {"button_large200", 120, "`Disconnect` of the dial-up window (its countdown caption)"},
@@ -643,35 +694,41 @@ std::vector<Picture> Build() {
       {"_dis", State::Disabled, "disabled (extra, for a renderer that shows it); grey label"},
   };
   for (const Fam& f : fams)
-    for (const St& s : sts) bmp(std::string(f.base) + s.suffix, f.w, 23, btn, f.use, s.text, Button(s.state));
+    for (const St& s : sts)
+      bmp(std::string(f.base) + s.suffix, f.w, 23, btn, f.use, s.text, Button(s.state));
 
   // Main window.
   const std::string mon = "Monitor window";
   bmp("qvmon_view", 24, 24, mon, "`btnLogFile` (view the scheduled jobs log)", "single picture",
       Tile(State::Normal, ViewGlyph));
-  bmp("qvmon_refresh", 24, 24, mon, "`btnRefresh`", "single picture", Tile(State::Normal, SmallRefreshGlyph));
-  bmp("qvmon_stop", 24, 24, mon, "`btnStopTransfer`", "single picture", Tile(State::Normal, StopGlyph));
-  bmp("qv_nor", 64, 64, mon, "`pic_nor`, the picture of the idle pane (`FrameNormal`)", "single picture",
-      IdlePane);
+  bmp("qvmon_refresh", 24, 24, mon, "`btnRefresh`", "single picture",
+      Tile(State::Normal, SmallRefreshGlyph));
+  bmp("qvmon_stop", 24, 24, mon, "`btnStopTransfer`", "single picture",
+      Tile(State::Normal, StopGlyph));
+  bmp("qv_nor", 64, 64, mon, "`pic_nor`, the picture of the idle pane (`FrameNormal`)",
+      "single picture", IdlePane);
   bmp("tab_status_sel", 88, 24, mon, "`pic_Status`, tab image list entry 1", "Status tab selected",
       [](Canvas& c, const Ctx& k) { TabFace(c, k, true, "Status", true); });
   bmp("tab_status", 88, 24, mon, "`pic_Status`, tab image list entry 2", "Status tab not selected",
       [](Canvas& c, const Ctx& k) { TabFace(c, k, false, "Status", true); });
-  bmp("tab_details_sel", 88, 24, mon, "`cmdDetails`, tab image list entry 3", "Details tab selected",
+  bmp("tab_details_sel", 88, 24, mon, "`cmdDetails`, tab image list entry 3",
+      "Details tab selected",
       [](Canvas& c, const Ctx& k) { TabFace(c, k, true, "Details", false); });
-  bmp("tab_details", 88, 24, mon, "`cmdDetails`, tab image list entry 4", "Details tab not selected",
+  bmp("tab_details", 88, 24, mon, "`cmdDetails`, tab image list entry 4",
+      "Details tab not selected",
       [](Canvas& c, const Ctx& k) { TabFace(c, k, false, "Details", false); });
   bmp("light_green", 16, 40, mon, "`TrafficLights1`, status image list entry 5", "running",
       [](Canvas& c, const Ctx& k) { TrafficLight(c, k, 2); });
-  bmp("light_amber", 16, 40, mon, "`TrafficLights1`, status image list entry 6", "paused, stopping, unknown",
-      [](Canvas& c, const Ctx& k) { TrafficLight(c, k, 1); });
+  bmp("light_amber", 16, 40, mon, "`TrafficLights1`, status image list entry 6",
+      "paused, stopping, unknown", [](Canvas& c, const Ctx& k) { TrafficLight(c, k, 1); });
   bmp("light_red", 16, 40, mon, "`TrafficLights1`, status image list entry 7", "stopped",
       [](Canvas& c, const Ctx& k) { TrafficLight(c, k, 0); });
-  bmp("light_off", 16, 40, mon, "`TrafficLights1`, the waiting image (Start, Stop clicks)", "waiting",
-      [](Canvas& c, const Ctx& k) { TrafficLight(c, k, -1); });
-  bmp("slider_box", 150, 18, mon, "`PictSliderBox1`, the bandwidth slider's track", "single picture", SliderBox);
-  bmp("slider_knob2", 12, 18, mon, "`PictSliderKnob1`, the bandwidth slider's knob", "single picture",
-      SliderKnob);
+  bmp("light_off", 16, 40, mon, "`TrafficLights1`, the waiting image (Start, Stop clicks)",
+      "waiting", [](Canvas& c, const Ctx& k) { TrafficLight(c, k, -1); });
+  bmp("slider_box", 150, 18, mon, "`PictSliderBox1`, the bandwidth slider's track",
+      "single picture", SliderBox);
+  bmp("slider_knob2", 12, 18, mon, "`PictSliderKnob1`, the bandwidth slider's knob",
+      "single picture", SliderKnob);
 
   // Job screens.
   const std::string jobs = "Job screens";
@@ -684,7 +741,8 @@ std::vector<Picture> Build() {
       {"edit", "`Pic_Edit` of `frmManageScheduledJobs`", GlyphEdit},
       {"del", "`Pic_Delete` of `frmManageScheduledJobs` and `frmDTEmail`", GlyphDelete},
       {"imme", "`Pic_Imme` (run now) of `frmManageScheduledJobs`", GlyphPlay},
-      {"stop", "`Pic_Sttrf` (stop transfer) of `frmManageScheduledJobs` and `frmDTEmail`", GlyphStop},
+      {"stop", "`Pic_Sttrf` (stop transfer) of `frmManageScheduledJobs` and `frmDTEmail`",
+       GlyphStop},
       {"stcomp", "`Pic_Stcomp` (stop completely) of `frmManageScheduledJobs`", GlyphPower},
       {"ref", "`Pic_Refresh` of `frmManageScheduledJobs` and `frmDTEmail`", GlyphRefresh},
   };
@@ -695,20 +753,23 @@ std::vector<Picture> Build() {
       {"_dis", State::Disabled, "disabled"},
   };
   for (const Btn& b : btns)
-    for (const St& s : pst) bmp(std::string(b.base) + s.suffix, 32, 32, jobs, b.use, s.text, Tile(s.state, b.glyph));
-  bmp("checked", 16, 16, jobs, "day buttons `pic_Sun_Day` ... `Pic_Sat_Day` of `frmDTEmail`", "day chosen",
-      [](Canvas& c, const Ctx& k) { DayBox(c, k, 1); });
+    for (const St& s : pst)
+      bmp(std::string(b.base) + s.suffix, 32, 32, jobs, b.use, s.text, Tile(s.state, b.glyph));
+  bmp("checked", 16, 16, jobs, "day buttons `pic_Sun_Day` ... `Pic_Sat_Day` of `frmDTEmail`",
+      "day chosen", [](Canvas& c, const Ctx& k) { DayBox(c, k, 1); });
   bmp("gen", 16, 16, jobs, "day buttons of `frmDTEmail`", "day not chosen",
       [](Canvas& c, const Ctx& k) { DayBox(c, k, 0); });
   bmp("dis", 16, 16, jobs, "day buttons of `frmDTEmail`", "disabled",
       [](Canvas& c, const Ctx& k) { DayBox(c, k, 2); });
-  bmp("qv_backup_imm", 32, 32, jobs, "the picture of `frmBackupNow`", "single picture", BackupNowPicture);
-  bmp("qv_sch4", 16, 16, jobs, "the form icon of `frmDTEmail` (as an image list picture)", "single picture",
-      CalendarPicture);
+  bmp("qv_backup_imm", 32, 32, jobs, "the picture of `frmBackupNow`", "single picture",
+      BackupNowPicture);
+  bmp("qv_sch4", 16, 16, jobs, "the form icon of `frmDTEmail` (as an image list picture)",
+      "single picture", CalendarPicture);
   ico("qv_sch4.ico", "", 16, kSmallIconSizes, jobs, "the form icon of `frmDTEmail` (as an icon)",
       "single picture", CalendarPicture);
-  bmp("bg_auto", 675, 520, jobs, "background of `frmManageScheduledJobs` (675 x 520) and `frmSessionLog`",
-      "single picture", Bg(Decor::Plain));
+  bmp("bg_auto", 675, 520, jobs,
+      "background of `frmManageScheduledJobs` (675 x 520) and `frmSessionLog`", "single picture",
+      Bg(Decor::Plain));
 
   // Session log.
   const std::string ses = "Session Log";
@@ -728,31 +789,35 @@ std::vector<Picture> Build() {
 
   // Notifications.
   const std::string notes = "Notifications and dialogs";
-  bmp("qv_desk_notify", 450, 270, notes, "background of `bkupjobnotify` (6750 x 4050 twips)", "single picture",
-      Bg(Decor::Plain));
+  bmp("qv_desk_notify", 450, 270, notes, "background of `bkupjobnotify` (6750 x 4050 twips)",
+      "single picture", Bg(Decor::Plain));
   bmp("qv_dsktp_notification", 360, 190, notes,
-      "background of `frmBKErrNotify`, `frmUpdatePassword` (5400 x 2850 twips) and the dial-up window",
+      "background of `frmBKErrNotify`, `frmUpdatePassword` (5400 x 2850 twips) and the dial-up "
+      "window",
       "single picture", Bg(Decor::Plain));
   bmp("qv_desknoti_success", 40, 40, notes, "`PicSuccessJob` of `bkupjobnotify`", "job succeeded",
       [](Canvas& c, const Ctx& k) { ResultBadge(c, k, true); });
   bmp("qv_desknoti_fail", 40, 40, notes, "`PicFailedJob` of `bkupjobnotify` and `frmBKErrNotify`",
       "job failed / missed", [](Canvas& c, const Ctx& k) { ResultBadge(c, k, false); });
-  bmp("qv_medium", 575, 422, notes, "`picbkgrd` of `frmErrorReport` (8625 x 6330 twips)", "single picture",
-      Bg(Decor::Plain));
+  bmp("qv_medium", 575, 422, notes, "`picbkgrd` of `frmErrorReport` (8625 x 6330 twips)",
+      "single picture", Bg(Decor::Plain));
   bmp("qv_feedback", 32, 32, notes, "`imgTitleinfo` of `frmErrorReport`", "single picture",
       [](Canvas& c, const Ctx& k) {
         const Shape env = RoundRect(k.P(2), k.P(7), k.P(28), k.P(25), k.S(2.5f));
         c.Fill(env, pal::teal);
         c.Fill(Inset(env, k.W(1)), VerticalGradient(k.S(7), pal::white, k.S(25), pal::tealPale));
-        c.Fill(Polyline({{k.S(3.5f), k.S(9)}, {k.S(15), k.S(17.5f)}, {k.S(26.5f), k.S(9)}}, k.S(1.8f)), pal::teal);
+        c.Fill(
+            Polyline({{k.S(3.5f), k.S(9)}, {k.S(15), k.S(17.5f)}, {k.S(26.5f), k.S(9)}}, k.S(1.8f)),
+            pal::teal);
         Badge(c, k.S(25), k.S(24), k.S(6.5f), k.S(1.5f), pal::amberLight, pal::amber);
         c.Fill(RoundRect(k.S(24), k.S(20), k.S(26), k.S(25), k.S(0.8f)), pal::amberInk);
         c.Fill(Circle(k.S(25), k.S(27.3f), k.S(1.1f)), pal::amberInk);
       });
-  bmp("qv_about_us", 450, 330, notes, "`picbkgrd` of `AboutQVWIN` with the standard title", "single picture",
-      Bg(Decor::About));
-  bmp("qv_cust_about_us", 450, 330, notes, "`picbkgrd` of `AboutQVWIN` with a custom title (no word mark)",
-      "single picture", Bg(Decor::CustomAbout));
+  bmp("qv_about_us", 450, 330, notes, "`picbkgrd` of `AboutQVWIN` with the standard title",
+      "single picture", Bg(Decor::About));
+  bmp("qv_cust_about_us", 450, 330, notes,
+      "`picbkgrd` of `AboutQVWIN` with a custom title (no word mark)", "single picture",
+      Bg(Decor::CustomAbout));
   bmp("qv_logo_monitor", 64, 64, notes, "`imglogo` of `AboutQVWIN`", "single picture", LogoMonitor);
 
   // Tray: each state for the default dark taskbar and, as <file>_light.ico, for a
@@ -781,12 +846,14 @@ std::vector<Picture> Build() {
   // since MonitorIcon.ico there freezes the tray icon.
   const std::string brand = "Branding files (folder `branding/`)";
   ico("MonitorIcon.ico", "branding", 32, kBrandSizes, brand,
-      "`images\\MonitorIcon.ico`: replaces the tray icon and the window icon in every state", "single picture",
-      MarkIcon());
+      "`images\\MonitorIcon.ico`: replaces the tray icon and the window icon in every state",
+      "single picture", MarkIcon());
   ico("qvwin-desktop4.ico", "branding", 32, kBrandSizes, brand,
-      "`images\\qvwin-desktop4.ico`: icon used when `Config.txt` is present", "single picture", MarkIcon());
+      "`images\\qvwin-desktop4.ico`: icon used when `Config.txt` is present", "single picture",
+      MarkIcon());
   ico("Screenicon.ico", "branding", 32, kBrandSizes, brand,
-      "`images\\Screenicon.ico`: icon of the forms under a custom title", "single picture", MarkIcon());
+      "`images\\Screenicon.ico`: icon of the forms under a custom title", "single picture",
+      MarkIcon());
   ico("QVMonitor.ico", "app", 32, kBrandSizes, "Program icon (folder `app/`)",
       "icon resource of `QVMonitor.exe`", "single picture", MarkIcon());
   return v;
@@ -798,9 +865,7 @@ float Ctx::P(float v) const { return std::round(v * s); }
 
 float Ctx::W(float v) const { return std::max(1.0f, std::round(v * s)); }
 
-float Ctx::E(float v) const {
-  return 2.0f * std::max(1.0f, std::floor(v * s / 2 + 0.5f - 1e-3f));
-}
+float Ctx::E(float v) const { return 2.0f * std::max(1.0f, std::floor(v * s / 2 + 0.5f - 1e-3f)); }
 
 const std::vector<Picture>& Catalogue() {
   static const std::vector<Picture> all = Build();

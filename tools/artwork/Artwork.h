@@ -41,15 +41,15 @@ using DrawFn = std::function<void(Canvas&, const Ctx&)>;
 enum class Kind { Bitmap, Icon };
 
 struct Picture {
-  std::string key;     // the image key (bitmaps) or the file name (icons)
+  std::string key;  // the image key (bitmaps) or the file name (icons)
   Kind kind = Kind::Bitmap;
   std::string folder;  // below the output folder; empty for the image folder itself
   int width = 0;       // at 96 DPI; for icons the design grid the drawing uses
   int height = 0;
   std::vector<int> iconSizes;  // icons only
-  std::string group;   // the section of the list in the documentation
-  std::string use;     // where the monitor shows it
-  std::string states;  // which state the picture stands for
+  std::string group;           // the section of the list in the documentation
+  std::string use;             // where the monitor shows it
+  std::string states;          // which state the picture stands for
   DrawFn draw;
 };
 

@@ -79,7 +79,8 @@ TEST(Raster, EraseCutsAHoleAndBlendKeepsPremultipliedOrder) {
   EXPECT_NEAR(kept.r, (0x33 / 255.0f + 1.0f) / 2, 1e-5);
   const auto bytes = c.PremultipliedBgra();
   for (size_t i = 0; i < bytes.size(); i += 4)
-    EXPECT_TRUE(bytes[i] <= bytes[i + 3] && bytes[i + 1] <= bytes[i + 3] && bytes[i + 2] <= bytes[i + 3]);
+    EXPECT_TRUE(bytes[i] <= bytes[i + 3] && bytes[i + 1] <= bytes[i + 3] &&
+                bytes[i + 2] <= bytes[i + 3]);
 }
 
 TEST(Raster, ArcStaysWithinItsAngles) {
@@ -87,8 +88,8 @@ TEST(Raster, ArcStaysWithinItsAngles) {
   c.Fill(Arc(20, 20, 10, 0, 90, 2), Rgb(0));  // right to bottom (y grows down)
   EXPECT_GT(c.PremultipliedAt(29, 20).a + c.PremultipliedAt(30, 20).a, 0.5f);
   EXPECT_GT(c.PremultipliedAt(20, 29).a + c.PremultipliedAt(20, 30).a, 0.5f);
-  EXPECT_EQ(c.PremultipliedAt(9, 20).a + c.PremultipliedAt(10, 20).a, 0.0f);   // left
-  EXPECT_EQ(c.PremultipliedAt(20, 9).a + c.PremultipliedAt(20, 10).a, 0.0f);   // top
+  EXPECT_EQ(c.PremultipliedAt(9, 20).a + c.PremultipliedAt(10, 20).a, 0.0f);  // left
+  EXPECT_EQ(c.PremultipliedAt(20, 9).a + c.PremultipliedAt(20, 10).a, 0.0f);  // top
 }
 
 TEST(Raster, GrownPolygonRoundsItsCornersAndGrowsItsArea) {
@@ -254,7 +255,8 @@ TEST(Png, ReaderRefusesDamagedOrForeignFiles) {
   std::vector<uint8_t> shortData(good.begin(), good.begin() + 33);
   const std::vector<uint8_t> z = {0x78, 0x9C, 0x03, 0x00};
   auto put = [&](const char* type, const std::vector<uint8_t>& data) {
-    for (int i = 0; i < 4; ++i) shortData.push_back(static_cast<uint8_t>(data.size() >> (24 - 8 * i)));
+    for (int i = 0; i < 4; ++i)
+      shortData.push_back(static_cast<uint8_t>(data.size() >> (24 - 8 * i)));
     const size_t start = shortData.size();
     shortData.insert(shortData.end(), type, type + 4);
     shortData.insert(shortData.end(), data.begin(), data.end());
@@ -269,9 +271,9 @@ TEST(Png, ReaderRefusesDamagedOrForeignFiles) {
 TEST(Ico, DirectoryEntriesAndMaskMatchTheImages) {
   std::vector<Image> images = {Pattern(16, 16), Pattern(20, 20), Pattern(256, 256)};
   const std::vector<uint8_t> f = EncodeIco(images);
-  EXPECT_EQ(f[2] | (f[3] << 8), 1);   // icon
-  EXPECT_EQ(f[4] | (f[5] << 8), 3);   // three images
-  EXPECT_EQ(f[6 + 32], 0);            // 256 is written as 0 in the directory
+  EXPECT_EQ(f[2] | (f[3] << 8), 1);  // icon
+  EXPECT_EQ(f[4] | (f[5] << 8), 3);  // three images
+  EXPECT_EQ(f[6 + 32], 0);           // 256 is written as 0 in the directory
   const auto entries = DecodeIco(f);
   ASSERT_TRUE(entries);
   ASSERT_EQ(entries->size(), 3u);
@@ -281,7 +283,8 @@ TEST(Ico, DirectoryEntriesAndMaskMatchTheImages) {
     EXPECT_EQ(e.image.bgra, images[i].bgra);
     for (int y = 0; y < e.height; ++y)
       for (int x = 0; x < e.width; ++x)
-        ASSERT_EQ(e.transparentMask[static_cast<size_t>(y) * e.width + x], PixelOf(e.image, x, y).a == 0)
+        ASSERT_EQ(e.transparentMask[static_cast<size_t>(y) * e.width + x],
+                  PixelOf(e.image, x, y).a == 0)
             << "size " << e.width << " at " << x << "," << y;
   }
 }
@@ -299,15 +302,56 @@ TEST(Ico, ReaderRefusesEntriesThatDoNotAddUp) {
 // ---------------------------------------------------------------- the catalogue
 
 // Every picture key and file the screens name.
-const char* const kDesignKeys[] = {
-    "qv_msg_info", "qv_msg_question", "qv_msg_cross", "qv_msg_warn", "qv_small_help", "qv_small_close",
-    "qv_desk_notify", "qv_desknoti_fail", "qv_desknoti_success", "qv_dsktp_notification", "qv_medium",
-    "qv_feedback", "qv_about_us", "qv_cust_about_us", "qv_logo_monitor", "button_enb", "button_ovr",
-    "button_OK_enb", "button_OK_ovr", "button_large200_enb", "button_med_enb", "qv_backup_imm", "qv_logs",
-    "qv_nor", "qv_sch4", "qvmon_view", "qvmon_refresh", "qvmon_stop", "slider_box", "slider_knob2", "bg_auto",
-    "next_reg", "next_dis", "back_reg", "back_dis", "checked", "gen", "dis", "del_gen", "ref_gen", "stop_gen",
-    "del_dis", "ref_dis", "stop_dis", "del_ove", "ref_ove", "stop_ove", "qvwin-desktop4.ico",
-    "Screenicon.ico", "MonitorIcon.ico"};
+const char* const kDesignKeys[] = {"qv_msg_info",
+                                   "qv_msg_question",
+                                   "qv_msg_cross",
+                                   "qv_msg_warn",
+                                   "qv_small_help",
+                                   "qv_small_close",
+                                   "qv_desk_notify",
+                                   "qv_desknoti_fail",
+                                   "qv_desknoti_success",
+                                   "qv_dsktp_notification",
+                                   "qv_medium",
+                                   "qv_feedback",
+                                   "qv_about_us",
+                                   "qv_cust_about_us",
+                                   "qv_logo_monitor",
+                                   "button_enb",
+                                   "button_ovr",
+                                   "button_OK_enb",
+                                   "button_OK_ovr",
+                                   "button_large200_enb",
+                                   "button_med_enb",
+                                   "qv_backup_imm",
+                                   "qv_logs",
+                                   "qv_nor",
+                                   "qv_sch4",
+                                   "qvmon_view",
+                                   "qvmon_refresh",
+                                   "qvmon_stop",
+                                   "slider_box",
+                                   "slider_knob2",
+                                   "bg_auto",
+                                   "next_reg",
+                                   "next_dis",
+                                   "back_reg",
+                                   "back_dis",
+                                   "checked",
+                                   "gen",
+                                   "dis",
+                                   "del_gen",
+                                   "ref_gen",
+                                   "stop_gen",
+                                   "del_dis",
+                                   "ref_dis",
+                                   "stop_dis",
+                                   "del_ove",
+                                   "ref_ove",
+                                   "stop_ove",
+                                   "qvwin-desktop4.ico",
+                                   "Screenicon.ico",
+                                   "MonitorIcon.ico"};
 
 TEST(Catalogue, HoldsEveryKeyTheScreensName) {
   for (const char* key : kDesignKeys) EXPECT_NE(FindPicture(key), nullptr) << key;
@@ -319,7 +363,8 @@ TEST(Catalogue, FileNamesAreUniqueIgnoringCase) {
     for (int pct : kScales) {
       if (p.kind == Kind::Icon && pct != 100) continue;
       std::string path = RelativePath(p, pct);
-      std::transform(path.begin(), path.end(), path.begin(), [](unsigned char ch) { return std::tolower(ch); });
+      std::transform(path.begin(), path.end(), path.begin(),
+                     [](unsigned char ch) { return std::tolower(ch); });
       EXPECT_TRUE(seen.insert(path).second) << path;
     }
 }
@@ -337,7 +382,8 @@ TEST(Catalogue, ScaledSizesRoundHalvesUp) {
 // control does not jump when the state changes.
 TEST(Catalogue, StatesOfOneControlShareTheirSize) {
   auto family = [](const std::string& key) {
-    static const char* const suffixes[] = {"_enb", "_ovr", "_dwn", "_dis", "_gen", "_ove", "_reg", "_sel"};
+    static const char* const suffixes[] = {"_enb", "_ovr", "_dwn", "_dis",
+                                           "_gen", "_ove", "_reg", "_sel"};
     for (const char* s : suffixes) {
       const std::string suf(s);
       if (key.size() > suf.size() && key.compare(key.size() - suf.size(), suf.size(), suf) == 0)
@@ -360,7 +406,8 @@ TEST(Catalogue, StatesOfOneControlShareTheirSize) {
 TEST(Catalogue, DrawingIsRepeatable) {
   for (const Picture& p : Catalogue()) {
     if (p.kind == Kind::Bitmap && p.width <= 160) {
-      EXPECT_EQ(RenderBitmap(p, 125).PremultipliedBgra(), RenderBitmap(p, 125).PremultipliedBgra()) << p.key;
+      EXPECT_EQ(RenderBitmap(p, 125).PremultipliedBgra(), RenderBitmap(p, 125).PremultipliedBgra())
+          << p.key;
     } else if (p.kind == Kind::Icon) {
       EXPECT_EQ(RenderIcon(p, 20).StraightBgra(), RenderIcon(p, 20).StraightBgra()) << p.key;
     }
@@ -368,7 +415,8 @@ TEST(Catalogue, DrawingIsRepeatable) {
 }
 
 TEST(Catalogue, WritingIntoAFileReportsTheFailure) {
-  const fs::path blocker = fs::temp_directory_path() / ("qvartwork-blocker-" + std::to_string(::getpid()));
+  const fs::path blocker =
+      fs::temp_directory_path() / ("qvartwork-blocker-" + std::to_string(::getpid()));
   ASSERT_TRUE(WriteFile(blocker.string(), {1, 2, 3}));
   std::vector<WrittenFile> written;
   std::string error;
@@ -401,7 +449,8 @@ Image Drawn(const std::string& key, int pct) {
 class Written : public ::testing::Test {
  protected:
   static void SetUpTestSuite() {
-    dir_ = new fs::path(fs::temp_directory_path() / ("qvartwork-test-" + std::to_string(::getpid())));
+    dir_ =
+        new fs::path(fs::temp_directory_path() / ("qvartwork-test-" + std::to_string(::getpid())));
     fs::remove_all(*dir_);
     std::string error;
     ok_ = WriteAll(dir_->string(), *written_, error);
@@ -435,7 +484,8 @@ TEST_F(Written, EveryBitmapAtEveryScaleGivesBackThePixelsDrawn) {
       EXPECT_EQ(info->image.height, ScaledSize(p.height, pct)) << p.key << "@" << pct;
       const Image drawn = ToImage(RenderBitmap(p, pct), true);
       EXPECT_TRUE(Premultiply(info->image).bgra == drawn.bgra) << p.key << "@" << pct;
-      EXPECT_TRUE(std::any_of(drawn.bgra.begin(), drawn.bgra.end(), [](uint8_t b) { return b != 0; }))
+      EXPECT_TRUE(
+          std::any_of(drawn.bgra.begin(), drawn.bgra.end(), [](uint8_t b) { return b != 0; }))
           << p.key << "@" << pct << " is empty";
     }
   }
@@ -458,10 +508,12 @@ TEST_F(Written, EveryIconHoldsTheSizesItClaims) {
     }
     EXPECT_EQ(sizes, p.iconSizes) << p.key;
     // A tray at up to 200 % takes 16 to 32; a window's icons at up to 200 % 16 to 64.
-    const std::vector<int> needed = p.key.starts_with("tray_") ? std::vector<int>{16, 20, 24, 32}
-                                                                : std::vector<int>{16, 20, 24, 32, 40, 48, 64};
+    const std::vector<int> needed = p.key.starts_with("tray_")
+                                        ? std::vector<int>{16, 20, 24, 32}
+                                        : std::vector<int>{16, 20, 24, 32, 40, 48, 64};
     for (int size : needed)
-      EXPECT_NE(std::find(sizes.begin(), sizes.end(), size), sizes.end()) << p.key << " lacks " << size;
+      EXPECT_NE(std::find(sizes.begin(), sizes.end(), size), sizes.end())
+          << p.key << " lacks " << size;
   }
 }
 
@@ -471,7 +523,8 @@ TEST_F(Written, ManifestListsEveryFileWithItsSizeAndFingerprint) {
   std::istringstream text(std::string(m.begin(), m.end()));
   std::map<std::string, std::string> lines;  // path -> the rest
   for (std::string line; std::getline(text, line);)
-    if (!line.empty() && line[0] != '#') lines[line.substr(0, line.find('\t'))] = line.substr(line.find('\t') + 1);
+    if (!line.empty() && line[0] != '#')
+      lines[line.substr(0, line.find('\t'))] = line.substr(line.find('\t') + 1);
   size_t files = 0;
   for (const Picture& p : Catalogue())
     for (int pct : kScales) {
@@ -483,15 +536,16 @@ TEST_F(Written, ManifestListsEveryFileWithItsSizeAndFingerprint) {
         std::string sizes;
         for (int s : p.iconSizes) sizes += (sizes.empty() ? "" : ",") + std::to_string(s);
         const int largest = p.iconSizes.back();
-        EXPECT_EQ(lines[rel], std::to_string(largest) + "x" + std::to_string(largest) + "\tsizes=" + sizes);
+        EXPECT_EQ(lines[rel],
+                  std::to_string(largest) + "x" + std::to_string(largest) + "\tsizes=" + sizes);
         continue;
       }
       const auto info = DecodePng(Bytes(rel));
       ASSERT_TRUE(info) << rel;
       char fp[9];
       std::snprintf(fp, sizeof fp, "%08X", DecoderFingerprint(Premultiply(info->image)));
-      EXPECT_EQ(lines[rel], std::to_string(info->image.width) + "x" + std::to_string(info->image.height) +
-                                "\tfingerprint=" + fp);
+      EXPECT_EQ(lines[rel], std::to_string(info->image.width) + "x" +
+                                std::to_string(info->image.height) + "\tfingerprint=" + fp);
     }
   EXPECT_EQ(lines.size(), files);
   EXPECT_EQ(written_->size(), files);
@@ -517,9 +571,11 @@ TEST(Png, FingerprintIgnoresRoundingButNotPlaceOrOpaqueColour) {
   Image rounded = a, moved = a, recoloured = a;
   for (size_t i = 0; i < a.bgra.size(); i += 4)
     if (a.bgra[i + 3] != 0 && a.bgra[i + 3] != 255 && a.bgra[i] > 0) rounded.bgra[i] -= 1;
-  std::rotate(moved.bgra.begin(), moved.bgra.begin() + a.width * 4, moved.bgra.end());  // one row up
+  std::rotate(moved.bgra.begin(), moved.bgra.begin() + a.width * 4,
+              moved.bgra.end());  // one row up
   for (size_t i = 0; i < a.bgra.size(); i += 4)
-    if (a.bgra[i + 3] == 255) std::swap(recoloured.bgra[i], recoloured.bgra[i + 2]);  // red and blue
+    if (a.bgra[i + 3] == 255)
+      std::swap(recoloured.bgra[i], recoloured.bgra[i + 2]);  // red and blue
   ASSERT_NE(rounded.bgra, a.bgra);
   ASSERT_NE(recoloured.bgra, a.bgra);
   EXPECT_EQ(DecoderFingerprint(rounded), DecoderFingerprint(a));
@@ -534,9 +590,12 @@ TEST(Pictures, BackgroundsAreOpaqueWithACrispFrame) {
                           "qv_cust_about_us", "bg_auto"}) {
     for (int pct : kScales) {
       const Image img = Drawn(key, pct);
-      for (size_t i = 3; i < img.bgra.size(); i += 4) ASSERT_EQ(img.bgra[i], 255) << key << "@" << pct;
+      for (size_t i = 3; i < img.bgra.size(); i += 4)
+        ASSERT_EQ(img.bgra[i], 255) << key << "@" << pct;
       // The frame is one whole pixel of the dark teal on every side.
-      for (auto [x, y] : {std::pair{img.width / 2, 0}, {img.width / 2, img.height - 1}, {0, img.height / 2},
+      for (auto [x, y] : {std::pair{img.width / 2, 0},
+                          {img.width / 2, img.height - 1},
+                          {0, img.height / 2},
                           {img.width - 1, img.height / 2}}) {
         const Rgba p = PixelOf(img, x, y);
         EXPECT_EQ(p.r, 0x0A) << key << "@" << pct << " at " << x << "," << y;
@@ -561,7 +620,8 @@ TEST(Pictures, HeaderBandHasTheDocumentedHeight) {
 }
 
 TEST(Pictures, ButtonEdgesAreWholePixelsAtEveryScale) {
-  for (const char* key : {"button_enb", "button_ovr", "button_OK_enb", "button_large200_enb", "button_med_enb"}) {
+  for (const char* key :
+       {"button_enb", "button_ovr", "button_OK_enb", "button_large200_enb", "button_med_enb"}) {
     for (int pct : kScales) {
       const Image img = Drawn(key, pct);
       const int mid = img.height / 2;
@@ -575,7 +635,8 @@ TEST(Pictures, ButtonEdgesAreWholePixelsAtEveryScale) {
       for (int x = img.width / 4; x < img.width * 3 / 4; ++x)
         for (int y = 0; y < img.height; ++y) {
           const Rgba a = PixelOf(img, x, y), b = PixelOf(img, img.width / 2, y);
-          ASSERT_TRUE(a.r == b.r && a.g == b.g && a.b == b.b && a.a == b.a) << key << "@" << pct << " " << x << "," << y;
+          ASSERT_TRUE(a.r == b.r && a.g == b.g && a.b == b.b && a.a == b.a)
+              << key << "@" << pct << " " << x << "," << y;
         }
     }
   }
@@ -617,7 +678,8 @@ TEST(Pictures, SliderTicksSitUnderTheKnobCentres) {
       if (ticks[i] != ticks[i - 1] + 1) starts.push_back(ticks[i]);
     ASSERT_EQ(starts.size(), 5u) << pct;
     for (int i = 0; i < 5; ++i)
-      EXPECT_NEAR(starts[i] + 0.5 * ScaledSize(1, pct), k / 2.0 + (w - k) * i / 4.0, 1.0) << pct << " tick " << i;
+      EXPECT_NEAR(starts[i] + 0.5 * ScaledSize(1, pct), k / 2.0 + (w - k) * i / 4.0, 1.0)
+          << pct << " tick " << i;
   }
 }
 
@@ -648,10 +710,11 @@ TEST(Pictures, PicturesWearTheColourOfTheirMeaning) {
 }
 
 TEST(Pictures, EveryStateOfAPictureButtonLooksDifferent) {
-  for (const char* base : {"edit", "del", "imme", "stop", "stcomp", "ref", "button", "tab_status", "tab_details",
-                           "next", "back"}) {
+  for (const char* base : {"edit", "del", "imme", "stop", "stcomp", "ref", "button", "tab_status",
+                           "tab_details", "next", "back"}) {
     std::vector<std::vector<uint8_t>> seen;
-    for (const char* suffix : {"_gen", "_ove", "_dwn", "_dis", "_enb", "_ovr", "_sel", "", "_reg"}) {
+    for (const char* suffix :
+         {"_gen", "_ove", "_dwn", "_dis", "_enb", "_ovr", "_sel", "", "_reg"}) {
       const std::string key = std::string(base) + suffix;
       if (!FindPicture(key)) continue;
       const Image img = Drawn(key, 100);
@@ -679,12 +742,14 @@ TEST(Pictures, TheDayBoxShowsItsCheckMark) {
   EXPECT_GE(whitePixels("gen"), 60);  // the empty box is light all over
 }
 
-const char* const kTrayStates[] = {"tray_running", "tray_stopped", "tray_paused", "tray_transfer", "tray_unknown"};
+const char* const kTrayStates[] = {"tray_running", "tray_stopped", "tray_paused", "tray_transfer",
+                                   "tray_unknown"};
 
 Image TrayIconAt(const std::string& state, bool light, int size) {
   const Picture* p = FindPicture(state + (light ? "_light.ico" : ".ico"));
   EXPECT_NE(p, nullptr) << state << (light ? " light" : "");
-  return p ? ToImage(RenderIcon(*p, size), false) : Image{size, size, std::vector<uint8_t>(size * size * 4)};
+  return p ? ToImage(RenderIcon(*p, size), false)
+           : Image{size, size, std::vector<uint8_t>(size * size * 4)};
 }
 
 TEST(Pictures, TrayStatesDifferAtSixteenPixels) {
@@ -700,7 +765,8 @@ TEST(Pictures, TrayStatesDifferAtSixteenPixels) {
                         std::abs(small[i].bgra[b + 2] - small[j].bgra[b + 2]);
           differing += d > 60;
         }
-        EXPECT_GE(differing, 8) << kTrayStates[i] << " and " << kTrayStates[j] << (light ? " (light)" : "");
+        EXPECT_GE(differing, 8) << kTrayStates[i] << " and " << kTrayStates[j]
+                                << (light ? " (light)" : "");
       }
   }
 }
@@ -726,10 +792,13 @@ double OutlineContrast(const Image& icon, uint32_t taskbar) {
   for (int y = 0; y < icon.height; ++y)
     for (int x = 0; x < icon.width; ++x) {
       if (alpha(x, y) < 128) continue;
-      if (alpha(x - 1, y) >= 128 && alpha(x + 1, y) >= 128 && alpha(x, y - 1) >= 128 && alpha(x, y + 1) >= 128) continue;
+      if (alpha(x - 1, y) >= 128 && alpha(x + 1, y) >= 128 && alpha(x, y - 1) >= 128 &&
+          alpha(x, y + 1) >= 128)
+        continue;
       const Rgba p = PixelOf(icon, x, y);
       const double a = p.a / 255.0;
-      const double l = Luminance(p.r * a + tr * (1 - a), p.g * a + tg * (1 - a), p.b * a + tb * (1 - a));
+      const double l =
+          Luminance(p.r * a + tr * (1 - a), p.g * a + tg * (1 - a), p.b * a + tb * (1 - a));
       ++edge;
       standing += (std::max(l, lt) + 0.05) / (std::min(l, lt) + 0.05) >= 3.0;
     }

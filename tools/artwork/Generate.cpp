@@ -14,7 +14,8 @@ namespace {
 // Window backgrounds and anything else this wide go on the large sheet.
 constexpr int kLargeWidth = 160;
 
-bool Put(const fs::path& root, const std::string& rel, const std::vector<uint8_t>& bytes, std::string& error) {
+bool Put(const fs::path& root, const std::string& rel, const std::vector<uint8_t>& bytes,
+         std::string& error) {
   const fs::path path = root / rel;
   std::error_code ec;
   fs::create_directories(path.parent_path(), ec);
@@ -45,7 +46,9 @@ Image ToImage(const Canvas& c, bool premultiplied) {
   return {c.Width(), c.Height(), premultiplied ? c.PremultipliedBgra() : c.StraightBgra()};
 }
 
-std::vector<uint8_t> BitmapFile(const Canvas& drawn) { return EncodePng(Unpremultiply(ToImage(drawn, true))); }
+std::vector<uint8_t> BitmapFile(const Canvas& drawn) {
+  return EncodePng(Unpremultiply(ToImage(drawn, true)));
+}
 
 bool WriteAll(const std::string& outDir, std::vector<WrittenFile>& written, std::string& error) {
   const fs::path root(outDir);
@@ -103,10 +106,12 @@ std::string MarkdownList() {
     if (p.kind == Kind::Icon) {
       files = "`" + RelativePath(p, 100) + "`";
     } else {
-      for (int pct : kScales) files += (files.empty() ? "" : ", ") + ("`" + RelativePath(p, pct) + "`");
+      for (int pct : kScales)
+        files += (files.empty() ? "" : ", ") + ("`" + RelativePath(p, pct) + "`");
     }
-    o << "| `" << p.key << "` | " << files << " | " << Sizes(p) << (p.kind == Kind::Icon ? " (icon sizes)" : "")
-      << " | " << p.use << " | " << p.states << " |\n";
+    o << "| `" << p.key << "` | " << files << " | " << Sizes(p)
+      << (p.kind == Kind::Icon ? " (icon sizes)" : "") << " | " << p.use << " | " << p.states
+      << " |\n";
   }
   return o.str();
 }

@@ -13,8 +13,8 @@ struct WrittenFile {
   std::string path;  // relative to the output folder, '/' separated
   int width = 0;     // for icons, the largest size
   int height = 0;
-  uint32_t fingerprint = 0;     // bitmaps: DecoderFingerprint of the pixels drawn
-  std::vector<int> iconSizes;   // icons: every size the file holds
+  uint32_t fingerprint = 0;    // bitmaps: DecoderFingerprint of the pixels drawn
+  std::vector<int> iconSizes;  // icons: every size the file holds
 };
 
 // Writes every picture below outDir (created if needed) and the manifest

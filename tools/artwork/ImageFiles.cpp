@@ -144,19 +144,23 @@ uint8_t UnpremultiplyChannel(uint8_t p, uint8_t a) {
   return static_cast<uint8_t>(std::min(255, (p * 255 + a / 2) / a));
 }
 
-uint8_t PremultiplyChannel(uint8_t s, uint8_t a) { return static_cast<uint8_t>((s * a + 127) / 255); }
+uint8_t PremultiplyChannel(uint8_t s, uint8_t a) {
+  return static_cast<uint8_t>((s * a + 127) / 255);
+}
 
 Image Unpremultiply(const Image& img) {
   Image out = img;
   for (size_t i = 0; i < out.bgra.size(); i += 4)
-    for (int ch = 0; ch < 3; ++ch) out.bgra[i + ch] = UnpremultiplyChannel(img.bgra[i + ch], img.bgra[i + 3]);
+    for (int ch = 0; ch < 3; ++ch)
+      out.bgra[i + ch] = UnpremultiplyChannel(img.bgra[i + ch], img.bgra[i + 3]);
   return out;
 }
 
 Image Premultiply(const Image& img) {
   Image out = img;
   for (size_t i = 0; i < out.bgra.size(); i += 4)
-    for (int ch = 0; ch < 3; ++ch) out.bgra[i + ch] = PremultiplyChannel(img.bgra[i + ch], img.bgra[i + 3]);
+    for (int ch = 0; ch < 3; ++ch)
+      out.bgra[i + ch] = PremultiplyChannel(img.bgra[i + ch], img.bgra[i + 3]);
   return out;
 }
 
@@ -193,7 +197,8 @@ std::vector<uint8_t> EncodePng(const Image& img, int level) {
   // artwork this came within 0.5 % of trying every filter with every zlib strategy.
   std::vector<uint8_t> best;
   for (int filter : {int(kNone), -1}) {
-    std::vector<uint8_t> z = Deflate(Filtered(rgba, img.width, img.height, filter), level, Z_DEFAULT_STRATEGY);
+    std::vector<uint8_t> z =
+        Deflate(Filtered(rgba, img.width, img.height, filter), level, Z_DEFAULT_STRATEGY);
     if (!z.empty() && (best.empty() || z.size() < best.size())) best = std::move(z);
   }
   PutChunk(out, "IDAT", best);
@@ -219,7 +224,8 @@ std::optional<PngInfo> DecodePng(const std::vector<uint8_t>& f) {
     if (type == "IHDR") {
       if (len != 13) return std::nullopt;
       const uint32_t w = GetBe32(f, data), h = GetBe32(f, data + 4);
-      if (w == 0 || h == 0 || w > kMaxPngSide || h > kMaxPngSide || w * h > kMaxPngPixels) return std::nullopt;
+      if (w == 0 || h == 0 || w > kMaxPngSide || h > kMaxPngSide || w * h > kMaxPngPixels)
+        return std::nullopt;
       // 8-bit RGBA, deflate, the standard filters, not interlaced: all we write.
       if (f[data + 8] != 8 || f[data + 9] != 6 || f[data + 10] || f[data + 11] || f[data + 12])
         return std::nullopt;
@@ -282,7 +288,8 @@ std::vector<uint8_t> EncodeIco(const std::vector<Image>& images) {
     for (int y = img.height - 1; y >= 0; --y) {
       std::vector<uint8_t> row(maskStride, 0);
       for (int x = 0; x < img.width; ++x)
-        if (img.bgra[y * stride + x * 4 + 3] == 0) row[x / 8] |= static_cast<uint8_t>(0x80 >> (x % 8));
+        if (img.bgra[y * stride + x * 4 + 3] == 0)
+          row[x / 8] |= static_cast<uint8_t>(0x80 >> (x % 8));
       b.insert(b.end(), row.begin(), row.end());
     }
     bodies.push_back(std::move(b));
@@ -328,8 +335,9 @@ std::optional<std::vector<IcoEntry>> DecodeIco(const std::vector<uint8_t>& f) {
     e.image.bgra.resize(stride * e.height);
     const size_t px = at + 40;
     for (int row = 0; row < e.height; ++row)
-      std::copy_n(f.begin() + px + row * stride, stride,
-                  e.image.bgra.begin() + static_cast<std::ptrdiff_t>((e.height - 1 - row) * stride));
+      std::copy_n(
+          f.begin() + px + row * stride, stride,
+          e.image.bgra.begin() + static_cast<std::ptrdiff_t>((e.height - 1 - row) * stride));
     const size_t mask = px + stride * e.height;
     e.transparentMask.resize(static_cast<size_t>(e.width) * e.height);
     for (int row = 0; row < e.height; ++row) {
@@ -346,7 +354,8 @@ std::optional<std::vector<IcoEntry>> DecodeIco(const std::vector<uint8_t>& f) {
 bool WriteFile(const std::string& path, const std::vector<uint8_t>& bytes) {
   std::ofstream out(path, std::ios::binary | std::ios::trunc);
   if (!out) return false;
-  out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+  out.write(reinterpret_cast<const char*>(bytes.data()),
+            static_cast<std::streamsize>(bytes.size()));
   return static_cast<bool>(out);
 }
 

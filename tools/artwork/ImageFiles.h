@@ -35,9 +35,9 @@ Image Premultiply(const Image& straight);
 std::vector<uint8_t> EncodePng(const Image& straight, int level = 9);
 
 struct PngInfo {
-  Image image;                     // straight alpha, as stored
-  std::vector<std::string> chunks; // chunk types in file order
-  std::vector<int> filters;        // the filter byte of every row
+  Image image;                      // straight alpha, as stored
+  std::vector<std::string> chunks;  // chunk types in file order
+  std::vector<int> filters;         // the filter byte of every row
 };
 // Reads 8-bit RGBA PNGs that are not interlaced (what EncodePng writes); checks
 // every chunk's CRC and the zlib stream. Nothing else is accepted.
@@ -46,9 +46,9 @@ std::optional<PngInfo> DecodePng(const std::vector<uint8_t>& file);
 std::vector<uint8_t> EncodeIco(const std::vector<Image>& straightImages);
 
 struct IcoEntry {
-  int width = 0;   // from the directory; 256 written as 0 there
+  int width = 0;  // from the directory; 256 written as 0 there
   int height = 0;
-  Image image;     // straight alpha
+  Image image;                        // straight alpha
   std::vector<bool> transparentMask;  // the AND mask, row major top to bottom
 };
 std::optional<std::vector<IcoEntry>> DecodeIco(const std::vector<uint8_t>& file);

@@ -66,7 +66,8 @@ std::vector<uint8_t> DrawnPixels(const Bitmap& bmp) {
   std::memset(bits, 0, bytes);
   Pictures::Draw(dc, bmp, 0, 0, bmp.width, bmp.height);
   GdiFlush();
-  std::vector<uint8_t> px(static_cast<const uint8_t*>(bits), static_cast<const uint8_t*>(bits) + bytes);
+  std::vector<uint8_t> px(static_cast<const uint8_t*>(bits),
+                          static_cast<const uint8_t*>(bits) + bytes);
   SelectObject(dc, old);
   DeleteDC(dc);
   DeleteObject(canvas);
@@ -117,16 +118,19 @@ void CheckBitmap(Pictures& pictures, const Entry& e) {
   const Bitmap* bmp = pictures.Find(Text(Widen(key)), e.height);
   if (!bmp) return Fail(e.path + ": not loaded");
   if (bmp->scale != scale || bmp->width != e.width || bmp->height != e.height)
-    return Fail(e.path + ": chosen for height " + std::to_string(e.height) + " as " + std::to_string(bmp->width) +
-                "x" + std::to_string(bmp->height) + " at " + std::to_string(bmp->scale) + " %");
+    return Fail(e.path + ": chosen for height " + std::to_string(e.height) + " as " +
+                std::to_string(bmp->width) + "x" + std::to_string(bmp->height) + " at " +
+                std::to_string(bmp->scale) + " %");
   const std::vector<uint8_t> px = DrawnPixels(*bmp);
   if (px.empty()) return Fail(e.path + ": no canvas to draw on");
   for (size_t i = 0; i < px.size(); i += 4)
     if (px[i] > px[i + 3] || px[i + 1] > px[i + 3] || px[i + 2] > px[i + 3])
       return Fail(e.path + ": pixel " + std::to_string(i / 4) + " is not premultiplied");
   char expected[32];
-  std::snprintf(expected, sizeof expected, "fingerprint=%08X", static_cast<unsigned>(Fingerprint(px)));
-  if (e.more != expected) Fail(e.path + ": decoded pixels give " + expected + ", the manifest says " + e.more);
+  std::snprintf(expected, sizeof expected, "fingerprint=%08X",
+                static_cast<unsigned>(Fingerprint(px)));
+  if (e.more != expected)
+    Fail(e.path + ": decoded pixels give " + expected + ", the manifest says " + e.more);
   // Buttons have clear rounded corners: blended over white the corner stays white
   // and the middle is the face.
   if (key == "button_enb" || key == "button_ovr") {
@@ -143,8 +147,9 @@ void CheckIcon(const std::wstring& dir, const Entry& e) {
     const int size = std::atoi(e.more.c_str() + at);
     const size_t comma = e.more.find(',', at);
     at = comma == std::string::npos ? e.more.size() : comma + 1;
-    HICON icon = static_cast<HICON>(LoadImageW(nullptr, WindowsPath(dir + L"\\" + Widen(e.path)).c_str(), IMAGE_ICON,
-                                               size, size, LR_LOADFROMFILE));
+    HICON icon =
+        static_cast<HICON>(LoadImageW(nullptr, WindowsPath(dir + L"\\" + Widen(e.path)).c_str(),
+                                      IMAGE_ICON, size, size, LR_LOADFROMFILE));
     ++checked;
     if (!icon) {
       Fail(e.path + ": no icon of " + std::to_string(size));
@@ -188,7 +193,8 @@ int wmain(int argc, wchar_t** argv) {
   while (std::getline(manifest, line)) {
     if (line.empty() || line[0] == '#') continue;
     Entry e;
-    const size_t tab = line.find('\t'), tab2 = line.find('\t', tab == std::string::npos ? tab : tab + 1);
+    const size_t tab = line.find('\t'),
+                 tab2 = line.find('\t', tab == std::string::npos ? tab : tab + 1);
     if (tab == std::string::npos || tab2 == std::string::npos ||
         std::sscanf(line.c_str() + tab + 1, "%dx%d", &e.width, &e.height) != 2) {
       Fail("manifest line: " + line);

@@ -159,7 +159,8 @@ class TempFolder {
   TempFolder() {
     wchar_t temp[MAX_PATH] = {};
     GetTempPathW(MAX_PATH, temp);
-    path_ = platform::win32::FromWide(temp) + u"qv-pictures-" + base::FromNumber(int(GetCurrentProcessId()));
+    path_ = platform::win32::FromWide(temp) + u"qv-pictures-" +
+            base::FromNumber(int(GetCurrentProcessId()));
     CreateDirectoryW(W(path_), nullptr);
   }
   ~TempFolder() {
@@ -171,7 +172,8 @@ class TempFolder {
   // A file of `name` holding `bytes` (an empty one is enough for a lookup).
   void Put(const base::Text& name, const std::string& bytes = {}) {
     const base::Text path = path_ + u"\\" + name;
-    HANDLE h = CreateFileW(W(path), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    HANDLE h = CreateFileW(W(path), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL,
+                           nullptr);
     ASSERT_NE(h, INVALID_HANDLE_VALUE);
     DWORD written = 0;
     WriteFile(h, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
@@ -190,7 +192,9 @@ class TempFolder {
   }
 
  private:
-  static const wchar_t* W(const base::Text& t) { return reinterpret_cast<const wchar_t*>(t.c_str()); }
+  static const wchar_t* W(const base::Text& t) {
+    return reinterpret_cast<const wchar_t*>(t.c_str());
+  }
   base::Text path_;
   std::vector<base::Text> files_, folders_;
 };
@@ -213,7 +217,8 @@ TEST(Pictures, UnreadableFilesAreMissingPicturesNotFaults) {
 
 TEST(Pictures, ALightTaskbarTakesTheLightVariantOfATrayKey) {
   TempFolder dir;
-  for (const char16_t* f : {u"tray_running.ico", u"tray_running_light.ico", u"tray_paused.ico"}) dir.Put(f);
+  for (const char16_t* f : {u"tray_running.ico", u"tray_running_light.ico", u"tray_paused.ico"})
+    dir.Put(f);
   dir.Folder(u"tray_stopped_light.ico");
   const base::Text& d = dir.Path();
 
@@ -232,7 +237,8 @@ TEST(Pictures, ALightTaskbarTakesTheLightVariantOfATrayKey) {
 
 TEST(Pictures, EveryTrayStateHasALightIconThatLoads) {
   const Pictures p(ImagesDir(), 96);
-  for (const char16_t* key : {u"tray_running", u"tray_stopped", u"tray_paused", u"tray_transfer", u"tray_unknown"}) {
+  for (const char16_t* key :
+       {u"tray_running", u"tray_stopped", u"tray_paused", u"tray_transfer", u"tray_unknown"}) {
     const base::Text light = p.IconPath(key, true);
     EXPECT_TRUE(base::EndsWith(light, u"_light.ico")) << std::string(light.begin(), light.end());
     for (int size : {16, 20, 24, 32}) {

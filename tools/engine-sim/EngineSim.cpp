@@ -129,14 +129,15 @@ class MonitorClient {
         params.rgvarg = withOptionals ? args : args + 2;
         params.cArgs = withOptionals ? 14 : 12;
         UINT argErr = 0;
-        hr = monitor_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params,
-                              &result, nullptr, &argErr);
+        hr = monitor_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params, &result,
+                              nullptr, &argErr);
       }
     }
     Text outcome = u" hr=" + Hex(hr) + u" result=" +
                    (result.vt == VT_I2 ? base::FromNumber(result.iVal) : Text(u"?"));
-    log_.Line(u"sent " + how + (withOptionals ? Text(u" with optionals ") : Text(u" without optionals ")) +
-              sent + outcome);
+    log_.Line(u"sent " + how +
+              (withOptionals ? Text(u" with optionals ") : Text(u" without optionals ")) + sent +
+              outcome);
     ::VariantClear(&result);
     ::SysFreeString(file);
     ::SysFreeString(rate);
@@ -164,12 +165,16 @@ std::optional<base::DateTime> NextRunAfter(const jobstore::ScheduleRecord& r, ba
                                            base::DateTime now) {
   const Text days = base::ToUpper(r.Days);
   const long index = static_cast<long>(base::LeadingNumber(r.FrequencyIndex));
-  if (index <= 1 || days == u"IMMEDIATE" || r.SortKey == jobstore::kImmediateKey) return std::nullopt;
+  if (index <= 1 || days == u"IMMEDIATE" || r.SortKey == jobstore::kImmediateKey)
+    return std::nullopt;
   base::DateTime next = from;
   for (int guard = 0; guard < 100000 && next <= now; ++guard) {
-    if (index == 2) next = next.AddHours(1);
-    else if (index == 5) next = next.AddMonths(1);
-    else if (index == 4) next = next.AddDays(7);
+    if (index == 2)
+      next = next.AddHours(1);
+    else if (index == 5)
+      next = next.AddMonths(1);
+    else if (index == 4)
+      next = next.AddDays(7);
     else {
       next = next.AddDays(1);
       // Daily, weekdays and weekend jobs run on the days their digits name.
@@ -186,8 +191,7 @@ Text TwoDigits(int v) { return (v < 10 ? Text(u"0") : Text()) + base::FromNumber
 
 class Engine {
  public:
-  explicit Engine(Control& control)
-      : control_(control), app_(win32_.Get()) {
+  explicit Engine(Control& control) : control_(control), app_(win32_.Get()) {
     app_.ProgramFolder = win32_.system.ProgramFolder();
     app_.DataRoot = app_.ProgramFolder;
     app_.ScheduleFilePath = app_.CommonFile(u"scheduleData.txt");
@@ -211,7 +215,8 @@ class Engine {
     Scenario s;
     auto bytes = win32_.fs.ReadAll(app_.ProgramFolder + u"\\engine-sim.ini");
     if (bytes) s = ParseScenario(*bytes);
-    for (const std::string& p : s.problems) log_->Line(u"scenario line not understood: " + base::FromUtf8(p));
+    for (const std::string& p : s.problems)
+      log_->Line(u"scenario line not understood: " + base::FromUtf8(p));
     return s;
   }
 
@@ -273,8 +278,10 @@ class Engine {
                      scenario_.via);
       }
       ++done;
-      frame::WriteActivityLog(app_, u"Backed up C:\\Users\\Public\\Documents\\Report " +
-                                        base::FromNumber(f + 1) + u".docx", 1);
+      frame::WriteActivityLog(
+          app_,
+          u"Backed up C:\\Users\\Public\\Documents\\Report " + base::FromNumber(f + 1) + u".docx",
+          1);
       // A stop request is honoured between files, never inside one.
       if (f + 1 < scenario_.files && StopAsked()) {
         stopped = true;
@@ -305,11 +312,12 @@ class Engine {
     }
 
     const Text result = stopped ? Text(u"RED") : scenario_.result;
-    frame::WriteActivityLog(app_,
-                            u"Scheduled backup of '" + setName + u"' " +
-                                (stopped ? Text(u"was stopped by the user after ") : Text(u"ended: ")) +
-                                base::FromNumber(done) + u" file(s)",
-                            stopped ? 2 : 1);
+    frame::WriteActivityLog(
+        app_,
+        u"Scheduled backup of '" + setName + u"' " +
+            (stopped ? Text(u"was stopped by the user after ") : Text(u"ended: ")) +
+            base::FromNumber(done) + u" file(s)",
+        stopped ? 2 : 1);
     app_.CurrentSessionFile.clear();
     frame::WriteSetting(app_, u"DESKNOTIFYICON", result);
     platform::TextFile::WriteLines(win32_.fs, app_.CommonFile(u"qvwincurjobname.txt"),
@@ -328,15 +336,14 @@ class Engine {
 }  // namespace
 
 void RunEngine(Control& control) noexcept {
-  base::IgnoreFailure(
-      [&] {
-        ::CoInitializeEx(nullptr, COINIT_MULTITHREADED);
-        {
-          Engine engine(control);
-          engine.Run();
-        }
-        ::CoUninitialize();
-      });
+  base::IgnoreFailure([&] {
+    ::CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    {
+      Engine engine(control);
+      engine.Run();
+    }
+    ::CoUninitialize();
+  });
 }
 
 }  // namespace enginesim

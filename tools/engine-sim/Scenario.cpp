@@ -44,23 +44,40 @@ bool SetCallField(ScriptedCall& c, const std::string& key, const std::string& va
     if (!Number(value, d)) bad = true;
     field = static_cast<std::remove_reference_t<decltype(field)>>(d);
   };
-  if (key == "sfilename") a.sFileName = base::FromUtf8(value);
-  else if (key == "dfilesize") num(a.dFileSize);
-  else if (key == "dtotalfilesize") num(a.dTotalFilesize);
-  else if (key == "dfilebuff") num(a.dfileBuff);
-  else if (key == "dtotalbuffer") num(a.dTotalBuffer);
-  else if (key == "strfrate") a.sTrfRate = base::FromUtf8(value);
-  else if (key == "ifileprog") num(a.iFileProg);
-  else if (key == "itotalprog") num(a.iTotalProg);
-  else if (key == "starttime") num(a.StartTime);
-  else if (key == "timeelapsed") a.timeelapsed = base::FromUtf8(value);
-  else if (key == "timeremaining") a.TimeRemaining = base::FromUtf8(value);
-  else if (key == "engnumber") num(a.engNumber);
-  else if (key == "precall") num(a.preCall);
-  else if (key == "sbkstatus") num(a.sBkStatus);
-  else if (key == "optionals") c.withOptionals = Yes(value);
-  else if (key == "via") c.via = Lower(value) == "dispatch" ? Via::Dispatch : Via::Vtable;
-  else return false;
+  if (key == "sfilename")
+    a.sFileName = base::FromUtf8(value);
+  else if (key == "dfilesize")
+    num(a.dFileSize);
+  else if (key == "dtotalfilesize")
+    num(a.dTotalFilesize);
+  else if (key == "dfilebuff")
+    num(a.dfileBuff);
+  else if (key == "dtotalbuffer")
+    num(a.dTotalBuffer);
+  else if (key == "strfrate")
+    a.sTrfRate = base::FromUtf8(value);
+  else if (key == "ifileprog")
+    num(a.iFileProg);
+  else if (key == "itotalprog")
+    num(a.iTotalProg);
+  else if (key == "starttime")
+    num(a.StartTime);
+  else if (key == "timeelapsed")
+    a.timeelapsed = base::FromUtf8(value);
+  else if (key == "timeremaining")
+    a.TimeRemaining = base::FromUtf8(value);
+  else if (key == "engnumber")
+    num(a.engNumber);
+  else if (key == "precall")
+    num(a.preCall);
+  else if (key == "sbkstatus")
+    num(a.sBkStatus);
+  else if (key == "optionals")
+    c.withOptionals = Yes(value);
+  else if (key == "via")
+    c.via = Lower(value) == "dispatch" ? Via::Dispatch : Via::Vtable;
+  else
+    return false;
   return true;
 }
 
@@ -101,18 +118,30 @@ Scenario ParseScenario(std::string_view text) {
       continue;
     }
     double d = 0;
-    if (key == "poll_ms" && Number(value, d) && d >= 10) s.pollMs = static_cast<unsigned>(d);
-    else if (key == "files" && Number(value, d) && d >= 0) s.files = static_cast<unsigned>(d);
-    else if (key == "file_size" && Number(value, d)) s.fileSize = d;
-    else if (key == "steps" && Number(value, d) && d >= 1) s.steps = static_cast<unsigned>(d);
-    else if (key == "step_ms" && Number(value, d) && d >= 0) s.stepMs = static_cast<unsigned>(d);
-    else if (key == "step_seconds" && Number(value, d) && d >= 0) s.stepSeconds = d;
-    else if (key == "bk_status" && Number(value, d)) s.bkStatus = static_cast<long>(d);
-    else if (key == "optionals") s.withOptionals = Yes(value);
-    else if (key == "via") s.via = Lower(value) == "dispatch" ? Via::Dispatch : Via::Vtable;
-    else if (key == "result") s.result = base::FromUtf8(value);
-    else if (key == "time_left") s.timeLeft = base::FromUtf8(value);
-    else s.problems.push_back(line);
+    if (key == "poll_ms" && Number(value, d) && d >= 10)
+      s.pollMs = static_cast<unsigned>(d);
+    else if (key == "files" && Number(value, d) && d >= 0)
+      s.files = static_cast<unsigned>(d);
+    else if (key == "file_size" && Number(value, d))
+      s.fileSize = d;
+    else if (key == "steps" && Number(value, d) && d >= 1)
+      s.steps = static_cast<unsigned>(d);
+    else if (key == "step_ms" && Number(value, d) && d >= 0)
+      s.stepMs = static_cast<unsigned>(d);
+    else if (key == "step_seconds" && Number(value, d) && d >= 0)
+      s.stepSeconds = d;
+    else if (key == "bk_status" && Number(value, d))
+      s.bkStatus = static_cast<long>(d);
+    else if (key == "optionals")
+      s.withOptionals = Yes(value);
+    else if (key == "via")
+      s.via = Lower(value) == "dispatch" ? Via::Dispatch : Via::Vtable;
+    else if (key == "result")
+      s.result = base::FromUtf8(value);
+    else if (key == "time_left")
+      s.timeLeft = base::FromUtf8(value);
+    else
+      s.problems.push_back(line);
   }
   return s;
 }

@@ -20,19 +20,19 @@ struct ScriptedCall {
 };
 
 struct Scenario {
-  unsigned pollMs = 500;       // how often the schedule is looked at
-  unsigned files = 3;          // simulated files per job
-  double fileSize = 3000000;   // bytes per file
-  unsigned steps = 4;          // calls per file
-  unsigned stepMs = 150;       // pause between two calls
-  double stepSeconds = 20;     // transfer time a step stands for (the clock the calls show)
-  long bkStatus = 1;           // sBkStatus of the generated calls
-  bool withOptionals = true;   // false: preCall and sBkStatus are left out
+  unsigned pollMs = 500;      // how often the schedule is looked at
+  unsigned files = 3;         // simulated files per job
+  double fileSize = 3000000;  // bytes per file
+  unsigned steps = 4;         // calls per file
+  unsigned stepMs = 150;      // pause between two calls
+  double stepSeconds = 20;    // transfer time a step stands for (the clock the calls show)
+  long bkStatus = 1;          // sBkStatus of the generated calls
+  bool withOptionals = true;  // false: preCall and sBkStatus are left out
   Via via = Via::Vtable;
-  std::u16string result = u"GREEN";  // DESKNOTIFYICON at the end of a job
-  std::u16string timeLeft;           // TimeRemaining of generated calls; empty: estimated
-  std::vector<ScriptedCall> calls;   // made first, in order
-  std::vector<std::string> problems; // lines that were not understood
+  std::u16string result = u"GREEN";   // DESKNOTIFYICON at the end of a job
+  std::u16string timeLeft;            // TimeRemaining of generated calls; empty: estimated
+  std::vector<ScriptedCall> calls;    // made first, in order
+  std::vector<std::string> problems;  // lines that were not understood
 };
 
 // "key = value" lines; "#" or ";" start a comment line; "[call]" starts an exact call

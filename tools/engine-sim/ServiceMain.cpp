@@ -37,11 +37,8 @@ DWORD WINAPI Handler(DWORD code, DWORD, void*, void*) noexcept {
       control.paused = false;
       Report(SERVICE_RUNNING);
       return NO_ERROR;
-    case SERVICE_CONTROL_INTERROGATE:
-      SetServiceStatus(statusHandle, &status);
-      return NO_ERROR;
-    default:
-      return ERROR_CALL_NOT_IMPLEMENTED;
+    case SERVICE_CONTROL_INTERROGATE: SetServiceStatus(statusHandle, &status); return NO_ERROR;
+    default: return ERROR_CALL_NOT_IMPLEMENTED;
   }
 }
 

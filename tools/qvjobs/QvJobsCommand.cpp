@@ -99,10 +99,10 @@ class Command {
       SetPaths(app, root_);
       jobstore::DB_ReadSchdata(app, Text(), app.Jobs, false);
       for (const auto& r : app.Jobs)
-        out += Line(base::Join({r.RecordNo, r.BackupSetName, r.NextRun, r.CreatedOn,
-                                r.FrequencyIndex, r.SortKey, r.Days, r.UserName, r.MailMode,
-                                r.MailAddresses},
-                               u"|"));
+        out +=
+            Line(base::Join({r.RecordNo, r.BackupSetName, r.NextRun, r.CreatedOn, r.FrequencyIndex,
+                             r.SortKey, r.Days, r.UserName, r.MailMode, r.MailAddresses},
+                            u"|"));
     } else if (name == "next") {
       End();
       SetPaths(app, root_);
@@ -195,11 +195,12 @@ class Command {
       }
     }
     if (!time) throw UsageError{"plan needs --time H:mm:ss"};
-    if (kinds != 1) throw UsageError{"plan needs exactly one of --days, --hourly, --monthly, --immediate"};
+    if (kinds != 1)
+      throw UsageError{"plan needs exactly one of --days, --hourly, --monthly, --immediate"};
     // The time picker shows today at the chosen time, as on the editor.
     const base::DateTime today = clock.Now();
-    choice.DTPicker = base::DateTime{today.year, today.month, today.day,
-                                     time->hour, time->minute, time->second};
+    choice.DTPicker =
+        base::DateTime{today.year, today.month, today.day, time->hour, time->minute, time->second};
     return choice;
   }
 

@@ -40,9 +40,9 @@ FakeServiceManager::Service* FakeServiceManager::ServiceOf(ScHandle handle) {
 }
 
 ScHandle FakeServiceManager::OpenSCManagerW(const Text& machineName, const Text& databaseName,
-                                           unsigned long access) {
-  calls.push_back("OpenSCManagerW(" + base::ToUtf8(machineName) + "," +
-                  base::ToUtf8(databaseName) + "," + Hex(access) + ")");
+                                            unsigned long access) {
+  calls.push_back("OpenSCManagerW(" + base::ToUtf8(machineName) + "," + base::ToUtf8(databaseName) +
+                  "," + Hex(access) + ")");
   if (managerFails) {
     lastError_ = 5;
     return 0;
@@ -53,7 +53,7 @@ ScHandle FakeServiceManager::OpenSCManagerW(const Text& machineName, const Text&
 }
 
 ScHandle FakeServiceManager::OpenServiceW(ScHandle manager, const Text& serviceName,
-                                         unsigned long access) {
+                                          unsigned long access) {
   calls.push_back("OpenServiceW(" + base::ToUtf8(serviceName) + "," + Hex(access) + ")");
   auto it = handles_.find(manager);
   if (it == handles_.end() || !it->second.manager) {
@@ -82,7 +82,7 @@ bool FakeServiceManager::QueryServiceStatus(ScHandle service, ServiceStatus& sta
 }
 
 bool FakeServiceManager::QueryServiceConfigA(ScHandle service, unsigned long bufferBytes,
-                                            unsigned long& bytesNeeded, unsigned long& startType) {
+                                             unsigned long& bytesNeeded, unsigned long& startType) {
   calls.push_back("QueryServiceConfigA(" + std::to_string(bufferBytes) + ")");
   Service* s = ServiceOf(service);
   if (!s) {
@@ -166,7 +166,7 @@ const FakeProcessList::Process* FakeProcessList::ProcessOf(OsHandle handle) cons
 }
 
 bool FakeProcessList::EnumProcessIds(std::uint32_t byteCount, std::vector<std::uint32_t>& ids,
-                                    std::uint32_t& bytesReturned) {
+                                     std::uint32_t& bytesReturned) {
   calls.push_back("EnumProcessIds(" + std::to_string(byteCount) + ")");
   const std::size_t room = byteCount / 4;
   ids.assign(room, 0);
@@ -191,17 +191,17 @@ OsHandle FakeProcessList::OpenProcess(std::uint32_t access, bool inheritHandle,
 }
 
 bool FakeProcessList::EnumModules(OsHandle process, std::uint32_t tableBytes,
-                                         std::uintptr_t& firstModule) {
+                                  std::uintptr_t& firstModule) {
   calls.push_back("EnumModules(" + std::to_string(tableBytes) + ")");
   if (modulesFail || !ProcessOf(process)) return false;
   firstModule = 0x400000;
   return true;
 }
 
-Text FakeProcessList::ModuleFileName(OsHandle process, std::uintptr_t module,
-                                          std::uint32_t size, std::uint32_t bufferChars) {
-  calls.push_back("ModuleFileName(" + std::to_string(size) + "," +
-                  std::to_string(bufferChars) + ")");
+Text FakeProcessList::ModuleFileName(OsHandle process, std::uintptr_t module, std::uint32_t size,
+                                     std::uint32_t bufferChars) {
+  calls.push_back("ModuleFileName(" + std::to_string(size) + "," + std::to_string(bufferChars) +
+                  ")");
   Text buffer(bufferChars, u'\0');
   const Process* p = ProcessOf(process);
   if (!p || module == 0) return buffer;
@@ -269,7 +269,7 @@ OsHandle FakeProcessList::FindWindowByTitle(const Text& title) {
 }
 
 bool FakeProcessList::PostMessageA(OsHandle window, std::uint32_t message, std::uintptr_t wParam,
-                                  std::intptr_t lParam) {
+                                   std::intptr_t lParam) {
   calls.push_back("PostMessageA(" + std::to_string(window) + "," + std::to_string(message) + "," +
                   std::to_string(wParam) + "," + std::to_string(lParam) + ")");
   // A null window posts to the caller's own queue, where a close means nothing.

@@ -23,11 +23,11 @@ class FakeServiceManager : public IServiceManager {
   };
 
   ScHandle OpenSCManagerW(const Text& machineName, const Text& databaseName,
-                         unsigned long access) override;
+                          unsigned long access) override;
   ScHandle OpenServiceW(ScHandle manager, const Text& serviceName, unsigned long access) override;
   bool QueryServiceStatus(ScHandle service, ServiceStatus& status) override;
   bool QueryServiceConfigA(ScHandle service, unsigned long bufferBytes, unsigned long& bytesNeeded,
-                          unsigned long& startType) override;
+                           unsigned long& startType) override;
   bool StartServiceA(ScHandle service) override;
   bool ControlService(ScHandle service, unsigned long control, ServiceStatus& status) override;
   bool CloseServiceHandle(ScHandle handle) override;
@@ -67,12 +67,12 @@ class FakeProcessList : public IProcessList {
   };
 
   bool EnumProcessIds(std::uint32_t byteCount, std::vector<std::uint32_t>& ids,
-                     std::uint32_t& bytesReturned) override;
+                      std::uint32_t& bytesReturned) override;
   OsHandle OpenProcess(std::uint32_t access, bool inheritHandle, std::uint32_t processId) override;
   bool EnumModules(OsHandle process, std::uint32_t tableBytes,
-                          std::uintptr_t& firstModule) override;
+                   std::uintptr_t& firstModule) override;
   Text ModuleFileName(OsHandle process, std::uintptr_t module, std::uint32_t size,
-                           std::uint32_t bufferChars) override;
+                      std::uint32_t bufferChars) override;
   OsHandle CreateSnapshot(std::uint32_t flags, std::uint32_t processId) override;
   bool ProcessFirst(OsHandle snapshot, std::uint32_t entrySize, SnapshotEntry& entry) override;
   bool ProcessNext(OsHandle snapshot, std::uint32_t entrySize, SnapshotEntry& entry) override;
@@ -80,7 +80,7 @@ class FakeProcessList : public IProcessList {
   bool CloseHandle(OsHandle handle) override;
   OsHandle FindWindowByTitle(const Text& title) override;
   bool PostMessageA(OsHandle window, std::uint32_t message, std::uintptr_t wParam,
-                   std::intptr_t lParam) override;
+                    std::intptr_t lParam) override;
 
   void Add(std::uint32_t pid, const Text& modulePath, bool openable = true);
   bool Running(std::uint32_t pid) const;

@@ -20,8 +20,8 @@ std::optional<Text> FakeRegistry::ReadString(RegRoot root, const Text& key, cons
   return v->second;
 }
 
-bool FakeRegistry::WriteString(RegRoot root, const Text& key, const Text& name,
-                               const Text& value, unsigned long) {
+bool FakeRegistry::WriteString(RegRoot root, const Text& key, const Text& name, const Text& value,
+                               unsigned long) {
   KeyId id{root, KeyName(key)};
   if (readOnlyKeys.count(id)) return false;
   keys_[id][base::ToLower(name)] = value;

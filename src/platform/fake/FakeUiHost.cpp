@@ -52,7 +52,8 @@ UiTextSize FakeUiHost::MeasureText(const Text& text, const UiFont& font, double 
   const double unit = points * 11.0;
   const double line = points * 24.0;
   std::size_t perLine = 0;
-  if (wrapWidth > 0) perLine = static_cast<std::size_t>(std::max(1.0, std::floor(wrapWidth / unit)));
+  if (wrapWidth > 0)
+    perLine = static_cast<std::size_t>(std::max(1.0, std::floor(wrapWidth / unit)));
   std::size_t lines = 0;
   std::size_t widest = 0;
   for (const Text& raw : base::Split(text, u"\n")) {
@@ -99,7 +100,8 @@ void FakeUiHost::DestroyForm(UiHandle window) {
   // A tip lives with the window of its tool.
   for (auto t = tips.begin(); t != tips.end();) {
     auto tool = controls.find(t->second.tip.tool);
-    bool mine = t->second.tip.tool == window || (tool != controls.end() && tool->second.window == window);
+    bool mine =
+        t->second.tip.tool == window || (tool != controls.end() && tool->second.window == window);
     t = mine ? tips.erase(t) : std::next(t);
   }
   for (auto c = controls.begin(); c != controls.end();) {

@@ -88,8 +88,10 @@ Text DecodeUtf8(std::string_view bytes) {
       out.push_back(static_cast<char16_t>(lead));
       continue;
     }
-    int follow = (lead >= 0xC2 && lead <= 0xDF) ? 1 : (lead >= 0xE0 && lead <= 0xEF) ? 2
-                 : (lead >= 0xF0 && lead <= 0xF4) ? 3 : 0;
+    int follow = (lead >= 0xC2 && lead <= 0xDF)   ? 1
+                 : (lead >= 0xE0 && lead <= 0xEF) ? 2
+                 : (lead >= 0xF0 && lead <= 0xF4) ? 3
+                                                  : 0;
     unsigned res = lead & (follow == 1 ? 0x1Fu : follow == 2 ? 0x0Fu : 0x07u);
     bool ok = false;
     if (follow == 3) {
@@ -208,7 +210,8 @@ std::string Serialize(const Document& doc) {
     }
   }
   switch (doc.encoding) {
-    case Encoding::Utf8: return "\xEF\xBB\xBF" + base::ToUtf8(text);  // unpaired surrogates become U+FFFD
+    case Encoding::Utf8:
+      return "\xEF\xBB\xBF" + base::ToUtf8(text);  // unpaired surrogates become U+FFFD
     case Encoding::Utf16Le: return EncodeUtf16(text, false);
     case Encoding::Utf16Be: return EncodeUtf16(text, true);
     case Encoding::Ansi: break;

@@ -63,18 +63,23 @@ class KitAccessible final : public IAccessible {
     *out = nullptr;
     return E_NOINTERFACE;
   }
-  ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(InterlockedIncrement(&refs_)); }
+  ULONG STDMETHODCALLTYPE AddRef() override {
+    return static_cast<ULONG>(InterlockedIncrement(&refs_));
+  }
   ULONG STDMETHODCALLTYPE Release() override {
     const LONG left = InterlockedDecrement(&refs_);
     if (left == 0) delete this;
     return static_cast<ULONG>(left);
   }
 
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* n) override { return standard_->GetTypeInfoCount(n); }
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* n) override {
+    return standard_->GetTypeInfoCount(n);
+  }
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT i, LCID l, ITypeInfo** t) override {
     return standard_->GetTypeInfo(i, l, t);
   }
-  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID r, LPOLESTR* n, UINT c, LCID l, DISPID* d) override {
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID r, LPOLESTR* n, UINT c, LCID l,
+                                          DISPID* d) override {
     return standard_->GetIDsOfNames(r, n, c, l, d);
   }
   HRESULT STDMETHODCALLTYPE Invoke(DISPID d, REFIID r, LCID l, WORD f, DISPPARAMS* p, VARIANT* v,
@@ -104,7 +109,8 @@ class KitAccessible final : public IAccessible {
     if (out == nullptr) return E_POINTER;
     VARIANT base;
     VariantInit(&base);
-    const long live = SUCCEEDED(standard_->get_accState(child, &base)) && base.vt == VT_I4 ? base.lVal : 0;
+    const long live =
+        SUCCEEDED(standard_->get_accState(child, &base)) && base.vt == VT_I4 ? base.lVal : 0;
     // The standard object knows focus, visibility and enabling; the kit knows whether
     // Tab stops here and what is checked.
     out->vt = VT_I4;
@@ -112,14 +118,24 @@ class KitAccessible final : public IAccessible {
     return S_OK;
   }
 
-  HRESULT STDMETHODCALLTYPE get_accParent(IDispatch** p) override { return standard_->get_accParent(p); }
-  HRESULT STDMETHODCALLTYPE get_accChildCount(long* n) override { return standard_->get_accChildCount(n); }
-  HRESULT STDMETHODCALLTYPE get_accChild(VARIANT c, IDispatch** p) override { return standard_->get_accChild(c, p); }
-  HRESULT STDMETHODCALLTYPE get_accValue(VARIANT c, BSTR* p) override { return standard_->get_accValue(c, p); }
+  HRESULT STDMETHODCALLTYPE get_accParent(IDispatch** p) override {
+    return standard_->get_accParent(p);
+  }
+  HRESULT STDMETHODCALLTYPE get_accChildCount(long* n) override {
+    return standard_->get_accChildCount(n);
+  }
+  HRESULT STDMETHODCALLTYPE get_accChild(VARIANT c, IDispatch** p) override {
+    return standard_->get_accChild(c, p);
+  }
+  HRESULT STDMETHODCALLTYPE get_accValue(VARIANT c, BSTR* p) override {
+    return standard_->get_accValue(c, p);
+  }
   HRESULT STDMETHODCALLTYPE get_accDescription(VARIANT c, BSTR* p) override {
     return standard_->get_accDescription(c, p);
   }
-  HRESULT STDMETHODCALLTYPE get_accHelp(VARIANT c, BSTR* p) override { return standard_->get_accHelp(c, p); }
+  HRESULT STDMETHODCALLTYPE get_accHelp(VARIANT c, BSTR* p) override {
+    return standard_->get_accHelp(c, p);
+  }
   HRESULT STDMETHODCALLTYPE get_accHelpTopic(BSTR* f, VARIANT c, long* t) override {
     return standard_->get_accHelpTopic(f, c, t);
   }
@@ -127,7 +143,9 @@ class KitAccessible final : public IAccessible {
     return standard_->get_accKeyboardShortcut(c, p);
   }
   HRESULT STDMETHODCALLTYPE get_accFocus(VARIANT* p) override { return standard_->get_accFocus(p); }
-  HRESULT STDMETHODCALLTYPE get_accSelection(VARIANT* p) override { return standard_->get_accSelection(p); }
+  HRESULT STDMETHODCALLTYPE get_accSelection(VARIANT* p) override {
+    return standard_->get_accSelection(p);
+  }
   HRESULT STDMETHODCALLTYPE get_accDefaultAction(VARIANT c, BSTR* p) override {
     if (Self(c) && role_ == ROLE_SYSTEM_PUSHBUTTON && p != nullptr) {
       *p = SysAllocString(L"Press");
@@ -135,17 +153,27 @@ class KitAccessible final : public IAccessible {
     }
     return standard_->get_accDefaultAction(c, p);
   }
-  HRESULT STDMETHODCALLTYPE accSelect(long f, VARIANT c) override { return standard_->accSelect(f, c); }
+  HRESULT STDMETHODCALLTYPE accSelect(long f, VARIANT c) override {
+    return standard_->accSelect(f, c);
+  }
   HRESULT STDMETHODCALLTYPE accLocation(long* x, long* y, long* w, long* h, VARIANT c) override {
     return standard_->accLocation(x, y, w, h, c);
   }
   HRESULT STDMETHODCALLTYPE accNavigate(long d, VARIANT s, VARIANT* e) override {
     return standard_->accNavigate(d, s, e);
   }
-  HRESULT STDMETHODCALLTYPE accHitTest(long x, long y, VARIANT* c) override { return standard_->accHitTest(x, y, c); }
-  HRESULT STDMETHODCALLTYPE accDoDefaultAction(VARIANT c) override { return standard_->accDoDefaultAction(c); }
-  HRESULT STDMETHODCALLTYPE put_accName(VARIANT c, BSTR n) override { return standard_->put_accName(c, n); }
-  HRESULT STDMETHODCALLTYPE put_accValue(VARIANT c, BSTR v) override { return standard_->put_accValue(c, v); }
+  HRESULT STDMETHODCALLTYPE accHitTest(long x, long y, VARIANT* c) override {
+    return standard_->accHitTest(x, y, c);
+  }
+  HRESULT STDMETHODCALLTYPE accDoDefaultAction(VARIANT c) override {
+    return standard_->accDoDefaultAction(c);
+  }
+  HRESULT STDMETHODCALLTYPE put_accName(VARIANT c, BSTR n) override {
+    return standard_->put_accName(c, n);
+  }
+  HRESULT STDMETHODCALLTYPE put_accValue(VARIANT c, BSTR v) override {
+    return standard_->put_accValue(c, v);
+  }
 
  private:
   ~KitAccessible() { standard_->Release(); }

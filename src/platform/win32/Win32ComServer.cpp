@@ -53,7 +53,8 @@ bool SetValue(HKEY root, const Text& key, const Text& name, const Text& value) {
     return false;
   return ::RegSetValueExW(h.Get(), name.empty() ? nullptr : Wide(name), 0, REG_SZ,
                           reinterpret_cast<const BYTE*>(Wide(value)),
-                          static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t))) == ERROR_SUCCESS;
+                          static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t))) ==
+         ERROR_SUCCESS;
 }
 
 // Writes the class, program id, interface and type library under `root` + `prefix`.
@@ -155,7 +156,8 @@ class MonitorObject final : public _IMonitor {
     return ::DispGetIDsOfNames(typeInfo_, names, count, ids);
   }
   HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* params,
-                                   VARIANT* result, EXCEPINFO* excep, UINT* argErr) noexcept override {
+                                   VARIANT* result, EXCEPINFO* excep,
+                                   UINT* argErr) noexcept override {
     if (!typeInfo_) return E_NOTIMPL;
     return ::DispInvoke(static_cast<_IMonitor*>(this), typeInfo_, id, flags, params, result, excep,
                         argErr);
@@ -257,7 +259,8 @@ class MonitorFactory final : public IClassFactory {
     return left;
   }
 
-  HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID riid, void** out) noexcept override {
+  HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID riid,
+                                           void** out) noexcept override {
     if (!out) return E_POINTER;
     *out = nullptr;
     if (outer) return CLASS_E_NOAGGREGATION;
@@ -293,50 +296,49 @@ Win32ComServer::~Win32ComServer() { RevokeClassObject(); }
 bool Win32ComServer::RegisterServer() noexcept {
   bool ok = false;
   // A failure answers false, which the caller traces.
-  base::IgnoreFailure(
-      [&] {
-        const Text exe = ProgramPath();
-        if (exe.empty()) return;
-        // The user's classes are what the monitor may write without rights of an
-        // administrator; the installer registers for the machine.
-        ok = WriteClassKeys(HKEY_CURRENT_USER, u"Software\\Classes\\", exe);
-        // Where the user's classes are not seen through the classes root, the root
-        // itself is written, so that the class is found at all.
-        if (RegisteredServer() != u"\"" + exe + u"\"") ok = WriteClassKeys(HKEY_CLASSES_ROOT, Text(), exe);
-        ITypeLib* lib = nullptr;
-        if (SUCCEEDED(::LoadTypeLibEx(Wide(exe), REGKIND_NONE, &lib)) && lib) {
-          const Text folder = exe.substr(0, exe.rfind(u'\\'));
-          std::wstring dir(folder.begin(), folder.end());
-          std::wstring path(exe.begin(), exe.end());
-          ::RegisterTypeLibForUser(lib, path.data(), dir.data());
-          lib->Release();
-        } else {
-          ok = false;
-        }
-      });
+  base::IgnoreFailure([&] {
+    const Text exe = ProgramPath();
+    if (exe.empty()) return;
+    // The user's classes are what the monitor may write without rights of an
+    // administrator; the installer registers for the machine.
+    ok = WriteClassKeys(HKEY_CURRENT_USER, u"Software\\Classes\\", exe);
+    // Where the user's classes are not seen through the classes root, the root
+    // itself is written, so that the class is found at all.
+    if (RegisteredServer() != u"\"" + exe + u"\"")
+      ok = WriteClassKeys(HKEY_CLASSES_ROOT, Text(), exe);
+    ITypeLib* lib = nullptr;
+    if (SUCCEEDED(::LoadTypeLibEx(Wide(exe), REGKIND_NONE, &lib)) && lib) {
+      const Text folder = exe.substr(0, exe.rfind(u'\\'));
+      std::wstring dir(folder.begin(), folder.end());
+      std::wstring path(exe.begin(), exe.end());
+      ::RegisterTypeLibForUser(lib, path.data(), dir.data());
+      lib->Release();
+    } else {
+      ok = false;
+    }
+  });
   return ok;
 }
 
 bool Win32ComServer::RegisterClassObject(MonitorCallbackFactory factory) noexcept {
   bool ok = false;
   // A failure answers false, which the caller traces.
-  base::IgnoreFailure(
-      [&] {
-        RevokeClassObject();
-        // The calls must arrive on this (the window's) thread: an apartment of its own.
-        ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-        auto* f = new MonitorFactory(std::move(factory), failureSink_);
-        DWORD cookie = 0;
-        const HRESULT hr = ::CoRegisterClassObject(CLSID_IMonitor, f, CLSCTX_LOCAL_SERVER,
-                                                   REGCLS_MULTIPLEUSE, &cookie);
-        if (FAILED(hr)) {
-          f->Release();
-          return;
-        }
-        cookie_ = cookie;
-        factory_ = f;
-        ok = true;
-      });
+  base::IgnoreFailure([&] {
+    RevokeClassObject();
+    // The calls must arrive on this (the window's) thread: an apartment of its own.
+    ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    auto* f = new MonitorFactory(std::move(factory), failureSink_);
+    DWORD cookie = 0;
+    const HRESULT hr = ::CoRegisterClassObject(CLSID_IMonitor, f, CLSCTX_LOCAL_SERVER,
+                                               REGCLS_MULTIPLEUSE, &cookie);
+    if (FAILED(hr)) {
+      f->Release();
+      return;
+    }
+    cookie_ = cookie;
+    factory_ = f;
+    ok = true;
+  });
   return ok;
 }
 

@@ -121,8 +121,8 @@ std::optional<std::uint64_t> Win32FileSystem::FileSize(const Text& path) noexcep
 }
 
 bool Win32FileSystem::WriteAll(const Text& path, std::string_view bytes) noexcept {
-  FileHandle file(::CreateFileW(Wide(path), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
-                                CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+  FileHandle file(::CreateFileW(Wide(path), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+                                FILE_ATTRIBUTE_NORMAL, nullptr));
   return file && WriteEverything(file.Get(), bytes);
 }
 

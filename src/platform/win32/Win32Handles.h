@@ -154,7 +154,9 @@ class MemoryDC {
   MemoryDC& operator=(const MemoryDC&) = delete;
 
   HDC Get() const noexcept { return dc_.Get(); }
-  explicit operator bool() const noexcept { return static_cast<bool>(dc_) && static_cast<bool>(bitmap_); }
+  explicit operator bool() const noexcept {
+    return static_cast<bool>(dc_) && static_cast<bool>(bitmap_);
+  }
   // Selects the bitmap out and hands it over, for a picture that is kept.
   UniqueBitmap TakeBitmap() noexcept {
     Deselect();

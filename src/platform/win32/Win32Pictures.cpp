@@ -80,7 +80,9 @@ bool IsAbsolute(const base::Text& path) {
   return (path.size() > 1 && path[1] == u':') || base::StartsWith(path, u"\\\\");
 }
 
-bool IsIconFile(const base::Text& keyOrPath) { return base::EndsWith(base::ToLower(keyOrPath), u".ico"); }
+bool IsIconFile(const base::Text& keyOrPath) {
+  return base::EndsWith(base::ToLower(keyOrPath), u".ico");
+}
 
 bool FileExists(const base::Text& path) {
   const DWORD attributes = GetFileAttributesW(Wide(path));
@@ -97,8 +99,8 @@ class Pictures::Decoder {
  public:
   Decoder() : com_(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)) {
     factory_ = Obtain<IWICImagingFactory>([](IWICImagingFactory** out) {
-      return CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory,
-                              reinterpret_cast<void**>(out));
+      return CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
+                              IID_IWICImagingFactory, reinterpret_cast<void**>(out));
     });
   }
 
@@ -108,17 +110,19 @@ class Pictures::Decoder {
     Bitmap out;
     if (!factory_) return out;
     auto decoder = Obtain<IWICBitmapDecoder>([&](IWICBitmapDecoder** d) {
-      return factory_->CreateDecoderFromFilename(Wide(path), nullptr, GENERIC_READ, WICDecodeMetadataCacheOnDemand,
-                                                 d);
+      return factory_->CreateDecoderFromFilename(Wide(path), nullptr, GENERIC_READ,
+                                                 WICDecodeMetadataCacheOnDemand, d);
     });
     if (!decoder) return out;
-    auto frame = Obtain<IWICBitmapFrameDecode>([&](IWICBitmapFrameDecode** f) { return decoder->GetFrame(0, f); });
-    auto converter =
-        Obtain<IWICFormatConverter>([&](IWICFormatConverter** c) { return factory_->CreateFormatConverter(c); });
+    auto frame = Obtain<IWICBitmapFrameDecode>(
+        [&](IWICBitmapFrameDecode** f) { return decoder->GetFrame(0, f); });
+    auto converter = Obtain<IWICFormatConverter>(
+        [&](IWICFormatConverter** c) { return factory_->CreateFormatConverter(c); });
     UINT w = 0, h = 0;
     if (!frame || !converter ||
-        FAILED(converter->Initialize(frame.get(), GUID_WICPixelFormat32bppPBGRA, WICBitmapDitherTypeNone, nullptr,
-                                     0.0, WICBitmapPaletteTypeCustom)) ||
+        FAILED(converter->Initialize(frame.get(), GUID_WICPixelFormat32bppPBGRA,
+                                     WICBitmapDitherTypeNone, nullptr, 0.0,
+                                     WICBitmapPaletteTypeCustom)) ||
         FAILED(converter->GetSize(&w, &h)) || w == 0 || h == 0 || w > kMaxSide || h > kMaxSide)
       return out;
 
@@ -131,7 +135,8 @@ class Pictures::Decoder {
     info.bmiHeader.biCompression = BI_RGB;
     void* bits = nullptr;
     GdiObject<HBITMAP> dib(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-    if (!dib || !bits || FAILED(converter->CopyPixels(nullptr, w * 4, w * 4 * h, static_cast<BYTE*>(bits))))
+    if (!dib || !bits ||
+        FAILED(converter->CopyPixels(nullptr, w * 4, w * 4 * h, static_cast<BYTE*>(bits))))
       return out;
     out.handle = std::move(dib);
     out.width = static_cast<int>(w);
@@ -254,7 +259,8 @@ GdiObject<HBITMAP> Pictures::Straight(const Bitmap& bmp, int w, int h) {
   for (int i = 0; i < w * h; ++i, px += 4) {
     const int a = px[3];
     if (a == 0 || a == 255) continue;
-    for (int c = 0; c < 3; ++c) px[c] = static_cast<unsigned char>(std::min(255, (px[c] * 255 + a / 2) / a));
+    for (int c = 0; c < 3; ++c)
+      px[c] = static_cast<unsigned char>(std::min(255, (px[c] * 255 + a / 2) / a));
   }
   return out;
 }
@@ -274,7 +280,8 @@ void Pictures::DrawFace(HDC dc, const Bitmap& bmp, const RECT& r) {
   BLENDFUNCTION blend{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
   GdiAlphaBlend(dc, r.left, r.top, end, h, src.Get(), 0, 0, end, bmp.height, blend);
   GdiAlphaBlend(dc, r.left + end, r.top, w - 2 * end, h, src.Get(), end, 0, 1, bmp.height, blend);
-  GdiAlphaBlend(dc, r.right - end, r.top, end, h, src.Get(), bmp.width - end, 0, end, bmp.height, blend);
+  GdiAlphaBlend(dc, r.right - end, r.top, end, h, src.Get(), bmp.width - end, 0, end, bmp.height,
+                blend);
 }
 
 void Pictures::DrawPlaceholder(HDC dc, const RECT& r) {

@@ -13,7 +13,6 @@
 #undef Process32First
 #undef Process32Next
 
-
 namespace platform {
 
 using win32::FromWide;
@@ -52,7 +51,7 @@ bool SnapshotStep(OsHandle snapshot, std::uint32_t entrySize, SnapshotEntry& ent
 }  // namespace
 
 bool Win32ProcessList::EnumProcessIds(std::uint32_t byteCount, std::vector<std::uint32_t>& ids,
-                                     std::uint32_t& bytesReturned) noexcept {
+                                      std::uint32_t& bytesReturned) noexcept {
   return NoThrow(false, [&] {
     ids.assign(byteCount / 4, 0);
     DWORD returned = 0;
@@ -69,7 +68,7 @@ OsHandle Win32ProcessList::OpenProcess(std::uint32_t access, bool inheritHandle,
 }
 
 bool Win32ProcessList::EnumModules(OsHandle process, std::uint32_t tableBytes,
-                                          std::uintptr_t& firstModule) noexcept {
+                                   std::uintptr_t& firstModule) noexcept {
   return NoThrow(false, [&] {
     std::vector<HMODULE> table((tableBytes + sizeof(HMODULE) - 1) / sizeof(HMODULE) + 1);
     DWORD needed = 0;
@@ -79,8 +78,8 @@ bool Win32ProcessList::EnumModules(OsHandle process, std::uint32_t tableBytes,
   });
 }
 
-Text Win32ProcessList::ModuleFileName(OsHandle process, std::uintptr_t module,
-                                           std::uint32_t size, std::uint32_t bufferChars) noexcept {
+Text Win32ProcessList::ModuleFileName(OsHandle process, std::uintptr_t module, std::uint32_t size,
+                                      std::uint32_t bufferChars) noexcept {
   return NoThrow(Text(), [&] {
     std::vector<wchar_t> buffer(std::max(bufferChars, size) + 1, L'\0');
     ::K32GetModuleFileNameExW(H(process), reinterpret_cast<HMODULE>(module), buffer.data(), size);
@@ -120,7 +119,7 @@ OsHandle Win32ProcessList::FindWindowByTitle(const Text& title) noexcept {
 }
 
 bool Win32ProcessList::PostMessageA(OsHandle window, std::uint32_t message, std::uintptr_t wParam,
-                                   std::intptr_t lParam) noexcept {
+                                    std::intptr_t lParam) noexcept {
   return ::PostMessageA(reinterpret_cast<HWND>(window), message, wParam, lParam) != FALSE;
 }
 

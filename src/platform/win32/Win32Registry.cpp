@@ -41,8 +41,8 @@ std::optional<Text> Win32Registry::ReadString(RegRoot root, const Text& key, con
   });
 }
 
-bool Win32Registry::WriteString(RegRoot root, const Text& key, const Text& name,
-                                const Text& value, unsigned long access) noexcept {
+bool Win32Registry::WriteString(RegRoot root, const Text& key, const Text& name, const Text& value,
+                                unsigned long access) noexcept {
   UniqueKey k;
   if (::RegCreateKeyExW(RootKey(root), Wide(key), 0, nullptr, REG_OPTION_NON_VOLATILE,
                         static_cast<REGSAM>(access), nullptr, k.Out(), nullptr) != ERROR_SUCCESS)

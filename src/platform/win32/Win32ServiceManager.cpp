@@ -25,13 +25,13 @@ void Copy(const SERVICE_STATUS& from, ServiceStatus& to) {
 }  // namespace
 
 ScHandle Win32ServiceManager::OpenSCManagerW(const Text& machineName, const Text& databaseName,
-                                            unsigned long access) noexcept {
+                                             unsigned long access) noexcept {
   return FromH(::OpenSCManagerW(machineName.empty() ? nullptr : Wide(machineName),
                                 Wide(databaseName), access));
 }
 
 ScHandle Win32ServiceManager::OpenServiceW(ScHandle manager, const Text& serviceName,
-                                          unsigned long access) noexcept {
+                                           unsigned long access) noexcept {
   return FromH(::OpenServiceW(H(manager), Wide(serviceName), access));
 }
 
@@ -43,8 +43,8 @@ bool Win32ServiceManager::QueryServiceStatus(ScHandle service, ServiceStatus& st
 }
 
 bool Win32ServiceManager::QueryServiceConfigA(ScHandle service, unsigned long bufferBytes,
-                                             unsigned long& bytesNeeded,
-                                             unsigned long& startType) noexcept {
+                                              unsigned long& bytesNeeded,
+                                              unsigned long& startType) noexcept {
   return NoThrow(false, [&] {
     // Aligned storage for the structure and the strings that follow it.
     std::vector<unsigned long long> buffer((bufferBytes + 7) / 8 + 1);

@@ -122,8 +122,8 @@ std::optional<Text> Win32SystemInfo::Environment(const Text& name) noexcept {
     std::vector<wchar_t> buffer(256);
     for (;;) {
       ::SetLastError(0);
-      DWORD got = ::GetEnvironmentVariableW(Wide(name), buffer.data(),
-                                            static_cast<DWORD>(buffer.size()));
+      DWORD got =
+          ::GetEnvironmentVariableW(Wide(name), buffer.data(), static_cast<DWORD>(buffer.size()));
       if (got == 0) {
         if (::GetLastError() == ERROR_ENVVAR_NOT_FOUND) return std::nullopt;
         return Text();

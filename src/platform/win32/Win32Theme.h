@@ -1,7 +1,7 @@
 #pragma once
-// The screen's scale, and what the user chose for the look of the desktop, read where Windows keeps it: a
-// high-contrast theme, and a light or dark taskbar. Both can change while the program
-// runs; the host reads them again when the system says a setting changed.
+// The screen's scale, and what the user chose for the look of the desktop, read where Windows keeps
+// it: a high-contrast theme, and a light or dark taskbar. Both can change while the program runs;
+// the host reads them again when the system says a setting changed.
 #include "platform/win32/Win32Text.h"
 
 namespace platform::win32 {

@@ -34,7 +34,8 @@ DWORD DateStyle(const UiControl& s) {
 // A picture the user presses is a button to the system (its window's class says so
 // to a screen reader and to the keyboard).
 bool ButtonWindow(const UiControl& s) {
-  return s.kind == UiKind::PictureButton || (s.kind == UiKind::Picture && s.role == UiRole::PushButton);
+  return s.kind == UiKind::PictureButton ||
+         (s.kind == UiKind::Picture && s.role == UiRole::PushButton);
 }
 
 // The style bits of a kind that a window cannot change once it exists; the top bit
@@ -151,8 +152,8 @@ HWND Win32UiHost::CreateControlWindow(ControlRec& c) {
 
   const wchar_t* cls = L"STATIC";
   // Tab stops are the kit's; the style says so to whoever reads the window.
-  DWORD style = WS_CHILD | WS_CLIPSIBLINGS | (s.visible ? WS_VISIBLE : 0) | (s.enabled ? 0 : WS_DISABLED) |
-                (s.tabStop ? WS_TABSTOP : 0);
+  DWORD style = WS_CHILD | WS_CLIPSIBLINGS | (s.visible ? WS_VISIBLE : 0) |
+                (s.enabled ? 0 : WS_DISABLED) | (s.tabStop ? WS_TABSTOP : 0);
   DWORD ex = 0;
   switch (s.kind) {
     case UiKind::Label: style |= SS_OWNERDRAW | SS_NOTIFY; break;
@@ -175,13 +176,15 @@ HWND Win32UiHost::CreateControlWindow(ControlRec& c) {
       break;
     case UiKind::TextBox:
       cls = L"EDIT";
-      style |= s.multiLine ? ES_MULTILINE | ES_AUTOVSCROLL | ES_WANTRETURN | WS_VSCROLL : ES_AUTOHSCROLL;
+      style |=
+          s.multiLine ? ES_MULTILINE | ES_AUTOVSCROLL | ES_WANTRETURN | WS_VSCROLL : ES_AUTOHSCROLL;
       ex = WS_EX_CLIENTEDGE;
       break;
     case UiKind::ListView:
       cls = WC_LISTVIEWW;
       // The rows' pictures are the host's: the list only borrows them.
-      style |= LVS_REPORT | LVS_SINGLESEL | LVS_SHAREIMAGELISTS | (s.hideSelection ? 0 : LVS_SHOWSELALWAYS);
+      style |= LVS_REPORT | LVS_SINGLESEL | LVS_SHAREIMAGELISTS |
+               (s.hideSelection ? 0 : LVS_SHOWSELALWAYS);
       ex = WS_EX_CLIENTEDGE;
       break;
     case UiKind::ProgressBar:
@@ -205,10 +208,9 @@ HWND Win32UiHost::CreateControlWindow(ControlRec& c) {
                             s.kind == UiKind::DatePicker || s.kind == UiKind::ComboBox
                         ? Text()
                         : s.caption;
-  HWND hwnd = CreateWindowExW(ex, cls, Wide(text), style, r.left, r.top, r.right - r.left,
-                              r.bottom - r.top, parent,
-                              reinterpret_cast<HMENU>(static_cast<UINT_PTR>(c.handle & 0xFFFF)),
-                              instance_, nullptr);
+  HWND hwnd = CreateWindowExW(
+      ex, cls, Wide(text), style, r.left, r.top, r.right - r.left, r.bottom - r.top, parent,
+      reinterpret_cast<HMENU>(static_cast<UINT_PTR>(c.handle & 0xFFFF)), instance_, nullptr);
   if (hwnd == nullptr) return nullptr;
   c.hwnd.Reset(hwnd);
   c.createdStyle = StructuralStyle(s);
@@ -298,11 +300,13 @@ void Win32UiHost::ApplyControl(ControlRec& c, UiChange changes) {
     }
   }
   if (Has(changes, UiChange::Style) || Has(changes, UiChange::Caption)) {
-    if (!Drawn(s.kind)) SendMessageW(hwnd, WM_SETFONT, reinterpret_cast<WPARAM>(Font(s.font, DpiOf(c))), TRUE);
+    if (!Drawn(s.kind))
+      SendMessageW(hwnd, WM_SETFONT, reinterpret_cast<WPARAM>(Font(s.font, DpiOf(c))), TRUE);
   }
   if (Has(changes, UiChange::Style)) {
     const LONG_PTR style = GetWindowLongPtrW(hwnd, GWL_STYLE);
-    const LONG_PTR want = s.tabStop ? style | WS_TABSTOP : style & ~static_cast<LONG_PTR>(WS_TABSTOP);
+    const LONG_PTR want =
+        s.tabStop ? style | WS_TABSTOP : style & ~static_cast<LONG_PTR>(WS_TABSTOP);
     if (want != style) SetWindowLongPtrW(hwnd, GWL_STYLE, want);
   }
   if (Has(changes, UiChange::Caption)) {
@@ -346,7 +350,10 @@ void Win32UiHost::ApplyControl(ControlRec& c, UiChange changes) {
       case UiKind::CheckBox:
       case UiKind::OptionButton:
         SendMessageW(hwnd, BM_SETCHECK,
-                     s.check == 1 ? BST_CHECKED : s.check == 2 ? BST_INDETERMINATE : BST_UNCHECKED, 0);
+                     s.check == 1   ? BST_CHECKED
+                     : s.check == 2 ? BST_INDETERMINATE
+                                    : BST_UNCHECKED,
+                     0);
         break;
       case UiKind::ProgressBar:
         SendMessageW(hwnd, PBM_SETRANGE32, static_cast<WPARAM>(std::lround(s.min)),
@@ -378,7 +385,8 @@ void Win32UiHost::ApplyControl(ControlRec& c, UiChange changes) {
     ApplyComboItems(c);
     SendMessageW(hwnd, CB_SETCURSEL, static_cast<WPARAM>(s.listIndex), 0);
   }
-  if (Has(changes, UiChange::Style) && s.kind == UiKind::ListView && !c.listBuilt) ApplyList(c, true);
+  if (Has(changes, UiChange::Style) && s.kind == UiKind::ListView && !c.listBuilt)
+    ApplyList(c, true);
   if (Has(changes, UiChange::Enabled)) {
     if ((IsWindowEnabled(hwnd) != FALSE) != s.enabled) EnableWindow(hwnd, s.enabled ? TRUE : FALSE);
   }
@@ -391,7 +399,8 @@ void Win32UiHost::ApplyControl(ControlRec& c, UiChange changes) {
                         Has(changes, UiChange::Picture) || Has(changes, UiChange::Enabled) ||
                         Has(changes, UiChange::Layout))) {
     Repaint(c);
-  } else if (Checkable(s.kind) && (Has(changes, UiChange::Style) || Has(changes, UiChange::Layout))) {
+  } else if (Checkable(s.kind) &&
+             (Has(changes, UiChange::Style) || Has(changes, UiChange::Layout))) {
     InvalidateRect(hwnd, nullptr, TRUE);
   }
   --c.updating;
@@ -401,7 +410,8 @@ void Win32UiHost::ApplyComboItems(ControlRec& c) {
   if (c.shownItems == c.state.items) return;
   HWND hwnd = c.hwnd.Get();
   SendMessageW(hwnd, CB_RESETCONTENT, 0, 0);
-  for (const Text& item : c.state.items) SendMessageW(hwnd, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Wide(item)));
+  for (const Text& item : c.state.items)
+    SendMessageW(hwnd, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Wide(item)));
   c.shownItems = c.state.items;
 }
 
@@ -418,7 +428,8 @@ int Win32UiHost::RowImage(ControlRec& c, const Text& key) {
   const Bitmap* picture = pictures_->Find(key, side);
   // The image list takes straight alpha: the picture is made so, at the list's size;
   // a missing one shows as missing pictures do everywhere.
-  auto straight = picture != nullptr ? Pictures::Straight(*picture, side, side) : Pictures::Placeholder(side, side);
+  auto straight = picture != nullptr ? Pictures::Straight(*picture, side, side)
+                                     : Pictures::Placeholder(side, side);
   if (!straight) return I_IMAGENONE;
   const int index = ImageList_Add(c.rowImages.Get(), straight.get(), nullptr);
   if (index < 0) return I_IMAGENONE;
@@ -462,9 +473,10 @@ void Win32UiHost::ApplyList(ControlRec& c, bool force) {
       const Text& now = static_cast<std::size_t>(sub - 1) < row.subItems.size()
                             ? row.subItems[static_cast<std::size_t>(sub - 1)]
                             : Text();
-      const Text* was = before != nullptr && static_cast<std::size_t>(sub - 1) < before->subItems.size()
-                            ? &before->subItems[static_cast<std::size_t>(sub - 1)]
-                            : nullptr;
+      const Text* was =
+          before != nullptr && static_cast<std::size_t>(sub - 1) < before->subItems.size()
+              ? &before->subItems[static_cast<std::size_t>(sub - 1)]
+              : nullptr;
       if (before == nullptr || was == nullptr || *was != now) {
         ListView_SetItemText(hwnd, i, sub, Mutable(now));
       }
@@ -536,7 +548,8 @@ LRESULT Win32UiHost::OnControlMessage(ControlRec& c, UINT msg, WPARAM wp, LPARAM
     }
     case WM_GETOBJECT:
       // A screen reader asks what the control is: the kit's role, name and state.
-      if (const LRESULT answer = win32::AnswerGetObject(hwnd, wp, lp, c.state); answer != 0) return answer;
+      if (const LRESULT answer = win32::AnswerGetObject(hwnd, wp, lp, c.state); answer != 0)
+        return answer;
       break;
     case WM_ERASEBKGND:
       if (Drawn(c.state.kind)) return 1;  // all of it is painted in one go
@@ -574,7 +587,7 @@ bool Win32UiHost::OnParentMessage(UINT msg, WPARAM wp, LPARAM lp, LRESULT& resul
       if (c == nullptr || c->dead || !Checkable(c->state.kind)) return false;
       HDC dc = reinterpret_cast<HDC>(wp);
       SetBkMode(dc, TRANSPARENT);
-      SetTextColor(dc, highContrast_ ? GetSysColor(COLOR_WINDOWTEXT)
+      SetTextColor(dc, highContrast_                           ? GetSysColor(COLOR_WINDOWTEXT)
                        : c->state.foreColor == kUiDefaultColor ? GetSysColor(COLOR_BTNTEXT)
                                                                : c->state.foreColor);
       result = reinterpret_cast<LRESULT>(Backdrop(*c));
@@ -614,7 +627,8 @@ bool Win32UiHost::OnParentMessage(UINT msg, WPARAM wp, LPARAM lp, LRESULT& resul
             const UINT oldImage = (lv->uOldState & LVIS_STATEIMAGEMASK) >> 12;
             const UINT newImage = (lv->uNewState & LVIS_STATEIMAGEMASK) >> 12;
             if (c->state.checkboxes && oldImage != 0 && newImage != 0 && oldImage != newImage) {
-              f->events->OnList(f->handle, c->handle, {UiListWhat::RowCheck, lv->iItem + 1, newImage == 2});
+              f->events->OnList(f->handle, c->handle,
+                                {UiListWhat::RowCheck, lv->iItem + 1, newImage == 2});
               if (c->dead) return true;
             }
             if ((lv->uNewState & LVIS_SELECTED) != 0 && (lv->uOldState & LVIS_SELECTED) == 0) {
@@ -635,7 +649,8 @@ bool Win32UiHost::OnParentMessage(UINT msg, WPARAM wp, LPARAM lp, LRESULT& resul
           }
           case LVN_COLUMNCLICK: {
             const auto* lv = reinterpret_cast<const NMLISTVIEW*>(lp);
-            f->events->OnList(f->handle, c->handle, {UiListWhat::ColumnClick, lv->iSubItem + 1, false});
+            f->events->OnList(f->handle, c->handle,
+                              {UiListWhat::ColumnClick, lv->iSubItem + 1, false});
             result = 0;
             return true;
           }
@@ -747,12 +762,15 @@ bool DrawCaption(HDC dc, const Text& caption, RECT r, COLORREF color, UINT align
   if (caption.empty()) return false;
   if (mustFit) {
     RECT need = r;
-    DrawTextW(dc, Wide(caption), static_cast<int>(caption.size()), &need, DT_CALCRECT | DT_WORDBREAK);
-    if (need.right - need.left > r.right - r.left || need.bottom - need.top > r.bottom - r.top) return false;
+    DrawTextW(dc, Wide(caption), static_cast<int>(caption.size()), &need,
+              DT_CALCRECT | DT_WORDBREAK);
+    if (need.right - need.left > r.right - r.left || need.bottom - need.top > r.bottom - r.top)
+      return false;
   }
   SetBkMode(dc, TRANSPARENT);
   SetTextColor(dc, color);
-  DrawTextW(dc, Wide(caption), static_cast<int>(caption.size()), &r, DT_WORDBREAK | DT_EXPANDTABS | align);
+  DrawTextW(dc, Wide(caption), static_cast<int>(caption.size()), &r,
+            DT_WORDBREAK | DT_EXPANDTABS | align);
   return true;
 }
 
@@ -777,8 +795,8 @@ void Win32UiHost::PaintHighContrast(ControlRec& c, HDC dc, const RECT& r, bool p
         if (!DrawCaption(dc, s.caption, r, text, DT_CENTER, true) && !s.pictureKey.empty()) {
           const int side = std::min(r.right - r.left, r.bottom - r.top) - 4;
           if (const Bitmap* b = pictures_->Find(s.pictureKey, side)) {
-            Pictures::Draw(dc, *b, r.left + (r.right - r.left - side) / 2, r.top + (r.bottom - r.top - side) / 2,
-                           side, side);
+            Pictures::Draw(dc, *b, r.left + (r.right - r.left - side) / 2,
+                           r.top + (r.bottom - r.top - side) / 2, side, side);
           }
         }
       } else if (s.role == UiRole::Indicator || s.role == UiRole::Slider) {
@@ -794,7 +812,8 @@ void Win32UiHost::PaintHighContrast(ControlRec& c, HDC dc, const RECT& r, bool p
         if (!DrawCaption(dc, s.caption, inner, GetSysColor(COLOR_WINDOWTEXT), DT_CENTER, true) &&
             !s.pictureKey.empty()) {
           if (const Bitmap* b = pictures_->Find(s.pictureKey, inner.bottom - inner.top)) {
-            Pictures::Draw(dc, *b, inner.left, inner.top, inner.right - inner.left, inner.bottom - inner.top);
+            Pictures::Draw(dc, *b, inner.left, inner.top, inner.right - inner.left,
+                           inner.bottom - inner.top);
           }
         }
       }
@@ -806,7 +825,9 @@ void Win32UiHost::PaintHighContrast(ControlRec& c, HDC dc, const RECT& r, bool p
       const bool onButton = face != nullptr && face->state.kind == UiKind::PictureButton;
       COLORREF color = GetSysColor(onButton ? COLOR_BTNTEXT : COLOR_WINDOWTEXT);
       if (!s.enabled) color = GetSysColor(COLOR_GRAYTEXT);
-      const UINT align = s.align == UiAlign::Center ? DT_CENTER : s.align == UiAlign::Right ? DT_RIGHT : DT_LEFT;
+      const UINT align = s.align == UiAlign::Center  ? DT_CENTER
+                         : s.align == UiAlign::Right ? DT_RIGHT
+                                                     : DT_LEFT;
       DrawCaption(dc, s.caption, r, color, align, false);
       break;
     }
@@ -831,7 +852,8 @@ void Win32UiHost::PaintSkinned(ControlRec& c, HDC dc, const RECT& r, bool presse
         int w = b->width;
         int h = b->height;
         if (w > width || h > height) {
-          const double scale = std::min(static_cast<double>(width) / w, static_cast<double>(height) / h);
+          const double scale =
+              std::min(static_cast<double>(width) / w, static_cast<double>(height) / h);
           w = std::max(1, static_cast<int>(std::lround(w * scale)));
           h = std::max(1, static_cast<int>(std::lround(h * scale)));
         }
@@ -868,7 +890,9 @@ void Win32UiHost::PaintSkinned(ControlRec& c, HDC dc, const RECT& r, bool presse
       }
       SetTextColor(dc, color);
       UINT flags = DT_WORDBREAK | DT_EXPANDTABS;
-      flags |= s.align == UiAlign::Center ? DT_CENTER : s.align == UiAlign::Right ? DT_RIGHT : DT_LEFT;
+      flags |= s.align == UiAlign::Center  ? DT_CENTER
+               : s.align == UiAlign::Right ? DT_RIGHT
+                                           : DT_LEFT;
       RECT text = r;
       DrawTextW(dc, Wide(s.caption), static_cast<int>(s.caption.size()), &text, flags);
       break;

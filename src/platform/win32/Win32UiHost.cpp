@@ -56,7 +56,6 @@ Win32UiHost::Win32UiHost(Text imageFolder) {
     imageFolder = (slash == Text::npos ? Text() : exe.substr(0, slash)) + u"\\images";
   }
   pictures_ = std::make_unique<win32::Pictures>(imageFolder, dpi_);
-
 }
 
 HWND Win32UiHost::Started() {
@@ -88,8 +87,8 @@ HWND Win32UiHost::Started() {
 
   // A hidden top-level popup rather than a message-only window: only top-level
   // windows hear that the taskbar was created again.
-  hostHwnd_.Reset(CreateWindowExW(WS_EX_TOOLWINDOW, kHostClass, L"QvUiHost", WS_POPUP, 0, 0, 0,
-                                  0, nullptr, nullptr, instance_, this));
+  hostHwnd_.Reset(CreateWindowExW(WS_EX_TOOLWINDOW, kHostClass, L"QvUiHost", WS_POPUP, 0, 0, 0, 0,
+                                  nullptr, nullptr, instance_, this));
   taskbarCreated_ = RegisterWindowMessageW(L"TaskbarCreated");
   return hostHwnd_.Get();
 }
@@ -343,8 +342,8 @@ void Win32UiHost::ReportFailure(const Text& what, UINT msg, HWND hwnd) noexcept 
     if (atom != 0 && GlobalGetAtomNameW(atom, name, 256) > 0) {
       line += u" \"" + win32::FromWide(name) + u"\"";
     }
-    line += u", message " + base::FromNumber(msg) + u": " + error.description +
-            u" (error " + base::FromNumber(error.number) + u")";
+    line += u", message " + base::FromNumber(msg) + u": " + error.description + u" (error " +
+            base::FromNumber(error.number) + u")";
     failureSink_(line);
   });
 }
@@ -429,11 +428,10 @@ LRESULT Win32UiHost::OnHostMessage(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
     case kWakeMessage: return 0;
     case WM_SETTINGCHANGE:
       // A theme, high contrast or the taskbar's colours: the desktop's look is read again.
-      if (win32::ThemeSettingChanged(static_cast<UINT>(wp), reinterpret_cast<const wchar_t*>(lp))) ApplyTheme();
+      if (win32::ThemeSettingChanged(static_cast<UINT>(wp), reinterpret_cast<const wchar_t*>(lp)))
+        ApplyTheme();
       return DefWindowProcW(hwnd, msg, wp, lp);
-    case WM_SYSCOLORCHANGE:
-      ApplyTheme();
-      return DefWindowProcW(hwnd, msg, wp, lp);
+    case WM_SYSCOLORCHANGE: ApplyTheme(); return DefWindowProcW(hwnd, msg, wp, lp);
     default: return DefWindowProcW(hwnd, msg, wp, lp);
   }
 }
@@ -463,7 +461,8 @@ void Win32UiHost::ApplyTheme() {
         if (c->state.kind == UiKind::ProgressBar) ApplyControl(*c, UiChange::Value);
       }
     }
-    RedrawWindow(f->hwnd.Get(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+    RedrawWindow(f->hwnd.Get(), nullptr, nullptr,
+                 RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
   }
 }
 
@@ -472,8 +471,9 @@ void Win32UiHost::Rescale(FormRec& f, int dpi, const RECT* suggested) {
   f.dpi = dpi;
   f.applied = suggested != nullptr ? *suggested : PixelRect(f.state.rect, dpi);
   f.applying = true;
-  SetWindowPos(f.hwnd.Get(), nullptr, f.applied.left, f.applied.top, f.applied.right - f.applied.left,
-               f.applied.bottom - f.applied.top, SWP_NOZORDER | SWP_NOACTIVATE);
+  SetWindowPos(f.hwnd.Get(), nullptr, f.applied.left, f.applied.top,
+               f.applied.right - f.applied.left, f.applied.bottom - f.applied.top,
+               SWP_NOZORDER | SWP_NOACTIVATE);
   f.applying = false;
   // The outline, the icons, and every control's place, letters and pictures at the new scale.
   f.appliedRegion.reset();
@@ -488,27 +488,55 @@ void Win32UiHost::Rescale(FormRec& f, int dpi, const RECT* suggested) {
     ApplyControl(*c, UiChange::Layout | UiChange::Style);
     if (c->state.kind == UiKind::ListView) ApplyList(*c, true);
   }
-  RedrawWindow(f.hwnd.Get(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+  RedrawWindow(f.hwnd.Get(), nullptr, nullptr,
+               RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 bool Win32UiHost::Mouse(FormRec& f, ControlRec* c, HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
   int button = 0;
   UiMouse what = UiMouse::Move;
   switch (msg) {
-    case WM_LBUTTONDOWN: button = 1; what = UiMouse::Down; break;
-    case WM_RBUTTONDOWN: button = 2; what = UiMouse::Down; break;
-    case WM_MBUTTONDOWN: button = 4; what = UiMouse::Down; break;
-    case WM_LBUTTONDBLCLK: button = 1; what = UiMouse::DblClick; break;
-    case WM_RBUTTONDBLCLK: button = 2; what = UiMouse::Down; break;
-    case WM_MBUTTONDBLCLK: button = 4; what = UiMouse::Down; break;
-    case WM_LBUTTONUP: button = 1; what = UiMouse::Up; break;
-    case WM_RBUTTONUP: button = 2; what = UiMouse::Up; break;
-    case WM_MBUTTONUP: button = 4; what = UiMouse::Up; break;
+    case WM_LBUTTONDOWN:
+      button = 1;
+      what = UiMouse::Down;
+      break;
+    case WM_RBUTTONDOWN:
+      button = 2;
+      what = UiMouse::Down;
+      break;
+    case WM_MBUTTONDOWN:
+      button = 4;
+      what = UiMouse::Down;
+      break;
+    case WM_LBUTTONDBLCLK:
+      button = 1;
+      what = UiMouse::DblClick;
+      break;
+    case WM_RBUTTONDBLCLK:
+      button = 2;
+      what = UiMouse::Down;
+      break;
+    case WM_MBUTTONDBLCLK:
+      button = 4;
+      what = UiMouse::Down;
+      break;
+    case WM_LBUTTONUP:
+      button = 1;
+      what = UiMouse::Up;
+      break;
+    case WM_RBUTTONUP:
+      button = 2;
+      what = UiMouse::Up;
+      break;
+    case WM_MBUTTONUP:
+      button = 4;
+      what = UiMouse::Up;
+      break;
     case WM_MOUSEMOVE: what = UiMouse::Move; break;
     default: return true;
   }
-  const int shift = ((wp & MK_SHIFT) ? 1 : 0) | ((wp & MK_CONTROL) ? 2 : 0) |
-                    (GetKeyState(VK_MENU) < 0 ? 4 : 0);
+  const int shift =
+      ((wp & MK_SHIFT) ? 1 : 0) | ((wp & MK_CONTROL) ? 2 : 0) | (GetKeyState(VK_MENU) < 0 ? 4 : 0);
   const POINT pt{GET_X_LPARAM(lp), GET_Y_LPARAM(lp)};
   const double x = pt.x * 1440.0 / f.dpi;
   const double y = pt.y * 1440.0 / f.dpi;
@@ -521,8 +549,7 @@ bool Win32UiHost::Mouse(FormRec& f, ControlRec* c, HWND hwnd, UINT msg, WPARAM w
   const bool ownCapture = c == nullptr || c->state.kind == UiKind::Label ||
                           (c->state.kind == UiKind::Picture && c->state.role != UiRole::PushButton);
   const bool clickable = c == nullptr || c->state.kind == UiKind::Label ||
-                         c->state.kind == UiKind::Picture ||
-                         c->state.kind == UiKind::PictureButton;
+                         c->state.kind == UiKind::Picture || c->state.kind == UiKind::PictureButton;
   int& pressed = c == nullptr ? formPressed_[f.handle] : c->pressed;
   // The label on a skinned button takes the clicks on the button's middle: the
   // button shows pressed meanwhile, and its tips hear the pointer moving there.
@@ -535,7 +562,8 @@ bool Win32UiHost::Mouse(FormRec& f, ControlRec* c, HWND hwnd, UINT msg, WPARAM w
   if (face != nullptr && button == 1 && (what == UiMouse::Down || what == UiMouse::DblClick)) {
     SendMessageW(face->hwnd.Get(), BM_SETSTATE, TRUE, 0);
   }
-  if (face != nullptr && button == 1 && what == UiMouse::Up) SendMessageW(face->hwnd.Get(), BM_SETSTATE, FALSE, 0);
+  if (face != nullptr && button == 1 && what == UiMouse::Up)
+    SendMessageW(face->hwnd.Get(), BM_SETSTATE, FALSE, 0);
 
   switch (what) {
     case UiMouse::Down:
@@ -562,8 +590,8 @@ bool Win32UiHost::Mouse(FormRec& f, ControlRec* c, HWND hwnd, UINT msg, WPARAM w
       break;
     }
     case UiMouse::Move: {
-      const int held = ((wp & MK_LBUTTON) ? 1 : 0) | ((wp & MK_RBUTTON) ? 2 : 0) |
-                       ((wp & MK_MBUTTON) ? 4 : 0);
+      const int held =
+          ((wp & MK_LBUTTON) ? 1 : 0) | ((wp & MK_RBUTTON) ? 2 : 0) | ((wp & MK_MBUTTON) ? 4 : 0);
       events->OnMouse(window, control, {UiMouse::Move, held, shift, x, y});
       break;
     }
@@ -603,7 +631,8 @@ LRESULT Win32UiHost::OnFormMessage(FormRec& f, UINT msg, WPARAM wp, LPARAM lp) {
       win32::PaintScope paint(hwnd);
       RECT client;
       GetClientRect(hwnd, &client);
-      win32::MemoryDC mem(paint.Get(), std::max<LONG>(1, client.right), std::max<LONG>(1, client.bottom));
+      win32::MemoryDC mem(paint.Get(), std::max<LONG>(1, client.right),
+                          std::max<LONG>(1, client.bottom));
       PaintScene(f, mem.Get(), client, nullptr, true);
       const RECT& area = paint.Area();
       BitBlt(paint.Get(), area.left, area.top, area.right - area.left, area.bottom - area.top,
@@ -611,8 +640,8 @@ LRESULT Win32UiHost::OnFormMessage(FormRec& f, UINT msg, WPARAM wp, LPARAM lp) {
       return 0;
     }
     case WM_SIZE:
-      if (!f.dead && f.events != nullptr && (wp == SIZE_MINIMIZED || wp == SIZE_RESTORED ||
-                                              wp == SIZE_MAXIMIZED))
+      if (!f.dead && f.events != nullptr &&
+          (wp == SIZE_MINIMIZED || wp == SIZE_RESTORED || wp == SIZE_MAXIMIZED))
         f.events->OnMinimized(f.handle, wp == SIZE_MINIMIZED);
       return DefWindowProcW(hwnd, msg, wp, lp);
     case WM_WINDOWPOSCHANGED: {
@@ -658,9 +687,7 @@ LRESULT Win32UiHost::OnFormMessage(FormRec& f, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_LBUTTONDBLCLK:
     case WM_RBUTTONDBLCLK:
     case WM_MBUTTONDBLCLK:
-    case WM_MOUSEMOVE:
-      Mouse(f, nullptr, hwnd, msg, wp, lp);
-      return 0;
+    case WM_MOUSEMOVE: Mouse(f, nullptr, hwnd, msg, wp, lp); return 0;
     default: break;
   }
   LRESULT result = 0;
@@ -685,9 +712,9 @@ UiHandle Win32UiHost::CreateForm(const UiWindow& window, IUiEvents& events) {
                                   (window.maxButton ? WS_MAXIMIZEBOX : 0);
   // A frameless window has no button on the taskbar: it belongs to the host window.
   HWND owner = window.frameless ? hostHwnd_.Get() : nullptr;
-  f->hwnd.Reset(CreateWindowExW(window.topmost ? WS_EX_TOPMOST : 0, kFormClass, Wide(window.caption), style,
-                                r.left, r.top,
-                                r.right - r.left, r.bottom - r.top, owner, nullptr, instance_, this));
+  f->hwnd.Reset(CreateWindowExW(window.topmost ? WS_EX_TOPMOST : 0, kFormClass,
+                                Wide(window.caption), style, r.left, r.top, r.right - r.left,
+                                r.bottom - r.top, owner, nullptr, instance_, this));
   if (!f->hwnd) return 0;
   f->applied = r;
   // A window on a screen of another scale than the one the host started on is drawn
@@ -696,8 +723,9 @@ UiHandle Win32UiHost::CreateForm(const UiWindow& window, IUiEvents& events) {
     f->dpi = own;
     f->applied = PixelRect(window.rect, own);
     f->applying = true;
-    SetWindowPos(f->hwnd.Get(), nullptr, f->applied.left, f->applied.top, f->applied.right - f->applied.left,
-                 f->applied.bottom - f->applied.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowPos(f->hwnd.Get(), nullptr, f->applied.left, f->applied.top,
+                 f->applied.right - f->applied.left, f->applied.bottom - f->applied.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
     f->applying = false;
   }
   SetName(f->hwnd.Get(), window.name);
@@ -724,16 +752,19 @@ void Win32UiHost::ApplyFrame(FormRec& f) {
   } else {
     want |= WS_CAPTION;
     want = f.state.controlBox ? (want | WS_SYSMENU) : (want & ~static_cast<LONG_PTR>(WS_SYSMENU));
-    want = f.state.minButton ? (want | WS_MINIMIZEBOX) : (want & ~static_cast<LONG_PTR>(WS_MINIMIZEBOX));
-    want = f.state.maxButton ? (want | WS_MAXIMIZEBOX) : (want & ~static_cast<LONG_PTR>(WS_MAXIMIZEBOX));
+    want = f.state.minButton ? (want | WS_MINIMIZEBOX)
+                             : (want & ~static_cast<LONG_PTR>(WS_MINIMIZEBOX));
+    want = f.state.maxButton ? (want | WS_MAXIMIZEBOX)
+                             : (want & ~static_cast<LONG_PTR>(WS_MAXIMIZEBOX));
   }
   if (want == style) return;
   SetWindowLongPtrW(f.hwnd.Get(), GWL_STYLE, want);
-  if (f.state.frameless) SetWindowLongPtrW(f.hwnd.Get(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(hostHwnd_.Get()));
+  if (f.state.frameless)
+    SetWindowLongPtrW(f.hwnd.Get(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(hostHwnd_.Get()));
   // The frame routine's flags: frame changed, no Z order change; the size stays.
   f.applying = true;
-  SetWindowPos(f.hwnd.Get(), nullptr, f.applied.left, f.applied.top, f.applied.right - f.applied.left,
-               f.applied.bottom - f.applied.top,
+  SetWindowPos(f.hwnd.Get(), nullptr, f.applied.left, f.applied.top,
+               f.applied.right - f.applied.left, f.applied.bottom - f.applied.top,
                SWP_NOOWNERZORDER | SWP_FRAMECHANGED | SWP_NOZORDER | SWP_NOACTIVATE);
   f.applying = false;
 }
@@ -747,10 +778,10 @@ void Win32UiHost::ApplyForm(FormRec& f, UiChange changes) {
       win32::UniqueRegion region;
       if (s.region) {
         // The outline is given in the design's pixels; the window is drawn at its own.
-        region.Reset(CreateRoundRectRgn(Scaled(s.region->left, f.dpi), Scaled(s.region->top, f.dpi),
-                                        Scaled(s.region->right, f.dpi), Scaled(s.region->bottom, f.dpi),
-                                        Scaled(s.region->ellipseWidth, f.dpi),
-                                        Scaled(s.region->ellipseHeight, f.dpi)));
+        region.Reset(CreateRoundRectRgn(
+            Scaled(s.region->left, f.dpi), Scaled(s.region->top, f.dpi),
+            Scaled(s.region->right, f.dpi), Scaled(s.region->bottom, f.dpi),
+            Scaled(s.region->ellipseWidth, f.dpi), Scaled(s.region->ellipseHeight, f.dpi)));
       }
       // The window owns the region from here on.
       if (SetWindowRgn(f.hwnd.Get(), region.Get(), TRUE) != 0) (void)region.Detach();
@@ -804,10 +835,11 @@ void Win32UiHost::ApplyForm(FormRec& f, UiChange changes) {
       SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
       const LONG w = f.applied.right - f.applied.left;
       const LONG h = f.applied.bottom - f.applied.top;
-      const RECT r{work.left + (work.right - work.left - w) / 2, work.top + (work.bottom - work.top - h) / 2,
-                   0, 0};
+      const RECT r{work.left + (work.right - work.left - w) / 2,
+                   work.top + (work.bottom - work.top - h) / 2, 0, 0};
       f.applying = true;
-      SetWindowPos(f.hwnd.Get(), nullptr, r.left, r.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+      SetWindowPos(f.hwnd.Get(), nullptr, r.left, r.top, 0, 0,
+                   SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
       f.applying = false;
       f.applied = {r.left, r.top, r.left + w, r.top + h};
       f.centered = true;
@@ -817,7 +849,8 @@ void Win32UiHost::ApplyForm(FormRec& f, UiChange changes) {
       // A notice comes up without taking the keyboard from the program the user is in.
       ShowWindow(f.hwnd.Get(), s.showNoActivate ? SW_SHOWNOACTIVATE : SW_SHOW);
       if (s.topmost) {
-        SetWindowPos(f.hwnd.Get(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+        SetWindowPos(f.hwnd.Get(), HWND_TOPMOST, 0, 0, 0, 0,
+                     SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
       }
       UpdateWindow(f.hwnd.Get());
     } else if (!s.visible && shown) {
@@ -856,7 +889,8 @@ void Win32UiHost::DestroyForm(UiHandle window) {
     // Out of the map first: a window that goes may still send the host messages.
     std::vector<std::unique_ptr<TipRec>> gone;
     for (auto t = tips_.begin(); t != tips_.end();) {
-      HWND root = IsWindow(t->second->toolHwnd) ? GetAncestor(t->second->toolHwnd, GA_ROOT) : nullptr;
+      HWND root =
+          IsWindow(t->second->toolHwnd) ? GetAncestor(t->second->toolHwnd, GA_ROOT) : nullptr;
       if (root == f.hwnd.Get() || root == nullptr) {
         if (t->second->hideTimer != 0) StopTimer(t->second->hideTimer);
         gone.push_back(std::move(t->second));

@@ -158,8 +158,8 @@ class Win32UiHost : public IUiHost {
   // Painting
   // Paints the form's background and, unless backgroundOnly, every drawn control in
   // stacking order up to and including `upTo` (all when null), in form coordinates.
-  void PaintScene(FormRec& f, HDC dc, const RECT& clip, const ControlRec* upTo,
-                  bool backgroundOnly, bool upToPressed = false);
+  void PaintScene(FormRec& f, HDC dc, const RECT& clip, const ControlRec* upTo, bool backgroundOnly,
+                  bool upToPressed = false);
   void PaintControl(ControlRec& c, HDC dc, const RECT& r, bool pressed);
   void PaintSkinned(ControlRec& c, HDC dc, const RECT& r, bool pressed);
   // High contrast: the system's colours and faces, no skin.

@@ -14,7 +14,8 @@ Text TextOf(HWND hwnd) {
   // WM_GETTEXT: GetWindowText does not ask an edit or combo box of another program.
   const LRESULT n = SendMessageW(hwnd, WM_GETTEXTLENGTH, 0, 0);
   std::wstring buffer(static_cast<std::size_t>(n) + 1, L'\0');
-  const LRESULT got = SendMessageW(hwnd, WM_GETTEXT, buffer.size(), reinterpret_cast<LPARAM>(buffer.data()));
+  const LRESULT got =
+      SendMessageW(hwnd, WM_GETTEXT, buffer.size(), reinterpret_cast<LPARAM>(buffer.data()));
   return FromWide(buffer.data(), static_cast<std::size_t>(got));
 }
 
@@ -26,7 +27,8 @@ std::wstring ClassOf(HWND hwnd) {
 
 void ReadAccessible(HWND hwnd, ProbeState& seen) {
   IAccessible* acc = nullptr;
-  if (FAILED(AccessibleObjectFromWindow(hwnd, OBJID_CLIENT, __uuidof(IAccessible), reinterpret_cast<void**>(&acc))) ||
+  if (FAILED(AccessibleObjectFromWindow(hwnd, OBJID_CLIENT, __uuidof(IAccessible),
+                                        reinterpret_cast<void**>(&acc))) ||
       acc == nullptr)
     return;
   VARIANT self;

@@ -25,7 +25,8 @@ inline constexpr wchar_t kHostClass[] = L"QvUiHost";
 inline void SetName(HWND hwnd, const Text& name) {
   if (name.empty()) return;
   ATOM atom = GlobalAddAtomW(win32::Wide(base::Left(name, 255)));
-  if (atom != 0) SetPropW(hwnd, kNameProperty, reinterpret_cast<HANDLE>(static_cast<UINT_PTR>(atom)));
+  if (atom != 0)
+    SetPropW(hwnd, kNameProperty, reinterpret_cast<HANDLE>(static_cast<UINT_PTR>(atom)));
 }
 
 inline void DropName(HWND hwnd) {
@@ -43,7 +44,7 @@ struct Win32UiHost::FormRec {
   win32::UniqueWindow hwnd;
   IUiEvents* events = nullptr;
   UiWindow state;
-  RECT applied{};        // the outer rectangle last put on the window, pixels
+  RECT applied{};  // the outer rectangle last put on the window, pixels
   std::optional<UiRegion> appliedRegion;
   std::vector<UiHandle> controls;  // in the order they were made
   UiHandle pendingFocus = 0;       // asked for while the window was hidden
@@ -63,7 +64,7 @@ struct Win32UiHost::ControlRec {
   win32::UniqueBitmap backdropBitmap;
   // The small pictures of a list's rows (the list shares it, so it outlives the window).
   win32::UniqueImageList rowImages;
-  win32::UniqueWindow hwnd;     // declared after what it paints with: it goes first
+  win32::UniqueWindow hwnd;  // declared after what it paints with: it goes first
   UiControl state;
   bool dead = false;
   int updating = 0;  // the host itself is changing the window: no reports
@@ -76,7 +77,7 @@ struct Win32UiHost::ControlRec {
   std::vector<UiListRow> shownRows;
   bool listBuilt = false;
   std::vector<Text> rowImageKeys;  // the keys of rowImages, in its order
-  std::vector<Text> shownItems;  // a combo box's entries as shown
+  std::vector<Text> shownItems;    // a combo box's entries as shown
 };
 
 struct Win32UiHost::TipRec {
@@ -97,13 +98,13 @@ struct Win32UiHost::TrayRec {
   UiTrayIcon state;
   std::function<void(int)> onEvent;
   NOTIFYICONDATAW data{};
-  HICON icon = nullptr;           // what the shell is shown
-  win32::UniqueIcon ownedIcon;    // the same icon when it was loaded from a file
-  Text iconFile;                  // the file it came from ("" for the program's own)
+  HICON icon = nullptr;         // what the shell is shown
+  win32::UniqueIcon ownedIcon;  // the same icon when it was loaded from a file
+  Text iconFile;                // the file it came from ("" for the program's own)
   bool added = false;
-  int balloons = 0;               // balloons put on it
-  DWORD lastMouseUp = 0;          // when a button last came up on it (tick count)
-  POINT anchor{};                 // where the shell last said the icon is
+  int balloons = 0;       // balloons put on it
+  DWORD lastMouseUp = 0;  // when a button last came up on it (tick count)
+  POINT anchor{};         // where the shell last said the icon is
 };
 
 }  // namespace platform

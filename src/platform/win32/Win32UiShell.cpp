@@ -58,7 +58,8 @@ void Win32UiHost::ApplyMenuBar(FormRec& f) {
 
 std::uint32_t Win32UiHost::PopupMenu(UiHandle window, const std::vector<UiMenuItem>& items) {
   HWND owner = Started();
-  if (FormRec* f = Form(window); f != nullptr && !f->dead && IsWindowVisible(f->hwnd.Get())) owner = f->hwnd.Get();
+  if (FormRec* f = Form(window); f != nullptr && !f->dead && IsWindowVisible(f->hwnd.Get()))
+    owner = f->hwnd.Get();
   win32::UniqueMenu menu = BuildMenu(items, true);
   if (!menu) return 0;
   POINT pt{};
@@ -92,8 +93,8 @@ UiHandle Win32UiHost::CreateTip(const UiTip& tip) {
   rec->toolHwnd = tool;
   const wchar_t* cls = tip.windowClass.empty() ? TOOLTIPS_CLASSW : Wide(tip.windowClass);
   // Owned by the tool's window, so that it goes with it.
-  rec->hwnd.Reset(CreateWindowExW(WS_EX_TOPMOST, cls, nullptr, tip.style, 0, 0, 0, 0, tool,
-                                  nullptr, instance_, nullptr));
+  rec->hwnd.Reset(CreateWindowExW(WS_EX_TOPMOST, cls, nullptr, tip.style, 0, 0, 0, 0, tool, nullptr,
+                                  instance_, nullptr));
   if (!rec->hwnd) return 0;
   SetWindowSubclass(rec->hwnd.Get(), &Win32UiHost::TipProc, 2, reinterpret_cast<DWORD_PTR>(this));
 
@@ -112,7 +113,9 @@ UiHandle Win32UiHost::CreateTip(const UiTip& tip) {
   ti.lpszText = Mutable(rec->tip.text);
   for (const UiTipMessage& m : tip.messages) {
     switch (m.message) {
-      case kAddToolA: SendMessageW(rec->hwnd.Get(), TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&ti)); break;
+      case kAddToolA:
+        SendMessageW(rec->hwnd.Get(), TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&ti));
+        break;
       case kSetTitleA:
         SendMessageW(rec->hwnd.Get(), TTM_SETTITLEW, static_cast<WPARAM>(tip.icon),
                      reinterpret_cast<LPARAM>(Wide(rec->tip.title)));
@@ -121,17 +124,17 @@ UiHandle Win32UiHost::CreateTip(const UiTip& tip) {
         if (!tip.fontName) break;
         const double points = tip.fontSize > 0 ? tip.fontSize : 8.25;
         const FormRec* form = FormOf(GetAncestor(tool, GA_ROOT));
-        rec->font.Reset(CreateFontW(-MulDiv(static_cast<int>(points * 100), form != nullptr ? form->dpi : dpi_, 7200),
-                                    0, 0, 0,
-                                    FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
-                                    OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
-                                    DEFAULT_PITCH | FF_SWISS, Wide(*tip.fontName)));
+        rec->font.Reset(CreateFontW(
+            -MulDiv(static_cast<int>(points * 100), form != nullptr ? form->dpi : dpi_, 7200), 0, 0,
+            0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
+            CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS, Wide(*tip.fontName)));
         SendMessageW(rec->hwnd.Get(), WM_SETFONT, reinterpret_cast<WPARAM>(rec->font.Get()), TRUE);
         break;
       }
       default:
         if (m.message == TTM_SETDELAYTIME && m.wParam == TTDT_AUTOPOP) rec->visibleMs = m.lParam;
-        SendMessageW(rec->hwnd.Get(), m.message, static_cast<WPARAM>(m.wParam), static_cast<LPARAM>(m.lParam));
+        SendMessageW(rec->hwnd.Get(), m.message, static_cast<WPARAM>(m.wParam),
+                     static_cast<LPARAM>(m.lParam));
         break;
     }
   }
@@ -193,7 +196,8 @@ void Win32UiHost::PlaceBalloon(UiHandle h, TipRec& t, long stemX) {
   }
   // The tip fills and frames its window's outline; it keeps its shape that way.
   if (!t.outline) t.outline.Reset(CreateRectRgn(0, 0, 0, 0));
-  if (GetWindowRgn(t.hwnd.Get(), t.outline.Get()) == ERROR) SetRectRgn(t.outline.Get(), 0, 0, width, height);
+  if (GetWindowRgn(t.hwnd.Get(), t.outline.Get()) == ERROR)
+    SetRectRgn(t.outline.Get(), 0, 0, width, height);
   SetWindowRgn(t.hwnd.Get(), nullptr, FALSE);
   SetWindowPos(t.hwnd.Get(), HWND_TOPMOST, b.left, top, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE);
   RedrawWindow(t.hwnd.Get(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
@@ -210,7 +214,8 @@ void Win32UiHost::PlaceBalloon(UiHandle h, TipRec& t, long stemX) {
       off.cbSize = sizeof(off);
       off.hwnd = it->second->toolHwnd;
       off.uId = reinterpret_cast<UINT_PTR>(it->second->toolHwnd);
-      SendMessageW(it->second->hwnd.Get(), TTM_TRACKACTIVATE, FALSE, reinterpret_cast<LPARAM>(&off));
+      SendMessageW(it->second->hwnd.Get(), TTM_TRACKACTIVATE, FALSE,
+                   reinterpret_cast<LPARAM>(&off));
     });
   }
 }
@@ -252,7 +257,8 @@ LRESULT CALLBACK Win32UiHost::TipProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp,
     ControlRec* c = self->ControlOf(under);
     if (c != nullptr && c->state.kind == UiKind::Label && c->container != 0) {
       ControlRec* p = self->Control(c->container);
-      if (p != nullptr && p->state.kind == UiKind::PictureButton) return reinterpret_cast<LRESULT>(p->hwnd.Get());
+      if (p != nullptr && p->state.kind == UiKind::PictureButton)
+        return reinterpret_cast<LRESULT>(p->hwnd.Get());
     }
     return reinterpret_cast<LRESULT>(under);
   }
@@ -404,7 +410,8 @@ UiHandle Win32UiHost::AddTrayIcon(const UiTrayIcon& icon, std::function<void(int
   t->data.cbSize = sizeof(t->data);
   t->data.hWnd = owner;
   t->data.uID = id;
-  t->icon = LoadTrayIcon(*pictures_, icon.icon, lightTaskbar_, TrayDpi(), instance_, t->ownedIcon, t->iconFile);
+  t->icon = LoadTrayIcon(*pictures_, icon.icon, lightTaskbar_, TrayDpi(), instance_, t->ownedIcon,
+                         t->iconFile);
   ApplyTray(*t, NIM_ADD);
   if (!t->added) {
     trayRetries_ = 0;
@@ -421,7 +428,8 @@ void Win32UiHost::ModifyTrayIcon(UiHandle handle, const UiTrayIcon& state) {
   TrayRec& t = *it->second;
   if (state.icon != t.state.icon) {
     win32::UniqueIcon owned;
-    HICON icon = LoadTrayIcon(*pictures_, state.icon, lightTaskbar_, TrayDpi(), instance_, owned, t.iconFile);
+    HICON icon = LoadTrayIcon(*pictures_, state.icon, lightTaskbar_, TrayDpi(), instance_, owned,
+                              t.iconFile);
     // The old icon stays until the shell shows the new one.
     win32::UniqueIcon old = std::move(t.ownedIcon);
     t.icon = icon;
@@ -436,7 +444,8 @@ void Win32UiHost::ModifyTrayIcon(UiHandle handle, const UiTrayIcon& state) {
 
 void Win32UiHost::ReloadTrayIcon(TrayRec& t) {
   win32::UniqueIcon owned;
-  HICON icon = LoadTrayIcon(*pictures_, t.state.icon, lightTaskbar_, TrayDpi(), instance_, owned, t.iconFile);
+  HICON icon = LoadTrayIcon(*pictures_, t.state.icon, lightTaskbar_, TrayDpi(), instance_, owned,
+                            t.iconFile);
   win32::UniqueIcon old = std::move(t.ownedIcon);  // until the shell shows the new one
   t.icon = icon;
   t.ownedIcon = std::move(owned);

@@ -97,7 +97,8 @@ TEST_P(KitBoxKeys, AltLetterGivesTheCallerItsResult) {
     AltLetter(box, c.letters[i]);
     if (i + 1 < c.letters.size()) {
       // A letter of another set is not taken: the box stays.
-      EXPECT_FALSE(p->WaitExit(Ms{700}).has_value()) << "Alt+" << char(c.letters[i]) << " closed it";
+      EXPECT_FALSE(p->WaitExit(Ms{700}).has_value())
+          << "Alt+" << char(c.letters[i]) << " closed it";
     }
   }
   auto code = p->WaitExit();
@@ -106,11 +107,11 @@ TEST_P(KitBoxKeys, AltLetterGivesTheCallerItsResult) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Sets, KitBoxKeys,
-                         ::testing::Values(KeyCase{0, {L'N', L'O'}, 0},     // OK only: no "n"
-                                           KeyCase{1, {L'C'}, 2},           // OK, Cancel
-                                           KeyCase{2, {L'Y'}, 6},           // Yes, No
-                                           KeyCase{3, {L'I', L'R'}, 4},     // Ok, Cancel, Retry
-                                           KeyCase{4, {L'I'}, 5}));         // Ok, Cancel, Ignore
+                         ::testing::Values(KeyCase{0, {L'N', L'O'}, 0},  // OK only: no "n"
+                                           KeyCase{1, {L'C'}, 2},        // OK, Cancel
+                                           KeyCase{2, {L'Y'}, 6},        // Yes, No
+                                           KeyCase{3, {L'I', L'R'}, 4},  // Ok, Cancel, Retry
+                                           KeyCase{4, {L'I'}, 5}));      // Ok, Cancel, Ignore
 
 TEST_F(KitBoxTest, EnterMeansTheDefaultLetter) {
   // Cancel is the default of OK and Cancel; Yes of Yes and No.
@@ -163,8 +164,11 @@ TEST_F(KitBoxTest, AProgramStartedOnALargerScaleDrawsTheBoxLargerWithTheDesignsT
     std::map<std::string, double> values;
     if (!p) return values;
     // The program reads the setting when it starts; the value goes back at once.
-    e2e::WaitUntil([&] { return !e2e::FindTopLevel({kTitle, L"QvForm", p->Pid()}).empty(); },
-                   Ms{10000});
+    e2e::WaitUntil(
+        [&] {
+          return !e2e::FindTopLevel({kTitle, L"QvForm", p->Pid()}).empty();
+        },
+        Ms{10000});
     setting.reset();
     if (!p->WaitExit()) return values;
     return ReadLayout(p->Output());

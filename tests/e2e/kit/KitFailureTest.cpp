@@ -95,7 +95,8 @@ TEST_F(KitFailureTest, AFailingHandlerOfAFormOrControlIsTracedAndTheWindowGoesOn
   HWND window = host.WindowHandle(form);
   Click(window);
   ASSERT_EQ(lines.size(), 1u);
-  EXPECT_EQ(lines[0], L"UI host: form \"frmFailing\", message 513: Subscript out of range (error 9)");
+  EXPECT_EQ(lines[0],
+            L"UI host: form \"frmFailing\", message 513: Subscript out of range (error 9)");
   Click(window);
   EXPECT_EQ(events.downs, (std::vector<UiHandle>{0}));
 
@@ -104,7 +105,8 @@ TEST_F(KitFailureTest, AFailingHandlerOfAFormOrControlIsTracedAndTheWindowGoesOn
   HWND target = host.WindowHandle(label);
   Click(target);
   ASSERT_EQ(lines.size(), 2u);
-  EXPECT_EQ(lines[1], L"UI host: control \"lblTarget\", message 513: Subscript out of range (error 9)");
+  EXPECT_EQ(lines[1],
+            L"UI host: control \"lblTarget\", message 513: Subscript out of range (error 9)");
   Click(target);
   EXPECT_EQ(events.downs, (std::vector<UiHandle>{0, label}));
   EXPECT_EQ(GetCapture(), nullptr) << "the failed press left the mouse captured";
@@ -129,8 +131,9 @@ TEST_F(KitFailureTest, AKeyWhoseHandlerFailsStillReachesItsControl) {
   EXPECT_TRUE(PumpUntil(host, [&] { return events.typed == u"xy"; }))
       << "the box holds \"" << base::ToUtf8(events.typed) << "\"";
   ASSERT_EQ(lines.size(), 1u);
-  EXPECT_EQ(lines[0], L"UI host: key for form \"frmFailing\", message 258: "
-                      L"Invalid procedure call or argument (error 5)");
+  EXPECT_EQ(lines[0],
+            L"UI host: key for form \"frmFailing\", message 258: "
+            L"Invalid procedure call or argument (error 5)");
 }
 
 TEST_F(KitFailureTest, AFailedCloseRequestLeavesTheWindowToTheModel) {
@@ -138,7 +141,8 @@ TEST_F(KitFailureTest, AFailedCloseRequestLeavesTheWindowToTheModel) {
   SendMessageW(window, WM_CLOSE, 0, 0);
   EXPECT_EQ(events.closeRequests, 1);
   ASSERT_EQ(lines.size(), 1u);
-  EXPECT_EQ(lines[0], L"UI host: form \"frmFailing\", message 16: the form could not be unloaded (error 5)");
+  EXPECT_EQ(lines[0],
+            L"UI host: form \"frmFailing\", message 16: the form could not be unloaded (error 5)");
   EXPECT_TRUE(IsWindow(window)) << "the default procedure closed the window";
   EXPECT_TRUE(IsWindowVisible(window));
 }

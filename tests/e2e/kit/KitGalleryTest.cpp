@@ -26,7 +26,8 @@ class KitGallery : public ::testing::Test {
  protected:
   static void SetUpTestSuite() {
     if (std::getenv("QV_SCREENSHOT_DIR") == nullptr) {
-      _putenv_s("QV_SCREENSHOT_DIR", (std::string(QV_E2E_SOURCE_DIR) + "/build/screenshots/kit").c_str());
+      _putenv_s("QV_SCREENSHOT_DIR",
+                (std::string(QV_E2E_SOURCE_DIR) + "/build/screenshots/kit").c_str());
     }
   }
 
@@ -165,4 +166,3 @@ TEST_F(KitGallery, ThePlatformsControlsShowTheModelAndReportTheUser) {
 
 }  // namespace
 }  // namespace kit_e2e
-

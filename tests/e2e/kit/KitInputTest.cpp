@@ -154,7 +154,8 @@ TEST_F(KitInputTest, DraggingTheCaptionStripMovesTheWindowAndTheForm) {
     button(MOUSEEVENTF_LEFTUP);
     done = true;
   });
-  PumpUntil(host, [&] { return done.load(); }, Ms{10000});
+  PumpUntil(
+      host, [&] { return done.load(); }, Ms{10000});
   hand.join();
   Pump(host, Ms{300});
 

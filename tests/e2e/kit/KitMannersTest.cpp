@@ -29,7 +29,8 @@ class KitMannersTest : public ::testing::Test {
  protected:
   static void SetUpTestSuite() {
     if (std::getenv("QV_SCREENSHOT_DIR") == nullptr) {
-      _putenv_s("QV_SCREENSHOT_DIR", (std::string(QV_E2E_SOURCE_DIR) + "/build/screenshots/kit").c_str());
+      _putenv_s("QV_SCREENSHOT_DIR",
+                (std::string(QV_E2E_SOURCE_DIR) + "/build/screenshots/kit").c_str());
     }
   }
   void SetUp() override { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
@@ -49,7 +50,8 @@ class KitMannersTest : public ::testing::Test {
 
   void Shot(const std::string& name) {
     Pump(host, Ms{400});
-    if (!e2e::Screenshot(name) && e2e::RunningUnderWine()) ADD_FAILURE() << "no screenshot " << name;
+    if (!e2e::Screenshot(name) && e2e::RunningUnderWine())
+      ADD_FAILURE() << "no screenshot " << name;
   }
 
   platform::Win32UiHost host{ImageFolder()};
@@ -67,7 +69,8 @@ struct Spoken {
 Spoken Speak(HWND hwnd) {
   Spoken s;
   IAccessible* acc = nullptr;
-  s.hr = AccessibleObjectFromWindow(hwnd, OBJID_CLIENT, __uuidof(IAccessible), reinterpret_cast<void**>(&acc));
+  s.hr = AccessibleObjectFromWindow(hwnd, OBJID_CLIENT, __uuidof(IAccessible),
+                                    reinterpret_cast<void**>(&acc));
   if (FAILED(s.hr) || acc == nullptr) return s;
   VARIANT self;
   self.vt = VT_I4;
@@ -76,7 +79,8 @@ Spoken Speak(HWND hwnd) {
   VariantInit(&v);
   if (SUCCEEDED(acc->get_accRole(self, &v)) && v.vt == VT_I4) s.role = v.lVal;
   VariantInit(&v);
-  if (SUCCEEDED(acc->get_accState(self, &v)) && v.vt == VT_I4) s.focusable = (v.lVal & STATE_SYSTEM_FOCUSABLE) != 0;
+  if (SUCCEEDED(acc->get_accState(self, &v)) && v.vt == VT_I4)
+    s.focusable = (v.lVal & STATE_SYSTEM_FOCUSABLE) != 0;
   BSTR name = nullptr;
   if (SUCCEEDED(acc->get_accName(self, &name)) && name != nullptr) {
     s.name = name;
@@ -103,7 +107,8 @@ TEST_F(KitMannersTest, AScreenReaderHearsEachControlsNameAndRole) {
       {form.cancel, ROLE_SYSTEM_PUSHBUTTON, L"Close", true},
       {form.Picture1, ROLE_SYSTEM_PUSHBUTTON, L"Help", true},
       {form.Picture2, ROLE_SYSTEM_PUSHBUTTON, L"Close", true},
-      {form.Label2, ROLE_SYSTEM_STATICTEXT, L"View the logs of the backup/restore scheduled jobs", false},
+      {form.Label2, ROLE_SYSTEM_STATICTEXT, L"View the logs of the backup/restore scheduled jobs",
+       false},
       {form.PicSuccessJob, ROLE_SYSTEM_GRAPHIC, L"The job succeeded", false},
       {form.QVDiskPBar, ROLE_SYSTEM_PROGRESSBAR, L"", false},
   };
@@ -119,7 +124,8 @@ TEST_F(KitMannersTest, AScreenReaderHearsEachControlsNameAndRole) {
   wchar_t cls[32] = {};
   GetClassNameW(Hwnd(form.Picture1), cls, 32);
   EXPECT_STREQ(cls, L"Button");
-  EXPECT_EQ(GetWindowLongW(Hwnd(form.Picture1), GWL_STYLE) & (BS_TYPEMASK | WS_TABSTOP), BS_OWNERDRAW | WS_TABSTOP);
+  EXPECT_EQ(GetWindowLongW(Hwnd(form.Picture1), GWL_STYLE) & (BS_TYPEMASK | WS_TABSTOP),
+            BS_OWNERDRAW | WS_TABSTOP);
 }
 
 TEST_F(KitMannersTest, TheRealKeyboardMovesTheFocusAndPressesTheFocusedButton) {
@@ -158,7 +164,8 @@ TEST_F(KitMannersTest, HighContrastDrawsWithTheSystemsColoursAndComesBackLive) {
   ASSERT_FALSE(host.HighContrast());
   {
     e2e::HighContrastOn on;
-    ASSERT_TRUE(PumpUntil(host, [&] { return host.HighContrast(); })) << "the host did not hear of it";
+    ASSERT_TRUE(PumpUntil(host, [&] { return host.HighContrast(); }))
+        << "the host did not hear of it";
     EXPECT_EQ(pixel(), GetSysColor(COLOR_WINDOW)) << "the background picture is still drawn";
     Shot("notify-high-contrast");
   }
@@ -178,8 +185,9 @@ TEST_F(KitMannersTest, TheTrayIconFollowsTheTaskbarsTheme) {
     e2e::UserSetting light(L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize",
                            L"SystemUsesLightTheme", 1);
     e2e::BroadcastSettingChange(0, L"ImmersiveColorSet");
-    EXPECT_TRUE(PumpUntil(host, [&] { return base::EndsWith(file(), u"\\tray_running_light.ico"); }))
-        << base::ToUtf8(file());
+    EXPECT_TRUE(PumpUntil(host, [&] {
+      return base::EndsWith(file(), u"\\tray_running_light.ico");
+    })) << base::ToUtf8(file());
     // A state changes on the light taskbar: its light icon.
     icon.icon = u"tray_stopped";
     host.ModifyTrayIcon(tray, icon);

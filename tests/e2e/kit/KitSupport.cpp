@@ -25,7 +25,6 @@ std::filesystem::path TestProgramFolder() {
   return std::filesystem::path(path).parent_path();
 }
 
-
 std::vector<HWND> ThreadWindows(const wchar_t* className) {
   struct Search {
     const wchar_t* cls;
@@ -110,7 +109,8 @@ bool PumpUntil(platform::IUiHost& host, const std::function<bool()>& done, Ms ti
 }
 
 void Pump(platform::IUiHost& host, Ms time) {
-  PumpUntil(host, [] { return false; }, time);
+  PumpUntil(
+      host, [] { return false; }, time);
 }
 
 }  // namespace kit_e2e

@@ -42,7 +42,8 @@ TEST_F(KitTrayTest, TheIconIsAddedTellsItsMouseMessagesAndGoes) {
   PostMessageW(host.HostWindow(), platform::kTrayCallbackMessage, 0,
                MAKELPARAM(platform::kTrayLeftDoubleClick, 0));
   EXPECT_TRUE(PumpUntil(host, [&] { return events.size() >= 2; }));
-  EXPECT_EQ(events, (std::vector<int>{platform::kTrayRightButtonUp, platform::kTrayLeftDoubleClick}));
+  EXPECT_EQ(events,
+            (std::vector<int>{platform::kTrayRightButtonUp, platform::kTrayLeftDoubleClick}));
 
   host.ModifyTrayIcon(icon, {0, u"tray_stopped", u"QVMonitor"});
   EXPECT_TRUE(ShellHasIcon());

@@ -16,7 +16,9 @@ namespace kit_e2e {
 class bkupjobnotify : public kit::Form {
  public:
   bkupjobnotify(kit::Ui& ui, platform::ISystemInfo& system)
-      : Form(u"bkupjobnotify", {0, 0, 6750, 4050}, u"Desktop notification"), ui_(ui), system_(system) {
+      : Form(u"bkupjobnotify", {0, 0, 6750, 4050}, u"Desktop notification"),
+        ui_(ui),
+        system_(system) {
     for (kit::PictureButton* b : {&viewbkuplog, &cancel}) {
       b->on.MouseUp = [this, b](const kit::MouseArgs& a) { Button_MouseUp(*b, a); };
       b->Lbl().on.MouseUp = [this, b](const kit::MouseArgs& a) { Button_MouseUp(b->Lbl(), a); };
@@ -49,12 +51,17 @@ class bkupjobnotify : public kit::Form {
   kit::Label lblaccntname{*this, u"lblaccntname", {3000, 780, 3500, 255}, u"jsmith"};
   kit::Label Label1{*this, u"Label1", {1140, 1080, 1800, 255}, u"Backup/ Restore set:"};
   kit::Label bkupjobname{*this, u"bkupjobname", {3000, 1080, 3500, 255}, u"My Documents && Photos"};
-  kit::Label schjobststus{*this, u"schjobststus", {1140, 1500, 5400, 255},
+  kit::Label schjobststus{*this,
+                          u"schjobststus",
+                          {1140, 1500, 5400, 255},
                           u"Your backup/restore job(s) will start in next 5 hour(s)"};
   kit::Label lblquota{*this, u"lblquota", {1140, 1920, 1700, 255}, u"Quota Information :"};
-  kit::Label lblUserQuota{*this, u"lblUserQuota", {2850, 1920, 3600, 255}, u"1.25 GB Out of 5.00 GB"};
+  kit::Label lblUserQuota{
+      *this, u"lblUserQuota", {2850, 1920, 3600, 255}, u"1.25 GB Out of 5.00 GB"};
   kit::ProgressBar QVDiskPBar{*this, u"QVDiskPBar", {1140, 2250, 5250, 210}};
-  kit::Label Label2{*this, u"Label2", {330, 2820, 6100, 255},
+  kit::Label Label2{*this,
+                    u"Label2",
+                    {330, 2820, 6100, 255},
                     u"View the logs of the backup/restore scheduled jobs"};
   kit::PictureButton viewbkuplog{*this, u"viewbkuplog", {3600, 3390, 1350, 345}, u"&View Log"};
   kit::PictureButton cancel{*this, u"cancel", {5100, 3390, 1350, 345}, u"&Close"};
@@ -74,7 +81,8 @@ class bkupjobnotify : public kit::Form {
  private:
   void Button_MouseUp(kit::Control& control, const kit::MouseArgs& a) {
     ui_.Tips().ButtonMouseUp(control, a.button);
-    if (a.button == kit::kLeftButton && (&control == &viewbkuplog || &control == &viewbkuplog.Lbl())) {
+    if (a.button == kit::kLeftButton &&
+        (&control == &viewbkuplog || &control == &viewbkuplog.Lbl())) {
       ++viewClicks;
     }
   }
@@ -99,9 +107,12 @@ class frmSkins : public kit::Form {
   kit::PictureButton hover{*this, u"cmdHover", {1950, 450, 1350, 345}, u"&Hover"};
   kit::PictureButton pressed{*this, u"cmdPressed", {3600, 450, 1350, 345}, u"&Pressed"};
   kit::PictureButton disabled{*this, u"cmdDisabled", {5250, 450, 1350, 345}, u"&Disabled"};
-  kit::Label lblStates{*this, u"lblStates", {300, 1050, 6300, 255},
+  kit::Label lblStates{*this,
+                       u"lblStates",
+                       {300, 1050, 6300, 255},
                        u"state 0 normal, 1 hover, pressed (left button held), 2 disabled"};
-  kit::CheckBox chkOption{*this, u"chkOption", {300, 1440, 3000, 255}, u"&Auto Pause (Bandwidth used)"};
+  kit::CheckBox chkOption{
+      *this, u"chkOption", {300, 1440, 3000, 255}, u"&Auto Pause (Bandwidth used)"};
 
  protected:
   void Form_Load() override {

@@ -35,7 +35,7 @@ class EngineControlTest : public ::testing::Test, public FrameFixture {
 };
 
 TEST_F(EngineControlTest, StatusQueriesWithReadAccessAndNamesEveryState) {
-  const char16_t* words[] = {u"Stopped", u"Start Pending", u"Stop Pending", u"Running",
+  const char16_t* words[] = {u"Stopped",          u"Start Pending", u"Stop Pending", u"Running",
                              u"Continue Pending", u"Pause Pending", u"Paused"};
   NTService service(app);
   for (unsigned long state = 1; state <= 7; ++state) {
@@ -96,7 +96,8 @@ TEST_F(EngineControlTest, StartTypeAsksTwiceForTheConfiguration) {
   EXPECT_EQ(service.GetServiceStartupType(), 3);
   std::vector<std::string> expected = {"OpenSCManagerW(,ServicesActive,0xf003f)",
                                        "OpenServiceW(QVWin Service,0x80000000)",
-                                       "QueryServiceConfigA(0)", "QueryServiceConfigA(233)",
+                                       "QueryServiceConfigA(0)",
+                                       "QueryServiceConfigA(233)",
                                        "CloseServiceHandle(service)",
                                        "CloseServiceHandle(manager)"};
   EXPECT_EQ(Calls(), expected);
@@ -170,9 +171,9 @@ TEST_F(EngineControlTest, BackgroundStatusComesFromTheProcessList) {
   EXPECT_EQ(bg.GetServiceStatus(), u"Running");
   // The status check never kills and opens for query only.
   EXPECT_TRUE(fake.processes.Running(40));
-  EXPECT_NE(std::find(fake.processes.calls.begin(), fake.processes.calls.end(),
-                      "OpenProcess(1040,0,40)"),
-            fake.processes.calls.end());
+  EXPECT_NE(
+      std::find(fake.processes.calls.begin(), fake.processes.calls.end(), "OpenProcess(1040,0,40)"),
+      fake.processes.calls.end());
 
   fake.Get().processes = nullptr;  // the check itself fails
   EXPECT_EQ(bg.GetServiceStatus(), u"Unknown");

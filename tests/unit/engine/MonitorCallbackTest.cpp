@@ -50,8 +50,8 @@ TEST(TimeLeftTest, PlausibilityNeedsAGigabytePerHourAfterTheFirst) {
 
 TEST(TimeLeftTest, FilterKeepsClearsOrLeavesTheOldValue) {
   EXPECT_EQ(FilterTimeLeft(u"", 100), Text());
-  EXPECT_EQ(FilterTimeLeft(u"13:00:00", 1e15), Text());   // too long whatever the size
-  EXPECT_EQ(FilterTimeLeft(u"2:10:00", 500e6), Text());   // 500 MB cannot take 2 hours
+  EXPECT_EQ(FilterTimeLeft(u"13:00:00", 1e15), Text());  // too long whatever the size
+  EXPECT_EQ(FilterTimeLeft(u"2:10:00", 500e6), Text());  // 500 MB cannot take 2 hours
   EXPECT_EQ(FilterTimeLeft(u"2:10:00", 1.5 * kGiB), Text(u"2:10:00"));
   EXPECT_EQ(FilterTimeLeft(u"0:05:00", 10), Text(u"0:05:00"));
   EXPECT_EQ(FilterTimeLeft(u"12:00:00", 11 * kGiB), Text(u"12:00:00"));

@@ -75,7 +75,8 @@ TEST_F(ProcessScanTest, PassesOverProcessesThatCannotBeOpenedOrRead) {
 
 TEST_F(ProcessScanTest, QueryOnlyScanOpensWithoutTheRightToEnd) {
   fake.processes.Add(8, u"C:\\QV\\QVBackground_955.exe");
-  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", true, 2, engine::ScanAccess::QueryOnly), 1);
+  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", true, 2, engine::ScanAccess::QueryOnly),
+            1);
   EXPECT_EQ(Count("OpenProcess(1040,0,8)"), 1);
   EXPECT_TRUE(fake.processes.Running(8));
 }
@@ -85,10 +86,9 @@ TEST_F(ProcessScanTest, SnapshotPathOnTheOldPlatform) {
   fake.processes.Add(12, u"C:\\QV\\QVBACKGROUND_955.EXE");
   fake.processes.Add(16, u"C:\\QV\\QVBackground_955.exe");
   EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", true, 1), 1);
-  std::vector<std::string> expected = {"CreateSnapshot(2,0)", "ProcessFirst(546)",
-                                       "ProcessNext(546)",    "OpenProcess(1025,1,12)",
-                                       "TerminateProcess(0)", "CloseHandle",
-                                       "CloseHandle"};
+  std::vector<std::string> expected = {
+      "CreateSnapshot(2,0)", "ProcessFirst(546)", "ProcessNext(546)", "OpenProcess(1025,1,12)",
+      "TerminateProcess(0)", "CloseHandle",       "CloseHandle"};
   EXPECT_EQ(Calls(), expected);
   EXPECT_EQ(fake.processes.terminated, std::vector<std::uint32_t>{12});
   EXPECT_EQ(fake.processes.OpenHandles(), 0);

@@ -111,8 +111,8 @@ TEST_F(StopWordTest, IsBackingUpOnAnythingButNoAsksTheEngineToStop) {
     order.push_back(buttons == 4 ? u"question" : text);
     return 2;  // the box closed without an answer
   };
-  EXPECT_TRUE(engine::IsBackingUp(app, {[&] { order.push_back(u"Set_Stopping"); },
-                                        [&] { order.push_back(u"redraw"); }}));
+  EXPECT_TRUE(engine::IsBackingUp(
+      app, {[&] { order.push_back(u"Set_Stopping"); }, [&] { order.push_back(u"redraw"); }}));
   EXPECT_EQ(FirstLine(), u"2");
   std::vector<Text> expected = {
       u"question", u"Set_Stopping",
@@ -208,13 +208,13 @@ TEST_F(LastResortTest, EachRoutineOfTheHandshakeWritesItsOwnLine) {
   EXPECT_FALSE(engine::CanPause(app));
   engine::ClearStaleStateWord(app);
   engine::TimerProc(app);
-  const std::vector<Text> expected = {
-      u"Unable to stop the transfer. ", u"Reason: Device unavailable",
-      u"Error in StopTransferMsgBox() Reason: Device unavailable",
-      u"Error reading Scheduled data: Device unavailable",
-      u"Error reading Scheduled data: Device unavailable",
-      u"Error obtaining the service status: Device unavailable",
-      u"Error in TimerProc, Reason: Device unavailable"};
+  const std::vector<Text> expected = {u"Unable to stop the transfer. ",
+                                      u"Reason: Device unavailable",
+                                      u"Error in StopTransferMsgBox() Reason: Device unavailable",
+                                      u"Error reading Scheduled data: Device unavailable",
+                                      u"Error reading Scheduled data: Device unavailable",
+                                      u"Error obtaining the service status: Device unavailable",
+                                      u"Error in TimerProc, Reason: Device unavailable"};
   EXPECT_EQ(Trace(), expected);
   EXPECT_TRUE(fake.ui.questions.empty());
 }

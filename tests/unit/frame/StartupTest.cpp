@@ -86,8 +86,9 @@ TEST_F(StartupTest, MutexOfAnotherUserAndPreviousInstanceAlsoEndTheStart) {
   f.fake.system.previousInstance = true;
   EXPECT_EQ(frame::Main(f.app, s), MainResult::AlreadyRunning);
   EXPECT_TRUE(s.calls.empty());
-  EXPECT_EQ(f.Lines(f.Common(u"SerTraceFile.txt")),
-            std::vector<Text>{u"There is an instance of this Monitor application already running."});
+  EXPECT_EQ(
+      f.Lines(f.Common(u"SerTraceFile.txt")),
+      std::vector<Text>{u"There is an instance of this Monitor application already running."});
 }
 
 TEST_F(StartupTest, PermissionCheckEmptiesTheOldTraceWhenNoCheckFileExists) {
@@ -95,7 +96,7 @@ TEST_F(StartupTest, PermissionCheckEmptiesTheOldTraceWhenNoCheckFileExists) {
                   base::EncodeUtf16Le(base::Utf16Content{true, u"old line\r\nolder\r\n", {}}));
   ASSERT_EQ(frame::Main(app, steps), MainResult::Run);
   EXPECT_EQ(Trace(), (std::vector<Text>{u"Write Permission check",
-                                         u"ShowFromTaskBar called from the Monitor."}));
+                                        u"ShowFromTaskBar called from the Monitor."}));
 }
 
 TEST_F(StartupTest, PermissionCheckPrefersTheCheckFileAndFailsWhenLocked) {
@@ -139,8 +140,10 @@ TEST_F(StartupTest, GeometryIsAppliedOnlyWhenAllFourKeysAreThere) {
 
   FrameFixture f;
   RecordingSteps s;
-  for (auto [k, v] : {std::pair<Text, Text>{u"MonWidth", u"7000"}, {u"MonHeight", u"5000.5"},
-                      {u"MonTop", u"x"}, {u"MonLeft", u" 20 "}}) {
+  for (auto [k, v] : {std::pair<Text, Text>{u"MonWidth", u"7000"},
+                      {u"MonHeight", u"5000.5"},
+                      {u"MonTop", u"x"},
+                      {u"MonLeft", u" 20 "}}) {
     f.fake.fs.AddFolders(f.Common(u""));
     f.fake.profile.WriteString(u"LDPI", k, v, f.Common(u"qvwin.ini"));
   }

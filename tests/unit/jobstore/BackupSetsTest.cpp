@@ -10,8 +10,25 @@ using SetsTest = JobStoreTest;
 Text Set(const Text& name) { return name + u"\bC:\\data\b1\b0"; }
 
 Text Job(const Text& no, const Text& name, const Text& dest, const Text& user) {
-  return Join({no, name, u"03-25-2013 6:41:00", u"03-18-2013 15:02:33", dest, u"3", u"2", u"0",
-               u"", u"", u"", u"", u"0", u"", u"0", u"201303250641", user, u"1", u"0",
+  return Join({no,
+               name,
+               u"03-25-2013 6:41:00",
+               u"03-18-2013 15:02:33",
+               dest,
+               u"3",
+               u"2",
+               u"0",
+               u"",
+               u"",
+               u"",
+               u"",
+               u"0",
+               u"",
+               u"0",
+               u"201303250641",
+               user,
+               u"1",
+               u"0",
                u"1234567"},
               kB);
 }
@@ -86,7 +103,8 @@ TEST_F(SetsTest, RelativeModeWithoutScheduleOrWithOthersJobs) {
 }
 
 TEST_F(SetsTest, MailListReadsUniqueAddresses) {
-  fake.fs.PutFile(app.MailFilePath, FileBytes({u"a@x.com", u"A@X.COM", u"b@y.org", u"", u"a@x.com"}));
+  fake.fs.PutFile(app.MailFilePath,
+                  FileBytes({u"a@x.com", u"A@X.COM", u"b@y.org", u"", u"a@x.com"}));
   std::vector<Text> shown;
   Sch_LoadMailidList(app, &shown);
   EXPECT_EQ(app.Store.MailIdList, (std::vector<Text>{u"a@x.com", u"b@y.org", u""}));

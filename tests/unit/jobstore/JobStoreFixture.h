@@ -23,7 +23,9 @@ inline const Text kWorkedLine =
     u"12\b\bDocuments\b\b03-25-2013 6:41:00\b\b03-18-2013 15:02:33\b\bMy Corvane/\b\b3\b\b2\b\b1"
     u"\b\b\b\b\b\b\b\b\b\b0\b\b1\b\b0\b\b201303250641\b\bjsmith\b\b1\b\b0\b\b1234567";
 
-inline Text Join(const std::vector<Text>& fields, const Text& sep) { return base::Join(fields, sep); }
+inline Text Join(const std::vector<Text>& fields, const Text& sep) {
+  return base::Join(fields, sep);
+}
 
 // The bytes of a UTF-16 text file with BOM and CR LF after every line.
 inline std::string FileBytes(const std::vector<Text>& lines) {

@@ -12,7 +12,9 @@ using base::DateTime;
 
 class NextRunTest : public JobStoreTest {
  protected:
-  void Now(int y, int mo, int d, int h, int mi, int s) { fake.clock.now = DateTime{y, mo, d, h, mi, s}; }
+  void Now(int y, int mo, int d, int h, int mi, int s) {
+    fake.clock.now = DateTime{y, mo, d, h, mi, s};
+  }
   ScheduleChoice Days(std::initializer_list<int> days, int h, int mi, int s = 0) {
     ScheduleChoice c;
     for (int d : days) c.chkBox[static_cast<size_t>(d - 1)] = true;
@@ -122,7 +124,8 @@ TEST_F(NextRunTest, ImmediateTakesThePresentMoment) {
   ScheduleChoice c = Days({}, 3, 0);
   c.chkImmediate = true;
   c.bImmediate = true;
-  EXPECT_EQ(PlanTiming(app, c), (Timing{u"03-18-2013 10:15:20", u"Immediate", u"1", u"201303181015"}));
+  EXPECT_EQ(PlanTiming(app, c),
+            (Timing{u"03-18-2013 10:15:20", u"Immediate", u"1", u"201303181015"}));
   // The screen path of Sch_Build_Date moves the picker to the present.
   EXPECT_EQ(Sch_Build_Date(app, c), u"03-18-2013 10:15:20");
   EXPECT_EQ(c.DTPicker, (DateTime{2013, 1, 1, 10, 15, 20}));
@@ -197,11 +200,11 @@ TEST_F(NextRunTest, SuggestedTimesFollowTheDraws) {
 }
 
 TEST_F(NextRunTest, ChangedFrequencySuggestsOnTheFirstAllowedDay) {
-  Now(2013, 3, 18, 8, 0, 0);  // Monday
+  Now(2013, 3, 18, 8, 0, 0);           // Monday
   ScheduleChoice c = Days({5}, 9, 0);  // Thursdays
   c.random = Draws({0.5, 0.25});       // 4:31 AM
   EXPECT_EQ(set_RecommendedTime(app, c), (DateTime{2013, 3, 21, 4, 31, 0}));
-  c.random = Draws({0.5, 0.75});       // 10 PM takes today
+  c.random = Draws({0.5, 0.75});  // 10 PM takes today
   EXPECT_EQ(set_RecommendedTime(app, c), (DateTime{2013, 3, 18, 22, 31, 0}));
   // Without a script the draw comes from a clock-seeded source and stays in range.
   c.random = nullptr;

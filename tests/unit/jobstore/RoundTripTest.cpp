@@ -18,9 +18,26 @@ class Generator {
   // Field text without separators, line ends or doubled "û"; unpaired surrogates and
   // other units a codec might trip over are in on purpose.
   Text Field(int maxLen = 8) {
-    static const char16_t kPool[] = {u'a', u'Z', u'0', u'9', u' ', u'/', u'-', u':', u';',
-                                     u'@', u'.', u'\u00E9', u'\u00FB', u'\u4E2D', static_cast<char16_t>(0xD800),
-                                     static_cast<char16_t>(0xDC00), u'\uFFFF', u'\t', u'|', u'\u0007'};
+    static const char16_t kPool[] = {u'a',
+                                     u'Z',
+                                     u'0',
+                                     u'9',
+                                     u' ',
+                                     u'/',
+                                     u'-',
+                                     u':',
+                                     u';',
+                                     u'@',
+                                     u'.',
+                                     u'\u00E9',
+                                     u'\u00FB',
+                                     u'\u4E2D',
+                                     static_cast<char16_t>(0xD800),
+                                     static_cast<char16_t>(0xDC00),
+                                     u'\uFFFF',
+                                     u'\t',
+                                     u'|',
+                                     u'\u0007'};
     Text t;
     int n = Int(0, maxLen);
     for (int i = 0; i < n; ++i) {
@@ -38,17 +55,18 @@ class Generator {
     return base::FormatFileDate(d);
   }
   Text Days() {
-    static const char16_t* kDays[] = {u"1234567", u"23456", u"17", u"3", u"Hourly",
-                                      u"Monthly", u"Immediate", u"135"};
+    static const char16_t* kDays[] = {u"1234567", u"23456",   u"17",        u"3",
+                                      u"Hourly",  u"Monthly", u"Immediate", u"135"};
     return kDays[Int(0, 7)];
   }
 
   // Twenty fields as the writer puts them (Password "1", EngineFlag "0"), Days set.
   std::vector<Text> CanonicalFields(const Text& no) {
-    std::vector<Text> f = {no,       Field(),  Date(),   Date(),   Field(),  Text(1, u'0' + Int(0, 7)),
-                           Field(2), Field(2), Field(),  Field(),  Field(),  Field(),
-                           Field(2), Field(2), Field(2), Field(12), Field(), u"1",
-                           u"0",     Days()};
+    std::vector<Text> f = {
+        no,       Field(),  Date(),   Date(),    Field(), Text(1, u'0' + Int(0, 7)),
+        Field(2), Field(2), Field(),  Field(),   Field(), Field(),
+        Field(2), Field(2), Field(2), Field(12), Field(), u"1",
+        u"0",     Days()};
     if (base::IsBlank(f[1])) f[1] = u"Set" + no;
     return f;
   }
@@ -67,17 +85,15 @@ class Generator {
         f.resize(19);
         return Join(f, kU);
       }
-      case 2:
-        return Field(10);  // no separator
-      case 3: {  // free text everywhere, dates included
+      case 2: return Field(10);  // no separator
+      case 3: {                  // free text everywhere, dates included
         std::vector<Text> f;
         f.push_back(no);
         int n = Int(1, 22);
         for (int i = 1; i < n; ++i) f.push_back(Field());
         return Join(f, kB);
       }
-      default:
-        return Join(CanonicalFields(no), kB);
+      default: return Join(CanonicalFields(no), kB);
     }
   }
 
@@ -97,7 +113,8 @@ TEST_F(RoundTrip, RewritingEveryCanonicalRecordInOrderGivesTheSameBytes) {
     Generator g(seed);
     std::vector<Text> lines = {Text(1, u'0' + g.Int(0, 2))};
     int n = g.Int(1, 15);
-    for (int i = 0; i < n; ++i) lines.push_back(Join(g.CanonicalFields(base::FromNumber(i + 1)), kB));
+    for (int i = 0; i < n; ++i)
+      lines.push_back(Join(g.CanonicalFields(base::FromNumber(i + 1)), kB));
     PutSchedule(lines);
     const std::string original = ScheduleBytes();
 
@@ -116,8 +133,10 @@ TEST_F(RoundTrip, RewritingEveryCanonicalRecordInOrderGivesTheSameBytes) {
 TEST_F(RoundTrip, UpdateAndDeleteTouchOnlyTheirRecord) {
   for (unsigned seed = 1; seed <= 300; ++seed) {
     Generator g(seed);
-    if (g.Chance(50)) SetIni(u"DateFormat", u"DateFormat", u"D");  // dates as they stand
-    else SetIni(u"DateFormat", u"DateFormat", u"");
+    if (g.Chance(50))
+      SetIni(u"DateFormat", u"DateFormat", u"D");  // dates as they stand
+    else
+      SetIni(u"DateFormat", u"DateFormat", u"");
 
     const Text state = g.StateLine();
     std::vector<Text> body;

@@ -39,8 +39,8 @@ TEST_F(ReadTest, WorkedRecordLoadsIntoItsTwentyFields) {
 TEST_F(ReadTest, WorkedRecordWritesBackByteForByte) {
   PutSchedule({u"0"});
   ScheduleRecord r = WorkedRecord();
-  r.Password = u"secret";   // never reaches the file: position 18 is always "1"
-  r.EngineFlag = u"7";      // the writer always stores "0"
+  r.Password = u"secret";  // never reaches the file: position 18 is always "1"
+  r.EngineFlag = u"7";     // the writer always stores "0"
   DB_WriteSchdata(app, r, false);
   EXPECT_EQ(ScheduleBytes(), FileBytes({u"0", kWorkedLine}));
   EXPECT_EQ(r.EngineFlag, u"0");
@@ -49,9 +49,26 @@ TEST_F(ReadTest, WorkedRecordWritesBackByteForByte) {
 
 TEST_F(ReadTest, OldFormLineKeepsDaysEmptyAndEngineFlagTakesTheRest) {
   // Twenty fields with "ûû": no Days field is known to old lines.
-  Text line = Join({u"4", u"Mail", u"03-25-2013 6:41:00", u"03-18-2013 15:02:33", u"My Corvane/",
-                    u"4", u"2", u"0", u"a@b.com", u"", u"", u"", u"0", u"1", u"3",
-                    u"201303250641", u"jsmith", u"pw", u"0", u"1234567"},
+  Text line = Join({u"4",
+                    u"Mail",
+                    u"03-25-2013 6:41:00",
+                    u"03-18-2013 15:02:33",
+                    u"My Corvane/",
+                    u"4",
+                    u"2",
+                    u"0",
+                    u"a@b.com",
+                    u"",
+                    u"",
+                    u"",
+                    u"0",
+                    u"1",
+                    u"3",
+                    u"201303250641",
+                    u"jsmith",
+                    u"pw",
+                    u"0",
+                    u"1234567"},
                    kU);
   PutSchedule({u"0", line});
   Load();
@@ -76,9 +93,22 @@ TEST_F(ReadTest, OldSeparatorIsLookedForFirstEvenInANewFormLine) {
 }
 
 TEST_F(ReadTest, ShortRecordsTakeTheDefaultsOfTheTail) {
-  std::vector<Text> sixteen = {u"1", u"A", u"03-25-2013 6:41:00", u"03-18-2013 15:02:33",
-                               u"My Corvane/", u"3", u"2", u"0", u"", u"", u"", u"", u"0",
-                               u"", u"0", u"201303250641"};
+  std::vector<Text> sixteen = {u"1",
+                               u"A",
+                               u"03-25-2013 6:41:00",
+                               u"03-18-2013 15:02:33",
+                               u"My Corvane/",
+                               u"3",
+                               u"2",
+                               u"0",
+                               u"",
+                               u"",
+                               u"",
+                               u"",
+                               u"0",
+                               u"",
+                               u"0",
+                               u"201303250641"};
   std::vector<Text> seventeen = sixteen;
   seventeen[0] = u"2";
   seventeen.push_back(u"bob");
@@ -88,8 +118,8 @@ TEST_F(ReadTest, ShortRecordsTakeTheDefaultsOfTheTail) {
   std::vector<Text> nineteen = eighteen;
   nineteen[0] = u"4";
   nineteen.push_back(u"9");
-  PutSchedule({u"0", Join(sixteen, kB), Join(seventeen, kB), Join(eighteen, kB),
-               Join(nineteen, kB), u"6\b\bB\b\b03-25-2013 6:41:00"});
+  PutSchedule({u"0", Join(sixteen, kB), Join(seventeen, kB), Join(eighteen, kB), Join(nineteen, kB),
+               u"6\b\bB\b\b03-25-2013 6:41:00"});
   Load();
   ASSERT_EQ(app.Jobs.size(), 5u);
   auto& j = app.Jobs;
@@ -170,8 +200,25 @@ TEST_F(ReadTest, ReadRecordByKeyKeepsTheStateLineAndFindsTheFirstMatch) {
 
 TEST_F(ReadTest, SmallestKeyWinsAndATieKeepsTheEarlierRecord) {
   auto rec = [](const Text& no, const Text& key) {
-    return Join({no, u"S" + no, u"03-25-2013 6:41:00", u"03-18-2013 15:02:33", u"My Corvane/",
-                 u"3", u"2", u"0", u"", u"", u"", u"", u"0", u"", u"0", key, u"u", u"1", u"0",
+    return Join({no,
+                 u"S" + no,
+                 u"03-25-2013 6:41:00",
+                 u"03-18-2013 15:02:33",
+                 u"My Corvane/",
+                 u"3",
+                 u"2",
+                 u"0",
+                 u"",
+                 u"",
+                 u"",
+                 u"",
+                 u"0",
+                 u"",
+                 u"0",
+                 key,
+                 u"u",
+                 u"1",
+                 u"0",
                  u"1234567"},
                 kB);
   };
@@ -179,8 +226,7 @@ TEST_F(ReadTest, SmallestKeyWinsAndATieKeepsTheEarlierRecord) {
                rec(u"3", u"201303200641"), rec(u"4", u"300012121504")});
   EXPECT_EQ(Load(), 1);
 
-  PutSchedule({u"0", rec(u"1", u"201303250641"), rec(u"2", kImmediateKey),
-               rec(u"3", kRunningKey)});
+  PutSchedule({u"0", rec(u"1", u"201303250641"), rec(u"2", kImmediateKey), rec(u"3", kRunningKey)});
   EXPECT_EQ(Load(), 2);  // a running job sorts before an immediate one
 
   // Keys at or above the search start never win: the first record is the answer.
@@ -190,28 +236,61 @@ TEST_F(ReadTest, SmallestKeyWinsAndATieKeepsTheEarlierRecord) {
 
 TEST_F(ReadTest, DaysRepairFollowsTheFrequencyName) {
   auto rec = [](const Text& no, const Text& name, const Text& freq, const Text& days) {
-    return Join({no, name, u"03-20-2013 6:41:00", u"03-18-2013 15:02:33", u"My Corvane/", freq,
-                 u"2", u"0", u"", u"", u"", u"", u"0", u"", u"0", u"201303200641", u"u", u"1",
-                 u"0", days},
+    return Join({no,
+                 name,
+                 u"03-20-2013 6:41:00",
+                 u"03-18-2013 15:02:33",
+                 u"My Corvane/",
+                 freq,
+                 u"2",
+                 u"0",
+                 u"",
+                 u"",
+                 u"",
+                 u"",
+                 u"0",
+                 u"",
+                 u"0",
+                 u"201303200641",
+                 u"u",
+                 u"1",
+                 u"0",
+                 days},
                 kB);
   };
   PutSchedule({u"0", rec(u"1", u"A", u"1", u""), rec(u"2", u"A", u"2", u""),
-               rec(u"3", u"A", u"3", u"  "), rec(u"4", u"A", u"4", u""),
-               rec(u"5", u"A", u"5", u""), rec(u"6", u"A", u"6", u""),
-               rec(u"7", u"A", u"7", u""), rec(u"8", u"A", u"0", u""),
+               rec(u"3", u"A", u"3", u"  "), rec(u"4", u"A", u"4", u""), rec(u"5", u"A", u"5", u""),
+               rec(u"6", u"A", u"6", u""), rec(u"7", u"A", u"7", u""), rec(u"8", u"A", u"0", u""),
                rec(u"9", u" ", u"3", u""), rec(u"10", u"A", u"4", u"246")});
   Load();
   ASSERT_EQ(app.Jobs.size(), 10u);
   const std::vector<Text> expected = {u"IMMEDIATE", u"Hourly", u"1234567",
                                       u"4",  // 03-20-2013 was a Wednesday
-                                      u"Monthly", u"23456", u"", u"", u"", u"246"};
+                                      u"Monthly",   u"23456",  u"",        u"", u"", u"246"};
   for (size_t i = 0; i < expected.size(); ++i) EXPECT_EQ(app.Jobs[i].Days, expected[i]) << i;
 }
 
 TEST_F(ReadTest, DateFormatRuleReadsDatesInTheSystemOrder) {
-  Text line = Join({u"1", u"A", u"3-5-2013 06:07:08", u"03-18-2013 15:02:33", u"My Corvane/",
-                    u"3", u"2", u"0", u"", u"", u"", u"", u"0", u"", u"0", u"201303050607",
-                    u"u", u"1", u"0", u"1234567"},
+  Text line = Join({u"1",
+                    u"A",
+                    u"3-5-2013 06:07:08",
+                    u"03-18-2013 15:02:33",
+                    u"My Corvane/",
+                    u"3",
+                    u"2",
+                    u"0",
+                    u"",
+                    u"",
+                    u"",
+                    u"",
+                    u"0",
+                    u"",
+                    u"0",
+                    u"201303050607",
+                    u"u",
+                    u"1",
+                    u"0",
+                    u"1234567"},
                    kB);
   PutSchedule({u"0", line});
 

@@ -35,9 +35,9 @@ TEST(SystemDate, ReadingFollowsTheLocaleOrderWithTheOtherAsFallback) {
   EXPECT_EQ(ParseSystemDate(u"13.3.5", iso), (DateTime{2013, 3, 5, 0, 0, 0}));
   EXPECT_EQ(ParseSystemDate(u"3/5/99  1:02:03 PM", us), (DateTime{1999, 3, 5, 13, 2, 3}));
   EXPECT_EQ(ParseSystemDate(u"12:00:00 AM", us), (DateTime{1899, 12, 30, 0, 0, 0}));
-  for (const char16_t* bad : {u"", u"  ", u"02-30-2013", u"13-13-2013", u"1-2", u"03-05-2013 24:00",
-                              u"03-05-2013 9:60", u"03-05-2013 0:00 PM", u"03-05-2013 x",
-                              u"03-05-2013 1:2:3 4", u"12345-1-1", u"1--2-2013"})
+  for (const char16_t* bad :
+       {u"", u"  ", u"02-30-2013", u"13-13-2013", u"1-2", u"03-05-2013 24:00", u"03-05-2013 9:60",
+        u"03-05-2013 0:00 PM", u"03-05-2013 x", u"03-05-2013 1:2:3 4", u"12345-1-1", u"1--2-2013"})
     EXPECT_FALSE(ParseSystemDate(bad, us)) << base::ToUtf8(bad);
 }
 

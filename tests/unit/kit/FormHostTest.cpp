@@ -310,7 +310,8 @@ TEST_F(FormHostTest, TheUserMovingTheWindowMovesTheForm) {
 
 TEST_F(FormHostTest, ADragStripAsksTheHostToMoveTheWindow) {
   ui.Show(form);
-  Events().OnMouse(Window(), H(form.lblStatus), {platform::UiMouse::Down, kit::kLeftButton, 0, 1, 1});
+  Events().OnMouse(Window(), H(form.lblStatus),
+                   {platform::UiMouse::Down, kit::kLeftButton, 0, 1, 1});
   EXPECT_EQ(fake.dragRequests, std::vector<UiHandle>{Window()});
 }
 
@@ -410,7 +411,9 @@ TEST_F(MesgBoxOnHost, AltLetterAndEnterGiveTheCallerTheirResults) {
                 }),
             kit::kResultNo);
   EXPECT_EQ(Ask(kit::kButtonsOkCancel,
-                [&](UiHandle w) { Events(w).OnKey(w, {platform::UiKey::Down, kit::kKeyReturn, 0}); }),
+                [&](UiHandle w) {
+                  Events(w).OnKey(w, {platform::UiKey::Down, kit::kKeyReturn, 0});
+                }),
             kit::kResultCancel);
   // Without Alt a letter does nothing; the box is still up when the loop returns,
   // and a modal show ends with it out of sight.
@@ -443,19 +446,22 @@ TEST_F(MesgBoxOnHost, TheBoxShowsOnlyItsOwnButtonsAndTheHostMeasuresTheText) {
     EXPECT_TRUE(fake.forms.at(w).state.frameless);
     EXPECT_TRUE(fake.forms.at(w).state.region.has_value());
   });
-  Ask(kit::kButtonsOk, [&](UiHandle w) {
-    EXPECT_TRUE(fake.Shown(fake.FindControl(w, u"cmdButton(0)")));
-    EXPECT_FALSE(fake.Shown(fake.FindControl(w, u"cmdButton(1)")));
-    EXPECT_FALSE(fake.Shown(fake.FindControl(w, u"cmdButton(2)")));
-    // 120 units at 90.75 twips wrapped to the label's 4200: three lines, and the
-    // two blank lines the box adds behind a short text.
-    const platform::UiControl* text = fake.Control(w, u"lblText");
-    ASSERT_NE(text, nullptr);
-    EXPECT_TRUE(text->visible);
-    EXPECT_TRUE(text->wordWrap);
-    EXPECT_DOUBLE_EQ(text->rect.height, 5 * 8.25 * 24);
-    EXPECT_EQ(fake.Control(w, u"AppCaption")->caption, kTitle);
-  }, longText);
+  Ask(
+      kit::kButtonsOk,
+      [&](UiHandle w) {
+        EXPECT_TRUE(fake.Shown(fake.FindControl(w, u"cmdButton(0)")));
+        EXPECT_FALSE(fake.Shown(fake.FindControl(w, u"cmdButton(1)")));
+        EXPECT_FALSE(fake.Shown(fake.FindControl(w, u"cmdButton(2)")));
+        // 120 units at 90.75 twips wrapped to the label's 4200: three lines, and the
+        // two blank lines the box adds behind a short text.
+        const platform::UiControl* text = fake.Control(w, u"lblText");
+        ASSERT_NE(text, nullptr);
+        EXPECT_TRUE(text->visible);
+        EXPECT_TRUE(text->wordWrap);
+        EXPECT_DOUBLE_EQ(text->rect.height, 5 * 8.25 * 24);
+        EXPECT_EQ(fake.Control(w, u"AppCaption")->caption, kTitle);
+      },
+      longText);
 }
 
 TEST_F(MesgBoxOnHost, AScreenScaledAbove96DotsPerInchKeepsItsPixels) {

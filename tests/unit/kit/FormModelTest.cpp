@@ -10,9 +10,9 @@
 
 namespace {
 
+using base::Text;
 using kit::Layout;
 using kit::MouseArgs;
-using base::Text;
 
 // A screen as later screens are written: controls under their names with their
 // layout, handlers under their names.
@@ -34,7 +34,7 @@ class frmSample : public kit::Form {
   }
   void lvItems_ColumnClick(int column) {
     lvItems.SetSortOrder(lvItems.Order() == kit::SortOrder::Ascending ? kit::SortOrder::Descending
-                                                                       : kit::SortOrder::Ascending);
+                                                                      : kit::SortOrder::Ascending);
     lvItems.SetSortKey(column - 1);
     lvItems.SetSorted(true);
   }

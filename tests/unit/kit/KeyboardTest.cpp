@@ -167,9 +167,11 @@ TEST(MesgBoxKeyboard, FocusStartsOnTheEnterButtonAndTabEnterGivesTheFocusedButto
   kit::ScriptedUi ui;
   // Yes/No: Enter alone is Yes, the design's rule; Tab to No and Enter is No.
   ui.Queue(kit::ScriptedUi::Answer::Enter());
-  EXPECT_EQ(ui.MessageBox(u"Proceed?", kit::kIconQuestion, kit::kButtonsYesNo, u"T"), kit::kResultYes);
+  EXPECT_EQ(ui.MessageBox(u"Proceed?", kit::kIconQuestion, kit::kButtonsYesNo, u"T"),
+            kit::kResultYes);
   ui.Queue({kit::ScriptedUi::Answer::Tab(), kit::ScriptedUi::Answer::Enter()});
-  EXPECT_EQ(ui.MessageBox(u"Proceed?", kit::kIconQuestion, kit::kButtonsYesNo, u"T"), kit::kResultNo);
+  EXPECT_EQ(ui.MessageBox(u"Proceed?", kit::kIconQuestion, kit::kButtonsYesNo, u"T"),
+            kit::kResultNo);
   // OK/Cancel starts on Cancel; Shift+Tab reaches OK.
   ui.Queue({kit::ScriptedUi::Answer::Tab(true), kit::ScriptedUi::Answer::Space()});
   EXPECT_EQ(ui.MessageBox(u"Go?", kit::kIconQuestion, kit::kButtonsOkCancel, u"T"), kit::kResultOk);

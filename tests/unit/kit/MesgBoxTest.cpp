@@ -198,8 +198,8 @@ TEST(MesgBox, TheWindowIsLaidOutAroundTheTextAndTheButtons) {
   const double line = kit::EstimatedTextMeasure::LineHeight(0);
   EXPECT_GT(text.Height(), 4 * line);
   EXPECT_EQ(box.picBtnContainer.Top(), text.Top() + text.Height() + MesgBox::kGapAboveButtons);
-  EXPECT_EQ(box.Height(), box.picBtnContainer.Top() + box.picBtnContainer.Height() +
-                              MesgBox::kGapBelowButtons);
+  EXPECT_EQ(box.Height(),
+            box.picBtnContainer.Top() + box.picBtnContainer.Height() + MesgBox::kGapBelowButtons);
   EXPECT_EQ(box.picBtnContainer.Width(), box.Width() - 100);
   EXPECT_EQ(b0.Left(), (box.picBtnContainer.Width() - 1800) / 2);
   EXPECT_EQ(b1.Left(), b0.Left() + b0.Width() + 210);

@@ -11,7 +11,8 @@ using kit::GetMessage;
 
 TEST(MessageTable, CompoundMessagesReadAsShown) {
   const base::Text disabled =
-      u"All your scheduled backup/restore jobs are currently disabled.\r\nDo you want to enable them?";
+      u"All your scheduled backup/restore jobs are currently disabled.\r\nDo you want to enable "
+      u"them?";
   EXPECT_EQ(GetMessage(6, u"T"), disabled);
   EXPECT_EQ(GetMessage(22, u"T"), disabled);
   EXPECT_EQ(GetMessage(35, u"T"), disabled);
@@ -41,15 +42,17 @@ TEST(MessageTable, TwoMessagesCarryTheApplicationTitle) {
 
   testkit::FrameFixture env;
   env.app.AppTitle = u"Other";
-  EXPECT_EQ(GetMessage(env.app, 16), u"Create a Backup set for backup using the Other application.");
+  EXPECT_EQ(GetMessage(env.app, 16),
+            u"Create a Backup set for backup using the Other application.");
 }
 
 TEST(MessageTable, SingleTextsKeepTheirOwnBlanksAndUnknownCodesAreEmpty) {
   EXPECT_EQ(GetMessage(39, u""), u"Enter your Corvane username.");
   EXPECT_EQ(GetMessage(23, u""),
             u" This record can not be edited as a backup/restore job is 'In Progress'.");
-  EXPECT_EQ(GetMessage(329, u""),
-            u"To stop the backup operation, select the scheduled job with the status  'In Progress'.");
+  EXPECT_EQ(
+      GetMessage(329, u""),
+      u"To stop the backup operation, select the scheduled job with the status  'In Progress'.");
   // 501 differs from 500 and 502 by a trailing blank only.
   EXPECT_EQ(GetMessage(501, u""), GetMessage(502, u"") + u" ");
   EXPECT_EQ(GetMessage(62, u""), u"Reason: ");

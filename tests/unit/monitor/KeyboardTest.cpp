@@ -36,8 +36,8 @@ TEST_F(MonitorKeyboardTest, TabReachesEveryButtonInOrderAndSkipsWhatIsHidden) {
   }
   // The start-at-logon box lies on the hidden Details pane: passed over.
   EXPECT_EQ(order, (std::vector<Text>{u"pic_Status", u"cmdDetails", u"btnRefresh", u"btnLogFile",
-                                      u"btnStopTransfer", u"chkbandwidth", u"PictSliderKnob1", u"lstLog",
-                                      u"Picture1", u"btnClose", u"pic_Status"}));
+                                      u"btnStopTransfer", u"chkbandwidth", u"PictSliderKnob1",
+                                      u"lstLog", u"Picture1", u"btnClose", u"pic_Status"}));
   // Enter on the Details tab shows its pane; then the box there is a stop.
   Press(kit::kKeyTab);
   Down(kit::kKeyReturn);
@@ -45,7 +45,8 @@ TEST_F(MonitorKeyboardTest, TabReachesEveryButtonInOrderAndSkipsWhatIsHidden) {
   Press(kit::kKeyTab);
   EXPECT_EQ(Focused(), u"StartAuto");
   // Every picture that acts is a push button to a screen reader, with a name.
-  for (kit::Control* c : {static_cast<kit::Control*>(&form->btnRefresh), static_cast<kit::Control*>(&form->pic_Status),
+  for (kit::Control* c : {static_cast<kit::Control*>(&form->btnRefresh),
+                          static_cast<kit::Control*>(&form->pic_Status),
                           static_cast<kit::Control*>(&form->btnClose)}) {
     EXPECT_EQ(c->Role(), kit::Role::PushButton) << base::ToUtf8(c->Name());
     EXPECT_FALSE(c->Caption().empty());

@@ -24,9 +24,7 @@ std::string Bytes16(const Text& t) { return base::EncodeUtf16Le(t); }
 
 class LogViewTest : public MonitorTest {
  protected:
-  void Log(const std::vector<Text>& lines) {
-    platform::TextFile::WriteLines(fake.fs, kLog, lines);
-  }
+  void Log(const std::vector<Text>& lines) { platform::TextFile::WriteLines(fake.fs, kLog, lines); }
   std::vector<Text> Rows() {
     std::vector<Text> rows;
     for (int i = 1; i <= form->lstLog.Count(); ++i) rows.push_back(form->lstLog.Item(i).SubItem(2));
@@ -129,7 +127,8 @@ TEST_F(LogViewTest, RowsGoBelowTheOldOnesAndAFullerListIsFilledAgain) {
   Log({u"Information : 11/15/2026 05:25:27 : only"});
   form->mnuClearlog_Click();
   form->ShowLogInWindow();
-  Log({u"Information : 11/15/2026 05:25:27 : x", u"no colon", u"Information : 11/15/2026 05:25:27 : y"});
+  Log({u"Information : 11/15/2026 05:25:27 : x", u"no colon",
+       u"Information : 11/15/2026 05:25:27 : y"});
   form->ShowLogInWindow();
   EXPECT_EQ(Rows(), (std::vector<Text>{u" only", u" y", u" x"}));
 }
@@ -204,7 +203,8 @@ TEST_F(LogViewTest, TheEveryFifthLinePauseComesFourTimesForTwentyLines) {
   int pauses = 0;
   // A tiny chunk makes the reader go back many times; the pause still comes once per
   // fifth line taken.
-  auto newest = ReadNewestLines(fake.fs, kLog, 20, [&] { ++pauses; }, 8);
+  auto newest = ReadNewestLines(
+      fake.fs, kLog, 20, [&] { ++pauses; }, 8);
   ASSERT_TRUE(newest);
   EXPECT_EQ(newest->size(), 20u);
   EXPECT_EQ(pauses, 4);
@@ -223,12 +223,14 @@ std::string RandomLog(std::mt19937& rng) {
       case 2: bytes += std::string(104, '_') + "\r\n"; break;
       case 3: bytes += Bytes16(u"a\nb\rc\r\r\n"); break;
       case 4: bytes += Bytes16(Text(u"x") + u'\0' + u"y\r\n"); break;
-      case 5: bytes += Bytes16(Text(std::uniform_int_distribution<int>(1, 3000)(rng), u'L') + u"\r\n"); break;
+      case 5:
+        bytes += Bytes16(Text(std::uniform_int_distribution<int>(1, 3000)(rng), u'L') + u"\r\n");
+        break;
       case 6: bytes += Bytes16(Text(1, static_cast<char16_t>(0xD800)) + u"half\r\n"); break;
       case 7: bytes += "\x01"; break;  // shifts every later unit by a byte
       default:
-        bytes += Bytes16(u"Information : 11/15/2026 05:25:27 : line " +
-                       base::FromNumber(i) + u"\r\n");
+        bytes +=
+            Bytes16(u"Information : 11/15/2026 05:25:27 : line " + base::FromNumber(i) + u"\r\n");
     }
   }
   return bytes;

@@ -117,10 +117,10 @@ TEST_F(PaneTextTest, WrapTakesThirtyUnitsUnmeasuredThenBreaksByMeasure) {
   EXPECT_EQ(wrap(seventy, 50), Text(30, u'a') + Text(20, u'b') + u"\r\n" + Text(20, u'c'));
   // A line that never fits more than 30 keeps the 30 and moves on.
   const Text ninety(90, u'x');
-  EXPECT_EQ(wrap(ninety, 30), Text(30, u'x') + u"\r\n" + Text(30, u'x') + u"\r\n" +
-                                  Text(30, u'x') + u"\r\n");
-  EXPECT_EQ(monitor::WrapLabelText(Text(45, u'q'), FitsTen), Text(40, u'q') + u"\r\n" +
-                                                                Text(5, u'q'));
+  EXPECT_EQ(wrap(ninety, 30),
+            Text(30, u'x') + u"\r\n" + Text(30, u'x') + u"\r\n" + Text(30, u'x') + u"\r\n");
+  EXPECT_EQ(monitor::WrapLabelText(Text(45, u'q'), FitsTen),
+            Text(40, u'q') + u"\r\n" + Text(5, u'q'));
 }
 
 }  // namespace

@@ -22,8 +22,12 @@ class StatusTest : public MonitorTest {
   };
   Shown Now() {
     auto& f = *form;
-    return {f.TrafficLights1.PictureKey(), f.lblStatus.Caption(), f.Start.Enabled(),
-            f.Pause.Enabled(), f.Stop.Enabled(), f.Pause.Caption()};
+    return {f.TrafficLights1.PictureKey(),
+            f.lblStatus.Caption(),
+            f.Start.Enabled(),
+            f.Pause.Enabled(),
+            f.Stop.Enabled(),
+            f.Pause.Caption()};
   }
   const platform::FakeUiHost::TrayRecord& TrayRecord() {
     EXPECT_EQ(fake.ui.trayIcons.size(), 1u);

@@ -54,10 +54,9 @@ TEST_F(TickTest, StepsRunInTheirOrderAndLeaveTheFlagsAsDesigned) {
   ASSERT_EQ(app.PaneFlag, u"1");
   form->Progress.Fire();
 
-  EXPECT_EQ(log, (std::vector<std::string>{"senddesktopnotify", "Dialupdisconnect",
-                                           "service.status", "background.status",
-                                           "background.start", "background.status",
-                                           "CheckMissedBackup"}));
+  EXPECT_EQ(log, (std::vector<std::string>{
+                     "senddesktopnotify", "Dialupdisconnect", "service.status", "background.status",
+                     "background.start", "background.status", "CheckMissedBackup"}));
   // 14 cleared the update before 17; 16 filled the list; 19 came after 18.
   EXPECT_FALSE(seen["senddesktopnotify"].updateWaiting);
   EXPECT_EQ(seen["senddesktopnotify"].rows, 3);
@@ -79,8 +78,8 @@ TEST_F(TickTest, StepsRunInTheirOrderAndLeaveTheFlagsAsDesigned) {
 
 TEST_F(TickTest, TheTickDrawsTheStoredUpdateOnThePane) {
   Open();
-  Call(u"C:\\Tom & Jerry\\" + Text(40, u'x') + u".doc", 1536, 3.0 * 1048576, 1048576, 40, 33, 2,
-       1, u"1:10:00");
+  Call(u"C:\\Tom & Jerry\\" + Text(40, u'x') + u".doc", 1536, 3.0 * 1048576, 1048576, 40, 33, 2, 1,
+       u"1:10:00");
   form->Progress.Fire();
   auto& f = *form;
   EXPECT_EQ(f.lblRsyncTransferStatus.Caption(), u"Status : 1,024.00 KB out of 3.00 MB (1.2 MB/s)");
@@ -114,12 +113,10 @@ TEST_F(TickTest, ARestoreIsNotThrottledSoTheBandwidthControlsHide) {
   Open();
   Call(u"r.txt", 100, 1000, 10, 10, 1, 0);
   form->Progress.Fire();
-  for (kit::Control* c : Throttling())
-    EXPECT_FALSE(c->Visible()) << monitortest::U8(c->Name());
+  for (kit::Control* c : Throttling()) EXPECT_FALSE(c->Visible()) << monitortest::U8(c->Name());
   Call(u"b.txt", 100, 1000, 10, 10, 1, 3);
   form->Progress.Fire();
-  for (kit::Control* c : Throttling())
-    EXPECT_TRUE(c->Visible()) << monitortest::U8(c->Name());
+  for (kit::Control* c : Throttling()) EXPECT_TRUE(c->Visible()) << monitortest::U8(c->Name());
 }
 
 TEST_F(TickTest, StopReturnsTheIdlePaneOnlyOnTheStatusTab) {
@@ -155,7 +152,7 @@ TEST_F(TickTest, AnUpdateWithoutAFileEndsInTheStatusTabRoutine) {
   Call(u"", 0, 1000, 0, 0, 0, 1);  // sets the flag to 1
   form->Progress.Fire();
   EXPECT_EQ(app.PaneFlag, u"0");
-  EXPECT_TRUE(form->StatusTabSelected());  // the routine took the Status tab back
+  EXPECT_TRUE(form->StatusTabSelected());    // the routine took the Status tab back
   EXPECT_TRUE(form->FrameNormal.Visible());  // the update was drawn: nothing is waiting
 }
 
@@ -164,11 +161,13 @@ TEST_F(TickTest, RefreshDrawsTheWaitingUpdateSoTheNextTickSkipsTheDrawing) {
   Call(u"a.txt", 100, 1000, 10, 10, 1, 1);
   form->btnRefresh.RaiseClick();
   EXPECT_FALSE(app.UpdateWaiting);
-  EXPECT_EQ(form->lblRsyncTransferStatus.Caption(), u"Status : 10.00 B out of 1,000.00 B (1.2 MB/s)");
+  EXPECT_EQ(form->lblRsyncTransferStatus.Caption(),
+            u"Status : 10.00 B out of 1,000.00 B (1.2 MB/s)");
   EXPECT_EQ(form->Pointer(), kit::MousePointer::Default);
   app.Transfer.dTotalBuffer = 999;  // changed without a call: not drawn
   form->Progress.Fire();
-  EXPECT_EQ(form->lblRsyncTransferStatus.Caption(), u"Status : 10.00 B out of 1,000.00 B (1.2 MB/s)");
+  EXPECT_EQ(form->lblRsyncTransferStatus.Caption(),
+            u"Status : 10.00 B out of 1,000.00 B (1.2 MB/s)");
   EXPECT_EQ(app.SessionFilePath, app.ServiceLogPath);
 }
 

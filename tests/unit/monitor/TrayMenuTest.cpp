@@ -32,9 +32,10 @@ TEST_F(TrayMenuTest, MenusStandInTheirOrderWithTheirCaptions) {
     for (const kit::MenuItem* item : menu.Children()) out.push_back(item->Caption());
     return out;
   };
-  EXPECT_EQ(captions(form->MainMenu),
-            (std::vector<Text>{u"Start Service", u"Stop Service", u"Pause Service", u"Stop Transfer",
-                               u"Refresh", u"Shutdown Corvane for Windows Monitor"}));
+  EXPECT_EQ(
+      captions(form->MainMenu),
+      (std::vector<Text>{u"Start Service", u"Stop Service", u"Pause Service", u"Stop Transfer",
+                         u"Refresh", u"Shutdown Corvane for Windows Monitor"}));
   EXPECT_EQ(captions(form->MnuDetails), (std::vector<Text>{u"&View", u"&Hide"}));
   EXPECT_EQ(captions(form->LogMenu), (std::vector<Text>{u"&View", u"&Clear"}));
   EXPECT_EQ(captions(form->HelpMenu),
@@ -119,8 +120,9 @@ TEST_F(TrayMenuTest, HoldingAllJobsAsksFirstAndReleasingDoesNot) {
   EXPECT_EQ(form->mnuenablesch.Caption(), u"Enable all the Scheduled jobs");
   EXPECT_TRUE(TraceHas(u"'Disable all the Scheduled jobs' option is selected."));
   ASSERT_EQ(ActivityLog().size(), 1u);
-  EXPECT_EQ(ActivityLog()[0],
-            u"Information : 11/15/2026 05:25:27 : 'Disable all the Scheduled jobs' option is selected.");
+  EXPECT_EQ(
+      ActivityLog()[0],
+      u"Information : 11/15/2026 05:25:27 : 'Disable all the Scheduled jobs' option is selected.");
 
   form->mnuenablesch.Choose();
   EXPECT_EQ(ui.Questions().size(), 2u);  // no question to release them

@@ -20,8 +20,25 @@ std::string FileBytes(const std::vector<Text>& lines) {
 }
 
 Text Rec(const Text& no, const Text& name, const Text& next, const Text& key, const Text& days) {
-  return base::Join({no, name, next, u"03-18-2013 15:02:33", u"My Corvane/", u"4", u"2", u"1",
-                     u"a@b.c;d@e.f", u"", u"", u"", u"0", u"1", u"3", key, u"jsmith", u"1", u"0",
+  return base::Join({no,
+                     name,
+                     next,
+                     u"03-18-2013 15:02:33",
+                     u"My Corvane/",
+                     u"4",
+                     u"2",
+                     u"1",
+                     u"a@b.c;d@e.f",
+                     u"",
+                     u"",
+                     u"",
+                     u"0",
+                     u"1",
+                     u"3",
+                     key,
+                     u"jsmith",
+                     u"1",
+                     u"0",
                      days},
                     u"\b\b");
 }
@@ -44,14 +61,15 @@ class QvJobsTest : public ::testing::Test {
 };
 
 TEST_F(QvJobsTest, ListShowsTheRecordsAsLoaded) {
-  Put({u"1", Rec(u"3", u"Caf\u00E9", u"03-25-2013 6:41:00", u"201303250641", u""),
-       u"no separator", Rec(u"7", u"B", u"03-20-2013 6:41:00", u"201303200641", u"246")});
+  Put({u"1", Rec(u"3", u"Caf\u00E9", u"03-25-2013 6:41:00", u"201303250641", u""), u"no separator",
+       Rec(u"7", u"B", u"03-20-2013 6:41:00", u"201303200641", u"246")});
   EXPECT_EQ(Run({"list"}), kExitOk);
   // The weekly record's empty Days is shown repaired; the separator-less line is an empty record.
-  EXPECT_EQ(out,
-            "3|Caf\xC3\xA9|03-25-2013 6:41:00|03-18-2013 15:02:33|4|201303250641|2|jsmith|3|a@b.c;d@e.f\n"
-            "|||||||||\n"
-            "7|B|03-20-2013 6:41:00|03-18-2013 15:02:33|4|201303200641|246|jsmith|3|a@b.c;d@e.f\n");
+  EXPECT_EQ(
+      out,
+      "3|Caf\xC3\xA9|03-25-2013 6:41:00|03-18-2013 15:02:33|4|201303250641|2|jsmith|3|a@b.c;d@e.f\n"
+      "|||||||||\n"
+      "7|B|03-20-2013 6:41:00|03-18-2013 15:02:33|4|201303200641|246|jsmith|3|a@b.c;d@e.f\n");
   EXPECT_EQ(err, "");
   EXPECT_EQ(Run({"next"}), kExitOk);
   EXPECT_EQ(out, "2 7\n");
@@ -89,13 +107,16 @@ TEST_F(QvJobsTest, ChangingCommands) {
 }
 
 TEST_F(QvJobsTest, PlanGivesWhatTheEditorWouldStore) {
-  EXPECT_EQ(Run({"--now", "03-18-2013 10:15:20", "plan", "--time", "10:14:59", "--days", "2"}), kExitOk);
+  EXPECT_EQ(Run({"--now", "03-18-2013 10:15:20", "plan", "--time", "10:14:59", "--days", "2"}),
+            kExitOk);
   EXPECT_EQ(out, "03-25-2013 10:14:59|2|4|201303251014\n");
   EXPECT_EQ(Run({"plan", "--time", "9:00:00", "--days", "2,3,4,5,6"}), kExitOk);
   EXPECT_EQ(out, "03-19-2013 9:00:00|23456|6|201303190900\n");
   EXPECT_EQ(Run({"plan", "--time", "9:30:00", "--hourly"}), kExitOk);
   EXPECT_EQ(out, "03-18-2013 11:15:20|Hourly|0|201303181115\n");
-  EXPECT_EQ(Run({"--now", "01-31-2013 12:00:00", "plan", "--monthly", "01-31-2013", "--time", "8:00:00"}), kExitOk);
+  EXPECT_EQ(
+      Run({"--now", "01-31-2013 12:00:00", "plan", "--monthly", "01-31-2013", "--time", "8:00:00"}),
+      kExitOk);
   EXPECT_EQ(out, "02-28-2013 8:00:00|Monthly|0|201302280800\n");
   EXPECT_EQ(Run({"plan", "--time", "0:00:00", "--immediate"}), kExitOk);
   EXPECT_EQ(out, "03-18-2013 10:15:20|Immediate|1|201303181015\n");

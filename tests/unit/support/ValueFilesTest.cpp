@@ -58,8 +58,8 @@ TEST_F(ValueFilesTest, BlankFileFallsBackToRegistryValueNamedByScrambledKey) {
 
   Text name = support::Encrypt(app, u"jo");
   fake.system.major = 10;
-  fake.registry.WriteString(platform::RegRoot::CurrentUser, u"Software\\QVWIN", name,
-                            u" stored ", 0x20006);
+  fake.registry.WriteString(platform::RegRoot::CurrentUser, u"Software\\QVWIN", name, u" stored ",
+                            0x20006);
   EXPECT_EQ(support::ReadValueFile(app, u"jo", ValueKind::Password), u"stored");
 
   fake.system.major = 5;  // the machine's key before version six
@@ -74,8 +74,7 @@ TEST_F(ValueFilesTest, SecureSettingStoresScrambledPasswordAndNeverLogsIt) {
   app.secureStore = &store;
   frame::WriteSetting(app, u"jo", u"Pa55word", true);
   EXPECT_EQ(frame::ReadSetting(app, u"jo", true), u"Pa55word");
-  EXPECT_EQ(Lines(Common(u"jo\\jo.txt")),
-            std::vector<Text>{support::Encrypt(app, u"Pa55word")});
+  EXPECT_EQ(Lines(Common(u"jo\\jo.txt")), std::vector<Text>{support::Encrypt(app, u"Pa55word")});
   for (const Text& log : {Common(u"SerTraceFile.txt"), app.ServiceLogPath})
     EXPECT_EQ(Units(log).find(u"Pa55word"), Text::npos);
 }
