@@ -19,7 +19,8 @@ namespace e2e {
 namespace {
 
 constexpr wchar_t kDisableQuestion[] =
-    L"If you select this option, all your scheduled jobs will be stopped.\r\nDo you want to proceed?";
+    L"If you select this option, all your scheduled jobs will be stopped.\r\nDo you want to "
+    L"proceed?";
 
 class MonitorMannersTest : public MonitorTest {
  protected:
@@ -78,9 +79,10 @@ TEST_F(MonitorMannersTest, TabReachesEveryButtonInOrderAndEnterPressesTheFocused
   ASSERT_NE(w, nullptr);
   std::vector<std::wstring> order;
   for (int i = 0; i < 10; ++i) order.push_back(FocusedAfter(w, VK_TAB));
-  EXPECT_EQ(order, (std::vector<std::wstring>{L"pic_Status", L"cmdDetails", L"btnRefresh", L"btnLogFile",
-                                              L"btnStopTransfer", L"chkbandwidth", L"PictSliderKnob1",
-                                              L"lstLog", L"Picture1", L"btnClose"}));
+  EXPECT_EQ(order,
+            (std::vector<std::wstring>{L"pic_Status", L"cmdDetails", L"btnRefresh", L"btnLogFile",
+                                       L"btnStopTransfer", L"chkbandwidth", L"PictSliderKnob1",
+                                       L"lstLog", L"Picture1", L"btnClose"}));
   Shot("focus-on-close");
   EXPECT_EQ(FocusedAfter(w, VK_TAB, true), L"Picture1") << "Shift+Tab goes back";
   // Enter on the Details tab shows the details pane.
@@ -92,7 +94,8 @@ TEST_F(MonitorMannersTest, TabReachesEveryButtonInOrderAndEnterPressesTheFocused
   EXPECT_TRUE(WaitUntil([&] { return IsWindowVisible(FindByName(w, L"FrameDetails")) != FALSE; }))
       << "Enter on the Details tab did not show its pane";
   // Space on the close picture hides the window, as a click does.
-  while (DesignName(FocusOf(w)) != L"btnClose" && order.size() < 60) order.push_back(FocusedAfter(w, VK_TAB));
+  while (DesignName(FocusOf(w)) != L"btnClose" && order.size() < 60)
+    order.push_back(FocusedAfter(w, VK_TAB));
   TypeKey(VK_SPACE);
   EXPECT_TRUE(WaitForVisible(w, false)) << "Space on Close did not hide the window";
 }
@@ -122,7 +125,8 @@ TEST_F(MonitorMannersTest, AMessageBoxIsAnsweredByTabAndEnter) {
   SetForegroundWindow(box);
   WaitUntil([&] { return GetForegroundWindow() == box; });
   TypeKey(VK_RETURN);  // the focus is on Yes
-  ASSERT_TRUE(WaitUntil([&] { return DisableSetting() == L"1"; })) << "Enter on Yes did not answer Yes";
+  ASSERT_TRUE(WaitUntil([&] { return DisableSetting() == L"1"; }))
+      << "Enter on Yes did not answer Yes";
 }
 
 TEST_F(MonitorMannersTest, TheTrayMenuOpensFromTheKeyboardOnTheIcon) {
@@ -159,9 +163,11 @@ TEST_F(MonitorMannersTest, EachControlTellsAScreenReaderItsNameAndRole) {
       {L"Picture1", L"Button", BS_OWNERDRAW, L"Help", ROLE_SYSTEM_PUSHBUTTON},
       {L"pic_Status", L"Button", BS_OWNERDRAW, L"Status", ROLE_SYSTEM_PUSHBUTTON},
       {L"cmdDetails", L"Button", BS_OWNERDRAW, L"Details", ROLE_SYSTEM_PUSHBUTTON},
-      {L"chkbandwidth", L"Button", BS_3STATE, L"Auto Pause (Bandwidth used)", ROLE_SYSTEM_CHECKBUTTON},
+      {L"chkbandwidth", L"Button", BS_3STATE, L"Auto Pause (Bandwidth used)",
+       ROLE_SYSTEM_CHECKBUTTON},
       {L"lblStatus", L"Static", SS_OWNERDRAW, L"Running", ROLE_SYSTEM_STATICTEXT},
-      {L"TrafficLights1", L"Static", SS_OWNERDRAW, L"Service status: Running", ROLE_SYSTEM_INDICATOR},
+      {L"TrafficLights1", L"Static", SS_OWNERDRAW, L"Service status: Running",
+       ROLE_SYSTEM_INDICATOR},
       {L"lstLog", L"SysListView32", ~0u, L"", ROLE_SYSTEM_LIST},
       {L"PrgbarRsyncTotal", L"msctls_progress32", ~0u, L"", ROLE_SYSTEM_PROGRESSBAR},
   };
@@ -183,7 +189,8 @@ TEST_F(MonitorMannersTest, EachControlTellsAScreenReaderItsNameAndRole) {
     }
     // And the kit's own answer to a screen reader, which crosses processes too.
     IAccessible* acc = nullptr;
-    ASSERT_EQ(AccessibleObjectFromWindow(h, OBJID_CLIENT, __uuidof(IAccessible), reinterpret_cast<void**>(&acc)),
+    ASSERT_EQ(AccessibleObjectFromWindow(h, OBJID_CLIENT, __uuidof(IAccessible),
+                                         reinterpret_cast<void**>(&acc)),
               S_OK);
     VARIANT self;
     self.vt = VT_I4;

@@ -57,6 +57,12 @@ int MetricForDpi(int index, int dpi) {
   return MulDiv(GetSystemMetrics(index), dpi, system);
 }
 
+bool CutCornersShowBlack() {
+  static const bool wine =
+      GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+  return wine;
+}
+
 bool ThemeSettingChanged(UINT action, const wchar_t* area) {
   if (action == SPI_SETHIGHCONTRAST) return true;
   if (area == nullptr) return false;

@@ -19,6 +19,10 @@ bool LightTaskbar();
 int DpiForWindow(HWND hwnd, int fallback);
 int MetricForDpi(int index, int dpi);
 
+// Whether the program runs under Wine, whose window system shows the pixels a
+// window region cuts away in black instead of what lies behind.
+bool CutCornersShowBlack();
+
 // Whether a WM_SETTINGCHANGE with this text may have changed one of the two.
 bool ThemeSettingChanged(UINT action, const wchar_t* area);
 

@@ -912,7 +912,26 @@ void Win32UiHost::PaintOwnerDrawn(ControlRec& c, HDC dc, const RECT& client, boo
   SetViewportOrgEx(mem.Get(), -inForm.left, -inForm.top, nullptr);
   PaintScene(*f, mem.Get(), inForm, &c, false, pressed);
   SetViewportOrgEx(mem.Get(), 0, 0, nullptr);
+  PaintBehindOutline(*f, mem.Get(), {inForm.left, inForm.top});
   BitBlt(dc, client.left, client.top, w, h, mem.Get(), 0, 0, SRCCOPY);
+}
+
+void Win32UiHost::PaintBehindOutline(FormRec& f, HDC dc, POINT origin) {
+  if (!f.outline || !f.behind) return;
+  // The pixels outside the outline, in the drawing's own coordinates.
+  RECT window{};
+  GetWindowRect(f.hwnd.Get(), &window);
+  win32::UniqueRegion outside(
+      CreateRectRgn(0, 0, window.right - window.left, window.bottom - window.top));
+  CombineRgn(outside.Get(), outside.Get(), f.outline.Get(), RGN_DIFF);
+  OffsetRgn(outside.Get(), -origin.x, -origin.y);
+  const int saved = SaveDC(dc);
+  ExtSelectClipRgn(dc, outside.Get(), RGN_AND);
+  win32::UniqueDC src(CreateCompatibleDC(dc));
+  win32::Selected picture(src.Get(), f.behind.Get());
+  BitBlt(dc, -origin.x, -origin.y, window.right - window.left, window.bottom - window.top,
+         src.Get(), 0, 0, SRCCOPY);
+  RestoreDC(dc, saved);
 }
 
 HBRUSH Win32UiHost::Backdrop(ControlRec& c) {

@@ -634,6 +634,7 @@ LRESULT Win32UiHost::OnFormMessage(FormRec& f, UINT msg, WPARAM wp, LPARAM lp) {
       win32::MemoryDC mem(paint.Get(), std::max<LONG>(1, client.right),
                           std::max<LONG>(1, client.bottom));
       PaintScene(f, mem.Get(), client, nullptr, true);
+      PaintBehindOutline(f, mem.Get(), {0, 0});
       const RECT& area = paint.Area();
       BitBlt(paint.Get(), area.left, area.top, area.right - area.left, area.bottom - area.top,
              mem.Get(), area.left, area.top, SRCCOPY);
@@ -776,6 +777,7 @@ void Win32UiHost::ApplyForm(FormRec& f, UiChange changes) {
     if (s.region != f.appliedRegion) {
       f.appliedRegion = s.region;
       win32::UniqueRegion region;
+      f.outline.Reset();
       if (s.region) {
         // The outline is given in the design's pixels; the window is drawn at its own.
         region.Reset(CreateRoundRectRgn(
@@ -783,8 +785,14 @@ void Win32UiHost::ApplyForm(FormRec& f, UiChange changes) {
             Scaled(s.region->right, f.dpi), Scaled(s.region->bottom, f.dpi),
             Scaled(s.region->ellipseWidth, f.dpi), Scaled(s.region->ellipseHeight, f.dpi)));
       }
-      // The window owns the region from here on.
-      if (SetWindowRgn(f.hwnd.Get(), region.Get(), TRUE) != 0) (void)region.Detach();
+      if (region && s.frameless && win32::CutCornersShowBlack()) {
+        // Kept for painting; the window stays whole (see FormRec::outline).
+        f.outline = std::move(region);
+      } else if (!s.frameless && win32::CutCornersShowBlack()) {
+        // The corners of a framed window are its frame's: it stays rectangular there.
+      } else if (SetWindowRgn(f.hwnd.Get(), region.Get(), TRUE) != 0) {
+        (void)region.Detach();  // the window owns the region from here on
+      }
     }
     const bool topmost = (GetWindowLongPtrW(f.hwnd.Get(), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
     if (topmost != s.topmost) {
@@ -844,6 +852,16 @@ void Win32UiHost::ApplyForm(FormRec& f, UiChange changes) {
       f.applied = {r.left, r.top, r.left + w, r.top + h};
       f.centered = true;
       centered = true;
+    }
+    if (s.visible && !shown && f.outline) {
+      // What lies under the window now shows in its cut-away corners.
+      const RECT& a = f.applied;
+      win32::WindowDC screen(nullptr);
+      win32::MemoryDC shot(screen.Get(), std::max<LONG>(1, a.right - a.left),
+                           std::max<LONG>(1, a.bottom - a.top));
+      BitBlt(shot.Get(), 0, 0, a.right - a.left, a.bottom - a.top, screen.Get(), a.left, a.top,
+             SRCCOPY);
+      f.behind = shot.TakeBitmap();
     }
     if (s.visible && !shown) {
       // A notice comes up without taking the keyboard from the program the user is in.

@@ -166,6 +166,9 @@ class Win32UiHost : public IUiHost {
   void PaintHighContrast(ControlRec& c, HDC dc, const RECT& r, bool pressed);
   void PaintOwnerDrawn(ControlRec& c, HDC dc, const RECT& client, bool pressed);
   HBRUSH Backdrop(ControlRec& c);
+  // Paints what lay behind the window into its cut-away corners (where the window
+  // keeps no region); `origin` is where the drawing stands in the window.
+  void PaintBehindOutline(FormRec& f, HDC dc, POINT origin);
   HFONT Font(const UiFont& font, int dpi);
 
   // Tips, hover tips and tray

@@ -54,6 +54,11 @@ struct Win32UiHost::FormRec {
   bool applying = false;  // our own SetWindowPos: not the user's move
   bool centered = false;  // the start-up position was applied
   int dpi = 96;           // the scale the window is drawn at
+  // Where the window system cannot show what lies behind a cut-away corner (Wine
+  // paints it black), the window keeps no region: it paints the pixels outside its
+  // outline from what the screen showed there before it came up.
+  win32::UniqueRegion outline;  // the rounded outline, in the window's pixels
+  win32::UniqueBitmap behind;   // the screen under the window, taken before showing
 };
 
 struct Win32UiHost::ControlRec {
