@@ -221,7 +221,11 @@ GdiObject<HBITMAP> ClearDib(HDC like, int w, int h, void** bits) {
 
 }  // namespace
 
-GdiObject<HBITMAP> Pictures::Placeholder(int w, int h) {
+namespace {
+
+// A clear w by h DIB with `paint` drawn on it, its pixels then handed to `finish`.
+template <class Paint, class Finish>
+GdiObject<HBITMAP> DrawnDib(int w, int h, Paint paint, Finish finish) {
   if (w <= 0 || h <= 0) return {};
   void* bits = nullptr;
   win32::WindowDC screen(nullptr);
@@ -231,38 +235,41 @@ GdiObject<HBITMAP> Pictures::Placeholder(int w, int h) {
     win32::UniqueDC dc(CreateCompatibleDC(screen.Get()));
     if (!dc) return {};
     win32::Selected selected(dc.Get(), out.get());
-    const RECT r{0, 0, w, h};
-    DrawPlaceholder(dc.Get(), r);
+    paint(dc.Get());
     GdiFlush();
   }
-  // Drawn without alpha: every pixel is whole.
-  auto* px = static_cast<unsigned char*>(bits);
-  for (int i = 0; i < w * h; ++i) px[i * 4 + 3] = 255;
+  finish(static_cast<unsigned char*>(bits));
   return out;
 }
 
+}  // namespace
+
+GdiObject<HBITMAP> Pictures::Placeholder(int w, int h) {
+  return DrawnDib(
+      w, h,
+      [&](HDC dc) {
+        DrawPlaceholder(dc, RECT{0, 0, w, h});
+      },
+      // Drawn without alpha: every pixel is whole.
+      [&](unsigned char* px) {
+        for (int i = 0; i < w * h; ++i) px[i * 4 + 3] = 255;
+      });
+}
+
 GdiObject<HBITMAP> Pictures::Straight(const Bitmap& bmp, int w, int h) {
-  if (w <= 0 || h <= 0 || !bmp.handle) return {};
-  void* bits = nullptr;
-  win32::WindowDC screen(nullptr);
-  GdiObject<HBITMAP> out = ClearDib(screen.Get(), w, h, &bits);
-  if (!out || bits == nullptr) return {};
-  {
-    // Blended onto clear pixels the picture comes out premultiplied, at the size asked.
-    win32::UniqueDC dc(CreateCompatibleDC(screen.Get()));
-    if (!dc) return {};
-    win32::Selected selected(dc.Get(), out.get());
-    Draw(dc.Get(), bmp, 0, 0, w, h);
-    GdiFlush();
-  }
-  auto* px = static_cast<unsigned char*>(bits);
-  for (int i = 0; i < w * h; ++i, px += 4) {
-    const int a = px[3];
-    if (a == 0 || a == 255) continue;
-    for (int c = 0; c < 3; ++c)
-      px[c] = static_cast<unsigned char>(std::min(255, (px[c] * 255 + a / 2) / a));
-  }
-  return out;
+  if (!bmp.handle) return {};
+  // Blended onto clear pixels the picture comes out premultiplied, at the size asked;
+  // then each colour is divided by its alpha.
+  return DrawnDib(
+      w, h, [&](HDC dc) { Draw(dc, bmp, 0, 0, w, h); },
+      [&](unsigned char* px) {
+        for (int i = 0; i < w * h; ++i, px += 4) {
+          const int a = px[3];
+          if (a == 0 || a == 255) continue;
+          for (int c = 0; c < 3; ++c)
+            px[c] = static_cast<unsigned char>(std::min(255, (px[c] * 255 + a / 2) / a));
+        }
+      });
 }
 
 void Pictures::DrawFace(HDC dc, const Bitmap& bmp, const RECT& r) {

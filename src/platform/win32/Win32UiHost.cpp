@@ -493,48 +493,27 @@ void Win32UiHost::Rescale(FormRec& f, int dpi, const RECT* suggested) {
 }
 
 bool Win32UiHost::Mouse(FormRec& f, ControlRec* c, HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
-  int button = 0;
-  UiMouse what = UiMouse::Move;
-  switch (msg) {
-    case WM_LBUTTONDOWN:
-      button = 1;
-      what = UiMouse::Down;
-      break;
-    case WM_RBUTTONDOWN:
-      button = 2;
-      what = UiMouse::Down;
-      break;
-    case WM_MBUTTONDOWN:
-      button = 4;
-      what = UiMouse::Down;
-      break;
-    case WM_LBUTTONDBLCLK:
-      button = 1;
-      what = UiMouse::DblClick;
-      break;
-    case WM_RBUTTONDBLCLK:
-      button = 2;
-      what = UiMouse::Down;
-      break;
-    case WM_MBUTTONDBLCLK:
-      button = 4;
-      what = UiMouse::Down;
-      break;
-    case WM_LBUTTONUP:
-      button = 1;
-      what = UiMouse::Up;
-      break;
-    case WM_RBUTTONUP:
-      button = 2;
-      what = UiMouse::Up;
-      break;
-    case WM_MBUTTONUP:
-      button = 4;
-      what = UiMouse::Up;
-      break;
-    case WM_MOUSEMOVE: what = UiMouse::Move; break;
-    default: return true;
+  // The platform's mouse messages as the button and what happened to it (a double
+  // click of another button than the left counts as its press).
+  struct MouseMessage {
+    UINT msg;
+    int button;
+    UiMouse what;
+  };
+  static constexpr MouseMessage kMouseMessages[] = {
+      {WM_LBUTTONDOWN, 1, UiMouse::Down},   {WM_RBUTTONDOWN, 2, UiMouse::Down},
+      {WM_MBUTTONDOWN, 4, UiMouse::Down},   {WM_LBUTTONDBLCLK, 1, UiMouse::DblClick},
+      {WM_RBUTTONDBLCLK, 2, UiMouse::Down}, {WM_MBUTTONDBLCLK, 4, UiMouse::Down},
+      {WM_LBUTTONUP, 1, UiMouse::Up},       {WM_RBUTTONUP, 2, UiMouse::Up},
+      {WM_MBUTTONUP, 4, UiMouse::Up},       {WM_MOUSEMOVE, 0, UiMouse::Move},
+  };
+  const MouseMessage* found = nullptr;
+  for (const MouseMessage& m : kMouseMessages) {
+    if (m.msg == msg) found = &m;
   }
+  if (found == nullptr) return true;
+  const int button = found->button;
+  const UiMouse what = found->what;
   const int shift =
       ((wp & MK_SHIFT) ? 1 : 0) | ((wp & MK_CONTROL) ? 2 : 0) | (GetKeyState(VK_MENU) < 0 ? 4 : 0);
   const POINT pt{GET_X_LPARAM(lp), GET_Y_LPARAM(lp)};

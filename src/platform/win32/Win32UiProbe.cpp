@@ -37,6 +37,10 @@ void ReadAccessible(HWND hwnd, ProbeState& seen) {
   VARIANT role;
   VariantInit(&role);
   if (SUCCEEDED(acc->get_accRole(self, &role)) && role.vt == VT_I4) seen.role = role.lVal;
+  VARIANT state;
+  VariantInit(&state);
+  if (SUCCEEDED(acc->get_accState(self, &state)) && state.vt == VT_I4)
+    seen.focusable = (state.lVal & STATE_SYSTEM_FOCUSABLE) != 0;
   BSTR name = nullptr;
   if (SUCCEEDED(acc->get_accName(self, &name)) && name != nullptr) {
     seen.name = FromWide(name, SysStringLen(name));

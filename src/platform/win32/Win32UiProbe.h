@@ -29,6 +29,7 @@ struct ProbeState {
   // The accessible role number and name a screen reader gets in this process.
   long role = 0;
   base::Text name;
+  bool focusable = false;
 };
 
 class UiProbe {

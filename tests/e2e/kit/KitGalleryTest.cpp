@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "KitSupport.h"
+#include "reference/bkupjobnotify.h"
 #include "SampleForms.h"
 #include "Screenshot.h"
 #include "kit/HostedUi.h"
@@ -16,20 +17,9 @@
 namespace kit_e2e {
 namespace {
 
-struct Attached {
-  kit::HostedUi& ui;
-  kit::Form& form;
-  ~Attached() { ui.Forms().Detach(form); }
-};
-
 class KitGallery : public ::testing::Test {
  protected:
-  static void SetUpTestSuite() {
-    if (std::getenv("QV_SCREENSHOT_DIR") == nullptr) {
-      _putenv_s("QV_SCREENSHOT_DIR",
-                (std::string(QV_E2E_SOURCE_DIR) + "/build/screenshots/kit").c_str());
-    }
-  }
+  static void SetUpTestSuite() { UseKitScreenshotFolder(); }
 
   platform::Win32UiHost host{ImageFolder()};
   platform::Win32SystemInfo system;
@@ -98,7 +88,12 @@ TEST_F(KitGallery, MessageBoxInEveryButtonSetAndIcon) {
 
 TEST_F(KitGallery, RoundedStrippedFormInTheCornerWithItsBalloonTip) {
   PointerAside();
-  bkupjobnotify form(ui, system);
+  reference::bkupjobnotify form(ui, system);
+  form.lblaccntname.SetCaption(u"jsmith");
+  form.bkupjobname.SetCaption(u"My Documents && Photos");
+  form.schjobststus.SetCaption(u"Your backup/restore job(s) will start in next 5 hour(s)");
+  form.lblUserQuota.SetCaption(u"1.25 GB Out of 5.00 GB");
+  form.QVDiskPBar.SetValue(25);
   Attached attached{ui, form};
   ui.Show(form);
   HWND window = host.WindowHandle(ui.Forms().WindowOf(form));

@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "KitSupport.h"
+#include "reference/bkupjobnotify.h"
 #include "SampleForms.h"
 #include "kit/HostedUi.h"
 #include "kit/MesgBox.h"
@@ -15,13 +16,6 @@
 
 namespace kit_e2e {
 namespace {
-
-// Lets go of a form before it goes, so that the host never holds a dead form.
-struct Attached {
-  kit::HostedUi& ui;
-  kit::Form& form;
-  ~Attached() { ui.Forms().Detach(form); }
-};
 
 class KitInputTest : public ::testing::Test {
  protected:
@@ -64,7 +58,7 @@ class KitInputTest : public ::testing::Test {
 };
 
 TEST_F(KitInputTest, ARightClickShowsTheBalloonTipAndALeftClickRemovesIt) {
-  bkupjobnotify form(ui, system);
+  reference::bkupjobnotify form(ui, system);
   Attached attached{ui, form};
   ui.Show(form);
   ASSERT_TRUE(ShownAndPainted(form));
@@ -94,12 +88,12 @@ TEST_F(KitInputTest, ARightClickShowsTheBalloonTipAndALeftClickRemovesIt) {
   Click(Hwnd(form.viewbkuplog.Lbl()));
   EXPECT_TRUE(PumpUntil(host, [&] { return VisibleBalloon() == nullptr; }))
       << "a left click left the balloon up";
-  EXPECT_EQ(form.viewClicks, 1);
+  EXPECT_EQ(form.viewLogRequests, 1);
   EXPECT_EQ(ui.Tips().Balloon(), nullptr);
 }
 
 TEST_F(KitInputTest, ThePointerOverAButtonLabelGivesItTheHoverSkin) {
-  bkupjobnotify form(ui, system);
+  reference::bkupjobnotify form(ui, system);
   Attached attached{ui, form};
   ui.Show(form);
   ASSERT_TRUE(ShownAndPainted(form));
@@ -113,7 +107,7 @@ TEST_F(KitInputTest, ThePointerOverAButtonLabelGivesItTheHoverSkin) {
 }
 
 TEST_F(KitInputTest, DraggingTheCaptionStripMovesTheWindowAndTheForm) {
-  bkupjobnotify form(ui, system);
+  reference::bkupjobnotify form(ui, system);
   Attached attached{ui, form};
   ui.Show(form);
   ASSERT_TRUE(ShownAndPainted(form));

@@ -113,4 +113,11 @@ void Pump(platform::IUiHost& host, Ms time) {
       host, [] { return false; }, time);
 }
 
+void UseKitScreenshotFolder() {
+  if (std::getenv("QV_SCREENSHOT_DIR") == nullptr) {
+    _putenv_s("QV_SCREENSHOT_DIR",
+              (std::string(QV_E2E_SOURCE_DIR) + "/build/screenshots/kit").c_str());
+  }
+}
+
 }  // namespace kit_e2e

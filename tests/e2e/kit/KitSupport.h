@@ -14,6 +14,7 @@
 
 #include "Driver.h"
 #include "base/Text.h"
+#include "kit/HostedUi.h"
 #include "platform/UiHost.h"
 
 namespace kit_e2e {
@@ -40,6 +41,17 @@ void MovePointerTo(HWND hwnd);
 // Lets the host run its events until `done` or the timeout; true when done.
 bool PumpUntil(platform::IUiHost& host, const std::function<bool()>& done, Ms timeout = Ms{8000});
 void Pump(platform::IUiHost& host, Ms time);
+
+// Lets go of a form before it goes, so that the host never holds a dead form.
+struct Attached {
+  kit::HostedUi& ui;
+  kit::Form& form;
+  ~Attached() { ui.Forms().Detach(form); }
+};
+
+// Screenshots of the kit's tests go to build/screenshots/kit/ (unless
+// QV_SCREENSHOT_DIR says otherwise).
+void UseKitScreenshotFolder();
 
 base::Text T(const std::wstring& w);
 std::wstring W(const base::Text& t);
