@@ -11,7 +11,7 @@ allowed=' kernel32.dll user32.dll gdi32.dll advapi32.dll shell32.dll ole32.dll o
   comctl32.dll comdlg32.dll psapi.dll winmm.dll rasapi32.dll version.dll msvcrt.dll ntdll.dll
   shlwapi.dll uxtheme.dll dwmapi.dll imm32.dll ws2_32.dll wininet.dll winhttp.dll crypt32.dll
   bcrypt.dll secur32.dll userenv.dll netapi32.dll iphlpapi.dll msimg32.dll hhctrl.ocx
-  wtsapi32.dll powrprof.dll setupapi.dll rpcrt4.dll '
+  wtsapi32.dll powrprof.dll setupapi.dll rpcrt4.dll oleacc.dll windowscodecs.dll '
 allowed=" $(echo $allowed) "   # one space around every name, also at line ends
 
 programs=0

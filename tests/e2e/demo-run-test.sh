@@ -17,6 +17,10 @@ fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
 stopAll() { pkill -f 'QVMonitor\.exe|QVBackground_955\.exe' 2>/dev/null || true; sleep 1; }
 stopAll
 trap stopAll EXIT
+# A monitor ended the hard way by an earlier test stays registered as the class's
+# server in the prefix's COM service until that service starts again.
+"$wine" net stop RpcSs >/dev/null 2>&1 || true
+"$wine" net start RpcSs >/dev/null 2>&1 || true
 
 rm -rf "$work"
 mkdir -p "$work"
