@@ -34,6 +34,14 @@ inline void DropName(HWND hwnd) {
   if (atom != 0) GlobalDeleteAtom(atom);
 }
 
+// Controls the host draws itself (the others are the platform's own windows).
+inline bool Drawn(UiKind kind) {
+  return kind == UiKind::Label || kind == UiKind::Picture || kind == UiKind::PictureButton;
+}
+inline bool Checkable(UiKind kind) {
+  return kind == UiKind::CheckBox || kind == UiKind::OptionButton;
+}
+
 struct Win32UiHost::FormRec {
   UiHandle handle = 0;
   // The menu bar and icons the window shows; declared before the window, so that a

@@ -1,4 +1,4 @@
-// The Windows UI host: menus, balloon and plain tips, and the notification-area icon.
+// The Windows UI host: menus, balloon, plain and hover tips, and the notification-area icon.
 #include "platform/win32/Win32UiRecords.h"
 
 #include <windowsx.h>
@@ -538,6 +538,45 @@ void Win32UiHost::TrayCallback(HWND owner, WPARAM wp, LPARAM lp) {
   } restore{keyboardTray_, keyboardTray_};
   keyboardTray_ = keyboard;
   handler(told);
+}
+
+// ---- Plain hover tips -------------------------------------------------------------------------
+
+void Win32UiHost::SetHoverTip(ControlRec& c) {
+  if (c.state.toolTip.empty()) {
+    RemoveHoverTip(c.hwnd.Get());
+    return;
+  }
+  if (!hoverTip_) {
+    hoverTip_.Reset(CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                                    WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT,
+                                    CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, hostHwnd_.Get(),
+                                    nullptr, instance_, nullptr));
+    if (!hoverTip_) return;
+  }
+  TOOLINFOW ti{};
+  ti.cbSize = sizeof(ti);
+  ti.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+  ti.hwnd = GetParent(c.hwnd.Get());
+  ti.uId = reinterpret_cast<UINT_PTR>(c.hwnd.Get());
+  ti.lpszText = Mutable(c.state.toolTip);
+  TOOLINFOW probe = ti;
+  probe.lpszText = nullptr;
+  if (SendMessageW(hoverTip_.Get(), TTM_GETTOOLINFOW, 0, reinterpret_cast<LPARAM>(&probe))) {
+    SendMessageW(hoverTip_.Get(), TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&ti));
+  } else {
+    SendMessageW(hoverTip_.Get(), TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&ti));
+  }
+}
+
+void Win32UiHost::RemoveHoverTip(HWND tool) {
+  if (!hoverTip_ || tool == nullptr) return;
+  TOOLINFOW ti{};
+  ti.cbSize = sizeof(ti);
+  ti.uFlags = TTF_IDISHWND;
+  ti.hwnd = GetParent(tool);
+  ti.uId = reinterpret_cast<UINT_PTR>(tool);
+  SendMessageW(hoverTip_.Get(), TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&ti));
 }
 
 }  // namespace platform
