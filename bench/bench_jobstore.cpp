@@ -32,26 +32,13 @@ class Store {
     for (int i = 1; i <= records; ++i) {
       const Text no = base::FromNumber(i);
       bytes += base::EncodeUtf16Le(
-          base::Join({no,
-                      u"Set " + no,
-                      u"03-25-2013 6:41:00",
-                      u"03-18-2013 15:02:33",
-                      u"My Corvane/",
-                      u"3",
-                      u"2",
-                      u"1",
-                      u"someone@example.com",
-                      u"",
-                      u"",
-                      u"",
-                      u"0",
-                      u"1",
-                      u"3",
-                      u"2013032506" + base::PadLeft(base::FromNumber(i % 60), 2, u'0'),
-                      u"jsmith",
-                      u"1",
-                      u"0",
-                      u"1234567"},
+          // A record as the file holds it, field after field.
+          // clang-format off
+          base::Join({no, u"Set " + no, u"03-25-2013 6:41:00", u"03-18-2013 15:02:33",
+                      u"My Corvane/", u"3", u"2", u"1", u"someone@example.com", u"", u"", u"",
+                      u"0", u"1", u"3", u"2013032506" + base::PadLeft(base::FromNumber(i % 60), 2, u'0'),
+                      u"jsmith", u"1", u"0", u"1234567"},
+                     // clang-format on
                      jobstore::kSeparator) +
           u"\r\n");
     }

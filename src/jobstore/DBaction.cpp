@@ -127,26 +127,14 @@ ParsedLine ParseScheduleLine(TextView line, const DateRule& dateRule) {
 }
 
 Text BuildScheduleLine(const ScheduleRecord& r) {
-  const Text fields[kFieldCount] = {r.RecordNo,
-                                    r.BackupSetName,
-                                    r.NextRun,
-                                    r.CreatedOn,
-                                    r.Destination,
-                                    r.FrequencyIndex,
-                                    r.JobKind,
-                                    r.Compression,
-                                    r.MailAddresses,
-                                    r.Reserved10,
-                                    r.Reserved11,
-                                    r.Reserved12,
-                                    r.Encryption,
-                                    r.Reserved14,
-                                    r.MailMode,
-                                    r.SortKey,
-                                    EncodeField(r.UserName),
-                                    u"1",
-                                    r.EngineFlag,
-                                    r.Days};
+  // A record as the file holds it, field after field.
+  // clang-format off
+  const Text fields[kFieldCount] = {
+      r.RecordNo,      r.BackupSetName, r.NextRun,     r.CreatedOn,  r.Destination,
+      r.FrequencyIndex, r.JobKind,      r.Compression, r.MailAddresses, r.Reserved10,
+      r.Reserved11,    r.Reserved12,    r.Encryption,  r.Reserved14, r.MailMode,
+      r.SortKey,       EncodeField(r.UserName), u"1", r.EngineFlag,  r.Days};
+  // clang-format on
   Text line;
   for (size_t i = 0; i < kFieldCount; ++i) {
     if (i) line += kSeparator;

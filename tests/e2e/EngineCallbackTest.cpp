@@ -65,37 +65,17 @@ TEST_F(EngineCallbackTest, BackgroundEngineCallsTheMonitorThroughTheVtable) {
 
 TEST_F(EngineCallbackTest, DispatchAndVtableWithAndWithoutOptionalsAndRefusedCalls) {
   Schedule(L"0", ImmediateJob());
-  Scenario({L"files = 0",
-            L"step_ms = 50",
-            L"[call]",
-            L"sFileName = C:\\a.txt",
-            L"via = dispatch",
-            L"preCall = 7",
-            L"sBkStatus = 3",
-            L"[call]",
-            L"sFileName = C:\\b.txt",
-            L"via = dispatch",
-            L"optionals = no",
-            L"sBkStatus = 3",
-            L"[call]",
-            L"sFileName = C:\\c.txt",
-            L"via = vtable",
-            L"optionals = no",
-            L"sBkStatus = 4",
-            L"[call]",
-            L"sFileName = C:\\bad.bin",
-            L"dfileBuff = -5",
-            L"StartTime = 0.25",
-            L"TimeRemaining = 0:01:00",
-            L"sTrfRate = 1 MB/s",
-            L"[call]",
-            L"sFileName = C:\\d.txt",
-            L"TimeRemaining = 13:00:00",
-            L"via = dispatch",
-            L"[call]",
-            L"sFileName = C:\\restore.txt",
-            L"sBkStatus = 0",
-            L"dTotalFilesize = 500000000",
+  // The scenario file's lines, a call's settings on one line.
+  // clang-format off
+  Scenario({L"files = 0", L"step_ms = 50",
+            L"[call]", L"sFileName = C:\\a.txt", L"via = dispatch", L"preCall = 7", L"sBkStatus = 3",
+            L"[call]", L"sFileName = C:\\b.txt", L"via = dispatch", L"optionals = no", L"sBkStatus = 3",
+            L"[call]", L"sFileName = C:\\c.txt", L"via = vtable", L"optionals = no", L"sBkStatus = 4",
+            L"[call]", L"sFileName = C:\\bad.bin", L"dfileBuff = -5", L"StartTime = 0.25",
+            L"TimeRemaining = 0:01:00", L"sTrfRate = 1 MB/s",
+            L"[call]", L"sFileName = C:\\d.txt", L"TimeRemaining = 13:00:00", L"via = dispatch",
+            L"[call]", L"sFileName = C:\\restore.txt", L"sBkStatus = 0", L"dTotalFilesize = 500000000",
+            // clang-format on
             L"TimeRemaining = 2:10:00"});
   StartServingMonitor();
   StartBackgroundEngine();

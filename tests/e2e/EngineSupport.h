@@ -23,50 +23,22 @@ inline std::wstring Record(const std::vector<std::wstring>& fields) {
 
 // Record 5: an immediate job ("Once", the immediate key).
 inline std::wstring ImmediateJob() {
-  return Record({L"5",
-                 L"Documents",
-                 L"11-15-2026 5:00:00",
-                 L"11-15-2026 4:00:00",
-                 L"My Corvane/",
-                 L"1",
-                 L"2",
-                 L"0",
-                 L"",
-                 L"",
-                 L"",
-                 L"",
-                 L"0",
-                 L"1",
-                 L"0",
-                 L"000000010000",
-                 L"jsmith",
-                 L"1",
-                 L"0",
-                 L""});
+  // A record as the file holds it, field after field.
+  // clang-format off
+  return Record({L"5", L"Documents", L"11-15-2026 5:00:00", L"11-15-2026 4:00:00", L"My Corvane/",
+                 L"1", L"2", L"0", L"", L"", L"", L"", L"0", L"1", L"0", L"000000010000",
+                 L"jsmith", L"1", L"0", L""});
+  // clang-format on
 }
 
 // Record 7: a daily job whose time has long come.
 inline std::wstring DailyJob() {
-  return Record({L"7",
-                 L"Pictures",
-                 L"01-02-2020 6:30:00",
-                 L"01-01-2020 4:00:00",
-                 L"My Corvane/",
-                 L"3",
-                 L"2",
-                 L"0",
-                 L"",
-                 L"",
-                 L"",
-                 L"",
-                 L"0",
-                 L"1",
-                 L"0",
-                 L"202001020630",
-                 L"jsmith",
-                 L"1",
-                 L"0",
-                 L"1234567"});
+  // A record as the file holds it, field after field.
+  // clang-format off
+  return Record({L"7", L"Pictures", L"01-02-2020 6:30:00", L"01-01-2020 4:00:00", L"My Corvane/",
+                 L"3", L"2", L"0", L"", L"", L"", L"", L"0", L"1", L"0", L"202001020630",
+                 L"jsmith", L"1", L"0", L"1234567"});
+  // clang-format on
 }
 
 inline std::wstring After(const std::wstring& line, const std::wstring& prefix) {

@@ -26,26 +26,12 @@ constexpr wchar_t kAuthenticationFailed[] =
 
 // Record 9: a daily job whose next run is far away, so the engine leaves it alone.
 std::wstring LaterJob() {
-  return Record({L"9",
-                 L"Music",
-                 L"01-02-2099 6:30:00",
-                 L"01-01-2020 4:00:00",
-                 L"My Corvane/",
-                 L"3",
-                 L"2",
-                 L"0",
-                 L"",
-                 L"",
-                 L"",
-                 L"",
-                 L"0",
-                 L"1",
-                 L"0",
-                 L"209901020630",
-                 L"jsmith",
-                 L"1",
-                 L"0",
-                 L"1234567"});
+  // A record as the file holds it, field after field.
+  // clang-format off
+  return Record({L"9", L"Music", L"01-02-2099 6:30:00", L"01-01-2020 4:00:00", L"My Corvane/",
+                 L"3", L"2", L"0", L"", L"", L"", L"", L"0", L"1", L"0", L"209901020630",
+                 L"jsmith", L"1", L"0", L"1234567"});
+  // clang-format on
 }
 
 // The value between "name=[" and the next "]" of a kept line.

@@ -49,26 +49,12 @@ TEST_F(ReadTest, WorkedRecordWritesBackByteForByte) {
 
 TEST_F(ReadTest, OldFormLineKeepsDaysEmptyAndEngineFlagTakesTheRest) {
   // Twenty fields with "ûû": no Days field is known to old lines.
-  Text line = Join({u"4",
-                    u"Mail",
-                    u"03-25-2013 6:41:00",
-                    u"03-18-2013 15:02:33",
-                    u"My Corvane/",
-                    u"4",
-                    u"2",
-                    u"0",
-                    u"a@b.com",
-                    u"",
-                    u"",
-                    u"",
-                    u"0",
-                    u"1",
-                    u"3",
-                    u"201303250641",
-                    u"jsmith",
-                    u"pw",
-                    u"0",
-                    u"1234567"},
+  // A record as the file holds it, field after field.
+  // clang-format off
+  Text line = Join({u"4", u"Mail", u"03-25-2013 6:41:00", u"03-18-2013 15:02:33", u"My Corvane/",
+                    u"4", u"2", u"0", u"a@b.com", u"", u"", u"", u"0", u"1", u"3",
+                    u"201303250641", u"jsmith", u"pw", u"0", u"1234567"},
+                   // clang-format on
                    kU);
   PutSchedule({u"0", line});
   Load();
@@ -93,22 +79,12 @@ TEST_F(ReadTest, OldSeparatorIsLookedForFirstEvenInANewFormLine) {
 }
 
 TEST_F(ReadTest, ShortRecordsTakeTheDefaultsOfTheTail) {
-  std::vector<Text> sixteen = {u"1",
-                               u"A",
-                               u"03-25-2013 6:41:00",
-                               u"03-18-2013 15:02:33",
-                               u"My Corvane/",
-                               u"3",
-                               u"2",
-                               u"0",
-                               u"",
-                               u"",
-                               u"",
-                               u"",
-                               u"0",
-                               u"",
-                               u"0",
-                               u"201303250641"};
+  // A record as the file holds it, field after field.
+  // clang-format off
+  std::vector<Text> sixteen = {u"1", u"A", u"03-25-2013 6:41:00", u"03-18-2013 15:02:33",
+                               u"My Corvane/", u"3", u"2", u"0", u"", u"", u"", u"", u"0",
+                               u"", u"0", u"201303250641"};
+  // clang-format on
   std::vector<Text> seventeen = sixteen;
   seventeen[0] = u"2";
   seventeen.push_back(u"bob");
@@ -200,25 +176,11 @@ TEST_F(ReadTest, ReadRecordByKeyKeepsTheStateLineAndFindsTheFirstMatch) {
 
 TEST_F(ReadTest, SmallestKeyWinsAndATieKeepsTheEarlierRecord) {
   auto rec = [](const Text& no, const Text& key) {
-    return Join({no,
-                 u"S" + no,
-                 u"03-25-2013 6:41:00",
-                 u"03-18-2013 15:02:33",
-                 u"My Corvane/",
-                 u"3",
-                 u"2",
-                 u"0",
-                 u"",
-                 u"",
-                 u"",
-                 u"",
-                 u"0",
-                 u"",
-                 u"0",
-                 key,
-                 u"u",
-                 u"1",
-                 u"0",
+    // A record as the file holds it, field after field.
+    // clang-format off
+    return Join({no, u"S" + no, u"03-25-2013 6:41:00", u"03-18-2013 15:02:33", u"My Corvane/",
+                 u"3", u"2", u"0", u"", u"", u"", u"", u"0", u"", u"0", key, u"u", u"1", u"0",
+                 // clang-format on
                  u"1234567"},
                 kB);
   };
@@ -236,26 +198,12 @@ TEST_F(ReadTest, SmallestKeyWinsAndATieKeepsTheEarlierRecord) {
 
 TEST_F(ReadTest, DaysRepairFollowsTheFrequencyName) {
   auto rec = [](const Text& no, const Text& name, const Text& freq, const Text& days) {
-    return Join({no,
-                 name,
-                 u"03-20-2013 6:41:00",
-                 u"03-18-2013 15:02:33",
-                 u"My Corvane/",
-                 freq,
-                 u"2",
-                 u"0",
-                 u"",
-                 u"",
-                 u"",
-                 u"",
-                 u"0",
-                 u"",
-                 u"0",
-                 u"201303200641",
-                 u"u",
-                 u"1",
-                 u"0",
-                 days},
+    // A record as the file holds it, field after field.
+    // clang-format off
+    return Join({no, name, u"03-20-2013 6:41:00", u"03-18-2013 15:02:33", u"My Corvane/", freq,
+                 u"2", u"0", u"", u"", u"", u"", u"0", u"", u"0", u"201303200641", u"u", u"1",
+                 u"0", days},
+                // clang-format on
                 kB);
   };
   PutSchedule({u"0", rec(u"1", u"A", u"1", u""), rec(u"2", u"A", u"2", u""),
@@ -271,26 +219,12 @@ TEST_F(ReadTest, DaysRepairFollowsTheFrequencyName) {
 }
 
 TEST_F(ReadTest, DateFormatRuleReadsDatesInTheSystemOrder) {
-  Text line = Join({u"1",
-                    u"A",
-                    u"3-5-2013 06:07:08",
-                    u"03-18-2013 15:02:33",
-                    u"My Corvane/",
-                    u"3",
-                    u"2",
-                    u"0",
-                    u"",
-                    u"",
-                    u"",
-                    u"",
-                    u"0",
-                    u"",
-                    u"0",
-                    u"201303050607",
-                    u"u",
-                    u"1",
-                    u"0",
-                    u"1234567"},
+  // A record as the file holds it, field after field.
+  // clang-format off
+  Text line = Join({u"1", u"A", u"3-5-2013 06:07:08", u"03-18-2013 15:02:33", u"My Corvane/",
+                    u"3", u"2", u"0", u"", u"", u"", u"", u"0", u"", u"0", u"201303050607",
+                    u"u", u"1", u"0", u"1234567"},
+                   // clang-format on
                    kB);
   PutSchedule({u"0", line});
 

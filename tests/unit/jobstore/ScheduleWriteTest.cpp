@@ -8,25 +8,11 @@ namespace {
 using WriteTest = JobStoreTest;
 
 Text Rec(const Text& no, const Text& name = u"Docs", const Text& key = u"201303250641") {
-  return Join({no,
-               name,
-               u"03-25-2013 6:41:00",
-               u"03-18-2013 15:02:33",
-               u"My Corvane/",
-               u"3",
-               u"2",
-               u"1",
-               u"",
-               u"",
-               u"",
-               u"",
-               u"0",
-               u"1",
-               u"0",
-               key,
-               u"jsmith",
-               u"1",
-               u"0",
+  // A record as the file holds it, field after field.
+  // clang-format off
+  return Join({no, name, u"03-25-2013 6:41:00", u"03-18-2013 15:02:33", u"My Corvane/", u"3",
+               u"2", u"1", u"", u"", u"", u"", u"0", u"1", u"0", key, u"jsmith", u"1", u"0",
+               // clang-format on
                u"1234567"},
               kB);
 }
@@ -49,26 +35,12 @@ TEST_F(WriteTest, UpdateMovesTheRecordToTheEndInTheNewForm) {
   EXPECT_EQ(lines[1], Rec(u"2"));
   EXPECT_EQ(lines[2], Rec(u"9"));
   // Old form in, new form out; the old line had no Days, so the write has an empty one.
-  EXPECT_EQ(lines[3], Join({u"4",
-                            u"Renamed",
-                            u"03-25-2013 6:41:00",
-                            u"03-18-2013 15:02:33",
-                            u"My Corvane/",
-                            u"3",
-                            u"2",
-                            u"1",
-                            u"",
-                            u"",
-                            u"",
-                            u"",
-                            u"0",
-                            u"1",
-                            u"0",
-                            u"201303250641",
-                            u"jsmith",
-                            u"1",
-                            u"0",
-                            u""},
+  // A record as the file holds it, field after field.
+  // clang-format off
+  EXPECT_EQ(lines[3], Join({u"4", u"Renamed", u"03-25-2013 6:41:00", u"03-18-2013 15:02:33",
+                            u"My Corvane/", u"3", u"2", u"1", u"", u"", u"", u"", u"0", u"1", u"0",
+                            u"201303250641", u"jsmith", u"1", u"0", u""},
+                           // clang-format on
                            kB));
   EXPECT_EQ(Trace().back(), u"Exit DB_WriteRecord Monitor");
 }
@@ -193,26 +165,12 @@ class ImmediateTest : public JobStoreTest {
 };
 
 TEST_F(ImmediateTest, RecordFromASourceJobCopiesItsIdentity) {
-  Text source = Join({u"3",
-                      u"Docs",
-                      u"03-25-2013 6:41:00",
-                      u"03-18-2013 15:02:33",
-                      u"Dest/",
-                      u"3",
-                      u"2",
-                      u"0",
-                      u"m@x.com",
-                      u"r10",
-                      u"r11",
-                      u"r12",
-                      u"0",
-                      u"r14",
-                      u"3",
-                      u"201303250641",
-                      u"bob",
-                      u"pw",
-                      u"0",
-                      u"1234567"},
+  // A record as the file holds it, field after field.
+  // clang-format off
+  Text source = Join({u"3", u"Docs", u"03-25-2013 6:41:00", u"03-18-2013 15:02:33", u"Dest/",
+                      u"3", u"2", u"0", u"m@x.com", u"r10", u"r11", u"r12", u"0", u"r14", u"3",
+                      u"201303250641", u"bob", u"pw", u"0", u"1234567"},
+                     // clang-format on
                      kB);
   PutSchedule({u"0", source});
   Choose(u"Docs", u"3");
@@ -225,26 +183,12 @@ TEST_F(ImmediateTest, RecordFromASourceJobCopiesItsIdentity) {
   auto lines = ScheduleLines();
   ASSERT_EQ(lines.size(), 3u);
   EXPECT_EQ(lines[1], source);
-  EXPECT_EQ(lines[2], Join({u"1",
-                            u"Docs",
-                            u"03-18-2013 15:02:33",
-                            u"03-18-2013 15:02:33",
-                            u"Dest/",
-                            u"1",
-                            u"2",
-                            u"1",
-                            u"m@x.com",
-                            u"",
-                            u"",
-                            u"r12",
-                            u"1",
-                            u"r14",
-                            u"3",
-                            kImmediateKey,
-                            u"bob",
-                            u"1",
-                            u"0",
-                            u""},
+  // A record as the file holds it, field after field.
+  // clang-format off
+  EXPECT_EQ(lines[2], Join({u"1", u"Docs", u"03-18-2013 15:02:33", u"03-18-2013 15:02:33",
+                            u"Dest/", u"1", u"2", u"1", u"m@x.com", u"", u"", u"r12", u"1", u"r14",
+                            u"3", kImmediateKey, u"bob", u"1", u"0", u""},
+                           // clang-format on
                            kB));
   ASSERT_EQ(app.Jobs.size(), 2u);
   EXPECT_FALSE(app.Store.ImmediateFound);
@@ -269,26 +213,12 @@ TEST_F(ImmediateTest, RecordWithoutSourceTakesTheAccountDefaults) {
   DB_ReadSchdata(app, u"", app.Jobs, true);
   auto lines = ScheduleLines();
   ASSERT_EQ(lines.size(), 3u);
-  EXPECT_EQ(lines[2], Join({u"2",
-                            u"Music",
-                            u"03-18-2013 15:02:33",
-                            u"03-18-2013 15:02:33",
-                            u"My Corvane/",
-                            u"1",
-                            u"1",
-                            u"0",
-                            u"",
-                            u"",
-                            u"",
-                            u"",
-                            u"0",
-                            u"1",
-                            u"",
-                            kImmediateKey,
-                            u"jsmith",
-                            u"1",
-                            u"0",
-                            u""},
+  // A record as the file holds it, field after field.
+  // clang-format off
+  EXPECT_EQ(lines[2], Join({u"2", u"Music", u"03-18-2013 15:02:33", u"03-18-2013 15:02:33",
+                            u"My Corvane/", u"1", u"1", u"0", u"", u"", u"", u"", u"0", u"1", u"",
+                            kImmediateKey, u"jsmith", u"1", u"0", u""},
+                           // clang-format on
                            kB));
 }
 

@@ -20,25 +20,11 @@ std::string FileBytes(const std::vector<Text>& lines) {
 }
 
 Text Rec(const Text& no, const Text& name, const Text& next, const Text& key, const Text& days) {
-  return base::Join({no,
-                     name,
-                     next,
-                     u"03-18-2013 15:02:33",
-                     u"My Corvane/",
-                     u"4",
-                     u"2",
-                     u"1",
-                     u"a@b.c;d@e.f",
-                     u"",
-                     u"",
-                     u"",
-                     u"0",
-                     u"1",
-                     u"3",
-                     key,
-                     u"jsmith",
-                     u"1",
-                     u"0",
+  // A record as the file holds it, field after field.
+  // clang-format off
+  return base::Join({no, name, next, u"03-18-2013 15:02:33", u"My Corvane/", u"4", u"2", u"1",
+                     u"a@b.c;d@e.f", u"", u"", u"", u"0", u"1", u"3", key, u"jsmith", u"1", u"0",
+                     // clang-format on
                      days},
                     u"\b\b");
 }
