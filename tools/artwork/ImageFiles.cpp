@@ -148,21 +148,21 @@ uint8_t PremultiplyChannel(uint8_t s, uint8_t a) {
   return static_cast<uint8_t>((s * a + 127) / 255);
 }
 
-Image Unpremultiply(const Image& img) {
+namespace {
+
+// The image with each colour channel put through `channel(value, alpha)`.
+Image MapColours(const Image& img, uint8_t (*channel)(uint8_t, uint8_t)) {
   Image out = img;
   for (size_t i = 0; i < out.bgra.size(); i += 4)
-    for (int ch = 0; ch < 3; ++ch)
-      out.bgra[i + ch] = UnpremultiplyChannel(img.bgra[i + ch], img.bgra[i + 3]);
+    for (int ch = 0; ch < 3; ++ch) out.bgra[i + ch] = channel(img.bgra[i + ch], img.bgra[i + 3]);
   return out;
 }
 
-Image Premultiply(const Image& img) {
-  Image out = img;
-  for (size_t i = 0; i < out.bgra.size(); i += 4)
-    for (int ch = 0; ch < 3; ++ch)
-      out.bgra[i + ch] = PremultiplyChannel(img.bgra[i + ch], img.bgra[i + 3]);
-  return out;
-}
+}  // namespace
+
+Image Unpremultiply(const Image& img) { return MapColours(img, &UnpremultiplyChannel); }
+
+Image Premultiply(const Image& img) { return MapColours(img, &PremultiplyChannel); }
 
 uint32_t DecoderFingerprint(const Image& img) {
   uint32_t h = 2166136261u;

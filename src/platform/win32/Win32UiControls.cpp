@@ -397,21 +397,13 @@ LRESULT Win32UiHost::OnControlMessage(ControlRec& c, UINT msg, WPARAM wp, LPARAM
   FormRec* f = Form(c.window);
   HWND hwnd = c.hwnd.Get();
   if (f == nullptr || f->dead) return DefSubclassProc(hwnd, msg, wp, lp);
+  if (IsMouseMessage(msg)) {
+    if (msg == WM_LBUTTONDOWN) c.rowClickSent = false;
+    // A handler may close the window under the pointer; then nothing more is done.
+    if (!Mouse(*f, &c, hwnd, msg, wp, lp)) return 0;
+    return DefSubclassProc(hwnd, msg, wp, lp);
+  }
   switch (msg) {
-    case WM_LBUTTONDOWN:
-    case WM_RBUTTONDOWN:
-    case WM_MBUTTONDOWN:
-    case WM_LBUTTONUP:
-    case WM_RBUTTONUP:
-    case WM_MBUTTONUP:
-    case WM_LBUTTONDBLCLK:
-    case WM_RBUTTONDBLCLK:
-    case WM_MBUTTONDBLCLK:
-    case WM_MOUSEMOVE:
-      if (msg == WM_LBUTTONDOWN) c.rowClickSent = false;
-      // A handler may close the window under the pointer; then nothing more is done.
-      if (!Mouse(*f, &c, hwnd, msg, wp, lp)) return 0;
-      break;
     case WM_SETFOCUS: {
       LRESULT r = DefSubclassProc(hwnd, msg, wp, lp);
       if (Drawn(c.state.kind)) Repaint(c);  // the focus rectangle

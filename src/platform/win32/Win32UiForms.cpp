@@ -90,17 +90,12 @@ LRESULT Win32UiHost::OnFormMessage(FormRec& f, UINT msg, WPARAM wp, LPARAM lp) {
       }
       break;
     case kTrayCallbackMessage: TrayCallback(hwnd, wp, lp); return 0;
-    case WM_LBUTTONDOWN:
-    case WM_RBUTTONDOWN:
-    case WM_MBUTTONDOWN:
-    case WM_LBUTTONUP:
-    case WM_RBUTTONUP:
-    case WM_MBUTTONUP:
-    case WM_LBUTTONDBLCLK:
-    case WM_RBUTTONDBLCLK:
-    case WM_MBUTTONDBLCLK:
-    case WM_MOUSEMOVE: Mouse(f, nullptr, hwnd, msg, wp, lp); return 0;
-    default: break;
+    default:
+      if (IsMouseMessage(msg)) {
+        Mouse(f, nullptr, hwnd, msg, wp, lp);
+        return 0;
+      }
+      break;
   }
   LRESULT result = 0;
   if (OnParentMessage(msg, wp, lp, result)) return result;

@@ -38,6 +38,9 @@ inline void DropName(HWND hwnd) {
 inline bool Drawn(UiKind kind) {
   return kind == UiKind::Label || kind == UiKind::Picture || kind == UiKind::PictureButton;
 }
+// The pointer's messages a form or control reports: moves, and downs, ups and double
+// clicks of the three buttons (WM_MOUSEMOVE to WM_MBUTTONDBLCLK).
+inline bool IsMouseMessage(UINT msg) { return msg >= WM_MOUSEMOVE && msg <= WM_MBUTTONDBLCLK; }
 inline bool Checkable(UiKind kind) {
   return kind == UiKind::CheckBox || kind == UiKind::OptionButton;
 }
