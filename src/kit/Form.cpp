@@ -265,20 +265,25 @@ void Form::Navigate(KeyArgs& args) {
   }
 }
 
+bool Form::SpaceAsEnter(Control* target, KeyArgs& args, bool act) {
+  if (target == nullptr || args.keyCode != kKeySpace || args.shift != 0) return false;
+  const KeyArgs enter{kKeyReturn, 0};
+  for (std::size_t i = 0; i < keyRules_.size(); ++i) {
+    const KeyRule rule = keyRules_[i];  // the action may change the rules
+    if (rule.focus != target || !rule.Matches(rule.stroke, enter, target)) continue;
+    args.keyCode = 0;
+    if (act) Shield([&] { rule.action(); });
+    return true;
+  }
+  return false;
+}
+
 void Form::DeliverKeyDown(KeyArgs& args) {
   Control* target =
       activeControl_ != nullptr && activeControl_->AcceptsInput() ? activeControl_ : nullptr;
   if (target != nullptr && RunKeyRules(KeyStroke::Down, args, true)) return;
-  if (target != nullptr && args.keyCode == kKeySpace && args.shift == 0) {
-    // Space on a control that answers Enter acts when it comes up, as a button does.
-    KeyArgs enter{kKeyReturn, 0};
-    for (const KeyRule& r : keyRules_) {
-      if (r.focus == target && r.Matches(r.stroke, enter, target)) {
-        args.keyCode = 0;
-        return;
-      }
-    }
-  }
+  // Space on a control that answers Enter acts when it comes up, as a button does.
+  if (SpaceAsEnter(target, args, false)) return;
   if (keyPreview_ || target == nullptr) {
     if (RunKeyRules(KeyStroke::Down, args, false)) return;
     RaiseKeyDown(args);
@@ -291,16 +296,7 @@ void Form::DeliverKeyUp(KeyArgs& args) {
   Control* target =
       activeControl_ != nullptr && activeControl_->AcceptsInput() ? activeControl_ : nullptr;
   if (target != nullptr && RunKeyRules(KeyStroke::Up, args, true)) return;
-  if (target != nullptr && args.keyCode == kKeySpace && args.shift == 0) {
-    KeyArgs enter{kKeyReturn, 0};
-    for (std::size_t i = 0; i < keyRules_.size(); ++i) {
-      const KeyRule rule = keyRules_[i];
-      if (rule.focus != target || !rule.Matches(rule.stroke, enter, target)) continue;
-      args.keyCode = 0;
-      Shield([&] { rule.action(); });
-      return;
-    }
-  }
+  if (SpaceAsEnter(target, args, true)) return;
   if (keyPreview_ || target == nullptr) {
     if (RunKeyRules(KeyStroke::Up, args, false)) return;
     RaiseKeyUp(args);

@@ -193,6 +193,9 @@ class Form : public Control {
   // Runs one of the form's own handlers so that nothing thrown leaves it.
   bool RunKeyRules(KeyStroke stroke, KeyArgs& args, bool focused);
   void Navigate(KeyArgs& args);
+  // Space on a focused control with an Enter rule: swallowed on its way down, the rule
+  // run (`act`) on its way up. True when it was such a key.
+  bool SpaceAsEnter(Control* target, KeyArgs& args, bool act);
   template <class Fn>
   void Shield(Fn&& fn) noexcept {
     try {
