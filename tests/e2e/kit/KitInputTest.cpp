@@ -162,10 +162,10 @@ TEST_F(KitInputTest, DraggingTheCaptionStripMovesTheWindowAndTheForm) {
 
 TEST_F(KitInputTest, AModalBoxTakesTheRealKeyboardWhileTimersGoOn) {
   int ticks = 0;
-  const std::uintptr_t counter = host.StartTimer(50, [&] { ++ticks; });
-  std::uintptr_t typist = 0;
-  typist = host.StartTimer(600, [&] {
-    host.StopTimer(typist);
+  bool typed = false;
+  const auto type = [&] {
+    if (typed) return;
+    typed = true;
     INPUT keys[4] = {};
     const WORD codes[4] = {VK_MENU, 'N', 'N', VK_MENU};
     for (int i = 0; i < 4; ++i) {
@@ -174,17 +174,29 @@ TEST_F(KitInputTest, AModalBoxTakesTheRealKeyboardWhileTimersGoOn) {
       keys[i].ki.dwFlags = i >= 2 ? KEYEVENTF_KEYUP : 0;
     }
     SendInput(4, keys, sizeof(INPUT));
+  };
+  // The keys go in once the counter has gone round a few times under the box, so a
+  // slow machine cannot end the box before the timer had its chance; should the
+  // counter stand still, the typist sends them after a while and the count fails.
+  const std::uintptr_t counter = host.StartTimer(50, [&] {
+    if (++ticks == 6) type();
+  });
+  std::uintptr_t typist = 0;
+  typist = host.StartTimer(5000, [&] {
+    host.StopTimer(typist);
+    type();
   });
   // Should the keys never arrive, the close picture ends the box and the test fails
   // on the result instead of hanging.
   std::uintptr_t rescue = 0;
-  rescue = host.StartTimer(8000, [&] {
+  rescue = host.StartTimer(12000, [&] {
     host.StopTimer(rescue);
     if (ui.Box().IsLoaded()) ui.Box().MsgClose.RaiseMouseUp({kit::kLeftButton, 0, 0, 0});
   });
   const int result = ui.MessageBox(u"Do you want to stop the transfer?", kit::kIconQuestion,
                                    kit::kButtonsYesNo, u"Corvane for Windows");
   host.StopTimer(rescue);
+  host.StopTimer(typist);
   host.StopTimer(counter);
   EXPECT_EQ(result, kit::kResultNo);
   EXPECT_GT(ticks, 5) << "the timer stood still while the box was up";
