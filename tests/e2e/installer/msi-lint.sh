@@ -68,6 +68,7 @@ echo "CorvaneMonitor.msi: $size bytes"
 [ "$size" -lt $((6 * 1024 * 1024)) ] || fail "the package is $size bytes, over 6 MB"
 
 # Version, upgrade code and the major upgrade.
+seq() { rows InstallExecuteSequence | awk -F'\t' -v a="$1" '$1 == a { print $3 }'; }
 property() { rows Property | awk -F'\t' -v k="$1" '$1 == k { print $2 }'; }
 [ "$(property ProductVersion)" = "$(cut -d. -f1-3 <<<"$version")" ] ||
   fail "ProductVersion $(property ProductVersion), the build files say $version"
@@ -99,11 +100,11 @@ done
 
 # The data folder: made by the program's component, writable for the users.
 grep -qP '^QVCOMMON\tMonitor$' <<<"$(rows CreateFolder)" || fail "QVCOMMON is not made by the install"
+[ -n "$(seq CreateFolders)" ] && [ -n "$(seq RemoveFolders)" ] || fail "the folders are neither made nor removed"
 grep -qP '^\S+\tQVCOMMON\tCreateFolder\t.*\(A;OICI;0x1301bf;;;BU\)' <<<"$(rows MsiLockPermissionsEx 2>/dev/null)" ||
   fail "QVCOMMON is not writable for the users"
 
 # The running monitor is ended on removal, inside the script, before the files go.
-seq() { rows InstallExecuteSequence | awk -F'\t' -v a="$1" '$1 == a { print $3 }'; }
 end=$(seq EndMonitor)
 if [ -z "$end" ] || [ "$end" -le "$(seq InstallInitialize)" ] || [ "$end" -ge "$(seq RemoveFiles)" ]; then
   fail "EndMonitor is not between InstallInitialize and RemoveFiles (at '$end')"
