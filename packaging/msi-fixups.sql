@@ -24,3 +24,9 @@ INSERT INTO Registry (Registry, Root, `Key`, Name, Component_) VALUES ('RemoveCl
 INSERT INTO Registry (Registry, Root, `Key`, Name, Component_) VALUES ('RemoveProgIdUser', 1, 'Software\Classes\QVMonitor.IMonitor', '-', 'Monitor')
 INSERT INTO Registry (Registry, Root, `Key`, Name, Component_) VALUES ('RemoveInterfaceUser', 1, 'Software\Classes\Interface\{BC8E9D57-8867-4B16-893C-187BDF70108D}', '-', 'Monitor')
 INSERT INTO Registry (Registry, Root, `Key`, Name, Component_) VALUES ('RemoveTypeLibUser', 1, 'Software\Classes\TypeLib\{653BCEE0-0E83-4D03-8210-EA583DC816E1}', '-', 'Monitor')
+-- A package of the same version replaces the installed one too (the build's own
+-- packages share their version until it is raised): every version up to and including
+-- this one (1 + 512). Attributes is a key column, so the row is written anew;
+-- @VERSION@ is the package's version.
+DELETE FROM Upgrade WHERE ActionProperty='WIX_UPGRADE_DETECTED'
+INSERT INTO Upgrade (UpgradeCode, VersionMax, Attributes, ActionProperty) VALUES ('{283951F3-31CE-49FC-90BB-5321D94C51B5}', '@VERSION@', 513, 'WIX_UPGRADE_DETECTED')

@@ -38,7 +38,7 @@ args=()
 while IFS= read -r line; do
   line=${line%$'\r'}
   [[ -z "$line" || "$line" == --* ]] && continue
-  args+=(-q "$line")
+  args+=(-q "${line//@VERSION@/$msiVersion}")
 done <"$packaging/msi-fixups.sql"
 [ ${#args[@]} -eq 0 ] || msibuild "$work/package.msi" "${args[@]}"
 cp "$packaging/MsiLockPermissionsEx.idt" "$work/"

@@ -59,6 +59,11 @@ else
   link=$(x86_64-w64-mingw32-objcopy --dump-section .gnu_debuglink=/dev/stdout "$exe" 2>/dev/null | tr -d '\0' | head -c 200 || true)
   [[ "$link" == QVMonitor.exe.debug* ]] || fail "the shipped QVMonitor.exe has no debug link (got '$link')"
   [ -f "$build/symbols/QVMonitor.exe.debug" ] || fail "no symbols in $build/symbols/QVMonitor.exe.debug"
+  # Nor in the files it carries (a source path in the program, a path in a picture list).
+  for path in "$repo" "$build" "$(realpath -m "$repo")" "$(realpath -m "$build")"; do
+    leaks=$(grep -rlaF -- "$path" "$work/files" || true)
+    [ -z "$leaks" ] || fail "the package's files hold the path $path: $leaks"
+  done
   size=$(stat -c %s "$exe")
   echo "QVMonitor.exe in the package: $size bytes"
   [ "$size" -lt $((2 * 1024 * 1024)) ] || fail "QVMonitor.exe is $size bytes, over 2 MB"
@@ -74,7 +79,8 @@ property() { rows Property | awk -F'\t' -v k="$1" '$1 == k { print $2 }'; }
   fail "ProductVersion $(property ProductVersion), the build files say $version"
 upgrade=$(grep -o 'UpgradeCode="[^"]*"' "$repo/packaging/CorvaneMonitor.wxs" | cut -d'"' -f2)
 [ "$(property UpgradeCode)" = "{$upgrade}" ] || fail "UpgradeCode $(property UpgradeCode), not {$upgrade}"
-grep -q "^{$upgrade}" <<<"$(rows Upgrade)" || fail "no Upgrade row for the upgrade code"
+grep -qP "^\\{$upgrade\\}\t\t$(cut -d. -f1-3 <<<"$version")\t\t513\t\tWIX_UPGRADE_DETECTED" <<<"$(rows Upgrade)" ||
+  fail "no major upgrade of every version up to this one: $(rows Upgrade)"
 grep -q 'x64' "$work/tables/_SummaryInformation.txt" || fail "not a 64-bit package"
 
 # The start at logon, as AddToRun writes it, under the root of the Windows version.
