@@ -64,6 +64,11 @@ else
     leaks=$(grep -rlaF -- "$path" "$work/files" || true)
     [ -z "$leaks" ] || fail "the package's files hold the path $path: $leaks"
   done
+  # One version: the program's own version resource says what the package says.
+  resource=$(x86_64-w64-mingw32-windres -i "$exe" -O rc 2>/dev/null |
+    sed -n 's/^ *PRODUCTVERSION *\([0-9]*\), *\([0-9]*\), *\([0-9]*\),.*/\1.\2.\3/p' | head -1)
+  [ "$resource" = "$(cut -d. -f1-3 <<<"$version")" ] ||
+    fail "QVMonitor.exe says version '$resource', the build files $version"
   size=$(stat -c %s "$exe")
   echo "QVMonitor.exe in the package: $size bytes"
   [ "$size" -lt $((2 * 1024 * 1024)) ] || fail "QVMonitor.exe is $size bytes, over 2 MB"
