@@ -94,6 +94,7 @@ step "the Run value and the Start menu shortcut"
 run=$(regValue "$runKey" 'QVWin Monitor')
 echo "Run: QVWin Monitor = $run"
 [ "$run" = "$exe Min" ] || fail "the Run value is '$run', AddToRun writes '$exe Min'"
+w reg query "$runKey" /v 'QVWin Monitor' | grep -q 'REG_SZ' || fail "the Run value is not a plain string"
 [ -z "$(regValue 'HKLM\Software\Microsoft\Windows\CurrentVersion\Run' 'QVWin Monitor')" ] ||
   fail "a Run value for the machine on Windows 10"
 lnk=$(find "$WINEPREFIX/drive_c" -name 'Corvane for Windows Monitor.lnk' | head -1)
