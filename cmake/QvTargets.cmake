@@ -29,13 +29,28 @@ set(QV_TEST_TIMEOUT 300 CACHE STRING "Seconds before a test counts as hung")
 # the demo, the simulated engine) that `make run` and the end-to-end tests start from.
 set(QV_STAGE_DIR ${CMAKE_BINARY_DIR}/stage CACHE INTERNAL "")
 
+# The debug information of the staged programs: what ships is stripped, and each
+# program names its file here by its debug link (docs/installer.md).
+set(QV_SYMBOLS_DIR ${CMAKE_BINARY_DIR}/symbols CACHE INTERNAL "")
+
 # qv_stage(target [SUBDIR dir]): copy the built target into the program folder
-# after every build of it.
+# after every build of it. In the Windows tree the copy is stripped: its debug
+# information goes to symbols/<name>.debug, which the copy's debug link names.
 function(qv_stage target)
   cmake_parse_arguments(S "" "SUBDIR" "" ${ARGN})
   set(dest ${QV_STAGE_DIR})
   if(S_SUBDIR)
     set(dest ${dest}/${S_SUBDIR})
+  endif()
+  if(WIN32 AND CMAKE_OBJCOPY)
+    set(debug ${QV_SYMBOLS_DIR}/$<TARGET_FILE_NAME:${target}>.debug)
+    add_custom_command(TARGET ${target} POST_BUILD
+      COMMAND ${CMAKE_COMMAND} -E make_directory ${dest} ${QV_SYMBOLS_DIR}
+      COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:${target}> ${debug}
+      COMMAND ${CMAKE_OBJCOPY} --strip-all --add-gnu-debuglink=${debug}
+              $<TARGET_FILE:${target}> ${dest}/$<TARGET_FILE_NAME:${target}>
+      VERBATIM)
+    return()
   endif()
   add_custom_command(TARGET ${target} POST_BUILD
     COMMAND ${CMAKE_COMMAND} -E make_directory ${dest}

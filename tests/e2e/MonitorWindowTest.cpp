@@ -271,7 +271,8 @@ TEST_F(MonitorWindowTest, StopTransferFromTheTrayMenuAsksAndTheEngineStopsAfterT
   ASSERT_NE(ask, nullptr) << "Stop running scheduled job did not ask";
   EXPECT_EQ(Word(), L"1") << "nothing is written before the answer";
   Answer(ask, 0);
-  EXPECT_EQ(Word(), L"2");
+  // The word is written once the box has gone, a moment after the test sees it go.
+  EXPECT_TRUE(WaitUntil([&] { return Word() == L"2"; })) << Utf8(Word());
 
   ASSERT_TRUE(WaitUntil(
       [&] {
