@@ -35,13 +35,28 @@ class Schedule {
     for (int i = 1; i <= records; ++i) {
       const Text no = base::FromNumber(i);
       const Text minute = base::PadLeft(base::FromNumber(i % 60), 2, u'0');
-      bytes += base::EncodeUtf16Le(
-          base::Join({no, u"Set " + no, u"03-25-2013 6:" + minute + u":00", u"03-18-2013 15:02:33",
-                      u"My Corvane/", base::FromNumber(1 + i % 7), u"2", u"1",
-                      u"someone@example.com", u"", u"", u"", u"0", u"1", u"3",
-                      u"2013032506" + minute, u"jsmith", u"1", u"0", u"23456"},
-                     jobstore::kSeparator) +
-          u"\r\n");
+      bytes += base::EncodeUtf16Le(base::Join({no,
+                                               u"Set " + no,
+                                               u"03-25-2013 6:" + minute + u":00",
+                                               u"03-18-2013 15:02:33",
+                                               u"My Corvane/",
+                                               base::FromNumber(1 + i % 7),
+                                               u"2",
+                                               u"1",
+                                               u"someone@example.com",
+                                               u"",
+                                               u"",
+                                               u"",
+                                               u"0",
+                                               u"1",
+                                               u"3",
+                                               u"2013032506" + minute,
+                                               u"jsmith",
+                                               u"1",
+                                               u"0",
+                                               u"23456"},
+                                              jobstore::kSeparator) +
+                                   u"\r\n");
     }
     fs_.WriteAll(app_.ScheduleFilePath, bytes);
   }

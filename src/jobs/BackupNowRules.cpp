@@ -77,8 +77,8 @@ BackupNowResult cmdBackupNow_Click(frame::AppState& app, JobPrompts& prompts,
           return;
         }
         store.ChosenSetName = row->Name;
-        store.ChosenDestination = store.MirrorMode ? Text(jobstore::kDefaultDestination)
-                                                   : row->Destination;
+        store.ChosenDestination =
+            store.MirrorMode ? Text(jobstore::kDefaultDestination) : row->Destination;
         // This load either finds an immediate job of the set already in the file and
         // says so, or adds the record and says that.
         store.BackupNowMode = true;
@@ -88,7 +88,8 @@ BackupNowResult cmdBackupNow_Click(frame::AppState& app, JobPrompts& prompts,
         app.Jobs.clear();
         result.end = store.ImmediateFound ? BackupNowEnd::Front : BackupNowEnd::Close;
       },
-      frame::TraceFailure(app, u"Error Reason :", u"in procedure cmdBackupNow_Click of Form frmBackupNow"));
+      frame::TraceFailure(app, u"Error Reason :",
+                          u"in procedure cmdBackupNow_Click of Form frmBackupNow"));
   return result;
 }
 

@@ -157,9 +157,10 @@ void JobActions::DeleteRecord() {
             if (!base::EqualsNoCase(row->Name(), kRestoreJob))
               Ask(296, kit::kIconWarning, kit::kButtonsOk);
             else
-              prompts_.Ask(u"The scheduled job can not be deleted as the restore operation is "
-                           u"underway.",
-                           kit::kIconWarning, kit::kButtonsOk);
+              prompts_.Ask(
+                  u"The scheduled job can not be deleted as the restore operation is "
+                  u"underway.",
+                  kit::kIconWarning, kit::kButtonsOk);
             traceEnd = false;
             return;
           }

@@ -28,8 +28,8 @@ class JobActions {
  public:
   // `majorVersion` is the system's for the plug-in rule (GetWinMajorVersion, or what a
   // command line fixes).
-  JobActions(frame::AppState& app, JobList& list, JobPrompts& prompts,
-             unsigned long majorVersion, OpenEditorFn openEditor = {})
+  JobActions(frame::AppState& app, JobList& list, JobPrompts& prompts, unsigned long majorVersion,
+             OpenEditorFn openEditor = {})
       : app_(app),
         list_(list),
         prompts_(prompts),

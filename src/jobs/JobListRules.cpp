@@ -51,8 +51,8 @@ void LoadJobs(frame::AppState& app, JobList& list) {
 Text NextTransferText(const Text& nextRun, const jobstore::LocaleFormats& locale) {
   const bool dayFirst =
       !locale.shortDateFormat.empty() && base::ToUpper(locale.shortDateFormat.substr(0, 1)) == u"D";
-  const Text text = dayFirst ? jobstore::ReformatDate(nextRun, jobstore::kFileDatePattern, locale)
-                             : nextRun;
+  const Text text =
+      dayFirst ? jobstore::ReformatDate(nextRun, jobstore::kFileDatePattern, locale) : nextRun;
   const auto date = jobstore::ParseSystemDate(text, locale);
   if (!date) throw base::Failure(13, "Type mismatch");
   // The hidden date control shows the date alone, in the system's short form.
@@ -84,9 +84,9 @@ void FillListView(frame::AppState& app, JobList& list) {
     JobRow row;
     row.cells.push_back(r.BackupSetName);
     row.nextRun = r.NextRun;
-    const bool filled = base::Guarded([&] { row = BuildRow(r, locale); },
-                                      frame::TraceFailure(app, u"Error Reason :",
-                                                          Where(u"FillListView")));
+    const bool filled =
+        base::Guarded([&] { row = BuildRow(r, locale); },
+                      frame::TraceFailure(app, u"Error Reason :", Where(u"FillListView")));
     if (filled && !r.NextRun.empty() && static_cast<long>(i) == list.NextJobIndex) {
       const Text state = jobstore::Readfirstline(app, app.ScheduleFilePath);
       if (state == u"1") {

@@ -36,10 +36,15 @@ struct JobColumnSpec {
   const char16_t* caption;
   double width;  // twips; 0 hides the column
 };
-inline constexpr JobColumnSpec kJobColumns[kJobColumnCount] = {
-    {u"Backupset", 1200.19}, {u"Next Transfer", 1500.09}, {u"Frequency", 0},
-    {u"Status", 1230.24},    {u"Destination", 1710},      {u"DataSort", 0},
-    {u"No.", 0},             {u"User Name", 1440},        {u"Scheduled day(s)", 2440}};
+inline constexpr JobColumnSpec kJobColumns[kJobColumnCount] = {{u"Backupset", 1200.19},
+                                                               {u"Next Transfer", 1500.09},
+                                                               {u"Frequency", 0},
+                                                               {u"Status", 1230.24},
+                                                               {u"Destination", 1710},
+                                                               {u"DataSort", 0},
+                                                               {u"No.", 0},
+                                                               {u"User Name", 1440},
+                                                               {u"Scheduled day(s)", 2440}};
 // Column 1's caption from the first activation on.
 inline constexpr char16_t kActivatedFirstCaption[] = u"Backup/Restore set";
 

@@ -11,10 +11,10 @@ namespace jobs {
 namespace {
 
 // The plug-in's files, the first eight the base group.
-constexpr const char16_t* kBaseGroup[] = {
-    u"SqlAgentLib.dll",      u"SqlAgentRun.exe",     u"MailStoreLib.dll",
-    u"MailStoreRun.exe",     u"MailStoreLib64.dll",  u"MailStoreRun64.exe",
-    u"MailStoreRestore.dll", u"MailStoreRestore64.dll"};
+constexpr const char16_t* kBaseGroup[] = {u"SqlAgentLib.dll",      u"SqlAgentRun.exe",
+                                          u"MailStoreLib.dll",     u"MailStoreRun.exe",
+                                          u"MailStoreLib64.dll",   u"MailStoreRun64.exe",
+                                          u"MailStoreRestore.dll", u"MailStoreRestore64.dll"};
 constexpr char16_t kBrickRun[] = u"MailBrickRun.exe";
 constexpr char16_t kRun2010[] = u"MailStoreRun2010.exe";
 constexpr char16_t kSysState32[] = u"SysStateRun32.exe";
@@ -65,7 +65,8 @@ Text DownloadAddress(frame::AppState& app) {
 }
 
 bool AppFileExists(frame::AppState& app, const Text& name) {
-  return app.platform.fs != nullptr && app.platform.fs->FileExists(app.ProgramFolder + u"\\" + name);
+  return app.platform.fs != nullptr &&
+         app.platform.fs->FileExists(app.ProgramFolder + u"\\" + name);
 }
 
 unsigned long GetWinMajorVersion(frame::AppState& app) {

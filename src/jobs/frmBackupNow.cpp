@@ -12,7 +12,9 @@ namespace jobs {
 
 namespace {
 
-Text Where(const Text& procedure) { return u"in procedure " + procedure + u" of Form frmBackupNow"; }
+Text Where(const Text& procedure) {
+  return u"in procedure " + procedure + u" of Form frmBackupNow";
+}
 
 }  // namespace
 

@@ -29,11 +29,12 @@ class frmBackupNow : public kit::Form {
   kit::Label lblTitle{*this, u"lblTitle", {180, 120, 4500, 300}, u"Backup Now"};
   kit::Label lblClose{*this, u"lblClose", {6480, 105, 270, 270}, u"X"};
   kit::Picture imgBackupNow{*this, u"imgBackupNow", {300, 720, 480, 480}, u"qv_backup_imm"};
-  kit::Label Label1{*this, u"Label1", {960, 780, 5640, 450},
+  kit::Label Label1{*this,
+                    u"Label1",
+                    {960, 780, 5640, 450},
                     u"Select the Backup set that you want to back up now."};
   kit::ListView LstBackupSet{*this, u"LstBackupSet", {300, 1380, 6300, 2400}};
-  kit::PictureButton cmdBackupNow{*this, u"cmdBackupNow", {3720, 4020, 1350, 345},
-                                  u"&Backup Now"};
+  kit::PictureButton cmdBackupNow{*this, u"cmdBackupNow", {3720, 4020, 1350, 345}, u"&Backup Now"};
   kit::PictureButton cmdClose{*this, u"cmdClose", {5250, 4020, 1350, 345}, u"&Close"};
 
  protected:

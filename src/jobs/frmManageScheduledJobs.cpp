@@ -55,8 +55,8 @@ frmManageScheduledJobs::frmManageScheduledJobs(frame::AppState& app, kit::Ui& ui
   // Escape and Alt+C close whatever has the focus.
   SetKeyPreview(true);
   list_.changed = [this] { Mirror(); };
-  pictures_ = {{&Pic_Edit, u"edit", 1},   {&Pic_Stcomp, u"stcomp", 2}, {&Pic_Delete, u"del", 3},
-               {&Pic_Imme, u"imme", 4},   {&Pic_Sttrf, u"stop", 5},    {&Pic_Refresh, u"ref", 6}};
+  pictures_ = {{&Pic_Edit, u"edit", 1}, {&Pic_Stcomp, u"stcomp", 2}, {&Pic_Delete, u"del", 3},
+               {&Pic_Imme, u"imme", 4}, {&Pic_Sttrf, u"stop", 5},    {&Pic_Refresh, u"ref", 6}};
 
   using S = frmManageScheduledJobs;
   using kit::KeyStroke;

@@ -62,7 +62,9 @@ class frmManageScheduledJobs : public kit::Form {
                       u"Your scheduled backup and restore jobs, with the date of each job's next "
                       u"transfer."};
   kit::Picture imgibArrow1{*this, u"imgibArrow1", {900, 960, 120, 120}};
-  kit::Label Label8{*this, u"Label8", {1080, 930, 8700, 255},
+  kit::Label Label8{*this,
+                    u"Label8",
+                    {1080, 930, 8700, 255},
                     u"Select a job to edit, delete, run now or stop it."};
   kit::ListView Sch_list_lv{*this, u"Sch_list_lv", {300, 1260, 9525, 4140}};
   kit::Label lblMsgProgres{*this, u"lblMsgProgres", {300, 5490, 9525, 255}};

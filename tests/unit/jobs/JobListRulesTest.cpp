@@ -16,8 +16,8 @@ class JobListTest : public JobsTest {
 };
 
 const Rec kDocs{u"3", u"Documents", u"03-25-2013 6:41:00", u"201303250641", u"2", u"4"};
-const Rec kRunning{u"5", u"Photos", u"03-19-2013 9:00:00", u"000000000000", u"1234567", u"3",
-                   u"  mary  "};
+const Rec kRunning{u"5", u"Photos",  u"03-19-2013 9:00:00", u"000000000000", u"1234567",
+                   u"3", u"  mary  "};
 const Rec kWeekend{u"7", u"Weekend", u"03-23-2013 8:00:00", u"201303230800", u"17", u"7"};
 
 TEST_F(JobListTest, TheRowsAndTheOneStatus) {
@@ -25,8 +25,9 @@ TEST_F(JobListTest, TheRowsAndTheOneStatus) {
   Refresh();
   ASSERT_EQ(list.Count(), 3);
   EXPECT_EQ(list.NextJobIndex, 1);
-  const std::vector<Text> docs = {u"Documents", u"3/25/2013", u"Weekly", u"", u"My Corvane/",
-                                  u"201303250641", u"3", u"jsmith", u"Monday"};
+  const std::vector<Text> docs = {u"Documents", u"3/25/2013",   u"Weekly",
+                                  u"",          u"My Corvane/", u"201303250641",
+                                  u"3",         u"jsmith",      u"Monday"};
   EXPECT_EQ(list.rows[0].cells, docs);
   EXPECT_EQ(list.rows[0].nextRun, u"03-25-2013 6:41:00");
   // The job with the smallest key is the one running; the line under the list names it.
