@@ -84,6 +84,13 @@ class Schedule {
   std::filesystem::path folder_;
 };
 
+// The load alone, for comparison: what the job store's reading costs of the refresh.
+void BM_LoadOnly(benchmark::State& state) {
+  Schedule schedule(static_cast<int>(state.range(0)));
+  jobs::JobList list;
+  for (auto _ : state) jobs::LoadJobs(schedule.App(), list);
+}
+
 // Load and fill, the rules alone.
 void BM_RefreshRows(benchmark::State& state) {
   Schedule schedule(static_cast<int>(state.range(0)));
@@ -105,6 +112,7 @@ void BM_RefreshScreen(benchmark::State& state) {
   if (form.Sch_list_lv.Count() != state.range(0)) state.SkipWithError("the list lost rows");
 }
 
+BENCHMARK(BM_LoadOnly)->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_RefreshRows)->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_RefreshScreen)->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
 
