@@ -12,6 +12,8 @@ namespace jobs {
 
 namespace {
 
+constexpr kit::Color kHeaderColor = 0x00756C0D;
+
 Text Where(const Text& procedure) {
   return u"in procedure " + procedure + u" of Form frmBackupNow";
 }
@@ -34,6 +36,8 @@ frmBackupNow::frmBackupNow(frame::AppState& app, kit::Ui& ui)
       ui_(ui),
       prompts_(app, ui) {
   SetKeyPreview(true);
+  // The header band in the colour of the job screens' skin, under the white title.
+  lblCapbar.SetBackColor(kHeaderColor);
   lblTitle.SetFontBold(true);
   lblTitle.SetForeColor(kit::kWhite);
   lblClose.SetForeColor(kit::kWhite);
