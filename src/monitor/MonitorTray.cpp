@@ -138,6 +138,7 @@ void frmQVWinService::mnuChangePassword_Click() {
 }
 
 void frmQVWinService::mnuManSchJob_Click() {
+  app_.Store.BackupNowMode = false;
   if (!screens_->OpenManageScheduledJobs()) NotAvailable(u"mnuManSchJob", u"Manage Scheduled Jobs");
 }
 

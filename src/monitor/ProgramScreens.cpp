@@ -1,5 +1,8 @@
 #include "monitor/ProgramScreens.h"
 
+#include "jobs/frmBackupNow.h"
+#include "jobs/frmManageScheduledJobs.h"
+
 namespace monitor {
 
 // The notices of the tick come with the notifications folder; until then a tick has
@@ -10,9 +13,17 @@ void ProgramScreens::CheckMissedBackup() {}
 
 // The screens of the menus come with their folders (jobs, support); each will be one
 // call here, such as `return jobs::ShowBackupNow(app_, ui_, {}).opened;`.
-bool ProgramScreens::OpenBackupNow() { return false; }
+bool ProgramScreens::OpenBackupNow() {
+  jobs::ShowBackupNow(app_, ui_);
+  return true;
+}
 bool ProgramScreens::OpenUpdatePassword() { return false; }
-bool ProgramScreens::OpenManageScheduledJobs() { return false; }
+// The job list opens the schedule editor through its hook; while the editor is not in
+// the build the hook stays empty and the list says so in the trace.
+bool ProgramScreens::OpenManageScheduledJobs() {
+  jobs::ShowManageScheduledJobs(app_, ui_, {jobs::OpenEditorFn()});
+  return true;
+}
 bool ProgramScreens::OpenErrorReport() { return false; }
 bool ProgramScreens::OpenAbout() { return false; }
 

@@ -3,6 +3,10 @@
 #include <optional>
 
 #include "frame/AppState.h"
+#include "jobs/BackupNowRules.h"
+#include "jobs/JobActions.h"
+#include "jobs/JobListRules.h"
+#include "jobs/PluginRules.h"
 #include "frame/Settings.h"
 #include "frame/Startup.h"
 #include "jobstore/DBaction.h"
@@ -15,9 +19,15 @@ namespace {
 using base::Text;
 
 constexpr char kUsage[] =
-    "usage: qvjobs [--root DATAROOT] [--now \"mm-dd-yyyy H:mm:ss\"] "
+    "usage: qvjobs [--root DATAROOT] [--now \"mm-dd-yyyy H:mm:ss\"] [--os-major N] "
+    "[--answer yes|no] "
     "list | next | state | set-state VALUE | delete RECORDNO | new-number | "
-    "plan --time H:mm:ss (--days D[,D...] | --hourly | --monthly mm-dd-yyyy | --immediate)";
+    "plan --time H:mm:ss (--days D[,D...] | --hourly | --monthly mm-dd-yyyy | --immediate) | "
+    "jobs | run-now RECORDNO | stop | stop-completely | backup-now SETNAME";
+
+// The major version of the plug-in rule where the system cannot say (a build that is
+// not running on Windows).
+constexpr unsigned long kDefaultOsMajor = 10;
 
 struct UsageError {
   std::string reason;
@@ -76,12 +86,47 @@ std::optional<base::DateTime> ParseTime(const Text& text) {
 
 std::string Line(const Text& text) { return base::ToUtf8(text) + "\n"; }
 
+// The screens' messages on standard output, one line per line of text, every question
+// answered alike. The plug-in's download is named on standard error, never opened.
+class ConsolePrompts : public jobs::JobPrompts {
+ public:
+  ConsolePrompts(std::string& out, std::string& err, bool yes) : out_(out), err_(err), yes_(yes) {}
+  int Ask(const Text& text, int icon, int buttons) override {
+    for (const Text& line : base::Split(base::Replace(text, u"\r\n", u"\n"), u"\n"))
+      out_ += Line(line);
+    switch (buttons) {
+      case kit::kButtonsYesNo: return yes_ ? kit::kResultYes : kit::kResultNo;
+      case kit::kButtonsOkCancel: return yes_ ? kit::kResultOk : kit::kResultCancel;
+      default: return kit::kResultOk;
+    }
+  }
+  void OpenDownload(const Text& url) override {
+    err_ += "qvjobs: the plug-in's installer is at " + base::ToUtf8(url) + " (not opened)\n";
+  }
+
+ private:
+  std::string& out_;
+  std::string& err_;
+  bool yes_;
+};
+
+// "jobs": the list's rows with the record's NextRun in place of the shown date.
+void PrintJobs(const jobs::JobList& list, std::string& out) {
+  for (const jobs::JobRow& row : list.rows) {
+    std::vector<Text> cells = row.cells;
+    cells.resize(jobs::kJobColumnCount);
+    cells[jobs::kColNextTransfer - 1] = row.nextRun;
+    out += Line(base::Join(cells, u"|"));
+  }
+  if (!list.lblMsgProgres.empty()) out += Line(list.lblMsgProgres);
+}
 class Command {
  public:
-  Command(const std::vector<std::string>& args, platform::Platform& platform, const Text& cwd)
-      : args_(args), platform_(platform), root_(cwd) {}
+  Command(const std::vector<std::string>& args, platform::Platform& platform, const Text& cwd,
+          const Text& programFolder)
+      : args_(args), platform_(platform), root_(cwd), programFolder_(programFolder) {}
 
-  int Run(std::string& out) {
+  int Run(std::string& out, std::string& err) {
     ParseGlobals();
     if (pos_ >= args_.size()) throw UsageError{"no command given"};
     const std::string name = args_[pos_++];
@@ -120,15 +165,18 @@ class Command {
       End();
       SetPaths(app, root_);
       jobstore::SetStateWord(app, app.ScheduleFilePath, value);
-    } else if (name == "delete") {
-      Text recordNo = Take("delete needs a RECORDNO");
-      End();
-      SetPaths(app, root_);
-      jobstore::DB_DeleteRecord(app, recordNo, app.ScheduleFilePath);
+    } else if (IsAction(name)) {
+      return RunAction(name, app, out, err);
     } else if (name == "new-number") {
       End();
       SetPaths(app, root_);
       out += Line(base::FromNumber(jobstore::DB_GetNewSchRecordNo(app, app.RecordCount)));
+    } else if (name == "jobs") {
+      End();
+      SetPaths(app, root_);
+      jobs::JobList list;
+      jobs::ActivateJobList(app, list);
+      PrintJobs(list, out);
     } else if (name == "plan") {
       jobstore::ScheduleChoice choice = ParsePlan(*p.clock);
       SetPaths(app, root_);
@@ -141,6 +189,69 @@ class Command {
   }
 
  private:
+  static bool IsAction(const std::string& name) {
+    return name == "run-now" || name == "stop" || name == "stop-completely" || name == "delete" ||
+           name == "backup-now";
+  }
+
+  // One action of the job list or of Backup Now, on the row the argument names, with
+  // the screens' own code. Exit 0 when the schedule file changed, 1 otherwise.
+  int RunAction(const std::string& name, frame::AppState& app, std::string& out, std::string& err) {
+    Text argument;
+    if (name == "run-now" || name == "delete")
+      argument = Take((name + " needs a RECORDNO").c_str());
+    if (name == "backup-now") argument = Take("backup-now needs a SETNAME");
+    End();
+    SetPaths(app, root_);
+    app.ProgramFolder = !programFolder_.empty()       ? programFolder_
+                        : platform_.system != nullptr ? platform_.system->ProgramFolder()
+                                                      : app.DataRoot;
+    const unsigned long major = osMajor_                      ? *osMajor_
+                                : platform_.system != nullptr ? jobs::GetWinMajorVersion(app)
+                                                              : kDefaultOsMajor;
+    ConsolePrompts prompts(out, err, answerYes_);
+    auto& fs = *platform_.fs;
+    const auto before = fs.ReadAll(app.ScheduleFilePath);
+
+    if (name == "backup-now") {
+      if (jobs::PrepareBackupNow(app, prompts) != jobstore::BackupNowOutcome::Show)
+        return kExitRefused;
+      auto& list = app.Store.LstBackupSet;
+      list.SelectedRow = 0;
+      for (size_t i = 0; i < list.Rows.size() && list.SelectedRow == 0; ++i)
+        if (list.Rows[i].Name == argument) list.SelectedRow = static_cast<long>(i) + 1;
+      for (size_t i = 0; i < list.Rows.size() && list.SelectedRow == 0; ++i)
+        if (base::EqualsNoCase(list.Rows[i].Name, argument))
+          list.SelectedRow = static_cast<long>(i) + 1;
+      if (list.SelectedRow == 0) {
+        err += "qvjobs: Backup Now offers no set named '" + base::ToUtf8(argument) + "'\n";
+        return kExitRefused;
+      }
+      jobs::cmdBackupNow_Click(app, prompts, major);
+    } else {
+      jobs::JobList list;
+      jobs::ActivateJobList(app, list);
+      jobs::JobActions actions(app, list, prompts, major);
+      long row = list.SelectedRow;
+      if (name == "run-now" || name == "delete") {
+        if (!jobs::GetListNoFromRecNo(app, list, argument)) {
+          err += "qvjobs: no job row has the number " + base::ToUtf8(argument) + "\n";
+          return kExitRefused;
+        }
+        row = list.SelectedRow;
+      } else if (name == "stop") {
+        for (long r = 1; r <= list.Count(); ++r)
+          if (list.Row(r)->Status() == jobs::kStatusInProgress) row = r;
+      }
+      jobs::ClickRow(app, list, row);
+      if (name == "run-now") actions.Pic_Imme_Click();
+      if (name == "delete") actions.Pic_Delete_Click();
+      if (name == "stop") actions.Pic_Sttrf_Click();
+      if (name == "stop-completely") actions.Pic_Stcomp_Click();
+    }
+    return fs.ReadAll(app.ScheduleFilePath) != before ? kExitOk : kExitRefused;
+  }
+
   void ParseGlobals() {
     while (pos_ < args_.size() && args_[pos_].rfind("--", 0) == 0) {
       const std::string option = args_[pos_++];
@@ -152,6 +263,17 @@ class Command {
         now_ = base::ParseFileDate(value);
         if (!now_ || base::Split(base::Trim(value), u" ").size() != 2)
           throw UsageError{"--now takes \"mm-dd-yyyy H:mm:ss\""};
+      } else if (option == "--os-major") {
+        const Text value = Take("--os-major needs a number");
+        long long major = 0;
+        if (value.empty() || value.size() > 4 || !base::ParseLong(value, major) || major < 0 ||
+            value.find_first_not_of(u"0123456789") != Text::npos)
+          throw UsageError{"--os-major takes a number"};
+        osMajor_ = static_cast<unsigned long>(major);
+      } else if (option == "--answer") {
+        const Text value = Take("--answer needs yes or no");
+        if (value != u"yes" && value != u"no") throw UsageError{"--answer takes yes or no"};
+        answerYes_ = value == u"yes";
       } else {
         throw UsageError{"unknown option '" + option + "'"};
       }
@@ -217,15 +339,19 @@ class Command {
   platform::Platform& platform_;
   size_t pos_ = 0;
   Text root_;
+  Text programFolder_;
   std::optional<base::DateTime> now_;
+  std::optional<unsigned long> osMajor_;
+  bool answerYes_ = true;
 };
 
 }  // namespace
 
 int RunQvJobs(const std::vector<std::string>& args, platform::Platform& platform,
-              const Text& currentFolder, std::string& out, std::string& err) {
+              const Text& currentFolder, std::string& out, std::string& err,
+              const Text& programFolder) {
   try {
-    return Command(args, platform, currentFolder).Run(out);
+    return Command(args, platform, currentFolder, programFolder).Run(out, err);
   } catch (const UsageError& e) {
     out.clear();
     err = "qvjobs: " + e.reason + "; " + kUsage + "\n";

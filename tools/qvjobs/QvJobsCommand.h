@@ -11,11 +11,15 @@
 namespace qvjobs {
 
 inline constexpr int kExitOk = 0;
+inline constexpr int kExitRefused = 1;  // an action refused, or with nothing to do
 inline constexpr int kExitUsage = 2;
 
 // Runs one command line (without the program name). Output and the usage error are
-// UTF-8 text; `currentFolder` is the data root when --root is not given.
+// UTF-8 text; `currentFolder` is the data root when --root is not given. The plug-in
+// rule looks for its files in `programFolder`, or (when empty) in the folder of the
+// running program as the system tells it, else in the data root.
 int RunQvJobs(const std::vector<std::string>& args, platform::Platform& platform,
-              const base::Text& currentFolder, std::string& out, std::string& err);
+              const base::Text& currentFolder, std::string& out, std::string& err,
+              const base::Text& programFolder = {});
 
 }  // namespace qvjobs

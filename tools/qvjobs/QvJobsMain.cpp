@@ -17,6 +17,16 @@
 
 namespace {
 
+#ifndef _WIN32
+// The folder of this program, where the plug-in's files would stand beside it.
+base::Text ProgramFolder() {
+  std::error_code ec;
+  auto exe = std::filesystem::read_symlink("/proc/self/exe", ec);
+  if (ec) return {};
+  return exe.parent_path().u16string();
+}
+#endif
+
 base::Text CurrentFolder() {
   std::error_code ec;
   auto cwd = std::filesystem::current_path(ec);
@@ -50,7 +60,11 @@ int main(int argc, char** argv) {
 #endif
 
   std::string out, err;
+#ifdef _WIN32
   int code = qvjobs::RunQvJobs(args, bundle, CurrentFolder(), out, err);
+#else
+  int code = qvjobs::RunQvJobs(args, bundle, CurrentFolder(), out, err, ProgramFolder());
+#endif
   Write(stdout, out);
   Write(stderr, err);
   return code;

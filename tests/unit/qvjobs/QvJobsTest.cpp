@@ -81,8 +81,9 @@ TEST_F(QvJobsTest, ChangingCommands) {
        Rec(u"4", u"C", u"03-25-2013 6:41:00", u"201303250641", u"2")});
   EXPECT_EQ(Run({"new-number"}), kExitOk);
   EXPECT_EQ(out, "3\n");
+  // Delete is the job list's action: its question, answered yes by default.
   EXPECT_EQ(Run({"delete", "2"}), kExitOk);
-  EXPECT_EQ(out, "");
+  EXPECT_EQ(out, "Are you sure you want to delete the scheduled record?\n");
   EXPECT_EQ(Run({"new-number"}), kExitOk);
   EXPECT_EQ(out, "2\n");
   EXPECT_EQ(Run({"set-state", "2"}), kExitOk);
@@ -120,6 +121,13 @@ TEST_F(QvJobsTest, BadArgumentsGiveOneUsageLineAndTwo) {
       {"--now", "13-45-2013 1:00:00", "list"},
       {"list", "extra"},
       {"delete"},
+      {"run-now"},
+      {"backup-now"},
+      {"stop", "1"},
+      {"--os-major", "x", "jobs"},
+      {"--os-major", "-5", "jobs"},
+      {"--answer", "maybe", "jobs"},
+      {"--answer"},
       {"set-state"},
       {"plan", "--days", "2"},
       {"plan", "--time", "25:00:00", "--hourly"},
@@ -135,6 +143,74 @@ TEST_F(QvJobsTest, BadArgumentsGiveOneUsageLineAndTwo) {
     EXPECT_EQ(err.rfind("qvjobs: ", 0), 0u) << err;
     EXPECT_EQ(err.find('\n'), err.size() - 1) << err;
   }
+}
+
+TEST_F(QvJobsTest, JobsAreTheRowsOfTheJobList) {
+  Put({u"1", Rec(u"3", u"Docs", u"03-25-2013 6:41:00", u"201303250641", u"2"),
+       Rec(u"5", u"Photos", u"03-19-2013 9:00:00", u"000000000000", u"17"),
+       Rec(u"6", u"Bare", u"", u"201303250641", u"2")});
+  EXPECT_EQ(Run({"jobs"}), kExitOk);
+  EXPECT_EQ(out,
+            "Docs|03-25-2013 6:41:00|Weekly||My Corvane/|201303250641|3|jsmith|Monday\n"
+            "Photos|03-19-2013 9:00:00|Weekly|In Progress|My Corvane/|000000000000|5|jsmith|"
+            "Sunday,Saturday\n"
+            "Bare||||||||\n"
+            "Scheduled backup (username : jsmith) for the Backup set : 'Photos' is in progress.\n");
+}
+
+TEST_F(QvJobsTest, ActionsPrintTheScreensMessagesAndSayWhetherTheyWrote) {
+  Put({u"1", Rec(u"3", u"Docs", u"03-25-2013 6:41:00", u"201303250641", u"2"),
+       Rec(u"5", u"Photos", u"03-19-2013 9:00:00", u"000000000000", u"2")});
+  EXPECT_EQ(Run({"run-now", "3"}), kExitOk);
+  EXPECT_EQ(out,
+            "A record has been added for immediate backup/restore.\n"
+            "This operation should commence within a few minutes.\n\n"
+            "Click the 'Refresh' button to get the updated status on this backup/restore job.\n");
+  EXPECT_EQ(Run({"run-now", "3"}), 1);
+  EXPECT_EQ(out, "An immediate backup/ restore job is already on the list.\n");
+  EXPECT_EQ(Run({"run-now", "4"}), 1);
+  EXPECT_EQ(out, "");
+  EXPECT_NE(err.find("no job row"), std::string::npos);
+
+  EXPECT_EQ(Run({"--answer", "no", "delete", "3"}), 1);
+  EXPECT_EQ(out, "Are you sure you want to delete the scheduled record?\n");
+  EXPECT_EQ(Run({"delete", "5"}), 1);  // in progress
+  EXPECT_EQ(out, "The scheduled job can not be deleted as the backup operation is underway.\n");
+
+  EXPECT_EQ(Run({"stop"}), kExitOk);
+  EXPECT_EQ(out,
+            "A scheduled job is in progress.\nDo you want to stop the transfer? \n"
+            "The scheduled job will stop shortly.\n");
+  EXPECT_EQ(Run({"stop"}), 1);
+  EXPECT_EQ(out,
+            "Select the scheduled job which is 'In Progress' to stop the backup/restore "
+            "operation.\n");
+  // The engine did not take the stop up: stop completely clears it after its wait.
+  EXPECT_EQ(Run({"stop-completely"}), kExitOk);
+  EXPECT_EQ(out, "");
+  EXPECT_EQ(fake.clock.sleptMs, 9000u);
+  EXPECT_EQ(platform::TextFile::ReadLines(fake.fs, kSchedule).value()[0], u"0");
+}
+
+TEST_F(QvJobsTest, BackupNowAndThePlugInOffer) {
+  fake.profile.WriteString(u"Corvane", u"UserName", u"jsmith", u"C:\\QV\\QVCOMMON\\qvwin.ini");
+  std::string sets(base::kUtf16Bom);
+  for (const Text& l : {Text(u"Docs\b1"), Text(u"QVExchBrick Mon\b1")})
+    sets += base::EncodeUtf16Le(l + u"\r\n");
+  fake.fs.PutFile(u"C:\\QV\\QVCOMMON\\BacksetData.txt", sets);
+  EXPECT_EQ(Run({"backup-now", "Docs"}), kExitOk);
+  EXPECT_EQ(out,
+            "You have successfully set up an immediate backup of your scheduled Backup set "
+            "'Docs'. You may check its status from the system tray.\n");
+  EXPECT_EQ(Run({"backup-now", "docs"}), 1);
+  EXPECT_EQ(out, "You have already set up an immediate backup job for this Backup set 'Docs'.\n");
+  EXPECT_EQ(Run({"--os-major", "5", "backup-now", "QVExchBrick Mon"}), 1);
+  EXPECT_EQ(out,
+            "Download and install the 'Advanced Backup plug-in' for the SQL Server, Exchange "
+            "Server, Brick level Backup and Oracle server Backups.\n");
+  EXPECT_NE(err.find("/qvwin/downloads/AddOnPackSetup.exe (not opened)"), std::string::npos);
+  EXPECT_TRUE(fake.shell.executed.empty());
+  EXPECT_EQ(Run({"backup-now", "Nowhere"}), 1);
 }
 
 }  // namespace

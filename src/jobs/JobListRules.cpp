@@ -1,0 +1,173 @@
+#include "jobs/JobListRules.h"
+
+#include <stdexcept>
+
+#include "base/Guarded.h"
+#include "frame/Logs.h"
+#include "jobstore/DBaction.h"
+#include "jobstore/NextRun.h"
+
+namespace jobs {
+
+namespace {
+
+constexpr char16_t kForm[] = u"of Form SchedulerFrm";
+
+Text Where(const Text& procedure) { return u"in procedure " + procedure + u" " + kForm; }
+
+// The row of record `r`, as far as it goes; a NextRun that is no date ends it after
+// the name.
+JobRow BuildRow(const jobstore::ScheduleRecord& r, const jobstore::LocaleFormats& locale) {
+  JobRow row;
+  row.cells.reserve(kJobColumnCount);
+  row.cells.push_back(r.BackupSetName);
+  row.nextRun = r.NextRun;
+  if (r.NextRun.empty()) return row;
+  const Text next = NextTransferText(r.NextRun, locale);
+  row.cells.resize(kJobColumnCount);
+  row.cells[kColNextTransfer - 1] = next;
+  const Text frequency = base::Trim(r.FrequencyIndex);
+  if (!frequency.empty()) {
+    long long index = 0;
+    if (!base::ParseLong(frequency, index)) throw base::Failure(13, "Type mismatch");
+    row.cells[kColFrequency - 1] = jobstore::GetFreNameFromIndex(static_cast<long>(index));
+  }
+  row.cells[kColDestination - 1] = r.Destination;
+  row.cells[kColDataSort - 1] = r.SortKey;
+  row.cells[kColNo - 1] = r.RecordNo;
+  row.cells[kColUserName - 1] = r.UserName;
+  const Text days = base::Trim(r.Days);
+  row.cells[kColDays - 1] = days.empty() ? r.Days : jobstore::DayNamesFromDays(days);
+  return row;
+}
+
+}  // namespace
+
+void LoadJobs(frame::AppState& app, JobList& list) {
+  app.Store.BackupNowMode = false;
+  list.NextJobIndex = jobstore::DB_ReadSchdata(app, Text(), app.Jobs, false);
+}
+
+Text NextTransferText(const Text& nextRun, const jobstore::LocaleFormats& locale) {
+  const bool dayFirst =
+      !locale.shortDateFormat.empty() && base::ToUpper(locale.shortDateFormat.substr(0, 1)) == u"D";
+  const Text text =
+      dayFirst ? jobstore::ReformatDate(nextRun, jobstore::kFileDatePattern, locale) : nextRun;
+  const auto date = jobstore::ParseSystemDate(text, locale);
+  if (!date) throw base::Failure(13, "Type mismatch");
+  // The hidden date control shows the date alone, in the system's short form.
+  base::DateTime day = *date;
+  day.hour = day.minute = day.second = 0;
+  return jobstore::FormatDate(day, locale.shortDateFormat, locale);
+}
+
+void FillListView(frame::AppState& app, JobList& list) {
+  // The screen is told also when the fill stops half way, so that it shows what was
+  // filled.
+  struct TellAtEnd {
+    frame::AppState& app;
+    const JobList& list;
+    ~TellAtEnd() {
+      base::Guarded([&] { list.Changed(); },
+                    frame::TraceFailure(app, u"Error Reason :", Where(u"FillListView")));
+    }
+  } tell{app, list};
+
+  ++list.fills;
+  list.rows.clear();
+  list.markedRow = 0;
+  list.lblMsgProgres.clear();
+  const jobstore::LocaleFormats locale = jobstore::LocaleOf(app);
+  list.rows.reserve(app.Jobs.size());
+  for (size_t i = 0; i < app.Jobs.size(); ++i) {
+    const jobstore::ScheduleRecord& r = app.Jobs[i];
+    JobRow row;
+    row.cells.push_back(r.BackupSetName);
+    row.nextRun = r.NextRun;
+    const bool filled =
+        base::Guarded([&] { row = BuildRow(r, locale); },
+                      frame::TraceFailure(app, u"Error Reason :", Where(u"FillListView")));
+    if (filled && !r.NextRun.empty() && static_cast<long>(i) == list.NextJobIndex) {
+      const Text state = jobstore::Readfirstline(app, app.ScheduleFilePath);
+      if (state == u"1") {
+        row.cells[kColStatus - 1] = kStatusInProgress;
+        list.lblMsgProgres = u"Scheduled backup (username : " + base::Trim(r.UserName) +
+                             u") for the Backup set : '" + r.BackupSetName + u"' is in progress.";
+      } else if (state == u"2") {
+        row.cells[kColStatus - 1] = kStatusStopping;
+      }
+    }
+    list.rows.push_back(std::move(row));
+  }
+  if (list.HasRows() && list.SelectedRow > 0) {
+    if (list.SelectedRow > list.Count()) throw std::out_of_range("Invalid property value");
+    list.markedRow = list.SelectedRow;
+  } else if (list.HasRows()) {
+    list.markedRow = 1;
+    list.SelectedRow = 1;
+  }
+  CheckForRecords(app, list);
+}
+
+void SetButtons(JobList& list, bool enabled) {
+  if (list.buttonsEnabled == enabled) return;
+  list.buttonsEnabled = enabled;
+  list.Changed();
+}
+
+void CheckForRecords(frame::AppState& app, JobList& list) {
+  base::Guarded(
+      [&] {
+        if (!list.HasRows()) SetButtons(list, false);
+      },
+      frame::TraceFailure(app, u"Error in CheckForRecords method Reason : "));
+}
+
+void RefreshSteps(frame::AppState& app, JobList& list, bool disableWhenEmpty) {
+  LoadJobs(app, list);
+  FillListView(app, list);
+  CheckForRecords(app, list);
+  if (disableWhenEmpty && !list.HasRows()) SetButtons(list, false);
+}
+
+void ActivateJobList(frame::AppState& app, JobList& list) {
+  LoadJobs(app, list);
+  FillListView(app, list);
+  if (!app.Jobs.empty()) SetButtons(list, true);
+  if (!list.HasRows()) SetButtons(list, false);
+}
+
+void RefreshListView(frame::AppState& app, JobList& list) {
+  base::Guarded([&] { RefreshSteps(app, list, true); },
+                frame::TraceFailure(app, u"Error Reason :", Where(u"RefreshListView")));
+}
+
+bool GetListNoFromRecNo(frame::AppState& app, JobList& list, const Text& recordNo) {
+  bool found = false;
+  base::Guarded(
+      [&] {
+        for (long row = 1; row <= list.Count(); ++row) {
+          if (list.Row(row)->Number() == recordNo) {
+            list.SelectedRow = row;
+            found = true;
+            return;
+          }
+        }
+      },
+      frame::TraceFailure(app, u"Error in GetListNoFromRecNo method Reason : "));
+  return found;
+}
+
+void ClickRow(frame::AppState& app, JobList& list, long row1) {
+  base::Guarded(
+      [&] {
+        list.SelectedRow = row1;
+        list.markedRow = list.Row(row1) != nullptr ? row1 : 0;
+        app.Store.BackupNowMode = false;
+        if (list.HasRows() && list.SelectedRow >= 1) SetButtons(list, true);
+        list.Changed();
+      },
+      frame::TraceFailure(app, u"Error in click on scheduler list Reason : "));
+}
+
+}  // namespace jobs

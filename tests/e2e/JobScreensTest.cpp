@@ -1,0 +1,306 @@
+// Manage Scheduled Jobs and Backup Now on real windows, beside the simulated engine:
+// opened from the tray menu, the rows of the file, the running job's status, run now,
+// stop, stop completely, delete, Backup Now in both modes and the plug-in refusal.
+#include <windows.h>
+#include <commctrl.h>
+
+#include <string>
+
+#include "EngineSupport.h"
+#include "MonitorFixture.h"
+
+namespace e2e {
+namespace {
+
+// Record 9: a daily job whose next run is far away, so the engine leaves it alone.
+std::wstring LaterJob(const std::wstring& no = L"9", const std::wstring& name = L"Music") {
+  // A record as the file holds it, field after field.
+  // clang-format off
+  return Record({no, name, L"01-02-2099 6:30:00", L"01-01-2020 4:00:00", L"My Corvane/",
+                 L"3", L"2", L"0", L"", L"", L"", L"", L"0", L"1", L"0", L"209901020630",
+                 L"jsmith", L"1", L"0", L"1234567"});
+  // clang-format on
+}
+
+// The text of a cell of another process's list view (row and column from 0).
+std::wstring CellText(HWND list, int row, int column) {
+  DWORD pid = 0;
+  GetWindowThreadProcessId(list, &pid);
+  HANDLE p = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid);
+  if (p == nullptr) return L"<no process>";
+  constexpr int kChars = 512;
+  const size_t bytes = sizeof(LVITEMW) + kChars * sizeof(wchar_t);
+  auto* remote = static_cast<char*>(VirtualAllocEx(p, nullptr, bytes, MEM_COMMIT, PAGE_READWRITE));
+  std::wstring text = L"<no memory>";
+  if (remote != nullptr) {
+    LVITEMW item{};
+    item.iSubItem = column;
+    item.cchTextMax = kChars;
+    item.pszText = reinterpret_cast<wchar_t*>(remote + sizeof(LVITEMW));
+    WriteProcessMemory(p, remote, &item, sizeof(item), nullptr);
+    DWORD_PTR n = 0;
+    SendMessageTimeoutW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
+                        reinterpret_cast<LPARAM>(remote), SMTO_ABORTIFHUNG, 5000, &n);
+    wchar_t buffer[kChars] = {};
+    ReadProcessMemory(p, item.pszText, buffer, sizeof(buffer), nullptr);
+    text.assign(buffer, static_cast<size_t>(n));
+    VirtualFreeEx(p, remote, 0, MEM_RELEASE);
+  }
+  CloseHandle(p);
+  return text;
+}
+
+int RowCount(HWND list) {
+  DWORD_PTR rows = 0;
+  if (!SendMessageTimeoutW(list, LVM_GETITEMCOUNT, 0, 0, SMTO_ABORTIFHUNG, 5000, &rows)) return -1;
+  return static_cast<int>(rows);
+}
+
+// Selects row `row` (from 0) as a click would: the list tells the selection change.
+bool SelectRow(HWND list, int row) {
+  DWORD pid = 0;
+  GetWindowThreadProcessId(list, &pid);
+  HANDLE p = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid);
+  if (p == nullptr) return false;
+  auto* remote = VirtualAllocEx(p, nullptr, sizeof(LVITEMW), MEM_COMMIT, PAGE_READWRITE);
+  bool ok = false;
+  if (remote != nullptr) {
+    LVITEMW item{};
+    item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    item.state = LVIS_SELECTED | LVIS_FOCUSED;
+    WriteProcessMemory(p, remote, &item, sizeof(item), nullptr);
+    DWORD_PTR r = 0;
+    ok = SendMessageTimeoutW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row),
+                             reinterpret_cast<LPARAM>(remote), SMTO_ABORTIFHUNG, 5000, &r) != 0;
+    VirtualFreeEx(p, remote, 0, MEM_RELEASE);
+  }
+  CloseHandle(p);
+  return ok;
+}
+
+class JobScreensTest : public EngineMonitorTest {
+ protected:
+  HWND Open() {
+    Process* p = StartAndWait(L"Min");
+    if (p == nullptr) return nullptr;
+    pid_ = p->Pid();
+    auto w = MainWindow(pid_);
+    main_ = w ? w->hwnd : nullptr;
+    return main_;
+  }
+  void Jobs(const std::wstring& word, const Lines& records) {
+    Lines lines{word};
+    lines.insert(lines.end(), records.begin(), records.end());
+    ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"scheduleData.txt"), lines));
+  }
+  Lines ScheduleLines() {
+    return ReadTextFile(Folder().CommonFile(L"scheduleData.txt")).value_or(Lines{});
+  }
+  // A top-level window of the monitor that holds the control `name`.
+  HWND WaitForScreen(const std::wstring& name, Ms timeout = kWait) {
+    HWND found = nullptr;
+    WaitUntil(
+        [&] {
+          for (const WindowInfo& w : FindTopLevel(WindowQuery{L"", kMonitorClass, pid_, true}))
+            if (w.hwnd != main_ && FindByName(w.hwnd, name) != nullptr) found = w.hwnd;
+          return found != nullptr;
+        },
+        timeout);
+    return found;
+  }
+  // Item `n` of the tray menu (5: Manage all the Scheduled Jobs, 3: Backup Now).
+  void TrayItem(int n) {
+    ASSERT_TRUE(PostTrayMouse(main_, WM_RBUTTONUP));
+    ASSERT_TRUE(ChooseMenuItemByArrows(pid_, n));
+  }
+  HWND OpenJobList() {
+    TrayItem(5);
+    HWND screen = WaitForScreen(L"Sch_list_lv");
+    EXPECT_NE(screen, nullptr) << "Manage all the Scheduled Jobs opened nothing";
+    return screen;
+  }
+  HWND WaitForBox(const std::wstring& text, Ms timeout = kWait) {
+    HWND found = nullptr;
+    WaitUntil(
+        [&] {
+          for (const WindowInfo& w : FindTopLevel(WindowQuery{L"", kMonitorClass, pid_, true})) {
+            if (w.hwnd == main_) continue;
+            for (const WindowInfo& c : ListChildren(w.hwnd))
+              if (c.text.rfind(text, 0) == 0) found = w.hwnd;
+          }
+          return found != nullptr;
+        },
+        timeout);
+    return found;
+  }
+  void Answer(HWND box, const std::wstring& control) {
+    HWND button = FindByName(box, control);
+    ASSERT_NE(button, nullptr);
+    ASSERT_TRUE(ClickControl(button));
+    ASSERT_TRUE(WaitUntil([&] { return !IsWindow(box) || !IsWindowVisible(box); }))
+        << "the box stayed up";
+  }
+  void Answer(HWND box, int index) {
+    Answer(box, L"lbl_cmdButton(" + std::to_wstring(index) + L")");
+  }
+  void Press(HWND screen, const wchar_t* name) {
+    HWND c = FindByName(screen, name);
+    ASSERT_NE(c, nullptr) << Utf8(name);
+    ASSERT_TRUE(ClickControl(c));
+  }
+  bool WaitForSimPrefix(const std::wstring& prefix, Ms timeout = Ms{60000}) {
+    return WaitUntil(
+        [&] {
+          for (const auto& l : SimLog())
+            if (l.rfind(prefix, 0) == 0) return true;
+          return false;
+        },
+        timeout);
+  }
+  void Close(HWND screen) {
+    Press(screen, L"Sch_Close");
+    ASSERT_TRUE(WaitUntil([&] { return !IsWindow(screen) || !IsWindowVisible(screen); }));
+  }
+
+  DWORD pid_ = 0;
+  HWND main_ = nullptr;
+};
+
+TEST_F(JobScreensTest, TheJobListRunNowStopAndDelete) {
+  Jobs(L"0", {LaterJob(), LaterJob(L"4", L"Photos")});
+  Scenario({L"files = 6", L"steps = 4", L"step_ms = 1000"});
+  ASSERT_NE(Open(), nullptr);
+
+  // Idle: the rows of the file, no status, nothing under the list.
+  HWND screen = OpenJobList();
+  ASSERT_NE(screen, nullptr);
+  HWND list = FindByName(screen, L"Sch_list_lv");
+  ASSERT_TRUE(WaitUntil([&] { return RowCount(list) == 2; }));
+  EXPECT_EQ(CellText(list, 0, 0), L"Music");
+  EXPECT_EQ(CellText(list, 0, 1), L"1/2/2099");
+  EXPECT_EQ(CellText(list, 1, 6), L"4");
+  EXPECT_EQ(CellText(list, 0, 3) + CellText(list, 1, 3), L"");
+  Shot("job-list-idle");
+  Close(screen);
+
+  // A job falls due: the engine runs it and the list says so.
+  Jobs(L"0", {LaterJob(), LaterJob(L"4", L"Photos"), DailyJob()});
+  ASSERT_TRUE(WaitForSimLine(L"job 7 Pictures starts"));
+  screen = OpenJobList();
+  ASSERT_NE(screen, nullptr);
+  list = FindByName(screen, L"Sch_list_lv");
+  ASSERT_TRUE(WaitUntil([&] { return RowCount(list) == 3 && CellText(list, 2, 3) == L"In Progress"; }));
+  EXPECT_EQ(Describe(FindByName(screen, L"lblMsgProgres")).text,
+            L"Scheduled backup (username : jsmith) for the Backup set : 'Pictures' is in progress.");
+  Shot("job-list-in-progress");
+
+  // Run now on another job: the immediate record, which the engine takes next.
+  ASSERT_TRUE(SelectRow(list, 1));
+  Press(screen, L"Pic_Imme");
+  HWND added = WaitForBox(L"A record has been added for immediate backup/restore.");
+  ASSERT_NE(added, nullptr);
+  Answer(added, 0);
+  bool immediate = false;
+  for (const auto& l : ScheduleLines()) immediate |= l.rfind(L"0\b\bPhotos\b\b", 0) == 0;
+  EXPECT_TRUE(immediate);
+
+  // Stop on the running row: "2", and the engine ends after the file under way.
+  ASSERT_TRUE(SelectRow(list, 2));
+  Press(screen, L"Pic_Sttrf");
+  HWND ask = WaitForBox(L"A scheduled job is in progress.");
+  ASSERT_NE(ask, nullptr);
+  EXPECT_EQ(Word(), L"1");
+  Answer(ask, 0);
+  HWND told = WaitForBox(L"The scheduled job will stop shortly.");
+  ASSERT_NE(told, nullptr);
+  EXPECT_EQ(Word(), L"2");
+  Answer(told, 0);
+  ASSERT_TRUE(WaitForSimPrefix(L"job 7 stopped"));
+  ASSERT_TRUE(WaitForSimLine(L"job 0 Photos starts", Ms{60000}));
+
+  // Delete with its question.
+  Press(screen, L"Pic_Refresh");
+  ASSERT_TRUE(WaitUntil([&] { return CellText(list, 0, 6) == L"9"; }));
+  ASSERT_TRUE(SelectRow(list, 0));
+  Press(screen, L"Pic_Delete");
+  HWND sure = WaitForBox(L"Are you sure you want to delete the scheduled record?");
+  ASSERT_NE(sure, nullptr);
+  Answer(sure, 0);
+  EXPECT_TRUE(WaitUntil([&] {
+    for (const auto& l : ScheduleLines())
+      if (l.rfind(L"9\b\b", 0) == 0) return false;
+    return true;
+  }));
+  Close(screen);
+}
+
+TEST_F(JobScreensTest, StopCompletelyClearsAStopTheEngineDidNotTakeUp) {
+  Jobs(L"2", {LaterJob()});
+  ASSERT_NE(Open(), nullptr);
+  HWND screen = OpenJobList();
+  ASSERT_NE(screen, nullptr);
+  Press(screen, L"Pic_Stcomp");
+  // The screen stands still for nine seconds, then the word is cleared.
+  EXPECT_TRUE(WaitUntil([&] { return Word() == L"0"; }, Ms{20000}));
+  Close(screen);
+}
+
+TEST_F(JobScreensTest, BackupNowInBothModesAndItsSecondRefused) {
+  // A slow job keeps the engine busy, so the Backup Now record waits in the file.
+  Jobs(L"0", {DailyJob(), LaterJob()});
+  Scenario({L"files = 6", L"steps = 4", L"step_ms = 1000"});
+  ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"qvwin.ini"), {L"[Corvane]", L"UserName=jsmith"}));
+  ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"BacksetData.txt"),
+                             {L"Documents\b1", L"QVSQLServerBksetPay\b1"}));
+  ASSERT_NE(Open(), nullptr);
+  ASSERT_TRUE(WaitForSimLine(L"job 7 Pictures starts"));
+
+  TrayItem(3);
+  HWND screen = WaitForScreen(L"LstBackupSet");
+  ASSERT_NE(screen, nullptr) << "Backup Now opened nothing";
+  HWND list = FindByName(screen, L"LstBackupSet");
+  ASSERT_TRUE(WaitUntil([&] { return RowCount(list) == 2; }));
+  Shot("backup-now-mirror");
+  // The plug-in's set: refused with the download offer, closed without downloading.
+  ASSERT_TRUE(SelectRow(list, 1));
+  Press(screen, L"lbl_cmdBackupNow");
+  HWND offer = WaitForBox(L"Download and install the 'Advanced Backup plug-in'");
+  ASSERT_NE(offer, nullptr);
+  Shot("plugin-refusal");
+  Answer(offer, L"MsgClose");
+  ASSERT_TRUE(SelectRow(list, 0));
+  Press(screen, L"lbl_cmdBackupNow");
+  HWND done = WaitForBox(L"You have successfully set up an immediate backup");
+  ASSERT_NE(done, nullptr);
+  Answer(done, 0);
+  EXPECT_TRUE(WaitUntil([&] { return !IsWindow(screen) || !IsWindowVisible(screen); }));
+
+  // The same set again, while its record waits: refused, the screen stays.
+  TrayItem(3);
+  screen = WaitForScreen(L"LstBackupSet");
+  ASSERT_NE(screen, nullptr);
+  Press(screen, L"lbl_cmdBackupNow");
+  HWND again = WaitForBox(L"You have already set up an immediate backup job for this Backup set");
+  ASSERT_NE(again, nullptr);
+  Answer(again, 0);
+  EXPECT_TRUE(IsWindowVisible(screen));
+  Press(screen, L"lbl_cmdClose");
+  ASSERT_TRUE(WaitUntil([&] { return !IsWindow(screen) || !IsWindowVisible(screen); }));
+  // After the running job the engine takes the immediate one.
+  EXPECT_TRUE(WaitForSimLine(L"job 1 Documents starts", Ms{90000}));
+
+  // Relative Path mode lists the scheduled sets with their destination.
+  ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"qvwin.ini"),
+                             {L"[Corvane]", L"UserName=jsmith", L"MIRROR=0"}));
+  TrayItem(3);
+  screen = WaitForScreen(L"LstBackupSet");
+  ASSERT_NE(screen, nullptr);
+  list = FindByName(screen, L"LstBackupSet");
+  ASSERT_TRUE(WaitUntil([&] { return RowCount(list) >= 1; }));
+  EXPECT_EQ(CellText(list, 0, 1), L"My Corvane/");
+  Shot("backup-now-relative");
+  Press(screen, L"lbl_cmdClose");
+}
+
+}  // namespace
+}  // namespace e2e

@@ -1,0 +1,143 @@
+// Backup Now: the menu's lists by mode and their messages, then the action's fixed
+// order of checks and the immediate record it leaves.
+#include "jobs/BackupNowRules.h"
+
+#include "JobsFixture.h"
+#include "jobstore/DBaction.h"
+
+namespace jobstest {
+namespace {
+
+using A = kit::ScriptedUi::Answer;
+using jobs::BackupNowEnd;
+using jobstore::BackupNowOutcome;
+
+const Rec kDocs{u"3", u"Documents", u"03-25-2013 6:41:00", u"201303250641", u"2", u"4"};
+
+class BackupNowTest : public JobsTest {
+ protected:
+  BackupNowTest() { SetIni(u"UserName", u"jsmith"); }
+  void PutSets(const std::vector<Text>& lines) { PutLines(Common(u"BacksetData.txt"), lines); }
+  BackupNowOutcome Prepare() { return jobs::PrepareBackupNow(app, prompts); }
+  jobs::BackupNowResult Run() { return jobs::cmdBackupNow_Click(app, prompts, 10); }
+  void Choose(long row) { app.Store.LstBackupSet.SelectedRow = row; }
+};
+
+TEST_F(BackupNowTest, MirrorModeRunsASetTwiceRefused) {
+  PutSets({u"Documents\b1\b2", u"Photos\b1", u"autobkupqvwin\b1"});
+  PutSchedule(u"0", {kDocs});
+  ASSERT_EQ(Prepare(), BackupNowOutcome::Show);
+  const auto& rows = app.Store.LstBackupSet.Rows;
+  ASSERT_EQ(rows.size(), 2u);
+  EXPECT_EQ(rows[0], (jobstore::BackupNowRow{u"Documents", u"My Corvane/", u"jsmith", u"-1"}));
+  EXPECT_EQ(app.Store.LstBackupSet.SelectedRow, 1);
+  EXPECT_TRUE(app.Store.BackupNowMode);
+
+  auto first = Run();
+  EXPECT_EQ(first.end, BackupNowEnd::Close);
+  EXPECT_TRUE(first.recordAdded);
+  ASSERT_EQ(Asked().size(), 1u);
+  EXPECT_EQ(Asked()[0],
+            u"You have successfully set up an immediate backup of your scheduled Backup set "
+            u"'Documents'. You may check its status from the system tray.");
+  auto lines = Schedule();
+  ASSERT_EQ(lines.size(), 3u);
+  const auto added = jobstore::ParseScheduleLine(lines[2]).record;
+  EXPECT_EQ(added.RecordNo, u"1");  // the smallest free number
+  EXPECT_EQ(added.BackupSetName, u"Documents");
+  EXPECT_EQ(added.SortKey, u"000000010000");
+  EXPECT_EQ(added.NextRun, u"03-18-2013 15:02:33");
+  EXPECT_EQ(app.Store.ChosenDestination, u"My Corvane/");
+  EXPECT_TRUE(app.Jobs.empty());
+
+  // The same set again: refused, the screen stays in front.
+  ASSERT_EQ(Prepare(), BackupNowOutcome::Show);
+  auto second = Run();
+  EXPECT_EQ(second.end, BackupNowEnd::Front);
+  EXPECT_FALSE(second.recordAdded);
+  EXPECT_EQ(Asked().back(),
+            u"You have already set up an immediate backup job for this Backup set 'Documents'.");
+  // Another set is taken: two immediate jobs of different sets stand side by side.
+  ASSERT_EQ(Prepare(), BackupNowOutcome::Show);
+  Choose(2);
+  EXPECT_TRUE(Run().recordAdded);
+  EXPECT_EQ(Schedule().size(), 4u);
+}
+
+TEST_F(BackupNowTest, TheMenusMessagesByMode) {
+  // Mirror mode without a set file: its message and no screen.
+  EXPECT_EQ(Prepare(), BackupNowOutcome::Close);
+  EXPECT_EQ(Asked(), std::vector<Text>{Msg(16)});
+  // An empty set file.
+  PutSets({u""});
+  EXPECT_EQ(Prepare(), BackupNowOutcome::Close);
+  EXPECT_EQ(Asked().back(), Msg(65));
+  // Relative Path mode without a schedule: nothing at all.
+  SetIni(u"MIRROR", u"0");
+  EXPECT_EQ(Prepare(), BackupNowOutcome::Nothing);
+  EXPECT_EQ(Asked().size(), 2u);
+  // Jobs of other users only.
+  Rec other = kDocs;
+  other.user = u"mary";
+  PutSchedule(u"0", {other});
+  EXPECT_EQ(Prepare(), BackupNowOutcome::Close);
+  EXPECT_EQ(Asked().back(), Msg(69));
+  EXPECT_EQ(ui.UnansweredCount(), 3);  // the OK boxes closed, as nobody pressed OK
+}
+
+TEST_F(BackupNowTest, RelativePathModeTakesTheJobsDestination) {
+  SetIni(u"MIRROR", u"0");
+  Rec job = kDocs;
+  job.dest = u"Office/";
+  PutSchedule(u"0", {job});
+  ASSERT_EQ(Prepare(), BackupNowOutcome::Show);
+  EXPECT_EQ(app.Store.LstBackupSet.Rows[0].RecordNo, u"3");
+  EXPECT_EQ(Run().end, BackupNowEnd::Close);
+  EXPECT_EQ(app.Store.ChosenDestination, u"Office/");
+  const auto added = jobstore::ParseScheduleLine(Schedule().back()).record;
+  EXPECT_EQ(added.Destination, u"Office/");
+  EXPECT_EQ(added.RecordNo, u"1");
+}
+
+TEST_F(BackupNowTest, TheOrderOfTheChecks) {
+  PutSets({u"QVSQLServerBksetPay\b1", u"Photos\b1"});
+  // The plug-in comes first, even before the disabled jobs.
+  SetIni(u"DisableAllSchdulers", u"1");
+  ASSERT_EQ(Prepare(), BackupNowOutcome::Show);
+  EXPECT_EQ(Run().end, BackupNowEnd::Stay);
+  EXPECT_EQ(Asked(), std::vector<Text>{Msg(500)});
+  // Disabled, the answer No: nothing is written and the screen comes to the front.
+  Choose(2);
+  ui.Queue(A::No());
+  EXPECT_EQ(Run().end, BackupNowEnd::Front);
+  EXPECT_EQ(Asked().back(), Msg(6));
+  EXPECT_FALSE(fake.fs.FileExists(app.ScheduleFilePath));
+  EXPECT_EQ(frame::ReadSetting(app, u"DisableAllSchdulers"), u"1");
+  // Yes enables them and goes on.
+  ui.Queue(A::Yes());
+  EXPECT_EQ(Run().end, BackupNowEnd::Close);
+  EXPECT_EQ(frame::ReadSetting(app, u"DisableAllSchdulers"), u"0");
+  EXPECT_EQ(Schedule().size(), 2u);
+  // No row chosen: nothing; an empty list: its message.
+  ASSERT_EQ(Prepare(), BackupNowOutcome::Show);
+  Choose(0);
+  EXPECT_EQ(Run().end, BackupNowEnd::Stay);
+  app.Store.LstBackupSet.Clear();
+  const size_t before = Asked().size();
+  Run();
+  EXPECT_EQ(Asked().size(), before + 1);
+  EXPECT_EQ(Asked().back(), Msg(4));
+}
+
+TEST_F(BackupNowTest, ARowWithoutAName) {
+  // A set line without its separator gives a row with no name.
+  PutSets({u"NoSeparator", u"Photos\b1"});
+  ASSERT_EQ(Prepare(), BackupNowOutcome::Show);
+  ASSERT_EQ(app.Store.LstBackupSet.Rows[0].Name, u"");
+  EXPECT_EQ(Run().end, BackupNowEnd::Stay);
+  EXPECT_EQ(Asked(), std::vector<Text>{Msg(3)});
+  EXPECT_FALSE(fake.fs.FileExists(app.ScheduleFilePath));
+}
+
+}  // namespace
+}  // namespace jobstest

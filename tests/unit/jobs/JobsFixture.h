@@ -1,0 +1,92 @@
+#pragma once
+// The job screens' rules on the fake platform rooted at C:\QV, with the windowless
+// screen service answering the product's message box from a script.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "base/Utf16.h"
+#include "frame/Settings.h"
+#include "jobs/JobPrompts.h"
+#include "kit/MessageTable.h"
+#include "kit/ScriptedUi.h"
+#include "support/FrameFixture.h"
+
+namespace jobstest {
+
+using base::Text;
+using testkit::U8;
+
+// One record as the file holds it, field after field.
+struct Rec {
+  Text no, name, next = u"03-25-2013 6:41:00", key = u"201303250641", days = u"2", freq = u"4",
+                 user = u"jsmith", dest = u"My Corvane/";
+  Text Line() const {
+    return base::Join({no,       name, next, u"03-18-2013 15:02:33",
+                       dest,     freq, u"2", u"1",
+                       u"a@b.c", u"",  u"",  u"",
+                       u"0",     u"1", u"3", key,
+                       user,     u"1", u"0", days},
+                      u"\b\b");
+  }
+};
+
+// Downloads asked for instead of opened, next to the product's message box.
+class RecordingPrompts : public jobs::UiPrompts {
+ public:
+  using UiPrompts::UiPrompts;
+  void OpenDownload(const Text& url) override { downloads.push_back(url); }
+  std::vector<Text> downloads;
+};
+
+class JobsTest : public ::testing::Test, public testkit::FrameFixture {
+ protected:
+  JobsTest() : prompts(app, ui) {
+    fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+    app.BacksetFilePath = Common(u"BacksetData.txt");
+    app.UserName = u"jsmith";
+    fake.clock.now = base::DateTime{2013, 3, 18, 15, 2, 33};
+  }
+
+  void PutSchedule(const Text& state, const std::vector<Rec>& records) {
+    std::vector<Text> lines{state};
+    for (const Rec& r : records) lines.push_back(r.Line());
+    PutLines(app.ScheduleFilePath, lines);
+  }
+  void PutLines(const Text& path, const std::vector<Text>& lines) {
+    std::string bytes(base::kUtf16Bom);
+    for (const Text& l : lines) bytes += base::EncodeUtf16Le(l + u"\r\n");
+    fake.fs.PutFile(path, bytes);
+  }
+  std::vector<Text> Schedule() { return Lines(app.ScheduleFilePath); }
+  std::vector<Text> Trace() { return Lines(Common(u"SerTraceFile.txt")); }
+  bool TraceHas(const Text& text) {
+    for (const Text& l : Trace())
+      if (base::InStr(l, text) > 0) return true;
+    return false;
+  }
+  void SetIni(const Text& key, const Text& value) { frame::WriteSetting(app, key, value); }
+
+  // The texts of the message boxes so far, in order.
+  std::vector<Text> Asked() const {
+    std::vector<Text> texts;
+    for (const auto& q : ui.Questions()) texts.push_back(q.text);
+    return texts;
+  }
+  Text Msg(long code) const { return kit::GetMessage(app, code); }
+  // The program folder holds every file of the plug-in.
+  void InstallPlugin() {
+    for (const char16_t* f :
+         {u"SqlAgentLib.dll", u"SqlAgentRun.exe", u"MailStoreLib.dll", u"MailStoreRun.exe",
+          u"MailStoreLib64.dll", u"MailStoreRun64.exe", u"MailStoreRestore.dll",
+          u"MailStoreRestore64.dll", u"MailBrickRun.exe", u"MailStoreRun2010.exe",
+          u"SysStateRun32.exe", u"SysStateRun64.exe"})
+      fake.fs.PutFile(u"C:\\QV\\" + Text(f), "x");
+  }
+
+  kit::ScriptedUi ui;
+  RecordingPrompts prompts;
+};
+
+}  // namespace jobstest
