@@ -2,6 +2,8 @@
 
 #include <optional>
 
+#include "QvJobsEdit.h"
+
 #include "frame/AppState.h"
 #include "frame/Settings.h"
 #include "frame/Startup.h"
@@ -15,9 +17,12 @@ namespace {
 using base::Text;
 
 constexpr char kUsage[] =
-    "usage: qvjobs [--root DATAROOT] [--now \"mm-dd-yyyy H:mm:ss\"] "
+    "usage: qvjobs [--root DATAROOT] [--now \"mm-dd-yyyy H:mm:ss\"] [--answer yes|no] "
     "list | next | state | set-state VALUE | delete RECORDNO | new-number | "
-    "plan --time H:mm:ss (--days D[,D...] | --hourly | --monthly mm-dd-yyyy | --immediate)";
+    "plan --time H:mm:ss (--days D[,D...] | --hourly | --monthly mm-dd-yyyy | --immediate) | "
+    "edit RECORDNO --time H:mm:ss (--days D[,D...] | --daily | --hourly | --monthly mm-dd-yyyy "
+    "| --immediate | --none) [--mail ADDRESSES --notify always|failure | --no-mail] "
+    "[--cutoff H:mm:ss | --no-cutoff] [--desktop 0|1] [--missed 0|1]";
 
 struct UsageError {
   std::string reason;
@@ -134,6 +139,16 @@ class Command {
       SetPaths(app, root_);
       jobstore::Timing t = jobstore::PlanTiming(app, choice);
       out += Line(base::Join({t.NextRun, t.Days, t.FrequencyIndex, t.SortKey}, u"|"));
+    } else if (name == "edit") {
+      EditRequest request{
+          std::vector<std::string>(args_.begin() + static_cast<long>(pos_), args_.end()),
+          answerYes_};
+      pos_ = args_.size();
+      SetPaths(app, root_);
+      std::string reason;
+      const int code = RunEdit(app, request, out, reason);
+      if (code == kExitUsage) throw UsageError{reason};
+      return code;
     } else {
       throw UsageError{"unknown command '" + name + "'"};
     }
@@ -152,6 +167,10 @@ class Command {
         now_ = base::ParseFileDate(value);
         if (!now_ || base::Split(base::Trim(value), u" ").size() != 2)
           throw UsageError{"--now takes \"mm-dd-yyyy H:mm:ss\""};
+      } else if (option == "--answer") {
+        const Text answer = Take("--answer needs yes or no");
+        if (answer != u"yes" && answer != u"no") throw UsageError{"--answer takes yes or no"};
+        answerYes_ = answer == u"yes";
       } else {
         throw UsageError{"unknown option '" + option + "'"};
       }
@@ -218,6 +237,7 @@ class Command {
   size_t pos_ = 0;
   Text root_;
   std::optional<base::DateTime> now_;
+  bool answerYes_ = false;
 };
 
 }  // namespace
