@@ -111,8 +111,7 @@ void CutoffClick(AppState& app, ScheduleEditor& ed, EditorChoices& c) {
   }
   c.DTPCutoffTimeEnabled = true;
   const Text time = jobstore::FormatDate(c.DTPCutoffTime, u"H:mm:ss", jobstore::LocaleOf(app));
-  if (Ask(ed, CutoffQuestion(app, time), kit::kIconQuestion, kit::kButtonsYesNo) ==
-      kit::kResultYes)
+  if (Ask(ed, CutoffQuestion(app, time), kit::kIconQuestion, kit::kButtonsYesNo) == kit::kResultYes)
     return;
   c.chkCutoffTime = false;
   c.DTPCutoffTimeEnabled = false;
@@ -120,8 +119,7 @@ void CutoffClick(AppState& app, ScheduleEditor& ed, EditorChoices& c) {
 }
 
 Text DailyCaptionFor(const EditorChoices& c) {
-  return CheckedDays(c) == 7 || CheckedDays(c) == 0 ? Text(kDailyCaption)
-                                                    : Text(kWeekDaysCaption);
+  return CheckedDays(c) == 7 || CheckedDays(c) == 0 ? Text(kDailyCaption) : Text(kWeekDaysCaption);
 }
 
 ChoiceEnables EnablesFor(const EditorChoices& c) {
@@ -142,8 +140,7 @@ Text ScreenDate(AppState& app, const Text& fileDate) {
     value = jobstore::ReformatDate(value, jobstore::kFileDatePattern, locale);
   auto parsed = jobstore::ParseSystemDate(value, locale);
   if (!parsed) return value;
-  return jobstore::FormatDate(*parsed, base::ToLower(locale.shortDateFormat) + u" H:nn:ss",
-                              locale);
+  return jobstore::FormatDate(*parsed, base::ToLower(locale.shortDateFormat) + u" H:nn:ss", locale);
 }
 
 Text DaysColumn(const jobstore::ScheduleRecord& r) {

@@ -15,8 +15,7 @@ inline constexpr char16_t kWeekDaysCaption[] = u" Week-Day(s)";
 inline constexpr unsigned kMailDisabledColor = 0xABABAB;
 inline constexpr unsigned kMailEnabledColor = 0xFFFFFF;
 
-inline constexpr char16_t kHelpTopic[] =
-    u"QVWINHelp.chm::/Corvane_Tray_Icon/Using_Tray_Icon.htm";
+inline constexpr char16_t kHelpTopic[] = u"QVWINHelp.chm::/Corvane_Tray_Icon/Using_Tray_Icon.htm";
 inline constexpr char16_t kAutomatedSet[] = u"autobkupqvwin";
 
 enum class FrequencyControl { Immediate, Hourly, Monthly };

@@ -46,7 +46,8 @@ const ScheduleRecord* GlobalRow(AppState& app, const Text& recordNo) {
 // ---- Choices -------------------------------------------------------------------
 
 bool EditorChoices::NoFrequency() const {
-  const bool anyDay = std::any_of(timing.chkBox.begin(), timing.chkBox.end(), [](bool b) { return b; });
+  const bool anyDay =
+      std::any_of(timing.chkBox.begin(), timing.chkBox.end(), [](bool b) { return b; });
   return !anyDay && !timing.chkImmediate && !timing.optMonthly && !timing.optHourly &&
          !timing.chkDaily;
 }
@@ -82,9 +83,9 @@ Text QVWinErrorText(AppState& app, long code) {
     long code;
     long message;
   };
-  static constexpr Entry kTable[] = {{101, 49}, {103, 50}, {104, 51}, {105, 52}, {106, 53},
-                                     {108, 54}, {201, 55}, {202, 56}, {203, 57}, {204, 58},
-                                     {205, 59}, {206, 60}};
+  static constexpr Entry kTable[] = {{101, 49}, {103, 50}, {104, 51}, {105, 52},
+                                     {106, 53}, {108, 54}, {201, 55}, {202, 56},
+                                     {203, 57}, {204, 58}, {205, 59}, {206, 60}};
   for (const Entry& e : kTable)
     if (e.code == code) return kit::GetMessage(app, e.message);
   return Text();
@@ -209,8 +210,7 @@ base::DateTime MonthlyPickerDate(const base::DateTime& now, const base::DateTime
   return d;
 }
 
-bool ShowRecordChoices(AppState& app, ScheduleEditor& ed, const Text& recordNo,
-                       EditorChoices& c) {
+bool ShowRecordChoices(AppState& app, ScheduleEditor& ed, const Text& recordNo, EditorChoices& c) {
   const ScheduleRecord* row = TempRow(ed, recordNo);
   if (!row) return false;
   EditorIdentity& id = ed.Identity;
@@ -322,8 +322,8 @@ void SaveTempSchdata(ScheduleEditor& ed, const Text& recordNo) {
   row->Days = recordNo == s.RecordNo ? Text(kNoSchedule) : s.Days;
 }
 
-bool Schwiz_validate_Start4(AppState& app, ScheduleEditor& ed, EditorChoices& c,
-                            bool bPreventCheck, const Text& recordNo) {
+bool Schwiz_validate_Start4(AppState& app, ScheduleEditor& ed, EditorChoices& c, bool bPreventCheck,
+                            const Text& recordNo) {
   if (c.timing.chkImmediate) {
     c.DTPickerEnabled = false;
     c.timing.DTPicker = WithTime(c.timing.DTPicker, app.platform.clock->Now());

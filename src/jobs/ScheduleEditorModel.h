@@ -124,8 +124,7 @@ void LoadTempJobs(AppState& app, ScheduleEditor& ed);
 void LoadEditorSettings(AppState& app, EditorChoices& c);
 // The row's choices onto the controls and its identity into the editor. False when
 // the record is not in the temporary array (nothing changes then).
-bool ShowRecordChoices(AppState& app, ScheduleEditor& ed, const Text& recordNo,
-                       EditorChoices& c);
+bool ShowRecordChoices(AppState& app, ScheduleEditor& ed, const Text& recordNo, EditorChoices& c);
 // The date of a monthly job as the date picker takes it: the present month first,
 // then the day (the present day when that month has no such day), then the year.
 base::DateTime MonthlyPickerDate(const base::DateTime& now, const base::DateTime& nextRun);
@@ -134,8 +133,8 @@ base::DateTime MonthlyPickerDate(const base::DateTime& now, const base::DateTime
 
 void Sch_Filldata_Start6(AppState& app, ScheduleEditor& ed, EditorChoices& c);
 void SaveTempSchdata(ScheduleEditor& ed, const Text& recordNo);
-bool Schwiz_validate_Start4(AppState& app, ScheduleEditor& ed, EditorChoices& c,
-                            bool bPreventCheck, const Text& recordNo);
+bool Schwiz_validate_Start4(AppState& app, ScheduleEditor& ed, EditorChoices& c, bool bPreventCheck,
+                            const Text& recordNo);
 bool SaveSelection(AppState& app, ScheduleEditor& ed, EditorChoices& c, const Text& recordNo);
 // The main button: checks the present row and writes every row of the temporary array.
 SaveOutcome Sch_Start4_Next_Click(AppState& app, ScheduleEditor& ed, EditorChoices& c);

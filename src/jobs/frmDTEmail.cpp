@@ -68,11 +68,15 @@ frmDTEmail::frmDTEmail(frame::AppState& app, kit::Ui& ui)
 
   using S = frmDTEmail;
   kit::Design(*this, ui)
-      .TabOrder({&Sch_list_lv, &Pic_Delete, &Pic_Refresh, &Pic_Sttrf, &pic_Sun_Day, &Pic_Mon_Day,
-                 &Pic_Tue_Day, &Pic_Wed_Day, &Pic_Thu_Day, &Pic_Fri_Day, &Pic_Sat_Day, &chkDaily,
-                 &optHourly, &optMonthly, &chkImmediate, &DTPicker, &DTPMonthly, &chkCutoffTime,
-                 &DTPCutoffTime, &ChkEmailNotification, &txtEmailNotification, &optAlways,
-                 &chkdesktop, &chkMissedBackup, &Sch_Start4_Next, &DTEmail_help, &DTEmail_Close})
+      .TabOrder({&Sch_list_lv,     &Pic_Delete,           &Pic_Refresh,
+                 &Pic_Sttrf,       &pic_Sun_Day,          &Pic_Mon_Day,
+                 &Pic_Tue_Day,     &Pic_Wed_Day,          &Pic_Thu_Day,
+                 &Pic_Fri_Day,     &Pic_Sat_Day,          &chkDaily,
+                 &optHourly,       &optMonthly,           &chkImmediate,
+                 &DTPicker,        &DTPMonthly,           &chkCutoffTime,
+                 &DTPCutoffTime,   &ChkEmailNotification, &txtEmailNotification,
+                 &optAlways,       &chkdesktop,           &chkMissedBackup,
+                 &Sch_Start4_Next, &DTEmail_help,         &DTEmail_Close})
       .Press(Sch_Start4_Next, &S::Sch_Start4_Next_Click)
       .Press(DTEmail_Close, &S::Sch_Start4_Next_Click)
       .Press(lblClose, &S::Sch_Start4_Cancel_Click)
@@ -272,9 +276,7 @@ void frmDTEmail::EnableChoices() {
 void frmDTEmail::RefreshDayButtons() {
   for (int i = 0; i < 7; ++i) {
     kit::Picture& button = DayButtonAt(i);
-    button.SetPictureKey(!button.Enabled()   ? u"dis"
-                         : chkBox(i).Checked() ? u"checked"
-                                               : u"gen");
+    button.SetPictureKey(!button.Enabled() ? u"dis" : chkBox(i).Checked() ? u"checked" : u"gen");
   }
 }
 
@@ -398,8 +400,7 @@ void frmDTEmail::FrequencyRule(FrequencyControl which, const Text& procedure) {
 }
 
 void frmDTEmail::chkImmediate_Click() {
-  FrequencyRule(FrequencyControl::Immediate,
-                u"in procedure Pic_Imme_Click of Form SchedulerFrm");
+  FrequencyRule(FrequencyControl::Immediate, u"in procedure Pic_Imme_Click of Form SchedulerFrm");
 }
 void frmDTEmail::optHourly_Click() {
   FrequencyRule(FrequencyControl::Hourly, u"in procedure optHourly_Click from form frmDTEmail");

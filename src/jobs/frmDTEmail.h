@@ -75,16 +75,15 @@ class frmDTEmail : public kit::Form {
   kit::Picture Pic_Sttrf{*this, u"Pic_Sttrf", {1260, 3000, 480, 480}, u"stop_gen"};
   kit::Label lblBkSetName{*this, u"lblBkSetName", {1920, 3120, 8100, 255}};
 
-  kit::ControlArray<kit::CheckBox> chkBox{
-      *this,
-      u"chkBox",
-      {{180, 3660, 1300, 255},
-       {1560, 3660, 1300, 255},
-       {2940, 3660, 1300, 255},
-       {4320, 3660, 1300, 255},
-       {5700, 3660, 1300, 255},
-       {7080, 3660, 1300, 255},
-       {8460, 3660, 1300, 255}}};
+  kit::ControlArray<kit::CheckBox> chkBox{*this,
+                                          u"chkBox",
+                                          {{180, 3660, 1300, 255},
+                                           {1560, 3660, 1300, 255},
+                                           {2940, 3660, 1300, 255},
+                                           {4320, 3660, 1300, 255},
+                                           {5700, 3660, 1300, 255},
+                                           {7080, 3660, 1300, 255},
+                                           {8460, 3660, 1300, 255}}};
   kit::Picture pic_Sun_Day{*this, u"pic_Sun_Day", {180, 3660, 240, 240}, u"gen"};
   kit::Picture Pic_Mon_Day{*this, u"Pic_Mon_Day", {1560, 3660, 240, 240}, u"gen"};
   kit::Picture Pic_Tue_Day{*this, u"Pic_Tue_Day", {2940, 3660, 240, 240}, u"gen"};
@@ -119,20 +118,22 @@ class frmDTEmail : public kit::Form {
   kit::CheckBox ChkEmailNotification{
       *this, u"ChkEmailNotification", {180, 5010, 2200, 255}, u"Email Notification"};
   kit::TextBox txtEmailNotification{*this, u"txtEmailNotification", {2520, 4965, 7500, 330}};
-  kit::Label lblEx{*this,
-                   u"lblEx",
-                   {2520, 5340, 7500, 255},
-                   u"Separate addresses with \",\" or \";\", e.g. jsmith@example.com;admin@example.com"};
+  kit::Label lblEx{
+      *this,
+      u"lblEx",
+      {2520, 5340, 7500, 255},
+      u"Separate addresses with \",\" or \";\", e.g. jsmith@example.com;admin@example.com"};
   kit::OptionButton optAlways{*this, u"optAlways", {2520, 5640, 2000, 255}, u"Notify always"};
   kit::OptionButton optFailure{*this, u"optFailure", {4620, 5640, 2200, 255}, u"Notify on failure"};
   kit::CheckBox chkdesktop{*this,
                            u"chkdesktop",
                            {180, 6060, 9840, 255},
                            u"Notify me on the desktop when the scheduled job is complete"};
-  kit::CheckBox chkMissedBackup{*this,
-                                u"chkMissedBackup",
-                                {180, 6390, 9840, 255},
-                                u"Start the missed scheduled backup when the computer is turned on"};
+  kit::CheckBox chkMissedBackup{
+      *this,
+      u"chkMissedBackup",
+      {180, 6390, 9840, 255},
+      u"Start the missed scheduled backup when the computer is turned on"};
 
   kit::PictureButton Sch_Start4_Next{*this, u"Sch_Start4_Next", {8520, 6900, 1500, 345}, u"&Close"};
   kit::PictureButton Sch_Start4_Cancel{*this, u"Sch_Start4_Cancel", {6900, 6900, 1500, 345}};

@@ -57,8 +57,7 @@ base::DateTime ParseClock(const Text& text, const char* option) {
     if (ok) base::ParseLong(parts[i], n);
     v[i] = static_cast<int>(n);
   }
-  if (!ok || v[0] > 23 || v[1] > 59 || v[2] > 59)
-    throw Bad{std::string(option) + " takes H:mm:ss"};
+  if (!ok || v[0] > 23 || v[1] > 59 || v[2] > 59) throw Bad{std::string(option) + " takes H:mm:ss"};
   base::DateTime t;
   t.hour = v[0];
   t.minute = v[1];
@@ -141,7 +140,8 @@ EditOptions Parse(const std::vector<std::string>& args) {
   if (kinds != 1)
     throw Bad{
         "edit needs exactly one of --days, --daily, --hourly, --monthly, --immediate, --none"};
-  if (o.noMail && (o.mail || o.notifyGiven)) throw Bad{"--no-mail goes without --mail and --notify"};
+  if (o.noMail && (o.mail || o.notifyGiven))
+    throw Bad{"--no-mail goes without --mail and --notify"};
   if (o.mail.has_value() != o.notifyGiven) throw Bad{"--mail and --notify go together"};
   if (o.cutoff && o.noCutoff) throw Bad{"--cutoff and --no-cutoff exclude each other"};
   return o;
@@ -182,10 +182,14 @@ void ApplyFrequency(frame::AppState& app, jobs::ScheduleEditor& ed, jobs::Editor
       // The chosen control is unchecked; the row is then cleared and saving removes it.
       const bool immediate = t.chkImmediate, hourly = t.optHourly, monthly = t.optMonthly;
       c.SetFrequency(Text());
-      if (immediate) jobs::FrequencyClick(app, ed, c, jobs::FrequencyControl::Immediate);
-      else if (hourly) jobs::FrequencyClick(app, ed, c, jobs::FrequencyControl::Hourly);
-      else if (monthly) jobs::FrequencyClick(app, ed, c, jobs::FrequencyControl::Monthly);
-      else jobs::DayClick(ed, c);
+      if (immediate)
+        jobs::FrequencyClick(app, ed, c, jobs::FrequencyControl::Immediate);
+      else if (hourly)
+        jobs::FrequencyClick(app, ed, c, jobs::FrequencyControl::Hourly);
+      else if (monthly)
+        jobs::FrequencyClick(app, ed, c, jobs::FrequencyControl::Monthly);
+      else
+        jobs::DayClick(ed, c);
       break;
     }
     case Frequency::None: break;

@@ -22,7 +22,6 @@ struct EditRequest {
 // Otherwise runs the editor on `app` (its paths set) and prints each line of every
 // message the screen would show into `out`. Exit 0 when the rows were written, 1 when
 // a check refused the save or the job was in progress, 2 for a bad argument.
-int RunEdit(frame::AppState& app, const EditRequest& request, std::string& out,
-            std::string& usage);
+int RunEdit(frame::AppState& app, const EditRequest& request, std::string& out, std::string& usage);
 
 }  // namespace qvjobs

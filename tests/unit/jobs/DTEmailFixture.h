@@ -45,9 +45,26 @@ struct Row {
   Text reserved12;
 
   Text Line() const {
-    return base::Join({no, name, nextRun, u"03-18-2013 15:02:33", u"My Corvane/", freq, u"2",
-                       u"1", mail, u"", u"", reserved12, u"0", u"1", mailMode, key, u"jsmith",
-                       u"1", u"0", days},
+    return base::Join({no,
+                       name,
+                       nextRun,
+                       u"03-18-2013 15:02:33",
+                       u"My Corvane/",
+                       freq,
+                       u"2",
+                       u"1",
+                       mail,
+                       u"",
+                       u"",
+                       reserved12,
+                       u"0",
+                       u"1",
+                       mailMode,
+                       key,
+                       u"jsmith",
+                       u"1",
+                       u"0",
+                       days},
                       kB);
   }
 };

@@ -19,8 +19,9 @@ TEST_F(EditorTest, ErrorTableShowsItsTextsAndNothingForOtherCodes) {
       {104, u"Enter your email address."},
       {105, u"Enter your valid email address."},
       {106, u"Enter your valid email address."},
-      {108, u"The selected date/time for the scheduled backup/restore job has passed. Enter new "
-            u"settings."},
+      {108,
+       u"The selected date/time for the scheduled backup/restore job has passed. Enter new "
+       u"settings."},
       {201, u"Select the file to be backed up."},
       {202, u"Select a folder in your Corvane account where you want your backups to go."},
       {203, u"Select the file to be restored. "},
@@ -30,16 +31,17 @@ TEST_F(EditorTest, ErrorTableShowsItsTextsAndNothingForOtherCodes) {
   for (const auto& [code, text] : table) EXPECT_EQ(QVWinError(app, ed, code), text) << code;
   ASSERT_EQ(shown.size(), std::size(table));
   EXPECT_EQ(shown[3].text, u"Enter your valid email address.");
-  for (long code : {0L, 100L, 102L, 107L, 200L, 207L, 999L}) EXPECT_EQ(QVWinError(app, ed, code), u"");
+  for (long code : {0L, 100L, 102L, 107L, 200L, 207L, 999L})
+    EXPECT_EQ(QVWinError(app, ed, code), u"");
   EXPECT_EQ(shown.size(), std::size(table));
 }
 
 TEST_F(EditorTest, MailShapesAndDuplicates) {
   EXPECT_TRUE(ValidMailAddress(u"a@b.com"));
-  EXPECT_TRUE(ValidMailAddress(u"@b.com"));       // nothing before the "@" passes
-  EXPECT_FALSE(ValidMailAddress(u"a@.com"));      // "." right behind the "@"
-  EXPECT_FALSE(ValidMailAddress(u"a@bcom"));      // no "." behind it
-  EXPECT_FALSE(ValidMailAddress(u"a.b@c"));       // a "." before the "@" does not count
+  EXPECT_TRUE(ValidMailAddress(u"@b.com"));   // nothing before the "@" passes
+  EXPECT_FALSE(ValidMailAddress(u"a@.com"));  // "." right behind the "@"
+  EXPECT_FALSE(ValidMailAddress(u"a@bcom"));  // no "." behind it
+  EXPECT_FALSE(ValidMailAddress(u"a.b@c"));   // a "." before the "@" does not count
   EXPECT_FALSE(ValidMailAddress(u"ab.com"));
   EXPECT_FALSE(ValidMailAddress(u"a@"));
 
@@ -116,7 +118,8 @@ TEST_F(EditorTest, OneAddressThreeTimesEndsAsOne) {
 }
 
 TEST_F(EditorTest, NoChoiceSavesAsDailyAndTracesTheFill) {
-  PutSchedule({u"0", Row{u"1", u"Docs", u"03-25-2013 6:41:00", u"0", u"201303250641", u"Hourly"}.Line()});
+  PutSchedule(
+      {u"0", Row{u"1", u"Docs", u"03-25-2013 6:41:00", u"0", u"201303250641", u"Hourly"}.Line()});
   Open(u"1");
   c.SetFrequency(Text());
   c.timing.DTPicker = At(16, 0, 0);
@@ -221,8 +224,8 @@ TEST_F(EditorTest, EmptyFileSavesNothing) {
 }
 
 TEST_F(EditorTest, ShowingARecordSetsChoicesMailAndIdentity) {
-  Row r{u"7", u"Tom & Jerry", u"03-31-2013 6:41:00", u"0", u"201303310641", u"Monthly", u"3",
-        u"a@b.com;c@d.org"};
+  Row r{u"7",       u"Tom & Jerry", u"03-31-2013 6:41:00", u"0", u"201303310641",
+        u"Monthly", u"3",           u"a@b.com;c@d.org"};
   PutSchedule({u"0", r.Line()});
   Open(u"7");
   EXPECT_EQ(ed.Identity.BackupSetName, u"Tom & Jerry");

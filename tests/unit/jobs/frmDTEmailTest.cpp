@@ -29,11 +29,10 @@ class DTEmailScreen : public EditorTest {
 };
 
 TEST_F(DTEmailScreen, ListShowsTheRowsAndOnlyTheNextJobHasAStatus) {
-  PutSchedule({u"1",
-               Row{u"4", u"Photos", u"03-20-2013 9:00:00", u"4", u"201303200900", u"4"}.Line(),
-               Row{u"2", u"Running", u"03-25-2013 6:41:00", u"3", u"000000000000"}.Line(),
-               Row{u"7", u"Tom & Jerry", u"03-31-2013 6:41:00", u"0", u"201303310641", u"Monthly"}
-                   .Line()});
+  PutSchedule(
+      {u"1", Row{u"4", u"Photos", u"03-20-2013 9:00:00", u"4", u"201303200900", u"4"}.Line(),
+       Row{u"2", u"Running", u"03-25-2013 6:41:00", u"3", u"000000000000"}.Line(),
+       Row{u"7", u"Tom & Jerry", u"03-31-2013 6:41:00", u"0", u"201303310641", u"Monthly"}.Line()});
   OpenScreen(u"7");
   const auto& columns = form.Sch_list_lv.Columns();
   ASSERT_EQ(columns.size(), 9u);
@@ -72,7 +71,8 @@ TEST_F(DTEmailScreen, EmptyFileDisablesThePictures) {
 }
 
 TEST_F(DTEmailScreen, DayButtonsAndTheDailyCaption) {
-  PutSchedule({u"0", Row{u"1", u"Docs", u"03-20-2013 9:00:00", u"4", u"201303200900", u"4"}.Line()});
+  PutSchedule(
+      {u"0", Row{u"1", u"Docs", u"03-20-2013 9:00:00", u"4", u"201303200900", u"4"}.Line()});
   OpenScreen(u"1");
   EXPECT_EQ(form.Pic_Wed_Day.PictureKey(), u"checked");
   EXPECT_EQ(form.chkDaily.Caption(), u" Week-Day(s)");
@@ -93,7 +93,8 @@ TEST_F(DTEmailScreen, DayButtonsAndTheDailyCaption) {
 }
 
 TEST_F(DTEmailScreen, FrequencyClickAsksToEnableAndShowsInTheRow) {
-  PutSchedule({u"0", Row{u"1", u"Docs", u"03-20-2013 9:00:00", u"4", u"201303200900", u"4"}.Line()});
+  PutSchedule(
+      {u"0", Row{u"1", u"Docs", u"03-20-2013 9:00:00", u"4", u"201303200900", u"4"}.Line()});
   frame::WriteSetting(app, u"DisableAllSchdulers", u"1");
   OpenScreen(u"1");
   ui.Queue(Answer::Yes());
@@ -147,8 +148,8 @@ TEST_F(DTEmailScreen, MailBoxAndCutoffRules) {
 }
 
 TEST_F(DTEmailScreen, InvalidMailKeepsTheOldRow) {
-  PutSchedule({u"0", Row{u"1", u"First"}.Line(), Row{u"2", u"Second", u"03-26-2013 6:41:00",
-                                                     u"3", u"201303260641"}.Line()});
+  PutSchedule({u"0", Row{u"1", u"First"}.Line(),
+               Row{u"2", u"Second", u"03-26-2013 6:41:00", u"3", u"201303260641"}.Line()});
   OpenScreen(u"1");
   form.ChkEmailNotification.UserClick();
   form.txtEmailNotification.SetText(u"me@home");
@@ -184,7 +185,8 @@ TEST_F(DTEmailScreen, MainButtonSavesAndCloses) {
 }
 
 TEST_F(DTEmailScreen, DeleteKeyAndDeletePicture) {
-  PutSchedule({u"1", Row{u"1", u"Restore ItemSet", u"03-18-2013 6:41:00", u"3", u"000000000000"}.Line(),
+  PutSchedule({u"1",
+               Row{u"1", u"Restore ItemSet", u"03-18-2013 6:41:00", u"3", u"000000000000"}.Line(),
                Row{u"2", u"Other"}.Line(), Row{u"3", u"autobkupqvwin"}.Line()});
   OpenScreen(u"2");
   form.Sch_list_lv.UserClickRow(RowOf(u"1").Index());
@@ -215,7 +217,8 @@ TEST_F(DTEmailScreen, DeleteKeyAndDeletePicture) {
 
 TEST_F(DTEmailScreen, MonthlyThirtyFirstInAThirtyDayMonthShowsThePresentDay) {
   fake.clock.now = base::DateTime{2013, 4, 10, 9, 0, 0};
-  PutSchedule({u"0", Row{u"1", u"Docs", u"05-31-2013 6:00:00", u"0", u"201305310600", u"Monthly"}.Line()});
+  PutSchedule(
+      {u"0", Row{u"1", u"Docs", u"05-31-2013 6:00:00", u"0", u"201305310600", u"Monthly"}.Line()});
   OpenScreen(u"1");
   EXPECT_EQ(form.DTPMonthly.Value().month, 4);
   EXPECT_EQ(form.DTPMonthly.Value().day, 10);

@@ -15,9 +15,26 @@ const Text kSchedule = u"C:\\QV\\QVCOMMON\\scheduleData.txt";
 
 Text Rec(const Text& no, const Text& name, const Text& key, const Text& days,
          const Text& mailMode = u"0", const Text& mail = u"") {
-  return base::Join({no, name, u"03-25-2013 6:41:00", u"03-18-2013 15:02:33", u"My Corvane/",
-                     u"4", u"2", u"1", mail, u"", u"", u"", u"0", u"1", mailMode, key, u"jsmith",
-                     u"1", u"0", days},
+  return base::Join({no,
+                     name,
+                     u"03-25-2013 6:41:00",
+                     u"03-18-2013 15:02:33",
+                     u"My Corvane/",
+                     u"4",
+                     u"2",
+                     u"1",
+                     mail,
+                     u"",
+                     u"",
+                     u"",
+                     u"0",
+                     u"1",
+                     mailMode,
+                     key,
+                     u"jsmith",
+                     u"1",
+                     u"0",
+                     days},
                     u"\b\b");
 }
 
@@ -65,8 +82,9 @@ TEST_F(QvJobsEditTest, WeeklyToHourlyChangesThatJobOnly) {
 TEST_F(QvJobsEditTest, OptionsNotGivenKeepWhatTheEditorShowed) {
   Put({u"0", Rec(u"5", u"A", u"201303250641", u"2", u"2", u"x@y.com;z@w.org")});
   EXPECT_EQ(Run({"edit", "5", "--time", "9:00:00", "--days", "2,4"}), 0);
-  EXPECT_EQ(List(),
-            "5|A|03-20-2013 9:00:00|03-18-2013 10:15:20|0|201303200900|24|jsmith|2|x@y.com;z@w.org\n");
+  EXPECT_EQ(
+      List(),
+      "5|A|03-20-2013 9:00:00|03-18-2013 10:15:20|0|201303200900|24|jsmith|2|x@y.com;z@w.org\n");
   EXPECT_EQ(Run({"edit", "5", "--time", "9:00:00", "--daily", "--no-mail", "--desktop", "1"}), 0);
   EXPECT_EQ(List(),
             "5|A|03-19-2013 9:00:00|03-18-2013 10:15:20|3|201303190900|1234567|jsmith|0|\n");
@@ -85,16 +103,18 @@ TEST_F(QvJobsEditTest, RefusedMailPrintsTheMessageAndKeepsTheFile) {
   EXPECT_EQ(Run({"edit", "1", "--time", "9:00:00", "--hourly", "--mail", "a@b.com;a@b.com,A@B.COM",
                  "--notify", "failure"}),
             0);
-  EXPECT_EQ(List(), "1|A|03-18-2013 11:15:20|03-18-2013 10:15:20|0|201303181115|Hourly|jsmith|2|a@b.com\n");
+  EXPECT_EQ(List(),
+            "1|A|03-18-2013 11:15:20|03-18-2013 10:15:20|0|201303181115|Hourly|jsmith|2|a@b.com\n");
 }
 
 TEST_F(QvJobsEditTest, QuestionsAreAnsweredByTheAnswerOption) {
   Put({u"0", Rec(u"1", u"A", u"201303250641", u"2")});
-  fake.profile.WriteString(u"Corvane", u"DisableAllSchdulers", u"1", u"C:\\QV\\QVCOMMON\\qvwin.ini");
+  fake.profile.WriteString(u"Corvane", u"DisableAllSchdulers", u"1",
+                           u"C:\\QV\\QVCOMMON\\qvwin.ini");
   // Without --answer every question gets No: the cut-off is not set, the jobs stay held.
-  EXPECT_EQ(Run({"edit", "1", "--time", "9:00:00", "--monthly", "03-30-2013", "--cutoff",
-                 "23:00:00"}),
-            0);
+  EXPECT_EQ(
+      Run({"edit", "1", "--time", "9:00:00", "--monthly", "03-30-2013", "--cutoff", "23:00:00"}),
+      0);
   EXPECT_EQ(out,
             "All your scheduled backup/ restore jobs are disabled as of now. Do you want to enable "
             "them?\n"
