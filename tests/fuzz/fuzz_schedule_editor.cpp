@@ -21,13 +21,12 @@ namespace {
 
 using base::Text;
 
-#define Check(condition)                                                                     \
-  do {                                                                                       \
-    if (!(condition)) {                                                                      \
-      std::fprintf(stderr, "fuzz_schedule_editor: broken at line %d: %s\n", __LINE__,        \
-                   #condition);                                                              \
-      std::abort();                                                                          \
-    }                                                                                        \
+#define Check(condition)                                                                           \
+  do {                                                                                             \
+    if (!(condition)) {                                                                            \
+      std::fprintf(stderr, "fuzz_schedule_editor: broken at line %d: %s\n", __LINE__, #condition); \
+      std::abort();                                                                                \
+    }                                                                                              \
   } while (false)
 
 std::vector<Text> LinesOf(platform::FakeFileSystem& fs, const Text& path) {
