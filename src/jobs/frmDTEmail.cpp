@@ -46,6 +46,7 @@ bool ShowDTEmail(frame::AppState& app, kit::Ui& ui, const base::Text& recordNo) 
 frmDTEmail::frmDTEmail(frame::AppState& app, kit::Ui& ui)
     : Form(u"frmDTEmail", {0, 0, 10200, 7440}, u"Schedule"), app_(app), ui_(ui) {
   SetKeyPreview(true);
+  SetStartUpPosition(kit::StartUpPosition::CenterScreen);
   lblCapbar.SetFontBold(true);
   Pic_Delete.SetCaption(u"Delete");
   Pic_Refresh.SetCaption(u"Refresh");

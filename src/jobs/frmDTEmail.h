@@ -63,7 +63,7 @@ class frmDTEmail : public kit::Form {
   void DTEmail_help_Click();
 
   // ---- Controls, in twips ----------------------------------------------------------
-  kit::Label lblCapbar{*this, u"lblCapbar", {0, 0, 10200, 450}};
+  kit::Label lblCapbar{*this, u"lblCapbar", {180, 105, 8500, 300}};
   kit::Label DTEmail_help{*this, u"DTEmail_help", {8850, 105, 600, 255}, u"Help"};
   kit::Label DTEmail_Close{*this, u"DTEmail_Close", {9500, 105, 600, 255}, u"Close"};
   kit::Label lblClose{*this, u"lblClose", {9500, 105, 600, 255}, u"Cancel"};
