@@ -24,8 +24,8 @@ namespace fs = std::filesystem;
 std::wstring Rec(const std::wstring& no, const std::wstring& name, const std::wstring& next,
                  const std::wstring& freq, const std::wstring& key, const std::wstring& days) {
   const std::wstring b = L"\b\b";
-  return no + b + name + b + next + b + L"03-18-2013 15:02:33" + b + L"My Corvane/" + b + freq +
-         b + L"2" + b + L"1" + b + b + b + b + b + L"0" + b + L"1" + b + L"0" + b + key + b +
+  return no + b + name + b + next + b + L"03-18-2013 15:02:33" + b + L"My Corvane/" + b + freq + b +
+         L"2" + b + L"1" + b + b + b + b + b + L"0" + b + L"1" + b + L"0" + b + key + b +
          L"jsmith" + b + L"1" + b + L"0" + b + days;
 }
 
@@ -38,8 +38,8 @@ class ScheduleEditorOnWindows : public ::testing::Test {
     fs::remove_all(root);
     fs::create_directories(root / "QVCOMMON");
     weekly = Rec(L"1", L"Documents", L"03-20-2030 9:00:00", L"4", L"203003200900", L"4");
-    monthly = Rec(L"2", L"Photos & Music", L"03-31-2030 6:41:00", L"0", L"203003310641",
-                  L"Monthly");
+    monthly =
+        Rec(L"2", L"Photos & Music", L"03-31-2030 6:41:00", L"0", L"203003310641", L"Monthly");
     daily = Rec(L"3", L"Mail", L"03-19-2030 2:30:00", L"3", L"203003190230", L"1234567");
     ASSERT_TRUE(e2e::WriteUtf16File(Schedule(), {L"0", weekly, monthly, daily}));
     app.DataRoot = T(root.wstring());
@@ -57,7 +57,8 @@ class ScheduleEditorOnWindows : public ::testing::Test {
   HWND Hwnd(const kit::Control& c) { return host.WindowHandle(ui.Forms().HandleOf(c)); }
   void Shot(const std::string& name) {
     Pump(host, Ms{400});
-    if (!e2e::Screenshot(name) && e2e::RunningUnderWine()) ADD_FAILURE() << "no screenshot " << name;
+    if (!e2e::Screenshot(name) && e2e::RunningUnderWine())
+      ADD_FAILURE() << "no screenshot " << name;
   }
 
   fs::path root;
