@@ -215,6 +215,29 @@ TEST_F(DTEmailScreen, DeleteKeyAndDeletePicture) {
   EXPECT_EQ(ui.UnansweredCount(), 0);
 }
 
+TEST_F(DTEmailScreen, ShowDTEmailOpensModallyOnTheRecord) {
+  PutSchedule({u"0", Row{u"1", u"First"}.Line(),
+               Row{u"2", u"Second", u"03-20-2013 9:00:00", u"4", u"201303200900", u"4"}.Line()});
+  kit::ScriptedUi modal;
+  int scripted = 0;
+  modal.OnShow(u"frmDTEmail", [&](kit::Form& f) {
+    ++scripted;
+    auto& screen = static_cast<frmDTEmail&>(f);
+    EXPECT_EQ(screen.Sch_list_lv.Count(), 2);
+    EXPECT_EQ(screen.lblBkSetName.Caption(), u"Backup/Restore set name - 'Second'");
+    EXPECT_TRUE(screen.Sch_list_lv.FindKey(u"QV_2")->Selected());
+    screen.DTPicker.SetValue(base::DateTime{2013, 3, 18, 20, 0, 0});
+    screen.chkImmediate.UserClick();
+    Click(screen.Sch_Start4_Next);
+    EXPECT_FALSE(screen.IsLoaded());
+  });
+  EXPECT_TRUE(ShowDTEmail(app, modal, u"2"));
+  EXPECT_EQ(scripted, 1);
+  EXPECT_EQ(InFile(u"2").Days, u"Immediate");
+  EXPECT_EQ(InFile(u"2").SortKey, u"201303181502");
+  EXPECT_EQ(InFile(u"1").Days, u"1234567");
+}
+
 TEST_F(DTEmailScreen, MonthlyThirtyFirstInAThirtyDayMonthShowsThePresentDay) {
   fake.clock.now = base::DateTime{2013, 4, 10, 9, 0, 0};
   PutSchedule(
