@@ -1,6 +1,7 @@
 #include "monitor/ProgramScreens.h"
 
 #include "jobs/frmBackupNow.h"
+#include "jobs/frmDTEmail.h"
 #include "jobs/frmManageScheduledJobs.h"
 
 namespace monitor {
@@ -18,10 +19,10 @@ bool ProgramScreens::OpenBackupNow() {
   return true;
 }
 bool ProgramScreens::OpenUpdatePassword() { return false; }
-// The job list opens the schedule editor through its hook; while the editor is not in
-// the build the hook stays empty and the list says so in the trace.
+// The job list opens the schedule editor through its hook.
 bool ProgramScreens::OpenManageScheduledJobs() {
-  jobs::ShowManageScheduledJobs(app_, ui_, {jobs::OpenEditorFn()});
+  jobs::ShowManageScheduledJobs(
+      app_, ui_, {[this](const base::Text& no) { return jobs::ShowDTEmail(app_, ui_, no); }});
   return true;
 }
 bool ProgramScreens::OpenErrorReport() { return false; }

@@ -189,9 +189,11 @@ TEST_F(JobScreensTest, TheJobListRunNowStopAndDelete) {
   screen = OpenJobList();
   ASSERT_NE(screen, nullptr);
   list = FindByName(screen, L"Sch_list_lv");
-  ASSERT_TRUE(WaitUntil([&] { return RowCount(list) == 3 && CellText(list, 2, 3) == L"In Progress"; }));
-  EXPECT_EQ(Describe(FindByName(screen, L"lblMsgProgres")).text,
-            L"Scheduled backup (username : jsmith) for the Backup set : 'Pictures' is in progress.");
+  ASSERT_TRUE(
+      WaitUntil([&] { return RowCount(list) == 3 && CellText(list, 2, 3) == L"In Progress"; }));
+  EXPECT_EQ(
+      Describe(FindByName(screen, L"lblMsgProgres")).text,
+      L"Scheduled backup (username : jsmith) for the Backup set : 'Pictures' is in progress.");
   Shot("job-list-in-progress");
 
   // Run now on another job: the immediate record, which the engine takes next.
@@ -249,7 +251,8 @@ TEST_F(JobScreensTest, BackupNowInBothModesAndItsSecondRefused) {
   // A slow job keeps the engine busy, so the Backup Now record waits in the file.
   Jobs(L"0", {DailyJob(), LaterJob()});
   Scenario({L"files = 6", L"steps = 4", L"step_ms = 1000"});
-  ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"qvwin.ini"), {L"[Corvane]", L"UserName=jsmith"}));
+  ASSERT_TRUE(
+      WriteUtf16File(Folder().CommonFile(L"qvwin.ini"), {L"[Corvane]", L"UserName=jsmith"}));
   ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"BacksetData.txt"),
                              {L"Documents\b1", L"QVSQLServerBksetPay\b1"}));
   ASSERT_NE(Open(), nullptr);

@@ -2,6 +2,8 @@
 
 #include <optional>
 
+#include "QvJobsEdit.h"
+
 #include "frame/AppState.h"
 #include "jobs/BackupNowRules.h"
 #include "jobs/JobActions.h"
@@ -23,7 +25,10 @@ constexpr char kUsage[] =
     "[--answer yes|no] "
     "list | next | state | set-state VALUE | delete RECORDNO | new-number | "
     "plan --time H:mm:ss (--days D[,D...] | --hourly | --monthly mm-dd-yyyy | --immediate) | "
-    "jobs | run-now RECORDNO | stop | stop-completely | backup-now SETNAME";
+    "jobs | run-now RECORDNO | stop | stop-completely | backup-now SETNAME | "
+    "edit RECORDNO --time H:mm:ss (--days D[,D...] | --daily | --hourly | --monthly mm-dd-yyyy "
+    "| --immediate | --none) [--mail ADDRESSES --notify always|failure | --no-mail] "
+    "[--cutoff H:mm:ss | --no-cutoff] [--desktop 0|1] [--missed 0|1]";
 
 // The major version of the plug-in rule where the system cannot say (a build that is
 // not running on Windows).
@@ -182,6 +187,22 @@ class Command {
       SetPaths(app, root_);
       jobstore::Timing t = jobstore::PlanTiming(app, choice);
       out += Line(base::Join({t.NextRun, t.Days, t.FrequencyIndex, t.SortKey}, u"|"));
+    } else if (name == "edit") {
+      EditRequest request{
+          std::vector<std::string>(args_.begin() + static_cast<long>(pos_), args_.end()),
+          answerYes_};
+      pos_ = args_.size();
+      SetPaths(app, root_);
+      // The plug-in rule of a frequency change, as the job list's edit applies it.
+      const unsigned long major = PluginSetting(app);
+      ConsolePrompts prompts(out, err, answerYes_);
+      request.pluginRule = [&](const Text& setName) {
+        return jobs::PluginRuleAllows(app, prompts, jobs::PluginPlace::Edit, setName, major);
+      };
+      std::string reason;
+      const int code = RunEdit(app, request, out, reason);
+      if (code == kExitUsage) throw UsageError{reason};
+      return code;
     } else {
       throw UsageError{"unknown command '" + name + "'"};
     }
@@ -189,6 +210,16 @@ class Command {
   }
 
  private:
+  // The program folder and the major version the plug-in rule tests by.
+  unsigned long PluginSetting(frame::AppState& app) {
+    app.ProgramFolder = !programFolder_.empty()       ? programFolder_
+                        : platform_.system != nullptr ? platform_.system->ProgramFolder()
+                                                      : app.DataRoot;
+    return osMajor_                      ? *osMajor_
+           : platform_.system != nullptr ? jobs::GetWinMajorVersion(app)
+                                         : kDefaultOsMajor;
+  }
+
   static bool IsAction(const std::string& name) {
     return name == "run-now" || name == "stop" || name == "stop-completely" || name == "delete" ||
            name == "backup-now";
@@ -203,12 +234,7 @@ class Command {
     if (name == "backup-now") argument = Take("backup-now needs a SETNAME");
     End();
     SetPaths(app, root_);
-    app.ProgramFolder = !programFolder_.empty()       ? programFolder_
-                        : platform_.system != nullptr ? platform_.system->ProgramFolder()
-                                                      : app.DataRoot;
-    const unsigned long major = osMajor_                      ? *osMajor_
-                                : platform_.system != nullptr ? jobs::GetWinMajorVersion(app)
-                                                              : kDefaultOsMajor;
+    const unsigned long major = PluginSetting(app);
     ConsolePrompts prompts(out, err, answerYes_);
     auto& fs = *platform_.fs;
     const auto before = fs.ReadAll(app.ScheduleFilePath);

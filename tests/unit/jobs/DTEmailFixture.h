@@ -1,0 +1,130 @@
+#pragma once
+// The schedule editor on the fake platform: a monitor rooted at C:\QV with a fixed
+// clock (Monday 18 March 2013, 15:02:33), schedule lines built field by field, and
+// the editor's messages collected.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "frame/Logs.h"
+#include "frame/Settings.h"
+#include "jobs/ScheduleEditorModel.h"
+#include "jobstore/DBaction.h"
+#include "kit/MesgBox.h"
+#include "support/FrameFixture.h"
+
+namespace jobs::test {
+
+using base::Text;
+
+inline const Text kB = u"\b\b";
+
+// One record in the writer's form. `key` is the SortKey, `days` the Days field.
+struct Row {
+  explicit Row(Text no_, Text name_ = u"Docs", Text nextRun_ = u"03-25-2013 6:41:00",
+               Text freq_ = u"3", Text key_ = u"201303250641", Text days_ = u"1234567",
+               Text mailMode_ = u"0", Text mail_ = Text())
+      : no(std::move(no_)),
+        name(std::move(name_)),
+        nextRun(std::move(nextRun_)),
+        freq(std::move(freq_)),
+        key(std::move(key_)),
+        days(std::move(days_)),
+        mailMode(std::move(mailMode_)),
+        mail(std::move(mail_)) {}
+
+  Text no;
+  Text name;
+  Text nextRun;
+  Text freq;
+  Text key;
+  Text days;
+  Text mailMode;
+  Text mail;
+  Text reserved12;
+
+  Text Line() const {
+    return base::Join({no,
+                       name,
+                       nextRun,
+                       u"03-18-2013 15:02:33",
+                       u"My Corvane/",
+                       freq,
+                       u"2",
+                       u"1",
+                       mail,
+                       u"",
+                       u"",
+                       reserved12,
+                       u"0",
+                       u"1",
+                       mailMode,
+                       key,
+                       u"jsmith",
+                       u"1",
+                       u"0",
+                       days},
+                      kB);
+  }
+};
+
+struct Shown {
+  Text text;
+  int icon;
+  int buttons;
+};
+
+class EditorTest : public ::testing::Test, public testkit::FrameFixture {
+ protected:
+  EditorTest() {
+    fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+    fake.clock.now = base::DateTime{2013, 3, 18, 15, 2, 33};
+    app.UserName = u"jsmith";
+    ed.host.message = [this](const Text& text, int icon, int buttons) {
+      shown.push_back({text, icon, buttons});
+      return answer;
+    };
+    ed.host.focusMail = [this] { ++mailFocus; };
+    ed.host.unloadScreen = [this] { ++unloads; };
+  }
+
+  void PutSchedule(const std::vector<Text>& lines) {
+    std::string bytes(base::kUtf16Bom);
+    for (const Text& l : lines) bytes += base::EncodeUtf16Le(l + u"\r\n");
+    fake.fs.PutFile(app.ScheduleFilePath, bytes);
+  }
+  std::vector<Text> ScheduleLines() { return Lines(app.ScheduleFilePath); }
+  std::vector<Text> Trace() { return Lines(Common(u"SerTraceFile.txt")); }
+  bool Traced(const Text& line) {
+    auto t = Trace();
+    return std::find(t.begin(), t.end(), line) != t.end();
+  }
+
+  // Opens the editor on a record as the job list does.
+  void Open(const Text& recordNo) {
+    LoadTempJobs(app, ed);
+    jobstore::DB_ReadSchdata(app, Text(), app.Jobs, false);
+    ASSERT_TRUE(ShowRecordChoices(app, ed, recordNo, c));
+  }
+
+  // The record of a number as the file now holds it ("" fields when absent).
+  jobstore::ScheduleRecord InFile(const Text& no) {
+    std::vector<jobstore::ScheduleRecord> rows;
+    jobstore::DB_ReadSchdata(app, Text(), rows, false);
+    for (auto& r : rows)
+      if (r.RecordNo == no) return r;
+    return {};
+  }
+
+  ScheduleEditor ed;
+  EditorChoices c;
+  std::vector<Shown> shown;
+  int answer = kit::kResultYes;
+  int mailFocus = 0;
+  int unloads = 0;
+};
+
+inline std::string U8(const Text& t) { return base::ToUtf8(t); }
+
+}  // namespace jobs::test

@@ -1,0 +1,339 @@
+// The schedule editor's model: the mail checks, the error table, the capture of a row
+// and what the main button writes to scheduleData.txt.
+#include <random>
+
+#include "DTEmailFixture.h"
+#include "kit/MessageTable.h"
+
+namespace jobs::test {
+namespace {
+
+using jobstore::ScheduleRecord;
+
+base::DateTime At(int h, int m, int s) { return base::DateTime{2013, 3, 18, h, m, s}; }
+
+TEST_F(EditorTest, ErrorTableShowsItsTextsAndNothingForOtherCodes) {
+  const std::pair<long, Text> table[] = {
+      {101, u"You have not selected any transfer set."},
+      {103, u"You have not specified any Zip File Name."},
+      {104, u"Enter your email address."},
+      {105, u"Enter your valid email address."},
+      {106, u"Enter your valid email address."},
+      {108,
+       u"The selected date/time for the scheduled backup/restore job has passed. Enter new "
+       u"settings."},
+      {201, u"Select the file to be backed up."},
+      {202, u"Select a folder in your Corvane account where you want your backups to go."},
+      {203, u"Select the file to be restored. "},
+      {204, u"Select a folder on your local machine to restore data."},
+      {205, u"Enter a valid email address."},
+      {206, u"Enter a valid email address."}};
+  for (const auto& [code, text] : table) EXPECT_EQ(QVWinError(app, ed, code), text) << code;
+  ASSERT_EQ(shown.size(), std::size(table));
+  EXPECT_EQ(shown[3].text, u"Enter your valid email address.");
+  for (long code : {0L, 100L, 102L, 107L, 200L, 207L, 999L})
+    EXPECT_EQ(QVWinError(app, ed, code), u"");
+  EXPECT_EQ(shown.size(), std::size(table));
+}
+
+TEST_F(EditorTest, MailShapesAndDuplicates) {
+  EXPECT_TRUE(ValidMailAddress(u"a@b.com"));
+  EXPECT_TRUE(ValidMailAddress(u"@b.com"));   // nothing before the "@" passes
+  EXPECT_FALSE(ValidMailAddress(u"a@.com"));  // "." right behind the "@"
+  EXPECT_FALSE(ValidMailAddress(u"a@bcom"));  // no "." behind it
+  EXPECT_FALSE(ValidMailAddress(u"a.b@c"));   // a "." before the "@" does not count
+  EXPECT_FALSE(ValidMailAddress(u"ab.com"));
+  EXPECT_FALSE(ValidMailAddress(u"a@"));
+
+  std::vector<Text> list;
+  EXPECT_TRUE(RemoveDuplicateMailID(app, u" a@b.com;c@d.org , A@B.COM,, ", list, false));
+  EXPECT_EQ(list, (std::vector<Text>{u"a@b.com", u"c@d.org"}));
+  EXPECT_TRUE(FindInList(list, u"  C@D.ORG "));
+  std::vector<Text> untouched;
+  EXPECT_TRUE(RemoveDuplicateMailID(app, u"x@y.z", untouched, true));
+  EXPECT_TRUE(untouched.empty());
+}
+
+TEST_F(EditorTest, MailValidationCodesAndTrace) {
+  c.ChkEmailNotification = true;
+  auto code = [&](const Text& text) {
+    c.txtEmailNotification = text;
+    return Sch_Mail_validate(app, c);
+  };
+  EXPECT_EQ(code(u"a@b.com"), 100);
+  EXPECT_EQ(code(u"a@b.com;c@d.org"), 100);
+  EXPECT_EQ(code(u"a@b.com,c@.org"), 105);
+  EXPECT_EQ(code(u"a@bcom"), 105);
+  EXPECT_EQ(code(u"   "), 104);
+  EXPECT_TRUE(Traced(u"Enter Sch_Mail_validate"));
+  EXPECT_TRUE(Traced(u"Exit Sch_Mail_validate 104"));
+  c.ChkEmailNotification = false;
+  EXPECT_EQ(code(u"not an address"), 100);
+}
+
+TEST_F(EditorTest, MailOnButEmptyAsksAndKeepsTheRow) {
+  PutSchedule({u"0", Row{u"1"}.Line(), Row{u"2"}.Line()});
+  Open(u"1");
+  const ScheduleRecord before = *TempRow(ed, u"1");
+  c.ChkEmailNotification = true;
+  c.txtEmailEnabled = true;
+  c.txtEmailNotification = u"  ";
+  EXPECT_FALSE(SaveSelection(app, ed, c, Text()));
+  ASSERT_EQ(shown.size(), 1u);
+  EXPECT_EQ(shown[0].text, u"Enter your valid email address to receive notifications.");
+  EXPECT_EQ(mailFocus, 1);
+  EXPECT_EQ(*TempRow(ed, u"1"), before);
+  EXPECT_EQ(unloads, 0);
+
+  // A malformed address is refused with the table's message, and the main button
+  // writes nothing.
+  const auto fileBefore = ScheduleLines();
+  c.txtEmailNotification = u"someone@.com";
+  SaveOutcome out = Sch_Start4_Next_Click(app, ed, c);
+  EXPECT_FALSE(out.saved);
+  EXPECT_EQ(shown.back().text, u"Enter your valid email address.");
+  EXPECT_EQ(ScheduleLines(), fileBefore);
+}
+
+TEST_F(EditorTest, OneAddressThreeTimesEndsAsOne) {
+  PutSchedule({u"0", Row{u"1"}.Line()});
+  Open(u"1");
+  c.ChkEmailNotification = true;
+  c.txtEmailEnabled = true;
+  c.optFailure = true;
+  c.txtEmailNotification = u"me@home.net;me@home.net,ME@HOME.NET";
+  ASSERT_TRUE(Sch_Start4_Next_Click(app, ed, c).saved);
+  EXPECT_EQ(c.txtEmailNotification, u"me@home.net");
+  const ScheduleRecord r = InFile(u"1");
+  EXPECT_EQ(r.MailAddresses, u"me@home.net");
+  EXPECT_EQ(r.MailMode, u"2");
+  // Two addresses are kept with ";" in the file and "," in the box.
+  Open(u"1");
+  c.txtEmailNotification = u"b@c.de ; me@home.net";
+  c.optAlways = true;
+  ASSERT_TRUE(Sch_Start4_Next_Click(app, ed, c).saved);
+  EXPECT_EQ(c.txtEmailNotification, u"b@c.de,me@home.net");
+  EXPECT_EQ(InFile(u"1").MailAddresses, u"b@c.de;me@home.net");
+  EXPECT_EQ(InFile(u"1").MailMode, u"3");
+}
+
+TEST_F(EditorTest, NoChoiceSavesAsDailyAndTracesTheFill) {
+  PutSchedule(
+      {u"0", Row{u"1", u"Docs", u"03-25-2013 6:41:00", u"0", u"201303250641", u"Hourly"}.Line()});
+  Open(u"1");
+  c.SetFrequency(Text());
+  c.timing.DTPicker = At(16, 0, 0);
+  ASSERT_TRUE(Sch_Start4_Next_Click(app, ed, c).saved);
+  const ScheduleRecord r = InFile(u"1");
+  EXPECT_EQ(r.Days, u"1234567");
+  EXPECT_EQ(r.FrequencyIndex, u"3");
+  EXPECT_EQ(r.NextRun, u"03-18-2013 16:00:00");
+  EXPECT_EQ(r.SortKey, u"201303181600");
+  EXPECT_EQ(r.CreatedOn, u"03-18-2013 15:02:33");
+  EXPECT_EQ(r.JobKind, u"2");
+  EXPECT_TRUE(Traced(u"Enter Sch_Filldata_Start6"));
+  EXPECT_TRUE(Traced(u"Exit Sch_Filldata_Start6"));
+  // The screen was unloaded by the check and again by the main button.
+  EXPECT_EQ(unloads, 2);
+}
+
+TEST_F(EditorTest, ImmediateTakesThePresentNotTheSentinel) {
+  PutSchedule({u"0", Row{u"1"}.Line()});
+  Open(u"1");
+  c.SetFrequency(u"Immediate");
+  ASSERT_TRUE(Sch_Start4_Next_Click(app, ed, c).saved);
+  const ScheduleRecord r = InFile(u"1");
+  EXPECT_EQ(r.Days, u"Immediate");
+  EXPECT_EQ(r.FrequencyIndex, u"1");
+  EXPECT_EQ(r.NextRun, u"03-18-2013 15:02:33");
+  EXPECT_EQ(r.SortKey, u"201303181502");
+  EXPECT_FALSE(c.DTPickerEnabled);
+}
+
+TEST_F(EditorTest, SaveRewritesEveryRowInOrderAndChangesOnlyTheEditedOne) {
+  Row one{u"1"}, two{u"2", u"Photos", u"03-20-2013 9:00:00", u"4", u"201303200900", u"4"},
+      three{u"3", u"Music", u"04-01-2013 2:00:00", u"0", u"201304010200", u"Monthly"};
+  PutSchedule({u"0", three.Line(), one.Line(), two.Line()});
+  Open(u"2");
+  EXPECT_TRUE(c.timing.chkBox[3]);
+  EXPECT_FALSE(c.timing.chkDaily);
+  c.SetFrequency(u"Hourly");
+  c.timing.DTPicker = At(16, 30, 0);
+  SaveOutcome out = Sch_Start4_Next_Click(app, ed, c);
+  ASSERT_TRUE(out.saved);
+  EXPECT_TRUE(out.wroteEdited);
+  EXPECT_EQ(out.written, (std::vector<Text>{u"3", u"1", u"2"}));
+
+  Row edited = two;
+  edited.nextRun = u"03-18-2013 16:30:00";
+  edited.freq = u"0";
+  edited.key = u"201303181630";
+  edited.days = u"Hourly";
+  const auto lines = ScheduleLines();
+  ASSERT_EQ(lines.size(), 4u);
+  EXPECT_EQ(lines[0], u"0");
+  EXPECT_EQ(lines[1], three.Line());
+  EXPECT_EQ(lines[2], one.Line());
+  // CreatedOn is the moment of the save, which the fixture's rows already hold.
+  EXPECT_EQ(lines[3], edited.Line());
+}
+
+TEST_F(EditorTest, JobInProgressAtSavingKeepsWhatTheFileHas) {
+  Row one{u"1"}, two{u"2", u"Photos"};
+  PutSchedule({u"0", one.Line(), two.Line()});
+  Open(u"2");
+  c.SetFrequency(u"Monthly");
+  c.timing.DTPMonthly = base::DateTime{2013, 4, 2, 0, 0, 0};
+  // Meanwhile the engine takes up job 2.
+  Row running = two;
+  running.key = u"000000000000";
+  PutSchedule({u"1", one.Line(), running.Line()});
+  SaveOutcome out = Sch_Start4_Next_Click(app, ed, c);
+  ASSERT_TRUE(out.saved);
+  EXPECT_FALSE(out.wroteEdited);
+  EXPECT_EQ(out.skipped, (std::vector<Text>{u"2"}));
+  const auto lines = ScheduleLines();
+  ASSERT_EQ(lines.size(), 3u);
+  EXPECT_EQ(lines[0], u"1");
+  EXPECT_EQ(lines[1], running.Line());
+  EXPECT_EQ(lines[2], one.Line());
+}
+
+TEST_F(EditorTest, ClearedRowLeavesTheFileAndAGoneJobIsNotBroughtBack) {
+  PutSchedule({u"0", Row{u"1"}.Line(), Row{u"2"}.Line(), Row{u"3"}.Line()});
+  Open(u"1");
+  c.SetFrequency(Text());
+  ed.bRowCleared = true;
+  // Job 3 went from the file after the editor was opened.
+  PutSchedule({u"0", Row{u"1"}.Line(), Row{u"2"}.Line()});
+  SaveOutcome out = Sch_Start4_Next_Click(app, ed, c);
+  ASSERT_TRUE(out.saved);
+  EXPECT_EQ(out.removed, (std::vector<Text>{u"1"}));
+  EXPECT_EQ(out.skipped, (std::vector<Text>{u"3"}));
+  EXPECT_EQ(ScheduleLines(), (std::vector<Text>{u"0", Row{u"2"}.Line()}));
+}
+
+TEST_F(EditorTest, EmptyFileSavesNothing) {
+  PutSchedule({u"0"});
+  LoadTempJobs(app, ed);
+  EXPECT_TRUE(ed.TempJobs.empty());
+  EXPECT_FALSE(ShowRecordChoices(app, ed, u"1", c));
+  SaveOutcome out = Sch_Start4_Next_Click(app, ed, c);
+  EXPECT_TRUE(out.written.empty());
+  EXPECT_EQ(ScheduleLines(), (std::vector<Text>{u"0"}));
+}
+
+TEST_F(EditorTest, ShowingARecordSetsChoicesMailAndIdentity) {
+  Row r{u"7",       u"Tom & Jerry", u"03-31-2013 6:41:00", u"0", u"201303310641",
+        u"Monthly", u"3",           u"a@b.com;c@d.org"};
+  PutSchedule({u"0", r.Line()});
+  Open(u"7");
+  EXPECT_EQ(ed.Identity.BackupSetName, u"Tom & Jerry");
+  EXPECT_EQ(ed.Identity.Compression, u"1");
+  EXPECT_EQ(ed.Identity.Reserved14, u"1");
+  EXPECT_EQ(BackupSetLabel(ed.Identity.BackupSetName), u"Backup/Restore set name - 'Tom && Jerry'");
+  EXPECT_TRUE(c.timing.optMonthly);
+  EXPECT_EQ(c.timing.DTPicker.hour, 6);
+  EXPECT_EQ(c.timing.DTPicker.minute, 41);
+  EXPECT_TRUE(c.ChkEmailNotification && c.optAlways && !c.optFailure && c.txtEmailEnabled);
+  EXPECT_EQ(c.txtEmailNotification, u"a@b.com;c@d.org");
+
+  // Mode "0" clears the mail controls; an empty mode leaves them.
+  Row quiet{u"8", u"Quiet", u"03-25-2013 6:41:00", u"4", u"201303250641", u"2", u""};
+  Row off{u"9", u"Off", u"03-25-2013 6:41:00", u"4", u"201303250641", u"2", u"0"};
+  PutSchedule({u"0", quiet.Line(), off.Line()});
+  Open(u"8");
+  EXPECT_TRUE(c.ChkEmailNotification);
+  EXPECT_EQ(c.txtEmailNotification, u"a@b.com;c@d.org");
+  EXPECT_TRUE(c.timing.chkBox[1]);
+  EXPECT_FALSE(c.timing.optMonthly);
+  Open(u"9");
+  EXPECT_FALSE(c.ChkEmailNotification || c.optAlways || c.txtEmailEnabled);
+  EXPECT_EQ(c.txtEmailNotification, u"");
+}
+
+TEST_F(EditorTest, MonthlyDayMissingFromThePresentMonthShowsThePresentDay) {
+  const base::DateTime april10{2013, 4, 10, 9, 0, 0};
+  EXPECT_EQ(MonthlyPickerDate(april10, base::DateTime{2013, 5, 31, 6, 0, 0}),
+            (base::DateTime{2013, 4, 10, 9, 0, 0}));
+  EXPECT_EQ(MonthlyPickerDate(april10, base::DateTime{2014, 5, 30, 6, 0, 0}),
+            (base::DateTime{2014, 4, 30, 9, 0, 0}));
+  const base::DateTime feb{2013, 2, 3, 0, 0, 0};
+  EXPECT_EQ(MonthlyPickerDate(feb, base::DateTime{2012, 3, 29, 0, 0, 0}).day, 3);
+}
+
+TEST_F(EditorTest, SettingsAreStoredByTheChecks) {
+  PutSchedule({u"0", Row{u"1"}.Line()});
+  Open(u"1");
+  c.chkCutoffTime = true;
+  c.DTPCutoffTime = At(22, 15, 0);
+  c.chkdesktop = true;
+  c.chkMissedBackup = false;
+  ASSERT_TRUE(SaveSelection(app, ed, c, Text()));
+  EXPECT_EQ(frame::ReadSetting(app, u"CUTOFFTIME"), u"22:15:00");
+  EXPECT_EQ(frame::ReadSetting(app, u"desktopnotify"), u"1");
+  EXPECT_EQ(frame::ReadSetting(app, u"MISSEDBACKUP"), u"0");
+  EditorChoices loaded;
+  LoadEditorSettings(app, loaded);
+  EXPECT_TRUE(loaded.chkCutoffTime && loaded.DTPCutoffTimeEnabled && loaded.chkdesktop);
+  EXPECT_EQ(loaded.DTPCutoffTime.hour, 22);
+  c.chkCutoffTime = false;
+  StoreCutoff(app, c);
+  EXPECT_EQ(frame::ReadSetting(app, u"CUTOFFTIME"), u"0");
+  LoadEditorSettings(app, loaded);
+  EXPECT_FALSE(loaded.chkCutoffTime || loaded.DTPCutoffTimeEnabled);
+}
+
+// Over generated files: editing one row leaves every other job as it was loaded, and
+// a job in progress keeps its line.
+TEST_F(EditorTest, EditingOneRowLeavesTheOthersAsLoaded) {
+  std::mt19937 rng(12);
+  const Text dayWords[] = {u"1234567", u"23456", u"17", u"3", u"Hourly", u"Monthly", u"135"};
+  for (int round = 0; round < 40; ++round) {
+    const int count = 1 + static_cast<int>(rng() % 8);
+    const int running = static_cast<int>(rng() % (count + 1));  // == count: none
+    std::vector<Text> lines{running < count ? Text(u"1") : Text(u"0")};
+    std::vector<Row> rows;
+    for (int i = 0; i < count; ++i) {
+      Row r{base::FromNumber(i + 1 + static_cast<int>(rng() % 3) * 10)};
+      if (std::any_of(rows.begin(), rows.end(), [&](const Row& o) { return o.no == r.no; }))
+        r.no += u"0" + base::FromNumber(i);
+      r.name = u"Set " + base::FromNumber(static_cast<long long>(rng() % 100));
+      r.days = dayWords[rng() % std::size(dayWords)];
+      r.key = i == running ? Text(u"000000000000") : u"2013040" + base::FromNumber(1 + i) + u"0600";
+      r.mailMode = rng() % 2 ? u"3" : u"0";
+      r.mail = r.mailMode == u"3" ? Text(u"x@y.com") : Text();
+      rows.push_back(r);
+      lines.push_back(r.Line());
+    }
+    PutSchedule(lines);
+    const size_t pick = rng() % rows.size();
+    ed = ScheduleEditor{};
+    ed.host.message = [this](const Text& text, int icon, int buttons) {
+      shown.push_back({text, icon, buttons});
+      return answer;
+    };
+    c = EditorChoices{};
+    Open(rows[pick].no);
+    c.SetFrequency(dayWords[rng() % std::size(dayWords)]);
+    c.timing.DTPMonthly = base::DateTime{2013, 3, 28, 0, 0, 0};
+    c.timing.DTPicker = At(static_cast<int>(rng() % 24), static_cast<int>(rng() % 60), 0);
+    ASSERT_TRUE(Sch_Start4_Next_Click(app, ed, c).saved) << round;
+
+    const auto after = ScheduleLines();
+    ASSERT_EQ(after.size(), lines.size()) << round;
+    EXPECT_EQ(after[0], lines[0]);
+    for (size_t i = 0; i < rows.size(); ++i) {
+      const bool inAfter = std::find(after.begin(), after.end(), rows[i].Line()) != after.end();
+      if (static_cast<int>(i) == running) {
+        // A job in progress is never written: its line stays where it was.
+        EXPECT_EQ(after[1], rows[i].Line()) << round;
+      } else if (i != pick) {
+        EXPECT_TRUE(inAfter) << round << " row " << i;
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace jobs::test

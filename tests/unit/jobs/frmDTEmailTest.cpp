@@ -1,0 +1,251 @@
+// The schedule editor's screen without windows: the list, the showing of a row, the
+// click rules, the row change, the Delete key, the pictures and the main button.
+#include "DTEmailFixture.h"
+#include "jobs/frmDTEmail.h"
+#include "kit/MessageTable.h"
+#include "kit/ScriptedUi.h"
+
+namespace jobs::test {
+namespace {
+
+using Answer = kit::ScriptedUi::Answer;
+
+class DTEmailScreen : public EditorTest {
+ protected:
+  // The job list's opening of the editor on a record, then the first showing.
+  void OpenScreen(const Text& recordNo) {
+    form.Load();
+    jobstore::DB_ReadSchdata(app, Text(), app.Jobs, false);
+    LoadTempJobs(app, form.Editor());
+    form.Sch_ShowSelectedRecord(recordNo);
+    ui.Show(form);
+  }
+  Text Cell(int row, int column) { return form.Sch_list_lv.Item(row).SubItem(column); }
+  kit::ListItem& RowOf(const Text& no) { return *form.Sch_list_lv.FindKey(u"QV_" + no); }
+  void Click(kit::Control& c) { c.RaiseMouseUp({kit::kLeftButton, 0, 0, 0}); }
+
+  kit::ScriptedUi ui;
+  frmDTEmail form{app, ui};
+};
+
+TEST_F(DTEmailScreen, ListShowsTheRowsAndOnlyTheNextJobHasAStatus) {
+  PutSchedule(
+      {u"1", Row{u"4", u"Photos", u"03-20-2013 9:00:00", u"4", u"201303200900", u"4"}.Line(),
+       Row{u"2", u"Running", u"03-25-2013 6:41:00", u"3", u"000000000000"}.Line(),
+       Row{u"7", u"Tom & Jerry", u"03-31-2013 6:41:00", u"0", u"201303310641", u"Monthly"}.Line()});
+  OpenScreen(u"7");
+  const auto& columns = form.Sch_list_lv.Columns();
+  ASSERT_EQ(columns.size(), 9u);
+  EXPECT_EQ(columns[5].caption, u"DataSort");
+  EXPECT_EQ(columns[5].width, 0);
+  EXPECT_EQ(columns[8].caption, u"Scheduled day(s)");
+  ASSERT_EQ(form.Sch_list_lv.Count(), 3);
+  // Sorted by the hidden key: the running job first.
+  EXPECT_EQ(Cell(1, 6), u"2");
+  EXPECT_EQ(Cell(1, 3), u"In Progress");
+  EXPECT_EQ(Cell(2, 3), u"");
+  EXPECT_EQ(Cell(3, 3), u"");
+  EXPECT_EQ(RowOf(u"4").SubItem(8), u"Wednesday");
+  EXPECT_EQ(RowOf(u"4").SubItem(2), u"Weekly");
+  EXPECT_EQ(RowOf(u"7").SubItem(8), u"Monthly");
+  EXPECT_EQ(RowOf(u"7").SubItem(1), u"3/31/2013 6:41:00");
+  EXPECT_TRUE(RowOf(u"7").Selected());
+  EXPECT_EQ(form.lblBkSetName.Caption(), u"Backup/Restore set name - 'Tom && Jerry'");
+  EXPECT_TRUE(form.optMonthly.Checked());
+  EXPECT_TRUE(form.DTPMonthly.Enabled());
+  EXPECT_EQ(form.Pic_Delete.PictureKey(), u"del_gen");
+  EXPECT_TRUE(form.Pic_Sttrf.Enabled());
+  EXPECT_EQ(form.Sch_Start4_Next.Lbl().Caption(), u"&Close");
+}
+
+TEST_F(DTEmailScreen, EmptyFileDisablesThePictures) {
+  PutSchedule({u"0"});
+  form.Load();
+  LoadTempJobs(app, form.Editor());
+  ui.Show(form);
+  EXPECT_EQ(form.Sch_list_lv.Count(), 0);
+  EXPECT_EQ(form.Pic_Delete.PictureKey(), u"del_dis");
+  EXPECT_FALSE(form.Pic_Delete.Enabled());
+  EXPECT_EQ(form.Pic_Refresh.PictureKey(), u"ref_dis");
+  EXPECT_FALSE(form.Pic_Sttrf.Enabled());
+}
+
+TEST_F(DTEmailScreen, DayButtonsAndTheDailyCaption) {
+  PutSchedule(
+      {u"0", Row{u"1", u"Docs", u"03-20-2013 9:00:00", u"4", u"201303200900", u"4"}.Line()});
+  OpenScreen(u"1");
+  EXPECT_EQ(form.Pic_Wed_Day.PictureKey(), u"checked");
+  EXPECT_EQ(form.chkDaily.Caption(), u" Week-Day(s)");
+  Click(form.Pic_Mon_Day);
+  EXPECT_TRUE(form.chkBox(1).Checked());
+  EXPECT_EQ(form.Pic_Mon_Day.PictureKey(), u"checked");
+  // The row shows the new days at once.
+  EXPECT_EQ(RowOf(u"1").SubItem(8), u"Monday,Wednesday");
+  for (kit::Picture* p : {&form.pic_Sun_Day, &form.Pic_Tue_Day, &form.Pic_Thu_Day,
+                          &form.Pic_Fri_Day, &form.Pic_Sat_Day})
+    Click(*p);
+  EXPECT_TRUE(form.chkDaily.Checked());
+  EXPECT_EQ(form.chkDaily.Caption(), u" Daily Schedule");
+  form.chkDaily.UserClick();
+  EXPECT_EQ(form.Pic_Fri_Day.PictureKey(), u"gen");
+  EXPECT_FALSE(form.chkBox(5).Checked());
+  EXPECT_TRUE(form.Editor().bRowCleared);
+}
+
+TEST_F(DTEmailScreen, FrequencyClickAsksToEnableAndShowsInTheRow) {
+  PutSchedule(
+      {u"0", Row{u"1", u"Docs", u"03-20-2013 9:00:00", u"4", u"201303200900", u"4"}.Line()});
+  frame::WriteSetting(app, u"DisableAllSchdulers", u"1");
+  OpenScreen(u"1");
+  ui.Queue(Answer::Yes());
+  form.DTPicker.SetValue(base::DateTime{2013, 3, 18, 16, 30, 0});
+  form.optHourly.UserClick();
+  ASSERT_EQ(ui.Questions().size(), 1u);
+  EXPECT_EQ(ui.Questions()[0].text,
+            u"All your scheduled backup/ restore jobs are disabled as of now. Do you want to "
+            u"enable them?");
+  EXPECT_EQ(frame::ReadSetting(app, u"DisableAllSchdulers"), u"0");
+  EXPECT_FALSE(form.chkBox(3).Checked());
+  EXPECT_EQ(form.Pic_Wed_Day.PictureKey(), u"gen");
+  EXPECT_EQ(RowOf(u"1").SubItem(8), u"Hourly");
+  EXPECT_EQ(RowOf(u"1").SubItem(1), u"3/18/2013 16:30:00");
+
+  form.chkImmediate.UserClick();
+  EXPECT_FALSE(form.optHourly.Checked());
+  EXPECT_FALSE(form.DTPicker.Enabled());
+  form.chkImmediate.UserClick();
+  EXPECT_TRUE(form.Editor().bRowCleared);
+  EXPECT_FALSE(form.chkdesktop.Enabled());
+}
+
+TEST_F(DTEmailScreen, MailBoxAndCutoffRules) {
+  PutSchedule({u"0", Row{u"1"}.Line()});
+  frame::WriteSetting(app, u"EmailUserName", u" me@home.net ");
+  OpenScreen(u"1");
+  EXPECT_FALSE(form.txtEmailNotification.Enabled());
+  EXPECT_EQ(form.txtEmailNotification.BackColor(), kMailDisabledColor);
+  form.ChkEmailNotification.UserClick();
+  EXPECT_TRUE(form.txtEmailNotification.Enabled());
+  EXPECT_EQ(form.txtEmailNotification.BackColor(), kMailEnabledColor);
+  EXPECT_EQ(form.txtEmailNotification.GetText(), u"me@home.net");
+  EXPECT_TRUE(form.optAlways.Value());
+  form.ChkEmailNotification.UserClick();
+  EXPECT_EQ(form.txtEmailNotification.GetText(), u"");
+  EXPECT_EQ(form.txtEmailNotification.BackColor(), kMailDisabledColor);
+
+  form.DTPCutoffTime.SetValue(base::DateTime{2013, 3, 18, 23, 0, 0});
+  ui.Queue(Answer::No());
+  form.chkCutoffTime.UserClick();
+  ASSERT_EQ(ui.Questions().size(), 1u);
+  EXPECT_EQ(ui.Questions()[0].text,
+            u"You have set '23:00:00' as the cut-off time for the scheduled backup/restore "
+            u"operation. This may terminate the scheduled job before it is complete.\r\n\r\nDo "
+            u"you want to proceed?");
+  EXPECT_FALSE(form.chkCutoffTime.Checked());
+  EXPECT_FALSE(form.DTPCutoffTime.Enabled());
+  EXPECT_EQ(form.DTPCutoffTime.Value().hour, 0);
+  EXPECT_EQ(ui.UnansweredCount(), 0);
+}
+
+TEST_F(DTEmailScreen, InvalidMailKeepsTheOldRow) {
+  PutSchedule({u"0", Row{u"1", u"First"}.Line(),
+               Row{u"2", u"Second", u"03-26-2013 6:41:00", u"3", u"201303260641"}.Line()});
+  OpenScreen(u"1");
+  form.ChkEmailNotification.UserClick();
+  form.txtEmailNotification.SetText(u"me@home");
+  ui.Queue(Answer::Ok());
+  form.Sch_list_lv.UserClickRow(RowOf(u"2").Index());
+  ASSERT_EQ(ui.Questions().size(), 1u);
+  EXPECT_EQ(ui.Questions()[0].text, u"Enter your valid email address.");
+  EXPECT_TRUE(RowOf(u"1").Selected());
+  EXPECT_EQ(form.lblBkSetName.Caption(), u"Backup/Restore set name - 'First'");
+
+  form.txtEmailNotification.SetText(u"me@home.net");
+  form.Sch_list_lv.UserClickRow(RowOf(u"2").Index());
+  EXPECT_TRUE(RowOf(u"2").Selected());
+  EXPECT_EQ(form.lblBkSetName.Caption(), u"Backup/Restore set name - 'Second'");
+  // The first row's choices went into the temporary array, not yet into the file.
+  EXPECT_EQ(TempRow(form.Editor(), u"1")->MailAddresses, u"me@home.net");
+  EXPECT_EQ(InFile(u"1").MailAddresses, u"");
+}
+
+TEST_F(DTEmailScreen, MainButtonSavesAndCloses) {
+  PutSchedule({u"0", Row{u"1", u"Docs", u"03-20-2013 9:00:00", u"4", u"201303200900", u"4"}.Line(),
+               Row{u"2", u"Other"}.Line()});
+  OpenScreen(u"1");
+  form.optHourly.UserClick();
+  form.DTPicker.SetValue(base::DateTime{2013, 3, 18, 16, 30, 0});
+  Click(form.Sch_Start4_Next);
+  EXPECT_FALSE(form.IsLoaded());
+  const auto r = InFile(u"1");
+  EXPECT_EQ(r.Days, u"Hourly");
+  EXPECT_EQ(r.NextRun, u"03-18-2013 16:30:00");
+  EXPECT_EQ(r.SortKey, u"201303181630");
+  EXPECT_EQ(InFile(u"2").NextRun, u"03-25-2013 6:41:00");
+}
+
+TEST_F(DTEmailScreen, DeleteKeyAndDeletePicture) {
+  PutSchedule({u"1",
+               Row{u"1", u"Restore ItemSet", u"03-18-2013 6:41:00", u"3", u"000000000000"}.Line(),
+               Row{u"2", u"Other"}.Line(), Row{u"3", u"autobkupqvwin"}.Line()});
+  OpenScreen(u"2");
+  form.Sch_list_lv.UserClickRow(RowOf(u"1").Index());
+  form.Sch_list_lv.SetFocus();
+  kit::KeyArgs del{kit::kKeyDelete, 0};
+  ui.Queue(Answer::Ok());
+  form.DeliverKeyDown(del);
+  ASSERT_EQ(ui.Questions().size(), 1u);
+  EXPECT_EQ(ui.Questions()[0].text, kit::GetMessage(app, 297));
+
+  form.Sch_list_lv.UserClickRow(RowOf(u"2").Index());
+  ui.Queue(Answer::Yes());
+  kit::KeyArgs del2{kit::kKeyDelete, 0};
+  form.DeliverKeyDown(del2);
+  EXPECT_EQ(ui.Questions().back().text, u"Do you want to delete the scheduled job?");
+  EXPECT_EQ(InFile(u"2").RecordNo, u"");
+  EXPECT_EQ(InFile(u"1").SortKey, u"000000000000");
+  EXPECT_EQ(form.Sch_list_lv.FindKey(u"QV_2"), nullptr);
+
+  // The automated job asks first; Cancel keeps it.
+  form.Sch_list_lv.UserClickRow(RowOf(u"3").Index());
+  ui.Queue(Answer::Cancel());
+  Click(form.Pic_Delete);
+  EXPECT_EQ(ui.Questions().back().text, kit::GetMessage(app, 326));
+  EXPECT_EQ(InFile(u"3").RecordNo, u"3");
+  EXPECT_EQ(ui.UnansweredCount(), 0);
+}
+
+TEST_F(DTEmailScreen, ShowDTEmailOpensModallyOnTheRecord) {
+  PutSchedule({u"0", Row{u"1", u"First"}.Line(),
+               Row{u"2", u"Second", u"03-20-2013 9:00:00", u"4", u"201303200900", u"4"}.Line()});
+  kit::ScriptedUi modal;
+  int scripted = 0;
+  modal.OnShow(u"frmDTEmail", [&](kit::Form& f) {
+    ++scripted;
+    auto& screen = static_cast<frmDTEmail&>(f);
+    EXPECT_EQ(screen.Sch_list_lv.Count(), 2);
+    EXPECT_EQ(screen.lblBkSetName.Caption(), u"Backup/Restore set name - 'Second'");
+    EXPECT_TRUE(screen.Sch_list_lv.FindKey(u"QV_2")->Selected());
+    screen.DTPicker.SetValue(base::DateTime{2013, 3, 18, 20, 0, 0});
+    screen.chkImmediate.UserClick();
+    Click(screen.Sch_Start4_Next);
+    EXPECT_FALSE(screen.IsLoaded());
+  });
+  EXPECT_TRUE(ShowDTEmail(app, modal, u"2"));
+  EXPECT_EQ(scripted, 1);
+  EXPECT_EQ(InFile(u"2").Days, u"Immediate");
+  EXPECT_EQ(InFile(u"2").SortKey, u"201303181502");
+  EXPECT_EQ(InFile(u"1").Days, u"1234567");
+}
+
+TEST_F(DTEmailScreen, MonthlyThirtyFirstInAThirtyDayMonthShowsThePresentDay) {
+  fake.clock.now = base::DateTime{2013, 4, 10, 9, 0, 0};
+  PutSchedule(
+      {u"0", Row{u"1", u"Docs", u"05-31-2013 6:00:00", u"0", u"201305310600", u"Monthly"}.Line()});
+  OpenScreen(u"1");
+  EXPECT_EQ(form.DTPMonthly.Value().month, 4);
+  EXPECT_EQ(form.DTPMonthly.Value().day, 10);
+}
+
+}  // namespace
+}  // namespace jobs::test
