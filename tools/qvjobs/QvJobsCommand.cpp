@@ -190,7 +190,8 @@ class Command {
     } else if (name == "edit") {
       EditRequest request{
           std::vector<std::string>(args_.begin() + static_cast<long>(pos_), args_.end()),
-          answerYes_};
+          answerYes_,
+          {}};
       pos_ = args_.size();
       SetPaths(app, root_);
       // The plug-in rule of a frequency change, as the job list's edit applies it.

@@ -8,11 +8,10 @@
 #include <vector>
 
 #include "base/Text.h"
+#include "QvJobsCommand.h"
 #include "frame/AppState.h"
 
 namespace qvjobs {
-
-inline constexpr int kExitRefused = 1;
 
 struct EditRequest {
   std::vector<std::string> args;  // RECORDNO and the edit options

@@ -165,5 +165,18 @@ TEST_F(QvJobsEditTest, BadArgumentsExitWithTwoAndChangeNothing) {
   EXPECT_EQ(Lines(), before);
 }
 
+TEST_F(QvJobsEditTest, AFrequencyChangeOfAPluginSetOffersTheDownloadWhenItsFilesAreMissing) {
+  Put({u"0", Rec(u"1", u"QVSQLServerBkSet1", u"201303250641", u"2")});
+  EXPECT_EQ(Run({"--os-major", "5", "edit", "1", "--time", "9:00:00", "--hourly"}), 0);
+  EXPECT_NE(out.find("Download and install the 'Advanced Backup plug-in'"), std::string::npos)
+      << out;
+  EXPECT_NE(err.find("not opened"), std::string::npos) << err;
+  // A set of no plug-in class asks nothing.
+  Put({u"0", Rec(u"1", u"Documents", u"201303250641", u"2")});
+  EXPECT_EQ(Run({"--os-major", "5", "edit", "1", "--time", "9:00:00", "--hourly"}), 0);
+  EXPECT_EQ(out, "");
+  EXPECT_EQ(err, "");
+}
+
 }  // namespace
 }  // namespace qvjobs
