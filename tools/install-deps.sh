@@ -12,6 +12,7 @@ packages=(
   g++-mingw-w64-x86-64-posix mingw-w64-tools                    # cross build, widl
   wine64 wine64-tools fonts-wine                                # running the Windows programs
   xvfb xdotool x11-apps x11-utils imagemagick                   # display, driving, screenshots
+  python3 openssl                                               # the loopback account service and its certificates
 )
 
 missing=()

@@ -1,5 +1,7 @@
 #include "monitor/ProgramScreens.h"
 
+#include "support/SupportScreens.h"
+
 namespace monitor {
 
 // The notices of the tick come with the notifications folder; until then a tick has
@@ -8,12 +10,12 @@ void ProgramScreens::senddesktopnotify() {}
 void ProgramScreens::Dialupdisconnect() {}
 void ProgramScreens::CheckMissedBackup() {}
 
-// The screens of the menus come with their folders (jobs, support); each will be one
+// The screens of the menus come with their folders; each is one
 // call here, such as `return jobs::ShowBackupNow(app_, ui_, {}).opened;`.
 bool ProgramScreens::OpenBackupNow() { return false; }
-bool ProgramScreens::OpenUpdatePassword() { return false; }
+bool ProgramScreens::OpenUpdatePassword() { return support::ShowUpdatePassword(app_, ui_); }
 bool ProgramScreens::OpenManageScheduledJobs() { return false; }
-bool ProgramScreens::OpenErrorReport() { return false; }
-bool ProgramScreens::OpenAbout() { return false; }
+bool ProgramScreens::OpenErrorReport() { return support::ShowErrorReport(app_, ui_); }
+bool ProgramScreens::OpenAbout() { return support::ShowAbout(app_, ui_); }
 
 }  // namespace monitor
