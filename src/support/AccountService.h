@@ -21,7 +21,12 @@ platform::ServiceEndpoints ReadEndpoints(frame::AppState& app);
 Text SupportMailAddress(frame::AppState& app);
 
 // What the status service's reply says.
-enum AccountStatus : int { kStatusNothing = 0, kStatusCancelled = 1, kStatusExpired = 2, kStatusOther = 3 };
+enum AccountStatus : int {
+  kStatusNothing = 0,
+  kStatusCancelled = 1,
+  kStatusExpired = 2,
+  kStatusOther = 3
+};
 
 // The first word of a reply: "Cancelled" 1, "Expired" 2 (any case), anything else 3,
 // an empty reply 0. A reply without a blank is 3 whatever its one word is.

@@ -171,9 +171,8 @@ Text BundleLogFile(frame::AppState& app, platform::IHttpObject& http, const Text
 
 Text GetLocaleDetails(frame::AppState& app, const Text& mode) {
   if (app.platform.localeInfo == nullptr) return Text();
-  const platform::LocaleSource source = mode == u"CodePage"
-                                            ? platform::LocaleSource::SystemLanguage
-                                            : platform::LocaleSource::UserDefault;
+  const platform::LocaleSource source = mode == u"CodePage" ? platform::LocaleSource::SystemLanguage
+                                                            : platform::LocaleSource::UserDefault;
   auto item = [&](unsigned long number) {
     return base::CutAtNul(app.platform.localeInfo->Item(source, number).value_or(Text()));
   };
@@ -216,14 +215,13 @@ Text BuildReport(frame::AppState& app, platform::IHttpObject& http, const Report
   ListBackupConfig(app);
   Say(progress.progressText, u"Sending the feedback report ...");
   for (const ReportLog& log : ReportLogs()) {
-    if (!app.platform.fs->FileExists(LogFolder(app, log.oracleFolder) + u"\\" + log.file))
-      continue;
-    report += Text(kCrLf) + kCrLf + log.banner + kCrLf +
-              BundleLogFile(app, http, log.file, log.oracleFolder, !log.unicode,
-                            progress.letEventsRun);
+    if (!app.platform.fs->FileExists(LogFolder(app, log.oracleFolder) + u"\\" + log.file)) continue;
+    report +=
+        Text(kCrLf) + kCrLf + log.banner + kCrLf +
+        BundleLogFile(app, http, log.file, log.oracleFolder, !log.unicode, progress.letEventsRun);
   }
-  report += Text(kCrLf) + u"System language details:" + kCrLf + kCrLf +
-            u"Standards and format details:";
+  report +=
+      Text(kCrLf) + u"System language details:" + kCrLf + kCrLf + u"Standards and format details:";
   const Text regional = GetLocaleDetails(app, u"Regional");
   if (!base::IsBlank(regional)) report += kCrLf + regional;
   report += Text(kCrLf) + kCrLf + u"Language for non-Unicode programs:";
@@ -287,7 +285,8 @@ SendOutcome SendReport(frame::AppState& app, kit::Ui& ui, const ReportFields& fi
       [&] {
         const platform::ServiceEndpoints endpoints = ReadEndpoints(app);
         std::unique_ptr<platform::IHttpObject> http;
-        if (app.platform.network != nullptr) http = app.platform.network->CreateHttpObject(endpoints);
+        if (app.platform.network != nullptr)
+          http = app.platform.network->CreateHttpObject(endpoints);
         if (!http) throw base::Failure(429, "ActiveX component can't create object");
         Text report = BuildReport(app, *http, fields,
                                   {hooks.letEventsRun, hooks.progressText, hooks.showProgress});
@@ -297,9 +296,9 @@ SendOutcome SendReport(frame::AppState& app, kit::Ui& ui, const ReportFields& fi
           Say(hooks.progressText, base::FromNumber(percent) + u"% complete");
         };
         events.onFailed = [&](const Text& reason) {
-          ui.MessageBox(kit::GetMessage(app, 11) + u" " + reason + u" " + kit::GetMessage(app, 101) +
-                            kCrLf,
-                        kit::kIconInfo, kit::kButtonsOk, app.AppTitle);
+          ui.MessageBox(
+              kit::GetMessage(app, 11) + u" " + reason + u" " + kit::GetMessage(app, 101) + kCrLf,
+              kit::kIconInfo, kit::kButtonsOk, app.AppTitle);
           sendFailed = true;
           Say(hooks.progressText, Text());
         };
@@ -312,7 +311,8 @@ SendOutcome SendReport(frame::AppState& app, kit::Ui& ui, const ReportFields& fi
       },
       [&](const base::ErrorInfo& e) {
         sendFailed = true;
-        frame::TraceError(app, u"Error Reason :", e, u"in procedure cmdSend_Click of Form frmErrorReport");
+        frame::TraceError(app, u"Error Reason :", e,
+                          u"in procedure cmdSend_Click of Form frmErrorReport");
       });
   busy(false);
   Run(hooks.focusForm);

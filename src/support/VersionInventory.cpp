@@ -14,13 +14,19 @@ struct Column {
 // Beacon.ocx has a column though nothing asks for it; QVPatch.dll and QVWINHelp.chm
 // are read but have none, so they never show.
 constexpr Column kColumns[] = {
-    {u"CorvaneForWindows_955.exe", 25}, {u"QVWinSrv.dll", 40}, {u"QVBackground_955.exe", 31},
-    {u"QVMonitor.exe", 38},             {u"Beacon.ocx", 25},
+    {u"CorvaneForWindows_955.exe", 25},
+    {u"QVWinSrv.dll", 40},
+    {u"QVBackground_955.exe", 31},
+    {u"QVMonitor.exe", 38},
+    {u"Beacon.ocx", 25},
 };
 
-constexpr const char16_t* kInventory[] = {u"CorvaneForWindows_955.exe", u"QVWinSrv.dll",
-                                          u"QVBackground_955.exe",      u"QVMonitor.exe",
-                                          u"QVPatch.dll",               u"QVWINHelp.chm"};
+constexpr const char16_t* kInventory[] = {u"CorvaneForWindows_955.exe",
+                                          u"QVWinSrv.dll",
+                                          u"QVBackground_955.exe",
+                                          u"QVMonitor.exe",
+                                          u"QVPatch.dll",
+                                          u"QVWINHelp.chm"};
 
 }  // namespace
 

@@ -20,10 +20,9 @@ frmErrorReport::frmErrorReport(frame::AppState& app, kit::Ui& ui)
   txtTroubleTicket.SetToolTipText(u"Trouble Ticket No");
   txtTo.SetToolTipText(u"Corvane support");
   txtMsg.SetMultiLine(true);
-  for (kit::Control* hidden :
-       std::initializer_list<kit::Control*>{&txtTo, &txtServer, &txtToName, &txtAttach, &fraOptions,
-                                            &txtQty, &cmdBrowse, &cmdReset, &lblServer, &lblToName,
-                                            &lblAttach, &lblTo, &lstStatus})
+  for (kit::Control* hidden : std::initializer_list<kit::Control*>{
+           &txtTo, &txtServer, &txtToName, &txtAttach, &fraOptions, &txtQty, &cmdBrowse, &cmdReset,
+           &lblServer, &lblToName, &lblAttach, &lblTo, &lstStatus})
     hidden->SetVisible(false);
 
   using S = frmErrorReport;

@@ -40,8 +40,8 @@ class frmErrorReport : public kit::Form {
   kit::Label Label3{picbkgrd, u"Label3", {300, 2490, 2000, 420}};
   kit::TextBox txtTroubleTicket{picbkgrd, u"txtTroubleTicket", {2400, 2510, 5900, 315}};
   kit::Label lblSubject{picbkgrd, u"lblSubject", {300, 2970, 2000, 255}, u"Subject"};
-  kit::TextBox txtSubject{picbkgrd, u"txtSubject", {2400, 2930, 5900, 315},
-                          u"Corvane for Windows user feedback"};
+  kit::TextBox txtSubject{
+      picbkgrd, u"txtSubject", {2400, 2930, 5900, 315}, u"Corvane for Windows user feedback"};
   kit::Label lblMsg{picbkgrd, u"lblMsg", {300, 3390, 2000, 255}, u"Message"};
   kit::TextBox txtMsg{picbkgrd, u"txtMsg", {2400, 3350, 5900, 1800}};
   kit::Label lblProgress{picbkgrd, u"lblProgress", {300, 5340, 7900, 255}};

@@ -52,8 +52,8 @@ void frmUpdatePassword::Form_Load() {
   kit::ApplySkin(cmdClear, kit::kSkinNormal);
   kit::ApplySkin(cmdUpdate, kit::kSkinNormal);
   if (app_.AppTitle != kit::kDefaultAppTitle && app_.platform.fs != nullptr) {
-    const kit::Branding branding = kit::ReadBranding(*app_.platform.fs, app_.ProgramFolder,
-                                                     app_.AppTitle);
+    const kit::Branding branding =
+        kit::ReadBranding(*app_.platform.fs, app_.ProgramFolder, app_.AppTitle);
     if (!branding.formIconPath.empty()) SetIconPath(branding.formIconPath);
   }
   kit::SetFormFrame(*this, false);

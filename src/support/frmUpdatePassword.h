@@ -25,8 +25,8 @@ class frmUpdatePassword : public kit::Form {
                     u"Label1",
                     {300, 600, 4900, 255},
                     u"Update the password for your existing scheduled jobs."};
-  kit::ControlArray<kit::Label> lblLabels{*this, u"lblLabels",
-                                          {{300, 1110, 1200, 255}, {300, 1560, 1200, 255}}};
+  kit::ControlArray<kit::Label> lblLabels{
+      *this, u"lblLabels", {{300, 1110, 1200, 255}, {300, 1560, 1200, 255}}};
   kit::TextBox txtUserName{*this, u"txtUserName", {1620, 1065, 3300, 315}};
   kit::TextBox txtPassword{*this, u"txtPassword", {1620, 1515, 3300, 315}};
   kit::PictureButton cmdUpdate{*this, u"cmdUpdate", {2220, 2220, 1300, 345}, u"&Apply"};

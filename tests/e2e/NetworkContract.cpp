@@ -113,14 +113,13 @@ TEST_F(NetworkContract, PlainHttpIsRefusedWithoutAConnection) {
 TEST_F(NetworkContract, UploadIsChunkedWithRealProgressAndArrivesWhole) {
   auto http = net.CreateHttpObject(Trusted());
   Text body;
-  for (int i = 0; i < 3000; ++i) body += u"Zeile " + base::FromNumber(i) + u" \u00e9\u20ac &=%+\r\n";
+  for (int i = 0; i < 3000; ++i)
+    body += u"Zeile " + base::FromNumber(i) + u" \u00e9\u20ac &=%+\r\n";
   std::vector<long> progress;
   bool sent = false;
   http->SendMail(u"support@corvane.com", u"Subject \u00fc", body, u"me@example.com", true,
-                 {[&](long p) { progress.push_back(p); }, [&](const Text& r) {
-                    ADD_FAILURE() << base::ToUtf8(r);
-                  },
-                  [&] { sent = true; }});
+                 {[&](long p) { progress.push_back(p); },
+                  [&](const Text& r) { ADD_FAILURE() << base::ToUtf8(r); }, [&] { sent = true; }});
   EXPECT_TRUE(sent);
   ASSERT_GT(progress.size(), 10u);
   EXPECT_EQ(progress.back(), 100);
@@ -187,8 +186,8 @@ TEST_F(AccountOverTls, FeedbackReportArrivesWithTheTailsInOrderAndNoPassword) {
   lines.push_back(u"typed Right#Pass123456 into the wrong box");
   platform::TextFile::WriteLines(fake.fs, Common(u"QVWServiceLog.txt"), lines);
   platform::TextFile::WriteLines(fake.fs, Common(u"TraceFile.txt"), {u"trace a", u"trace b"});
-  support::ReportFields fields{u"goodone", u"me@example.com", u"", u"Corvane for Windows user feedback",
-                               u"first line\r\nsecond line"};
+  support::ReportFields fields{u"goodone", u"me@example.com", u"",
+                               u"Corvane for Windows user feedback", u"first line\r\nsecond line"};
   EXPECT_EQ(support::SendReport(app, ui, fields, {}), support::SendOutcome::Sent);
   const std::string spool = Env("QV_SPOOL");
   int n = 1;

@@ -22,8 +22,8 @@ int wmain(int argc, wchar_t** argv) {
     std::fputs("trustcert: cannot read the certificate\n", stderr);
     return 1;
   }
-  HCERTSTORE store = CertOpenStore(CERT_STORE_PROV_SYSTEM_W, 0, 0,
-                                   CERT_SYSTEM_STORE_LOCAL_MACHINE, L"Root");
+  HCERTSTORE store =
+      CertOpenStore(CERT_STORE_PROV_SYSTEM_W, 0, 0, CERT_SYSTEM_STORE_LOCAL_MACHINE, L"Root");
   if (store == nullptr) {
     std::fprintf(stderr, "trustcert: cannot open the Root store (%lu)\n", GetLastError());
     return 1;
@@ -37,12 +37,11 @@ int wmain(int argc, wchar_t** argv) {
       rc = 1;
     }
   } else if (verb == L"remove") {
-    PCCERT_CONTEXT cert = CertCreateCertificateContext(X509_ASN_ENCODING, der.data(),
-                                                       static_cast<DWORD>(der.size()));
-    PCCERT_CONTEXT found =
-        cert ? CertFindCertificateInStore(store, X509_ASN_ENCODING, 0, CERT_FIND_EXISTING, cert,
-                                          nullptr)
-             : nullptr;
+    PCCERT_CONTEXT cert =
+        CertCreateCertificateContext(X509_ASN_ENCODING, der.data(), static_cast<DWORD>(der.size()));
+    PCCERT_CONTEXT found = cert ? CertFindCertificateInStore(store, X509_ASN_ENCODING, 0,
+                                                             CERT_FIND_EXISTING, cert, nullptr)
+                                : nullptr;
     if (found == nullptr || !CertDeleteCertificateFromStore(found)) rc = 1;
     if (cert) CertFreeCertificateContext(cert);
   } else {

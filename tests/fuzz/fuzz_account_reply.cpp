@@ -11,16 +11,17 @@
 #include "platform/portable/HttpRules.h"
 #include "support/AccountService.h"
 
-#define Check(condition)                                                                        \
-  do {                                                                                          \
-    if (!(condition)) {                                                                         \
+#define Check(condition)                                                                         \
+  do {                                                                                           \
+    if (!(condition)) {                                                                          \
       std::fprintf(stderr, "fuzz_account_reply: broken at line %d: %s\n", __LINE__, #condition); \
-      std::abort();                                                                             \
-    }                                                                                           \
+      std::abort();                                                                              \
+    }                                                                                            \
   } while (false)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const base::Text text = base::FromUtf8(std::string_view(reinterpret_cast<const char*>(data), size));
+  const base::Text text =
+      base::FromUtf8(std::string_view(reinterpret_cast<const char*>(data), size));
   const int code = support::ClassifyAccountReply(text);
   Check(code >= 0 && code <= 3);
   Check((code == 0) == text.empty());

@@ -10,12 +10,12 @@
 #include "platform/fake/FakePlatform.h"
 #include "support/FeedbackReport.h"
 
-#define Check(condition)                                                                       \
-  do {                                                                                         \
-    if (!(condition)) {                                                                        \
+#define Check(condition)                                                                      \
+  do {                                                                                        \
+    if (!(condition)) {                                                                       \
       std::fprintf(stderr, "fuzz_bundle_log: broken at line %d: %s\n", __LINE__, #condition); \
-      std::abort();                                                                            \
-    }                                                                                          \
+      std::abort();                                                                           \
+    }                                                                                         \
   } while (false)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -30,8 +30,8 @@ class FakeHttp : public IHttpObject, Counted {
   using Counted::Counted;
   Text EncodeQueryValue(const Text& value, long) override { return PercentEncode(value); }
   Text FilterLine(const Text& line) override { return FilterLogLine(line); }
-  Text Request(const Text& host, const Text& path, const Text& query, long mode, Text& status,
-               long, RequestState& state) override {
+  Text Request(const Text& host, const Text& path, const Text& query, long mode, Text& status, long,
+               RequestState& state) override {
     net_.requests.push_back({host, path, query, status, mode});
     if (net_.statusReplies.empty()) {
       status = u"Cannot connect";

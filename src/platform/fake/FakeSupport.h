@@ -32,11 +32,11 @@ class FakeNetwork : public INetworkObjects {
   std::unique_ptr<IHttpObject> CreateHttpObject(const ServiceEndpoints& endpoints) override;
 
   // What the service knows.
-  bool installed = true;                      // false: the objects cannot be created
-  std::map<Text, Text> goodAccounts;          // user -> password the login accepts
-  std::deque<Reply> statusReplies;            // one per status request; empty: no connection
+  bool installed = true;                        // false: the objects cannot be created
+  std::map<Text, Text> goodAccounts;            // user -> password the login accepts
+  std::deque<Reply> statusReplies;              // one per status request; empty: no connection
   std::vector<long> mailProgress{25, 50, 100};  // percentages the upload reports
-  Text mailFailure;                           // non-empty: the upload fails with it
+  Text mailFailure;                             // non-empty: the upload fails with it
 
   // What was asked.
   std::vector<std::pair<Text, Text>> logins;  // user, password

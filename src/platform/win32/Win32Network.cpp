@@ -109,10 +109,10 @@ Exchange Perform(const Text& address, const Text& pathAndQuery, const Text& verb
   WinHttpSetOption(request.get(), WINHTTP_OPTION_REDIRECT_POLICY, &redirects, sizeof(redirects));
   const Text headers =
       body.empty() ? Text() : Text(u"Content-Type: application/x-www-form-urlencoded\r\n");
-  if (!WinHttpSendRequest(request.get(), headers.empty() ? WINHTTP_NO_ADDITIONAL_HEADERS
-                                                         : Wide(headers),
-                          headers.empty() ? 0 : static_cast<DWORD>(-1L), WINHTTP_NO_REQUEST_DATA,
-                          0, static_cast<DWORD>(body.size()), 0)) {
+  if (!WinHttpSendRequest(request.get(),
+                          headers.empty() ? WINHTTP_NO_ADDITIONAL_HEADERS : Wide(headers),
+                          headers.empty() ? 0 : static_cast<DWORD>(-1L), WINHTTP_NO_REQUEST_DATA, 0,
+                          static_cast<DWORD>(body.size()), 0)) {
     x.failure = Reason(GetLastError());
     return x;
   }
@@ -188,10 +188,10 @@ class Win32Http : public IHttpObject {
       if (events.onFailed) events.onFailed(reason);
     };
     const bool done = win32::NoThrow(false, [&] {
-      const Exchange x = Perform(
-          endpoints_.feedbackServer, kFeedbackPath, u"POST",
-          FormBody({{u"to", to}, {u"subject", subject}, {u"body", body}, {u"from", from}}),
-          events.onProgress);
+      const Exchange x =
+          Perform(endpoints_.feedbackServer, kFeedbackPath, u"POST",
+                  FormBody({{u"to", to}, {u"subject", subject}, {u"body", body}, {u"from", from}}),
+                  events.onProgress);
       if (!x.replied)
         fail(x.failure);
       else if (x.statusCode != 200)

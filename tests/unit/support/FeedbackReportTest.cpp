@@ -134,9 +134,14 @@ TEST_F(FeedbackReportTest, LogLinesPassTheFilter) {
 }
 
 TEST_F(FeedbackReportTest, RegionalDetailsInTheirSevenLines) {
-  fake.localeInfo.userItems = {{1, u"0409"},  {6, u"United States"}, {7, u"USA"},
-                               {2, u"English"}, {14, u"."},         {15, u","},
-                               {4099, u"h:mm:ss tt"}, {31, Text(u"M/d/yyyy\0x", 10)}};
+  fake.localeInfo.userItems = {{1, u"0409"},
+                               {6, u"United States"},
+                               {7, u"USA"},
+                               {2, u"English"},
+                               {14, u"."},
+                               {15, u","},
+                               {4099, u"h:mm:ss tt"},
+                               {31, Text(u"M/d/yyyy\0x", 10)}};
   EXPECT_EQ(support::GetLocaleDetails(app, u"Regional"),
             u"Locale ID: 0409\r\nCountry: United States  (USA)\r\nLanguage: English\r\n"
             u"Decimal: .\r\nThousands: ,\r\nTime Format: h:mm:ss tt\r\nShort Date: M/d/yyyy");
@@ -198,7 +203,8 @@ TEST_F(FeedbackReportTest, LogsInTableOrderAndNoPasswordAnywhere) {
   EXPECT_FALSE(Has(body, u"Zq7#Secret"));
   EXPECT_FALSE(Has(body, support::Encrypt(app, u"Zq7#Secret")));
   EXPECT_FALSE(Has(body, u"Zq7%23Secret"));
-  const auto service = body.find(u"----------CorvaneServiceLog-------------\r\nservice 1\nservice 2\n");
+  const auto service =
+      body.find(u"----------CorvaneServiceLog-------------\r\nservice 1\nservice 2\n");
   const auto trace = body.find(u"----------CorvaneTraceFile--------------\r\ntrace");
   const auto oracle =
       body.find(u"----------Oracle Server Backup Trace----------\r\noracle 1\noracle 2\n");

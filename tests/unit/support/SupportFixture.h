@@ -22,9 +22,7 @@ struct SupportFixture : FrameFixture {
       lines.push_back(u"Set" + base::FromNumber(i) + u"\u0008C:\\data" + base::FromNumber(i));
     platform::TextFile::WriteLines(fake.fs, app.BacksetFilePath, lines);
   }
-  void JobInProgress() {
-    platform::TextFile::WriteLines(fake.fs, app.ScheduleFilePath, {u"1"});
-  }
+  void JobInProgress() { platform::TextFile::WriteLines(fake.fs, app.ScheduleFilePath, {u"1"}); }
   static bool Has(const base::Text& text, const base::Text& part) {
     return text.find(part) != base::Text::npos;
   }

@@ -94,8 +94,7 @@ TEST_F(UpdatePasswordRulesTest, RefusalsSayWhyByTheAccountsState) {
   EXPECT_EQ(Apply(u"joe", u"pw"), ApplyOutcome::Refused);
   EXPECT_EQ(Apply(u"joe", u"pw"), ApplyOutcome::Refused);
   ASSERT_EQ(ui.Questions().size(), 4u);
-  EXPECT_EQ(Texts()[1],
-            u"Unable to connect to Corvane. Reason : account 'joe' has been canceled.");
+  EXPECT_EQ(Texts()[1], u"Unable to connect to Corvane. Reason : account 'joe' has been canceled.");
   EXPECT_EQ(Texts()[3], u"Unable to connect to Corvane. Reason : account 'joe' has expired.");
   EXPECT_EQ(ui.Questions()[3].icon, 3);
   EXPECT_EQ(fake.network.requests.size(), 3u);  // the expired one behind the proxy's retry

@@ -27,10 +27,10 @@ TEST_F(VersionInventoryTest, FourFilesShowInTheirColumnsAndTheOtherTwoNever) {
   Version(u"QVPatch.dll", {1, 0, 0, 0});
   Version(u"QVWINHelp.chm", {1, 0, 0, 0});
   EXPECT_EQ(support::BuildVersionList(app, u"C:\\prog"),
-            kHead + u"\r\nCorvaneForWindows_955.exe9.5.5.1" +     // 25 - 25 = no blank
+            kHead + u"\r\nCorvaneForWindows_955.exe9.5.5.1" +        // 25 - 25 = no blank
                 u"\r\nQVWinSrv.dll" + Text(28, u' ') + u"1.2.3.4" +  // 40 - 12
-                u"\r\nQVBackground_955.exe" + Text(11, u' ') + u"9.5.5.2" +
-                u"\r\nQVMonitor.exe" + Text(25, u' ') + u"9.5.0.5");
+                u"\r\nQVBackground_955.exe" + Text(11, u' ') + u"9.5.5.2" + u"\r\nQVMonitor.exe" +
+                Text(25, u' ') + u"9.5.0.5");
 }
 
 TEST_F(VersionInventoryTest, NoVersionOrNoColumnDropsTheLine) {
