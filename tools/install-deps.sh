@@ -13,6 +13,7 @@ packages=(
   wine64 wine64-tools fonts-wine                                # running the Windows programs
   xvfb xdotool x11-apps x11-utils imagemagick                   # display, driving, screenshots
   wixl msitools                                                 # the installer (wixl, msibuild, msidump)
+  python3 openssl                                               # the loopback account service and its certificates
 )
 
 missing=()

@@ -3,6 +3,7 @@
 #include "jobs/frmBackupNow.h"
 #include "jobs/frmDTEmail.h"
 #include "jobs/frmManageScheduledJobs.h"
+#include "support/SupportScreens.h"
 
 namespace monitor {
 
@@ -12,20 +13,20 @@ void ProgramScreens::senddesktopnotify() {}
 void ProgramScreens::Dialupdisconnect() {}
 void ProgramScreens::CheckMissedBackup() {}
 
-// The screens of the menus come with their folders (jobs, support); each will be one
+// The screens of the menus come with their folders; each is one
 // call here, such as `return jobs::ShowBackupNow(app_, ui_, {}).opened;`.
 bool ProgramScreens::OpenBackupNow() {
   jobs::ShowBackupNow(app_, ui_);
   return true;
 }
-bool ProgramScreens::OpenUpdatePassword() { return false; }
+bool ProgramScreens::OpenUpdatePassword() { return support::ShowUpdatePassword(app_, ui_); }
 // The job list opens the schedule editor through its hook.
 bool ProgramScreens::OpenManageScheduledJobs() {
   jobs::ShowManageScheduledJobs(
       app_, ui_, {[this](const base::Text& no) { return jobs::ShowDTEmail(app_, ui_, no); }});
   return true;
 }
-bool ProgramScreens::OpenErrorReport() { return false; }
-bool ProgramScreens::OpenAbout() { return false; }
+bool ProgramScreens::OpenErrorReport() { return support::ShowErrorReport(app_, ui_); }
+bool ProgramScreens::OpenAbout() { return support::ShowAbout(app_, ui_); }
 
 }  // namespace monitor

@@ -14,6 +14,7 @@
 #include "platform/Registry.h"
 #include "platform/ServiceManager.h"
 #include "platform/Shell.h"
+#include "platform/SupportInfo.h"
 #include "platform/SystemInfo.h"
 #include "platform/UiHost.h"
 
@@ -37,8 +38,9 @@ struct Platform {
   IHelp* help = nullptr;
   IOsNameProvider* osName = nullptr;
   ISettingsProvider* settingsProvider = nullptr;
-  ILoginObject* login = nullptr;
-  IHttpObject* http = nullptr;
+  INetworkObjects* network = nullptr;
+  IFileVersions* versions = nullptr;
+  ILocaleInfo* localeInfo = nullptr;
 };
 
 }  // namespace platform

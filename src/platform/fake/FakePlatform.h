@@ -8,6 +8,7 @@
 #include "platform/fake/FakeEngineServices.h"
 #include "platform/fake/FakeFileSystem.h"
 #include "platform/fake/FakeServices.h"
+#include "platform/fake/FakeSupport.h"
 #include "platform/portable/PortableProfile.h"
 
 namespace platform {
@@ -29,6 +30,9 @@ class FakePlatform {
     p.settingsProvider = &settings;
     p.processes = &processes;
     p.services = &services;
+    p.network = &network;
+    p.versions = &versions;
+    p.localeInfo = &localeInfo;
   }
   FakePlatform(const FakePlatform&) = delete;
   FakePlatform& operator=(const FakePlatform&) = delete;
@@ -47,6 +51,9 @@ class FakePlatform {
   FakeSettingsProvider settings;
   FakeProcessList processes;
   FakeServiceManager services;
+  FakeNetwork network;
+  FakeFileVersions versions;
+  FakeLocaleInfo localeInfo;
   PortableProfile profile;
 
  private:

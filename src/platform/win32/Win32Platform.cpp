@@ -15,6 +15,10 @@ Win32Platform::Win32Platform() {
   platform_.processes = &processes;
   platform_.services = &services;
   platform_.ui = &ui;
+  platform_.network = &network;
+  platform_.versions = &versions;
+  platform_.localeInfo = &localeInfo;
+  platform_.sound = &sound;
 }
 
 }  // namespace platform

@@ -6,12 +6,15 @@
 #include "platform/win32/Win32FileSystem.h"
 #include "platform/win32/Win32Locale.h"
 #include "platform/win32/Win32MutexService.h"
+#include "platform/win32/Win32Network.h"
 #include "platform/win32/Win32OsNameProvider.h"
 #include "platform/win32/Win32ProcessList.h"
 #include "platform/win32/Win32Profile.h"
 #include "platform/win32/Win32Registry.h"
 #include "platform/win32/Win32ServiceManager.h"
 #include "platform/win32/Win32Shell.h"
+#include "platform/win32/Win32Sound.h"
+#include "platform/win32/Win32SupportInfo.h"
 #include "platform/win32/Win32SystemInfo.h"
 #include "platform/win32/Win32UiHost.h"
 
@@ -36,6 +39,10 @@ class Win32Platform {
   Win32OsNameProvider osName;
   Win32ProcessList processes;
   Win32ServiceManager services;
+  Win32NetworkObjects network;
+  Win32FileVersions versions;
+  Win32LocaleInfo localeInfo;
+  Win32Sound sound;
   Win32UiHost ui;  // makes its windows on first use
 
  private:

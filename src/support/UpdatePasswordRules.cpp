@@ -1,0 +1,94 @@
+#include "support/UpdatePasswordRules.h"
+
+#include "frame/Settings.h"
+#include "jobstore/BackupSets.h"
+#include "jobstore/DBaction.h"
+#include "kit/MesgBox.h"
+#include "kit/MessageTable.h"
+#include "support/AccountService.h"
+
+namespace support {
+
+namespace {
+
+void Call(const std::function<void()>& f) {
+  if (f) f();
+}
+
+}  // namespace
+
+ApplyOutcome ApplyPassword(frame::AppState& app, kit::Ui& ui, const Text& userName,
+                           const Text& password, const PasswordScreenHooks& hooks) {
+  auto say = [&](long code, int icon) {
+    ui.MessageBox(kit::GetMessage(app, code), icon, kit::kButtonsOk, app.AppTitle);
+  };
+  auto busy = [&](bool on) {
+    if (hooks.setBusy) hooks.setBusy(on);
+  };
+  auto twice = [&] {
+    ui.DoEvents();
+    ui.DoEvents();
+  };
+
+  if (base::IsBlank(userName)) {
+    say(39, kit::kIconInfo);
+    Call(hooks.focusUserName);
+    return ApplyOutcome::MissingUserName;
+  }
+  if (base::IsBlank(password)) {
+    say(40, kit::kIconInfo);
+    Call(hooks.focusPassword);
+    return ApplyOutcome::MissingPassword;
+  }
+  const Text user = base::Trim(userName);
+  Text pass = base::Trim(password);
+  if (pass.size() > kPasswordLimit) pass.resize(kPasswordLimit);
+
+  if (ui.MessageBox(kit::GetMessage(app, 41), kit::kIconQuestion, kit::kButtonsYesNo,
+                    app.AppTitle) != kit::kResultYes)
+    return ApplyOutcome::NotConfirmed;
+
+  busy(true);
+  twice();
+  if (ProveLogin(app, user, pass)) {
+    const Text state = jobstore::ReadStateLine(app, app.ScheduleFilePath);
+    jobstore::DB_ReadBackdata(app);
+    if (state == u"1") {
+      say(47, kit::kIconInfo);
+      twice();
+      busy(false);
+      return ApplyOutcome::JobInProgress;
+    }
+    // The design's list keeps its first entry apart: only more than one set counts.
+    if (app.Store.BackupSetList.size() > 1) {
+      frame::WriteSetting(app, u"UserName", user);
+      frame::WriteSetting(app, user, pass, true);
+      app.UserName = user;
+      say(48, kit::kIconInfo);
+      twice();
+      busy(false);
+      Call(hooks.close);
+      return ApplyOutcome::Updated;
+    }
+    busy(false);
+    return ApplyOutcome::NoBackupSets;
+  }
+
+  switch (CheckAccountStatus(app, user, pass)) {
+    case kStatusOther: say(42, kit::kIconWarning); break;
+    case kStatusCancelled:
+      ui.MessageBox(kit::GetMessage(app, 43) + user + kit::GetMessage(app, 44), kit::kIconWarning,
+                    kit::kButtonsOk, app.AppTitle);
+      break;
+    case kStatusExpired:
+      ui.MessageBox(kit::GetMessage(app, 45) + user + kit::GetMessage(app, 46), kit::kIconWarning,
+                    kit::kButtonsOk, app.AppTitle);
+      break;
+    default: break;
+  }
+  twice();
+  busy(false);
+  return ApplyOutcome::Refused;
+}
+
+}  // namespace support

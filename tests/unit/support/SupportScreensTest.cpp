@@ -1,0 +1,127 @@
+#include <gtest/gtest.h>
+
+#include "SupportFixture.h"
+#include "kit/MessageTable.h"
+#include "kit/ToolTips.h"
+#include "kit/WindowLook.h"
+#include "support/AboutQVWIN.h"
+#include "support/SupportScreens.h"
+#include "support/frmErrorReport.h"
+#include "support/frmUpdatePassword.h"
+
+using base::Text;
+using kit::ScriptedUi;
+
+namespace {
+
+class SupportScreensTest : public ::testing::Test, public testkit::SupportFixture {
+ protected:
+  static void Key(kit::Form& form, int code, int shift = 0) {
+    kit::KeyArgs down{code, shift};
+    form.DeliverKeyDown(down);
+    kit::KeyArgs up{code, shift};
+    form.DeliverKeyUp(up);
+  }
+};
+
+TEST_F(SupportScreensTest, UpdatePasswordResetsOnEscAndStaysOpen) {
+  support::frmUpdatePassword form(app, ui);
+  ui.Show(form);
+  EXPECT_EQ(form.Caption(), u"Update Password");
+  EXPECT_EQ(form.GetLayout().width, 5400);
+  EXPECT_EQ(form.GetLayout().height, 2850);
+  EXPECT_EQ(form.lblLabels(0).Caption(), u"Username");
+  EXPECT_EQ(form.txtPassword.ToolTipText(), u"Enter the password");
+  EXPECT_EQ(form.txtPassword.PasswordChar(), u'*');
+  form.txtUserName.SetText(u"mary");
+  form.txtPassword.SetText(u"secret");
+  Key(form, kit::kKeyEscape);
+  EXPECT_TRUE(form.IsLoaded());
+  EXPECT_EQ(form.txtUserName.GetText(), u"");
+  EXPECT_EQ(form.txtPassword.GetText(), u"");
+  EXPECT_EQ(form.ActiveControl(), &form.txtUserName);
+  form.txtPassword.SetText(u"x");
+  Key(form, 'R', kit::kAltMask);
+  EXPECT_EQ(form.txtPassword.GetText(), u"");
+  // Alt+A applies: with nothing typed, the user name is asked for first.
+  ui.Queue(ScriptedUi::Answer::Ok());
+  Key(form, 'A', kit::kAltMask);
+  ASSERT_EQ(ui.Questions().size(), 1u);
+  EXPECT_EQ(ui.Questions()[0].text, kit::GetMessage(app, 39));
+  form.cmdClear.RaiseMouseUp({kit::kRightButton});
+  ASSERT_NE(ui.Tips().Balloon(), nullptr);
+  EXPECT_EQ(ui.Tips().Balloon()->TipText(), u"Clear the data entered");
+  form.Picture2.RaiseMouseUp({kit::kLeftButton});
+  EXPECT_FALSE(form.IsLoaded());
+}
+
+TEST_F(SupportScreensTest, UpdatePasswordAppliedByTheFormStoresAndCloses) {
+  BackupSets(2);
+  fake.network.goodAccounts[u"mary"] = u"newpass";
+  ui.Queue({ScriptedUi::Answer::Yes(), ScriptedUi::Answer::Ok()});
+  ui.OnShow(u"frmUpdatePassword", [](kit::Form& f) {
+    auto& form = static_cast<support::frmUpdatePassword&>(f);
+    form.txtUserName.SetText(u"mary");
+    form.txtPassword.SetText(u"newpass");
+    form.cmdUpdate.RaiseMouseUp({kit::kLeftButton});
+    EXPECT_FALSE(form.IsLoaded());
+  });
+  EXPECT_TRUE(support::ShowUpdatePassword(app, ui));
+  EXPECT_EQ(ui.Questions().back().text, kit::GetMessage(app, 48));
+  EXPECT_EQ(frame::ReadSetting(app, u"mary", true), u"newpass");
+}
+
+TEST_F(SupportScreensTest, ErrorReportLoadsTheUserAndFollowsTheTicket) {
+  frame::WriteSetting(app, u"UserName", u"mary");
+  frame::WriteSetting(app, u"EmailUserName", u"no address");
+  support::frmErrorReport form(app, ui);
+  ui.Show(form);
+  EXPECT_EQ(form.txtFromName.GetText(), u"mary");
+  EXPECT_EQ(form.txtFrom.GetText(), u"");
+  EXPECT_FALSE(form.lblProgress.Visible());
+  EXPECT_FALSE(form.txtTo.Visible());
+  EXPECT_FALSE(form.lstStatus.Visible());
+  EXPECT_EQ(form.Label3.Caption(), u"Trouble Ticket No\r\n (If created already)");
+  EXPECT_EQ(form.txtSubject.GetText(), u"Corvane for Windows user feedback");
+  form.txtTroubleTicket.SetText(u"4711");
+  EXPECT_EQ(form.txtSubject.GetText(), u"Corvane for Windows Ticket : 4711");
+  form.txtTroubleTicket.SetText(u"");
+  EXPECT_EQ(form.txtSubject.GetText(), u"Corvane for Windows user feedback");
+
+  form.txtFrom.SetText(u"mary@example.com");
+  form.txtMsg.SetText(u"It stopped.");
+  form.cmdSend.RaiseMouseUp({kit::kLeftButton});
+  ASSERT_EQ(fake.network.mails.size(), 1u);
+  EXPECT_TRUE(form.lblProgress.Visible());
+  EXPECT_EQ(form.lblProgress.Caption(), u"Feedback report has been sent successfully.");
+  EXPECT_EQ(form.cmdSend.SkinState(), kit::kSkinNormal);
+  EXPECT_EQ(form.Pointer(), kit::MousePointer::Default);
+  Key(form, kit::kKeyEscape);
+  EXPECT_FALSE(form.IsLoaded());
+}
+
+TEST_F(SupportScreensTest, ErrorReportAboveNinetySixDpiShortensTheTicketLabel) {
+  ScriptedUi large(12);
+  frame::WriteSetting(app, u"EmailUserName", u"mary@example.com");
+  support::frmErrorReport form(app, large);
+  large.Show(form);
+  EXPECT_EQ(form.Label3.Caption(), u"Trouble Ticket ...");
+  EXPECT_EQ(form.Label3.ToolTipText(), u"Trouble Ticket No  (If created already)");
+  EXPECT_EQ(form.txtFrom.GetText(), u"mary@example.com");
+}
+
+TEST_F(SupportScreensTest, AboutListsTheFilesAndClosesByEsc) {
+  app.ProgramFolder = u"C:\\QV";
+  fake.versions.versions[u"c:\\qv\\qvmonitor.exe"] = {9, 5, 0, 5};
+  support::AboutQVWIN form(app, ui);
+  ui.Show(form);
+  EXPECT_EQ(form.txtVersionList.GetText(),
+            u"\r\nRelease Date                                  02/08/2013\r\nQVMonitor.exe" +
+                Text(25, u' ') + u"9.5.0.5");
+  EXPECT_EQ(form.picbkgrd.PictureKey(), u"qv_about_us");
+  EXPECT_EQ(form.lblcopy.PictureKey(), u"button_OK_enb");
+  Key(form, kit::kKeyEscape);
+  EXPECT_FALSE(form.IsLoaded());
+}
+
+}  // namespace
