@@ -15,7 +15,7 @@ namespace platform {
 class FakePlatform {
  public:
   explicit FakePlatform(std::shared_ptr<FakeKernel> kernel = std::make_shared<FakeKernel>())
-      : mutex(std::move(kernel)), profile(fs) {
+      : mutex(std::move(kernel)), dialUp(&clock), profile(fs) {
     p.fs = &fs;
     p.profile = &profile;
     p.registry = &registry;
@@ -29,6 +29,8 @@ class FakePlatform {
     p.settingsProvider = &settings;
     p.processes = &processes;
     p.services = &services;
+    p.dialUp = &dialUp;
+    p.sound = &sound;
   }
   FakePlatform(const FakePlatform&) = delete;
   FakePlatform& operator=(const FakePlatform&) = delete;
@@ -47,6 +49,8 @@ class FakePlatform {
   FakeSettingsProvider settings;
   FakeProcessList processes;
   FakeServiceManager services;
+  FakeDialUp dialUp;
+  FakeSound sound;
   PortableProfile profile;
 
  private:

@@ -15,6 +15,8 @@ Win32Platform::Win32Platform() {
   platform_.processes = &processes;
   platform_.services = &services;
   platform_.ui = &ui;
+  platform_.dialUp = &dialUp;
+  platform_.sound = &sound;
 }
 
 }  // namespace platform

@@ -3,6 +3,7 @@
 // have no Windows implementation yet stay null in the bundle.
 #include "platform/Platform.h"
 #include "platform/win32/Win32Clock.h"
+#include "platform/win32/Win32DialUp.h"
 #include "platform/win32/Win32FileSystem.h"
 #include "platform/win32/Win32Locale.h"
 #include "platform/win32/Win32MutexService.h"
@@ -36,6 +37,8 @@ class Win32Platform {
   Win32OsNameProvider osName;
   Win32ProcessList processes;
   Win32ServiceManager services;
+  Win32DialUp dialUp;
+  Win32Sound sound;
   Win32UiHost ui;  // makes its windows on first use
 
  private:
