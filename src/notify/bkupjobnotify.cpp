@@ -36,9 +36,6 @@ bkupjobnotify::bkupjobnotify(frame::AppState& app, kit::Ui& ui, const KeptNames&
   PicFailedJob.SetVisible(false);
   lblTitle.SetFontBold(true);
   lblTitle.SetForeColor(kit::kWhite);
-  Label5.SetFontBold(true);
-  Label1.SetFontBold(true);
-  lblquota.SetFontBold(true);
   schjobststus.SetFontBold(true);
   QVDiskPBar.SetRange(0, 100);
   QVDiskPBar.SetBarColor(kQuotaColor);

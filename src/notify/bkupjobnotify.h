@@ -38,10 +38,10 @@ class bkupjobnotify : public kit::Form {
   kit::Picture Picture2{*this, u"Picture2", {6360, 135, 240, 240}, u"qv_small_close"};
   kit::Picture PicSuccessJob{*this, u"PicSuccessJob", {330, 690, 600, 600}, u"qv_desknoti_success"};
   kit::Picture PicFailedJob{*this, u"PicFailedJob", {330, 690, 600, 600}, u"qv_desknoti_fail"};
-  kit::Label Label5{*this, u"Label5", {1140, 660, 1500, 255}, u"Account Name:"};
-  kit::Label lblaccntname{*this, u"lblaccntname", {2700, 660, 3900, 255}};
-  kit::Label Label1{*this, u"Label1", {1140, 930, 1550, 255}, u"Backup/ Restore set:"};
-  kit::Label bkupjobname{*this, u"bkupjobname", {2700, 930, 3900, 480}};
+  kit::Label Label5{*this, u"Label5", {1140, 660, 1650, 255}, u"Account Name:"};
+  kit::Label lblaccntname{*this, u"lblaccntname", {2820, 660, 3780, 255}};
+  kit::Label Label1{*this, u"Label1", {1140, 930, 1650, 255}, u"Backup/ Restore set:"};
+  kit::Label bkupjobname{*this, u"bkupjobname", {2820, 930, 3780, 480}};
   kit::Label schjobststus{
       *this, u"schjobststus", {1140, 1440, 5400, 255}, u"No backup has been scheduled"};
   kit::Label lblnxtbkup{*this, u"lblnxtbkup", {1140, 1700, 5400, 420}};
