@@ -98,7 +98,8 @@ class NoticesTest : public EngineMonitorTest {
   }
   Lines Activity() {
     Lines out;
-    for (const auto& l : ReadTextFile(Folder().CommonFile(L"QVWServiceLog.txt")).value_or(Lines{})) {
+    for (const auto& l :
+         ReadTextFile(Folder().CommonFile(L"QVWServiceLog.txt")).value_or(Lines{})) {
       const size_t first = l.find(L" : ");
       const size_t second = first == std::wstring::npos ? first : l.find(L" : ", first + 3);
       out.push_back(second == std::wstring::npos ? l : l.substr(second + 3));
@@ -113,8 +114,8 @@ class NoticesTest : public EngineMonitorTest {
 TEST_F(NoticesTest, AJobThatEndsBringsUpTheNotificationAtTheNextTick) {
   Settings({L"TotalSpace=2048M", L"UsedSpace=512M"});
   UserKeys({L"ACCTYPE=QVSYNC"});
-  ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"scheduleData.txt"),
-                             {L"0", LongNamedJob(), NextJob()}));
+  ASSERT_TRUE(
+      WriteUtf16File(Folder().CommonFile(L"scheduleData.txt"), {L"0", LongNamedJob(), NextJob()}));
   Scenario({L"files = 2", L"steps = 2", L"step_ms = 100"});
   ASSERT_NE(Open(), nullptr);
   HWND before = GetForegroundWindow();
@@ -141,8 +142,8 @@ TEST_F(NoticesTest, AJobThatEndsBringsUpTheNotificationAtTheNextTick) {
   Shot("green");
 
   // Close takes a request that came in meanwhile with it.
-  ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"qvwincurjobname.txt"),
-                             {L"Other", L"5", L"jsmith"}));
+  ASSERT_TRUE(
+      WriteUtf16File(Folder().CommonFile(L"qvwincurjobname.txt"), {L"Other", L"5", L"jsmith"}));
   Click(n, L"lbl_cancel");
   EXPECT_TRUE(WaitUntil([&] { return !IsWindow(n) || !IsWindowVisible(n); }));
   EXPECT_FALSE(std::filesystem::exists(Folder().CommonFile(L"qvwincurjobname.txt")));
@@ -168,8 +169,8 @@ TEST_F(NoticesTest, ARedResultShowsTheFailurePicture) {
                                L"View Log: the Session Log screen is not part of this build yet"));
   EXPECT_TRUE(IsWindowVisible(n));
   // The corner picture only closes: a request that came in brings it back.
-  ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"qvwincurjobname.txt"),
-                             {L"Again", L"3", L"jsmith"}));
+  ASSERT_TRUE(
+      WriteUtf16File(Folder().CommonFile(L"qvwincurjobname.txt"), {L"Again", L"3", L"jsmith"}));
   Click(n, L"Picture2");
   EXPECT_TRUE(WaitUntil([&] { return !IsWindow(n) || !IsWindowVisible(n); }));
   auto again = WaitForNotice(kJobNoticeTitle, Ms{25000});
@@ -180,16 +181,17 @@ TEST_F(NoticesTest, ARedResultShowsTheFailurePicture) {
 TEST_F(NoticesTest, TheMissedBackupNoticeTellsEachReason) {
   Schedule(L"0", NextJob());
   Settings({L"NotifyUsers=<<jsmith"});
-  UserKeys({L"NoofDays=7", L"Notify_Err=1", L"DateFailed=" + DaysAgo(12),
-            L"Notifymsg=MISSEDBACKUP"});
+  UserKeys(
+      {L"NoofDays=7", L"Notify_Err=1", L"DateFailed=" + DaysAgo(12), L"Notifymsg=MISSEDBACKUP"});
   ASSERT_NE(Open(), nullptr);
   auto notice = WaitForNotice(kErrNoticeTitle, Ms{25000});
   ASSERT_TRUE(notice);
   HWND n = notice->hwnd;
   ExpectInTheCorner(*notice);
-  EXPECT_EQ(Text(n, L"Label2").rfind(L"The scheduled backup has not taken place for the past 12 "
-                                     L"day(s) for the account 'jsmith'.",
-                                     0),
+  EXPECT_EQ(Text(n, L"Label2")
+                .rfind(L"The scheduled backup has not taken place for the past 12 "
+                       L"day(s) for the account 'jsmith'.",
+                       0),
             0u)
       << Utf8(Text(n, L"Label2"));
   EXPECT_EQ(ReadIni(Folder().CommonFile(L"qvwin.ini"), L"Corvane", L"NotifyUsers"), L"");
