@@ -23,6 +23,7 @@ class MonitorScreens {
   virtual bool OpenUpdatePassword() = 0;       // mnuChangePassword
   virtual bool OpenManageScheduledJobs() = 0;  // mnuManSchJob
   virtual bool OpenErrorReport() = 0;          // mnusenderrorreport, mnusenderrorrpt
+  virtual bool OpenSessionLog() = 0;           // View Log of the job-end notification
   virtual bool OpenAbout() = 0;                // AboutMenu
 };
 

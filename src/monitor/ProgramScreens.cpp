@@ -4,14 +4,30 @@
 #include "jobs/frmDTEmail.h"
 #include "jobs/frmManageScheduledJobs.h"
 #include "support/SupportScreens.h"
+#include "base/Guarded.h"
+#include "frame/Logs.h"
+#include "notify/Notices.h"
 
 namespace monitor {
 
-// The notices of the tick come with the notifications folder; until then a tick has
-// nothing to show for these steps.
-void ProgramScreens::senddesktopnotify() {}
-void ProgramScreens::Dialupdisconnect() {}
-void ProgramScreens::CheckMissedBackup() {}
+ProgramScreens::ProgramScreens(frame::AppState& app, kit::Ui& ui)
+    : app_(app),
+      ui_(ui),
+      notices_(std::make_unique<notify::Notices>(
+          app, ui,
+          notify::NoticeHooks{[this] { return OpenSessionLog(); },
+                              [this] { return OpenErrorReport(); }})) {}
+
+ProgramScreens::~ProgramScreens() = default;
+
+// The notices of the tick: steps 17, 18 and 21.
+void ProgramScreens::senddesktopnotify() { notices_->senddesktopnotify(); }
+void ProgramScreens::Dialupdisconnect() { notices_->DialupCheck(); }
+void ProgramScreens::CheckMissedBackup() {
+  // A failure here ends the tick's run, as the tick's own handler would have it.
+  base::Guarded([&] { notices_->CheckMissedBackup(); },
+                frame::TraceFailure(app_, u"Error in Monitor progress timer "));
+}
 
 // The screens of the menus come with their folders; each is one
 // call here, such as `return jobs::ShowBackupNow(app_, ui_, {}).opened;`.
@@ -27,6 +43,8 @@ bool ProgramScreens::OpenManageScheduledJobs() {
   return true;
 }
 bool ProgramScreens::OpenErrorReport() { return support::ShowErrorReport(app_, ui_); }
+// The Session Log screen comes with the sessions folder.
+bool ProgramScreens::OpenSessionLog() { return false; }
 bool ProgramScreens::OpenAbout() { return support::ShowAbout(app_, ui_); }
 
 }  // namespace monitor

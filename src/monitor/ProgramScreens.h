@@ -3,15 +3,22 @@
 // the screens of the job, session, notice and account folders, each through its one
 // call with its arguments and result. A screen that is not part of this build yet
 // answers that it opened nothing, and the window says so in the trace.
+#include <memory>
+
 #include "frame/AppState.h"
 #include "kit/Ui.h"
 #include "monitor/MonitorScreens.h"
+
+namespace notify {
+class Notices;
+}
 
 namespace monitor {
 
 class ProgramScreens : public MonitorScreens {
  public:
-  ProgramScreens(frame::AppState& app, kit::Ui& ui) : app_(app), ui_(ui) {}
+  ProgramScreens(frame::AppState& app, kit::Ui& ui);
+  ~ProgramScreens() override;
 
   void senddesktopnotify() override;
   void Dialupdisconnect() override;
@@ -21,11 +28,13 @@ class ProgramScreens : public MonitorScreens {
   bool OpenUpdatePassword() override;
   bool OpenManageScheduledJobs() override;
   bool OpenErrorReport() override;
+  bool OpenSessionLog() override;
   bool OpenAbout() override;
 
  private:
   frame::AppState& app_;
   kit::Ui& ui_;
+  std::unique_ptr<notify::Notices> notices_;
 };
 
 }  // namespace monitor

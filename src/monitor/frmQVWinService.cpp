@@ -381,12 +381,8 @@ void frmQVWinService::Progress_Timer() {
 
 void frmQVWinService::DrawFileName() {
   const Text text = FileNameWithKind(app_.Transfer);
-  const double limit = txtRsyncFileName1.Width();
-  const double size = txtRsyncFileName1.FontSize();
-  const bool bold = txtRsyncFileName1.FontBold();
-  const kit::TextMeasure& measure = ui_.Measure();
-  txtRsyncFileName1.SetCaption(WrapLabelText(
-      text, [&](TextView piece) { return measure.Measure(piece, size, bold, 0).width <= limit; }));
+  txtRsyncFileName1.SetCaption(
+      WrapLabelText(text, txtRsyncFileName1.Width(), txtRsyncFileName1, ui_.Measure()));
 }
 
 void frmQVWinService::DrawTimeLeft() {

@@ -12,3 +12,9 @@ add_dependencies(e2e_monitor qv_sim_background qv_sim_service)
 if(TARGET qv_web_standin)
   add_dependencies(e2e_monitor qv_web_standin)
 endif()
+
+# The notices the tick brings up by itself: the job-end notification, the missed-backup
+# notice and the dial-up window.
+qv_e2e_test(e2e_notices NoticesTest.cpp)
+target_link_libraries(e2e_notices PRIVATE qv_base)
+add_dependencies(e2e_notices qv_sim_background qv_sim_service)

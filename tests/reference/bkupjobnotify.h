@@ -5,7 +5,9 @@
 // buttons with tips, help and close pictures, a strip that drags it, and its keys).
 // docs/kit.md quotes it between the "doc:" marks, and a check keeps the quotes and
 // this file the same. Its windowless test is tests/unit/kit/ReferenceScreenTest.cpp;
-// the kit's gallery and input tests put it on real windows.
+// the kit's gallery and input tests put it on real windows. The program's own
+// notification, with its request file, names, next-job and quota lines, is
+// src/notify/bkupjobnotify; this one stays a trimmed sample of the recipe.
 #include "kit/Controls.h"
 #include "kit/Form.h"
 #include "kit/Ui.h"

@@ -16,7 +16,7 @@ namespace platform {
 class FakePlatform {
  public:
   explicit FakePlatform(std::shared_ptr<FakeKernel> kernel = std::make_shared<FakeKernel>())
-      : mutex(std::move(kernel)), profile(fs) {
+      : mutex(std::move(kernel)), dialUp(&clock), profile(fs) {
     p.fs = &fs;
     p.profile = &profile;
     p.registry = &registry;
@@ -33,6 +33,8 @@ class FakePlatform {
     p.network = &network;
     p.versions = &versions;
     p.localeInfo = &localeInfo;
+    p.dialUp = &dialUp;
+    p.sound = &sound;
   }
   FakePlatform(const FakePlatform&) = delete;
   FakePlatform& operator=(const FakePlatform&) = delete;
@@ -54,6 +56,8 @@ class FakePlatform {
   FakeNetwork network;
   FakeFileVersions versions;
   FakeLocaleInfo localeInfo;
+  FakeDialUp dialUp;
+  FakeSound sound;
   PortableProfile profile;
 
  private:

@@ -75,4 +75,24 @@ std::optional<Text> FakeSystemInfo::Environment(const Text& name) {
   return it->second;
 }
 
+DialUpListing FakeDialUp::Connections() {
+  ++listings;
+  DialUpListing listing;
+  if (connections.empty()) {
+    listing.none = true;
+    return listing;
+  }
+  listing.error = listError;
+  if (listError == 0) listing.connections = connections;
+  return listing;
+}
+
+unsigned long FakeDialUp::HangUp(std::uintptr_t handle) {
+  hangUps.push_back({handle, clock_ ? clock_->TickMs() : 0});
+  auto failing = hangUpErrors.find(handle);
+  if (failing != hangUpErrors.end()) return failing->second;
+  std::erase_if(connections, [handle](const DialUpConnection& c) { return c.handle == handle; });
+  return 0;
+}
+
 }  // namespace platform

@@ -12,7 +12,9 @@
 
 #include "platform/ClosedObjects.h"
 #include "platform/Clock.h"
+#include "platform/DialUp.h"
 #include "platform/Locale.h"
+#include "platform/Media.h"
 #include "platform/Mutex.h"
 #include "platform/Registry.h"
 #include "platform/Shell.h"
@@ -157,6 +159,37 @@ class FakeSettingsProvider : public ISettingsProvider {
     return it == values.end() ? Text() : it->second;
   }
   std::map<Text, Text> values;
+};
+
+// Scripted dial-up connections. A hang-up takes its connection off the list unless its
+// handle is scripted to fail; each is recorded with the clock's tick at that moment.
+class FakeDialUp : public IDialUp {
+ public:
+  explicit FakeDialUp(IClock* clock = nullptr) : clock_(clock) {}
+  DialUpListing Connections() override;
+  unsigned long HangUp(std::uintptr_t handle) override;
+
+  std::vector<DialUpConnection> connections;
+  unsigned long listError = 0;  // the second listing fails with it
+  std::map<std::uintptr_t, unsigned long> hangUpErrors;
+  struct HangUpCall {
+    std::uintptr_t handle;
+    std::uint64_t tickMs;
+  };
+  std::vector<HangUpCall> hangUps;
+  int listings = 0;
+
+ private:
+  IClock* clock_;
+};
+
+class FakeSound : public ISound {
+ public:
+  bool PlayAlias(const Text& alias) override {
+    played.push_back(alias);
+    return true;
+  }
+  std::vector<Text> played;
 };
 
 }  // namespace platform

@@ -18,6 +18,7 @@ Win32Platform::Win32Platform() {
   platform_.network = &network;
   platform_.versions = &versions;
   platform_.localeInfo = &localeInfo;
+  platform_.dialUp = &dialUp;
   platform_.sound = &sound;
 }
 

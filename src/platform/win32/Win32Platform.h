@@ -3,6 +3,7 @@
 // have no Windows implementation yet stay null in the bundle.
 #include "platform/Platform.h"
 #include "platform/win32/Win32Clock.h"
+#include "platform/win32/Win32DialUp.h"
 #include "platform/win32/Win32FileSystem.h"
 #include "platform/win32/Win32Locale.h"
 #include "platform/win32/Win32MutexService.h"
@@ -42,6 +43,7 @@ class Win32Platform {
   Win32NetworkObjects network;
   Win32FileVersions versions;
   Win32LocaleInfo localeInfo;
+  Win32DialUp dialUp;
   Win32Sound sound;
   Win32UiHost ui;  // makes its windows on first use
 

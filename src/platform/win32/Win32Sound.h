@@ -1,5 +1,5 @@
 #pragma once
-// System sounds by alias (PlaySoundW with SND_ALIAS | SND_ASYNC).
+// System sounds by alias (PlaySoundA with SND_ALIAS | SND_ASYNC): it does not wait.
 #include "platform/Media.h"
 
 namespace platform {

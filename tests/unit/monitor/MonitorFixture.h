@@ -95,6 +95,7 @@ class RecordingScreens : public monitor::MonitorScreens {
   bool OpenUpdatePassword() override { return Open("UpdatePassword"); }
   bool OpenManageScheduledJobs() override { return Open("ManageScheduledJobs"); }
   bool OpenErrorReport() override { return Open("ErrorReport"); }
+  bool OpenSessionLog() override { return Open("SessionLog"); }
   bool OpenAbout() override { return Open("About"); }
 
   bool opens = true;

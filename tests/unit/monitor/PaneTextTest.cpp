@@ -101,26 +101,4 @@ TEST_F(PaneTextTest, TimeLeftIsFilteredAgainOnDrawing) {
   EXPECT_EQ(monitor::TimeLeftForPane(t), std::nullopt);
 }
 
-// Ten units fit a line when measured.
-bool FitsTen(base::TextView piece) { return piece.size() <= 40; }
-
-TEST_F(PaneTextTest, WrapTakesThirtyUnitsUnmeasuredThenBreaksByMeasure) {
-  auto wrap = [](base::TextView t, std::size_t fit) {
-    return monitor::WrapLabelText(t, [fit](base::TextView p) { return p.size() <= fit; });
-  };
-  EXPECT_EQ(wrap(u"", 40), u"");
-  EXPECT_EQ(wrap(u"short name", 5), u"short name");  // under 30: never measured
-  const Text thirty(30, u'a');
-  EXPECT_EQ(wrap(thirty, 100), thirty + u"\r\n");  // 30 or more ends in CR LF
-  const Text seventy = Text(30, u'a') + Text(20, u'b') + Text(20, u'c');
-  // 50 units fit a line: the first line takes 30 + 20, the rest goes below unmeasured.
-  EXPECT_EQ(wrap(seventy, 50), Text(30, u'a') + Text(20, u'b') + u"\r\n" + Text(20, u'c'));
-  // A line that never fits more than 30 keeps the 30 and moves on.
-  const Text ninety(90, u'x');
-  EXPECT_EQ(wrap(ninety, 30),
-            Text(30, u'x') + u"\r\n" + Text(30, u'x') + u"\r\n" + Text(30, u'x') + u"\r\n");
-  EXPECT_EQ(monitor::WrapLabelText(Text(45, u'q'), FitsTen),
-            Text(40, u'q') + u"\r\n" + Text(5, u'q'));
-}
-
 }  // namespace

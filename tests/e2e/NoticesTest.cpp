@@ -1,0 +1,238 @@
+// The notices the tick brings up by itself, on the real program beside the simulated
+// engine: the job-end notification from the file the engine leaves, the missed-backup
+// notice from a user's keys, and the dial-up window with Wine's remote-access calls.
+#include <windows.h>
+
+#include <ctime>
+
+#include "EngineSupport.h"
+#include "MonitorFixture.h"
+
+namespace e2e {
+namespace {
+
+constexpr wchar_t kJobNoticeTitle[] = L"werwe werwerwerwer werwe rwerw 1234";
+constexpr wchar_t kErrNoticeTitle[] = L"Scheduled job status";
+constexpr wchar_t kDialupTitle[] = L"Corvane Monitor- Dialup disconnection.";
+constexpr wchar_t kLongSet[] = L"Photos & Music of the family, summer holidays 2026";
+
+// An immediate job of a set with a long name that holds "&".
+std::wstring LongNamedJob() {
+  // A record as the file holds it, field after field.
+  // clang-format off
+  return Record({L"5", kLongSet, L"11-15-2026 5:00:00", L"11-15-2026 4:00:00", L"My Corvane/",
+                 L"1", L"2", L"0", L"", L"", L"", L"", L"0", L"1", L"0", L"000000010000",
+                 L"jsmith", L"1", L"0", L""});
+  // clang-format on
+}
+
+// A daily job two days ahead, the one the notification names as the next.
+std::wstring NextJob() {
+  const std::time_t t = std::time(nullptr) + 2 * 86400;
+  std::tm tm{};
+  localtime_s(&tm, &t);
+  wchar_t next[32], key[16];
+  swprintf(next, 32, L"%02d-%02d-%04d 6:30:00", tm.tm_mon + 1, tm.tm_mday, tm.tm_year + 1900);
+  swprintf(key, 16, L"%04d%02d%02d0630", tm.tm_year + 1900, tm.tm_mon + 1, tm.tm_mday);
+  // clang-format off
+  return Record({L"9", L"Music", next, L"01-01-2020 4:00:00", L"My Corvane/",
+                 L"3", L"2", L"0", L"", L"", L"", L"", L"0", L"1", L"0", key,
+                 L"jsmith", L"1", L"0", L"1234567"});
+  // clang-format on
+}
+
+std::wstring DaysAgo(int days) {
+  const std::time_t t = std::time(nullptr) - static_cast<std::time_t>(days) * 86400;
+  std::tm tm{};
+  localtime_s(&tm, &t);
+  wchar_t text[16];
+  swprintf(text, 16, L"%04d%02d%02d", tm.tm_year + 1900, tm.tm_mon + 1, tm.tm_mday);
+  return text;
+}
+
+class NoticesTest : public EngineMonitorTest {
+ protected:
+  void Settings(const Lines& extra) {
+    std::error_code ec;
+    std::filesystem::create_directories(Folder().Common() / L"jsmith", ec);
+    Lines ini{L"[Corvane]", L"UserName=jsmith"};
+    ini.insert(ini.end(), extra.begin(), extra.end());
+    ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"qvwin.ini"), ini));
+  }
+  void UserKeys(const Lines& keys) {
+    Lines ini{L"[Corvane]"};
+    ini.insert(ini.end(), keys.begin(), keys.end());
+    ASSERT_TRUE(WriteUtf16File(Folder().Common() / L"jsmith" / L"qvwinserver.ini", ini));
+  }
+  HWND Open() {
+    Process* p = StartAndWait(L"");
+    if (p == nullptr) return nullptr;
+    pid_ = p->Pid();
+    auto w = MainWindow(pid_);
+    main_ = w ? w->hwnd : nullptr;
+    return main_;
+  }
+  // A top-level window of the monitor with this title, once it is shown.
+  std::optional<WindowInfo> WaitForNotice(const wchar_t* title, Ms timeout = Ms{30000}) {
+    return WaitForWindow(WindowQuery{title, kMonitorClass, pid_, true}, timeout);
+  }
+  std::wstring Text(HWND window, const wchar_t* name) {
+    HWND c = FindByName(window, name);
+    return c ? Describe(c).text : L"<no control>";
+  }
+  bool Shown(HWND window, const wchar_t* name) {
+    HWND c = FindByName(window, name);
+    return c != nullptr && IsWindowVisible(c);
+  }
+  void Click(HWND window, const wchar_t* name) {
+    HWND c = FindByName(window, name);
+    ASSERT_NE(c, nullptr) << Utf8(name);
+    ASSERT_TRUE(ClickControl(c));
+  }
+  // The notice sits in the bottom right corner of the work area.
+  void ExpectInTheCorner(const WindowInfo& w) {
+    RECT area{};
+    ASSERT_TRUE(SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0));
+    EXPECT_NEAR(w.rect.right, area.right, 2);
+    EXPECT_NEAR(w.rect.bottom, area.bottom, 2);
+  }
+  Lines Activity() {
+    Lines out;
+    for (const auto& l :
+         ReadTextFile(Folder().CommonFile(L"QVWServiceLog.txt")).value_or(Lines{})) {
+      const size_t first = l.find(L" : ");
+      const size_t second = first == std::wstring::npos ? first : l.find(L" : ", first + 3);
+      out.push_back(second == std::wstring::npos ? l : l.substr(second + 3));
+    }
+    return out;
+  }
+
+  DWORD pid_ = 0;
+  HWND main_ = nullptr;
+};
+
+TEST_F(NoticesTest, AJobThatEndsBringsUpTheNotificationAtTheNextTick) {
+  Settings({L"TotalSpace=2048M", L"UsedSpace=512M"});
+  UserKeys({L"ACCTYPE=QVSYNC"});
+  ASSERT_TRUE(
+      WriteUtf16File(Folder().CommonFile(L"scheduleData.txt"), {L"0", LongNamedJob(), NextJob()}));
+  Scenario({L"files = 2", L"steps = 2", L"step_ms = 100"});
+  ASSERT_NE(Open(), nullptr);
+
+  ASSERT_TRUE(WaitForSimLine(L"job 5 ended files=2 result=GREEN"));
+  auto notice = WaitForNotice(kJobNoticeTitle, Ms{25000});
+  ASSERT_TRUE(notice) << "no notification within a tick";
+  HWND n = notice->hwnd;
+  EXPECT_FALSE(std::filesystem::exists(Folder().CommonFile(L"qvwincurjobname.txt")));
+  ExpectInTheCorner(*notice);
+  EXPECT_NE(GetForegroundWindow(), n) << "the notice took the keyboard";
+  EXPECT_TRUE(Shown(n, L"PicSuccessJob"));
+  EXPECT_FALSE(Shown(n, L"PicFailedJob"));
+  EXPECT_EQ(Text(n, L"lblaccntname"), L"jsmith");
+  const std::wstring set = Text(n, L"bkupjobname");
+  EXPECT_NE(set.find(L"\r\n"), std::wstring::npos) << "not wrapped: " << Utf8(set);
+  EXPECT_EQ(set.rfind(L"Photos && Music", 0), 0u) << Utf8(set);
+  EXPECT_EQ(Text(n, L"schjobststus"), L"Your backup/restore job(s) will start in next 2 day(s)");
+  EXPECT_EQ(Text(n, L"lblnxtbkup"), L"Next Backup/Restore Set:  Music");
+  EXPECT_EQ(Text(n, L"lblnxtbkupTime").rfind(L"Next Transfer Time: ", 0), 0u);
+  EXPECT_EQ(Text(n, L"lblUserQuota"), L"512.00 MB Out of 2.00 GB");
+  EXPECT_EQ(ProgressPosition(FindByName(n, L"QVDiskPBar")), 25);
+  Shot("green");
+
+  // Close takes a request that came in meanwhile with it.
+  ASSERT_TRUE(
+      WriteUtf16File(Folder().CommonFile(L"qvwincurjobname.txt"), {L"Other", L"5", L"jsmith"}));
+  Click(n, L"lbl_cancel");
+  EXPECT_TRUE(WaitUntil([&] { return !IsWindow(n) || !IsWindowVisible(n); }));
+  EXPECT_FALSE(std::filesystem::exists(Folder().CommonFile(L"qvwincurjobname.txt")));
+}
+
+TEST_F(NoticesTest, ARedResultShowsTheFailurePicture) {
+  Settings({L"DESKNOTIFYICON=Red"});
+  Schedule(L"0", NextJob());
+  ASSERT_NE(Open(), nullptr);
+  ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"qvwincurjobname.txt"),
+                             {L"Documents & Mail", L"3", L"jsmith"}));
+  auto notice = WaitForNotice(kJobNoticeTitle, Ms{25000});
+  ASSERT_TRUE(notice);
+  HWND n = notice->hwnd;
+  EXPECT_TRUE(Shown(n, L"PicFailedJob"));
+  EXPECT_FALSE(Shown(n, L"PicSuccessJob"));
+  EXPECT_EQ(Text(n, L"bkupjobname"), L"Documents && Mail");
+  EXPECT_FALSE(Shown(n, L"QVDiskPBar")) << "no quota keys";
+  Shot("red");
+  // View Log: the Session Log screen is not part of this build yet; the notice stays.
+  Click(n, L"lbl_viewbkuplog");
+  EXPECT_TRUE(WaitForTraceLine(Folder(),
+                               L"View Log: the Session Log screen is not part of this build yet"));
+  EXPECT_TRUE(IsWindowVisible(n));
+  // The corner picture only closes: a request that came in brings it back.
+  ASSERT_TRUE(
+      WriteUtf16File(Folder().CommonFile(L"qvwincurjobname.txt"), {L"Again", L"3", L"jsmith"}));
+  Click(n, L"Picture2");
+  EXPECT_TRUE(WaitUntil([&] { return !IsWindow(n) || !IsWindowVisible(n); }));
+  auto again = WaitForNotice(kJobNoticeTitle, Ms{25000});
+  ASSERT_TRUE(again);
+  EXPECT_EQ(Text(again->hwnd, L"bkupjobname"), L"Again");
+}
+
+TEST_F(NoticesTest, TheMissedBackupNoticeTellsEachReason) {
+  Schedule(L"0", NextJob());
+  Settings({L"NotifyUsers=<<jsmith"});
+  UserKeys(
+      {L"NoofDays=7", L"Notify_Err=1", L"DateFailed=" + DaysAgo(12), L"Notifymsg=MISSEDBACKUP"});
+  ASSERT_NE(Open(), nullptr);
+  auto notice = WaitForNotice(kErrNoticeTitle, Ms{25000});
+  ASSERT_TRUE(notice);
+  HWND n = notice->hwnd;
+  ExpectInTheCorner(*notice);
+  EXPECT_EQ(Text(n, L"Label2")
+                .rfind(L"The scheduled backup has not taken place for the past 12 "
+                       L"day(s) for the account 'jsmith'.",
+                       0),
+            0u)
+      << Utf8(Text(n, L"Label2"));
+  EXPECT_EQ(ReadIni(Folder().CommonFile(L"qvwin.ini"), L"Corvane", L"NotifyUsers"), L"");
+  EXPECT_EQ(ReadIni(Folder().Common() / L"jsmith" / L"qvwinserver.ini", L"Corvane", L"Notify_Err"),
+            L"0");
+  Shot("missed-backup");
+
+  const std::pair<const wchar_t*, const wchar_t*> reasons[] = {
+      {L"NOSCHEDULEJOB", L"User:  'jsmith'."},
+      {L"NOBACUPSETDATA_My Photos", L"The scheduled backup has not taken place"},
+      {L"", L"The scheduled backup has not taken place"}};
+  for (const auto& [reason, start] : reasons) {
+    Click(n, L"lbl_cancel");
+    ASSERT_TRUE(WaitUntil([&] { return !IsWindow(n) || !IsWindowVisible(n); }));
+    Settings({L"NotifyUsers=<<jsmith"});
+    UserKeys({L"Notify_Err=1", L"DateFailed=" + DaysAgo(30), std::wstring(L"Notifymsg=") + reason});
+    notice = WaitForNotice(kErrNoticeTitle, Ms{25000});
+    ASSERT_TRUE(notice) << Utf8(reason);
+    n = notice->hwnd;
+    EXPECT_EQ(Text(n, L"Label2").rfind(start, 0), 0u) << Utf8(Text(n, L"Label2"));
+    Shot(std::string("reason-") + (reason[0] ? Utf8(reason).substr(0, 13) : "none"));
+  }
+}
+
+TEST_F(NoticesTest, TheDialupWindowFindsNoConnectionAndLogsOutAfterTheCountdown) {
+  Schedule(L"0", NextJob());
+  ASSERT_NE(Open(), nullptr);
+  ASSERT_TRUE(WriteAnsiFile(Folder().CommonFile(L"DialupDisconnect.txt"), {L"Documents"}));
+  auto window = WaitForNotice(kDialupTitle, Ms{25000});
+  ASSERT_TRUE(window);
+  HWND d = window->hwnd;
+  EXPECT_FALSE(std::filesystem::exists(Folder().CommonFile(L"DialupDisconnect.txt")));
+  EXPECT_EQ(Text(d, L"ISPname"), L"No active connections found");
+  // The countdown runs: "Disconnecting(" and what is left of the 30 firings.
+  EXPECT_TRUE(
+      WaitUntil([&] { return Text(d, L"lbl_Disconnect").rfind(L"Disconnecting(", 0) == 0; }));
+  Shot("dialup");
+  ASSERT_TRUE(WaitUntil([&] { return !IsWindow(d) || !IsWindowVisible(d); }, Ms{40000}))
+      << "the countdown did not end";
+  const Lines activity = Activity();
+  EXPECT_EQ(CountLine(activity, L"Unable to find active dial-up connection"), 1);
+  EXPECT_EQ(CountLine(activity, L"Successfully logged out"), 1);
+}
+
+}  // namespace
+}  // namespace e2e

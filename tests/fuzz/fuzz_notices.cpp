@@ -1,0 +1,33 @@
+// Arbitrary bytes as the engine's requests to the notices: the job-end request file,
+// the dial-up request file and a user's missed-backup keys, through the notices
+// themselves on the windowless kit. No crash and no hang; a NoofDays or DateFailed
+// that is no number is the one failure the check gives back to the tick.
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "base/Guarded.h"
+#include "frame/Settings.h"
+#include "kit/ScriptedUi.h"
+#include "notify/Notices.h"
+#include "support/FrameFixture.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string bytes(reinterpret_cast<const char*>(data), size);
+  const std::size_t third = size / 3;
+  testkit::FrameFixture fx;
+  fx.fake.fs.AddFolders(u"C:\\QV\\QVCOMMON\\fuzz");
+  fx.fake.fs.PutFile(fx.Common(u"qvwincurjobname.txt"), bytes.substr(0, third));
+  fx.fake.fs.PutFile(fx.Common(u"DialupDisconnect.txt"), bytes.substr(third, third));
+  fx.fake.fs.PutFile(fx.Common(u"fuzz\\qvwinserver.ini"), bytes.substr(2 * third));
+  frame::WriteSetting(fx.app, u"NotifyUsers", u"<<fuzz<< <<fuzz");
+  frame::WriteSetting(fx.app, u"DESKNOTIFYICON", u"RED");
+
+  kit::ScriptedUi ui;
+  notify::Notices notices(fx.app, ui, {});
+  notices.senddesktopnotify();
+  notices.DialupCheck();
+  // A value that is no number ends the tick's run there, as the tick's handler does.
+  for (int tick = 0; tick < 2; ++tick) base::IgnoreFailure([&] { notices.CheckMissedBackup(); });
+  return 0;
+}

@@ -1,0 +1,85 @@
+// Hanging up dial-up lines: the listing, the hang-ups a settle time apart, the log lines.
+#include <gtest/gtest.h>
+
+#include "notify/Dialup.h"
+#include "support/FrameFixture.h"
+
+namespace {
+
+using base::Text;
+using testkit::U8;
+
+class DialupTest : public ::testing::Test, public testkit::FrameFixture {
+ protected:
+  DialupTest() { fake.fs.AddFolders(u"C:\\QV\\QVCOMMON"); }
+
+  // The activity log's messages without their stamps ("" for an empty line).
+  std::vector<Text> Activity() {
+    std::vector<Text> out;
+    for (const Text& line : Lines(app.ServiceLogPath)) {
+      const std::size_t at = line.find(u" : ", line.find(u" : ") + 3);
+      out.push_back(at == Text::npos ? line : line.substr(at + 3));
+    }
+    return out;
+  }
+  std::vector<Text> Trace() { return Lines(Common(u"SerTraceFile.txt")); }
+};
+
+TEST_F(DialupTest, NoConnection) {
+  EXPECT_EQ(notify::ConnectionsText(app), Text(u"No active connections found"));
+  notify::DisconnectDialup(app);
+  EXPECT_EQ(Activity(), (std::vector<Text>{u"Unable to find active dial-up connection",
+                                           u"Successfully logged out", u""}));
+  EXPECT_EQ(Trace(), (std::vector<Text>{u"Enter DisconnectDialup", u"Exit DisconnectDialup"}));
+  EXPECT_EQ(fake.clock.sleptMs, 0u);
+}
+
+TEST_F(DialupTest, TwoConnectionsAreHungUpFiveSecondsApartAndTheScreenNamesTheSecond) {
+  fake.dialUp.connections = {{0x11, u"Office", u"modem", u"USR 56k"},
+                             {0x22, u"Home ISP", u"isdn", u"ISDN adapter"}};
+  EXPECT_EQ(notify::ConnectionsText(app),
+            Text(u"Home ISP connected via ISDN adapter is about to be disconnected."));
+  notify::DisconnectDialup(app);
+  ASSERT_EQ(fake.dialUp.hangUps.size(), 2u);
+  EXPECT_EQ(fake.dialUp.hangUps[0].handle, 0x11u);
+  EXPECT_EQ(fake.dialUp.hangUps[1].handle, 0x22u);
+  EXPECT_EQ(fake.dialUp.hangUps[1].tickMs - fake.dialUp.hangUps[0].tickMs, 5000u);
+  EXPECT_EQ(fake.clock.sleptMs, 10000u);
+  EXPECT_EQ(Activity(), (std::vector<Text>{u"Successfully disconnected 'Office' connection",
+                                           u"Successfully disconnected 'Home ISP' connection",
+                                           u"Successfully logged out", u""}));
+}
+
+TEST_F(DialupTest, AFailingHangUpIsLoggedAndNotTriedAgain) {
+  fake.dialUp.connections = {{0x11, u"Office", u"modem", u"USR 56k"}};
+  fake.dialUp.hangUpErrors[0x11] = 668;
+  notify::DisconnectDialup(app);
+  EXPECT_EQ(fake.dialUp.hangUps.size(), 1u);
+  EXPECT_EQ(fake.clock.sleptMs, 5000u);  // the wait comes whatever the result
+  EXPECT_EQ(Activity(), (std::vector<Text>{u"Unable to hang-up 'Office' connection",
+                                           u"Successfully logged out", u""}));
+  EXPECT_EQ(Trace(), (std::vector<Text>{u"Enter DisconnectDialup", u"RasHangup failed: Error = 668",
+                                        u"Exit DisconnectDialup"}));
+}
+
+TEST_F(DialupTest, AFailingListingIsTracedAndNothingIsHungUp) {
+  fake.dialUp.connections = {{0x11, u"Office", u"modem", u"USR 56k"}};
+  fake.dialUp.listError = 632;
+  EXPECT_EQ(notify::ConnectionsText(app), std::nullopt);
+  notify::DisconnectDialup(app);
+  EXPECT_TRUE(fake.dialUp.hangUps.empty());
+  EXPECT_EQ(Trace(), (std::vector<Text>{
+                         u"RasEnumConnections failed: Error = 632", u"Enter DisconnectDialup",
+                         u"RasEnumConnections failed: Error = 632", u"Exit DisconnectDialup"}));
+  EXPECT_EQ(Activity(), (std::vector<Text>{u"Successfully logged out", u""}));
+}
+
+TEST_F(DialupTest, CountdownAndCancel) {
+  EXPECT_EQ(notify::CountdownCaption(1), u"Disconnecting(29)");
+  EXPECT_EQ(notify::CountdownCaption(29), u"Disconnecting(1)");
+  notify::DialupCanceled(app);
+  EXPECT_EQ(Activity(), (std::vector<Text>{u"Dial-up disconnection canceled",
+                                           u"Successfully logged out", u""}));
+}
+
+}  // namespace

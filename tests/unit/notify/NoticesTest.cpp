@@ -1,0 +1,270 @@
+// The three notices of the tick on the windowless kit: what brings each up, what it
+// shows, and what its buttons do.
+#include <gtest/gtest.h>
+
+#include "frame/Settings.h"
+#include "jobstore/DBaction.h"
+#include "kit/ScriptedUi.h"
+#include "notify/Dialupdisconnect.h"
+#include "notify/NextJob.h"
+#include "notify/Notices.h"
+#include "notify/bkupjobnotify.h"
+#include "notify/frmBKErrNotify.h"
+#include "support/FrameFixture.h"
+
+namespace {
+
+using base::Text;
+using testkit::U8;
+
+class NoticesTest : public ::testing::Test, public testkit::FrameFixture {
+ protected:
+  NoticesTest() {
+    fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+    fake.clock.now = {2026, 11, 15, 10, 0, 0};
+  }
+  void Request(const std::vector<Text>& lines) {
+    platform::TextFile::WriteLines(fake.fs, Common(notify::kJobRequestFile), lines);
+  }
+  bool RequestLeft() { return fake.fs.FileExists(Common(notify::kJobRequestFile)); }
+  std::vector<Text> Activity() {
+    std::vector<Text> out;
+    for (const Text& line : Lines(app.ServiceLogPath)) {
+      const std::size_t at = line.find(u" : ", line.find(u" : ") + 3);
+      out.push_back(at == Text::npos ? line : line.substr(at + 3));
+    }
+    return out;
+  }
+
+  kit::ScriptedUi ui;
+  int sessionLogs = 0;
+  int errorReports = 0;
+  bool hooksOpen = true;
+  notify::Notices notices{app, ui,
+                          notify::NoticeHooks{[this] {
+                                                ++sessionLogs;
+                                                return hooksOpen;
+                                              },
+                                              [this] {
+                                                ++errorReports;
+                                                return hooksOpen;
+                                              }}};
+  notify::bkupjobnotify& job = notices.JobNotice();
+  notify::frmBKErrNotify& err = notices.ErrNotice();
+  notify::Dialupdisconnect& dialup = notices.DialupWindow();
+};
+
+TEST_F(NoticesTest, NoRequestNoWindowNoSound) {
+  notices.senddesktopnotify();
+  EXPECT_FALSE(job.IsLoaded());
+  EXPECT_TRUE(fake.sound.played.empty());
+  EXPECT_TRUE(ui.ShownForms().empty());
+}
+
+TEST_F(NoticesTest, AGreenJobComesUpInTheCornerWithItsNamesAndIsConsumed) {
+  frame::WriteSetting(app, u"DESKNOTIFYICON", u"green");
+  Request({u"Photos & Music", u"ignored", u"alice"});
+  notices.senddesktopnotify();
+  ASSERT_TRUE(job.IsLoaded());
+  EXPECT_TRUE(job.Visible());
+  EXPECT_FALSE(RequestLeft());
+  EXPECT_EQ(fake.sound.played, (std::vector<Text>{u"SystemStart"}));
+  EXPECT_EQ(job.bkupjobname.Caption(), u"Photos && Music");
+  EXPECT_EQ(job.lblaccntname.Caption(), u"alice");
+  EXPECT_TRUE(job.PicSuccessJob.Visible());
+  EXPECT_FALSE(job.PicFailedJob.Visible());
+  EXPECT_TRUE(job.Frameless());
+  EXPECT_TRUE(job.ShowWithoutActivation());
+  EXPECT_EQ(job.Caption(), u"werwe werwerwerwer werwe rwerw 1234");
+  EXPECT_DOUBLE_EQ(job.Left() + job.Width(), 1280 * 15);
+  EXPECT_DOUBLE_EQ(job.Top() + job.Height(), 760 * 15);
+  EXPECT_DOUBLE_EQ(job.Width(), 6750);
+  EXPECT_DOUBLE_EQ(job.Height(), 4050);
+  EXPECT_EQ(job.schjobststus.Caption(), notify::kNoScheduledJob);
+  EXPECT_FALSE(job.lblnxtbkup.Visible());
+  EXPECT_FALSE(job.QVDiskPBar.Visible());  // no quota keys
+
+  // A red result in another case, and a third word that shows neither picture.
+  frame::WriteSetting(app, u"DESKNOTIFYICON", u"Red");
+  Request({u"Docs", u"", u"alice"});
+  notices.senddesktopnotify();
+  EXPECT_TRUE(job.PicFailedJob.Visible());
+  EXPECT_FALSE(job.PicSuccessJob.Visible());
+  frame::WriteSetting(app, u"DESKNOTIFYICON", u"AMBER");
+  Request({u"Docs", u"", u"alice"});
+  notices.senddesktopnotify();
+  EXPECT_FALSE(job.PicFailedJob.Visible());
+  EXPECT_FALSE(job.PicSuccessJob.Visible());
+}
+
+TEST_F(NoticesTest, TheDefaultSetIsNotNamedAndAnEmptyRequestShowsTheNamesKept) {
+  Request({u"DEFAULT BACKUPSET", u"", u"alice"});
+  notices.senddesktopnotify();
+  EXPECT_FALSE(job.bkupjobname.Visible());
+  EXPECT_FALSE(job.Label1.Visible());
+  Request({u"Mail", u"", u"bob"});
+  notices.senddesktopnotify();
+  EXPECT_TRUE(job.bkupjobname.Visible());
+  EXPECT_TRUE(job.Label1.Visible());
+
+  fake.fs.WriteAll(Common(notify::kJobRequestFile), "");
+  notices.senddesktopnotify();
+  EXPECT_FALSE(RequestLeft());
+  EXPECT_TRUE(job.Visible());
+  // The activation's work fills the set from the name kept from the last job.
+  EXPECT_EQ(job.bkupjobname.Caption(), u"Mail");
+  EXPECT_EQ(job.lblaccntname.Caption(), u"bob");
+}
+
+TEST_F(NoticesTest, ALongNameIsWrappedToTheLabel) {
+  const Text name = u"Quarterly reports & invoices of the finance department 2026";
+  Request({name, u"", u"alice"});
+  notices.senddesktopnotify();
+  const Text shown = job.bkupjobname.Caption();
+  EXPECT_NE(shown.find(u"\r\n"), Text::npos) << U8(shown);
+  EXPECT_EQ(base::Replace(shown, u"\r\n", u""), base::Replace(name, u"&", u"&&"));
+}
+
+TEST_F(NoticesTest, CloseDropsAPendingRequestTheCornerPictureDoesNot) {
+  Request({u"Mail", u"", u"bob"});
+  notices.senddesktopnotify();
+  Request({u"Next", u"", u"bob"});
+  job.cancel.RaiseMouseUp({kit::kLeftButton});
+  EXPECT_FALSE(job.IsLoaded());
+  EXPECT_FALSE(RequestLeft());
+
+  Request({u"Mail", u"", u"bob"});
+  notices.senddesktopnotify();
+  Request({u"Next", u"", u"bob"});
+  job.Picture2.RaiseMouseUp({kit::kLeftButton});
+  EXPECT_FALSE(job.IsLoaded());
+  EXPECT_TRUE(RequestLeft());
+  notices.senddesktopnotify();  // the next tick
+  EXPECT_TRUE(job.Visible());
+  EXPECT_EQ(job.bkupjobname.Caption(), u"Next");
+}
+
+TEST_F(NoticesTest, ViewLogOpensTheSessionLogAndTheNoticeStays) {
+  Request({u"Mail", u"", u"bob"});
+  notices.senddesktopnotify();
+  job.viewbkuplog.RaiseMouseUp({kit::kLeftButton});
+  EXPECT_EQ(sessionLogs, 1);
+  EXPECT_TRUE(job.Visible());
+  kit::KeyArgs altV{'V', kit::kAltMask};
+  job.DeliverKeyUp(altV);
+  EXPECT_EQ(sessionLogs, 2);
+  hooksOpen = false;
+  job.viewbkuplog.RaiseMouseUp({kit::kLeftButton});
+  EXPECT_EQ(Lines(Common(u"SerTraceFile.txt")).back(),
+            u"View Log: the Session Log screen is not part of this build yet");
+  kit::KeyArgs esc{kit::kKeyEscape, 0};
+  job.DeliverKeyUp(esc);
+  EXPECT_FALSE(job.IsLoaded());
+}
+
+TEST_F(NoticesTest, TheNextJobAndQuotaLinesAreThoseOfTheMomentOfShowing) {
+  jobstore::ScheduleRecord r;
+  r.RecordNo = u"1";
+  r.BackupSetName = u"Photos & Music";
+  r.NextRun = u"11-15-2026 13:00:00";
+  r.SortKey = u"202611151300";
+  r.FrequencyIndex = u"2";
+  r.Days = u"1,2,3,4,5,6,7";
+  platform::TextFile::WriteLines(fake.fs, app.ScheduleFilePath,
+                                 {u"0", jobstore::BuildScheduleLine(r)});
+  fake.fs.AddFolders(u"C:\\QV\\QVCOMMON\\alice");
+  app.UserName = u"alice";
+  frame::WriteSetting(app, u"TotalSpace", u"1000M");
+  frame::WriteSetting(app, u"UsedSpace", u"1200M");
+  frame::WriteAccountKey(app, u"Corvane", u"ACCTYPE", u"QVSYNC");
+  Request({u"Mail", u"", u"alice"});
+  notices.senddesktopnotify();
+  EXPECT_EQ(job.schjobststus.Caption(), Text(notify::kStartsIn) + u"3 hour(s)");
+  EXPECT_TRUE(job.lblnxtbkup.Visible());
+  EXPECT_EQ(job.lblnxtbkup.Caption(), u"Next Backup/Restore Set:  Photos && Music");
+  EXPECT_EQ(job.lblnxtbkupTime.Caption(), u"Next Transfer Time: 11/15/2026 1:00:00 PM");
+  EXPECT_TRUE(job.QVDiskPBar.Visible());
+  EXPECT_EQ(job.QVDiskPBar.Value(), 100);
+  EXPECT_EQ(job.QVDiskPBar.BarColor(), notify::kQuotaFullColor);
+  EXPECT_EQ(job.lblUserQuota.Caption(), u"1.17 GB Out of 1,000.00 MB");
+  EXPECT_EQ(job.Pointer(), kit::MousePointer::Default);
+}
+
+TEST_F(NoticesTest, TheMissedBackupNoticeTellsTheReasonAndLinksToTheReport) {
+  fake.fs.AddFolders(u"C:\\QV\\QVCOMMON\\alice");
+  frame::WriteSetting(app, u"NotifyUsers", u"<<alice");
+  const Text file = Common(u"alice\\qvwinserver.ini");
+  fake.profile.WriteString(u"Corvane", Text(u"Notify_Err"), Text(u"1"), file);
+  fake.profile.WriteString(u"Corvane", Text(u"DateFailed"), Text(u"20261101"), file);
+  fake.profile.WriteString(u"Corvane", Text(u"Notifymsg"), Text(u"MISSEDBACKUP"), file);
+  notices.CheckMissedBackup();
+  ASSERT_TRUE(err.Visible());
+  EXPECT_TRUE(base::StartsWith(
+      err.Label2.Caption(),
+      u"The scheduled backup has not taken place for the past 14 day(s) for the account 'alice'."))
+      << U8(err.Label2.Caption());
+  EXPECT_DOUBLE_EQ(err.Left() + err.Width(), 1280 * 15);
+  EXPECT_DOUBLE_EQ(err.Top() + err.Height(), 760 * 15);
+  const double linkTop = err.lblLink.Top();
+  err.lblLink.RaiseClick();
+  EXPECT_FALSE(err.IsLoaded());
+  EXPECT_EQ(errorReports, 1);
+
+  // No reason: the plain text sits lower and the link moves up.
+  frame::WriteSetting(app, u"NotifyUsers", u"<<alice");
+  fake.profile.WriteString(u"Corvane", Text(u"Notify_Err"), Text(u"1"), file);
+  fake.profile.WriteString(u"Corvane", Text(u"DateFailed"), Text(u"20261101"), file);
+  notices.CheckMissedBackup();
+  ASSERT_TRUE(err.Visible());
+  EXPECT_DOUBLE_EQ(err.Label2.Top(), 1000);
+  EXPECT_DOUBLE_EQ(err.Label2.Height(), 810);
+  EXPECT_DOUBLE_EQ(err.lblLink.Top(), linkTop - 275);
+  err.cancel.RaiseMouseUp({kit::kLeftButton});
+  EXPECT_FALSE(err.IsLoaded());
+}
+
+TEST_F(NoticesTest, TheDialupWindowCountsDownAndHangsUp) {
+  fake.fs.WriteAll(Common(notify::kDialupRequestFile), "Mail\r\n");
+  notices.DialupCheck();
+  ASSERT_TRUE(dialup.Visible());
+  EXPECT_FALSE(fake.fs.FileExists(Common(notify::kDialupRequestFile)));
+  EXPECT_EQ(notices.Names().jobName, u"Mail");
+  EXPECT_EQ(dialup.ISPname.Caption(), u"No active connections found");
+  EXPECT_EQ(dialup.Caption(), u"Corvane Monitor- Dialup disconnection.");
+  EXPECT_TRUE(dialup.Disconnectcountdown.Running());
+  EXPECT_EQ(dialup.Disconnectcountdown.Interval(), 950u);
+  for (int i = 0; i < 29; ++i) dialup.Disconnectcountdown.Fire();
+  EXPECT_EQ(dialup.Disconnect.Lbl().Caption(), u"Disconnecting(1)");
+  EXPECT_TRUE(dialup.IsLoaded());
+  dialup.Disconnectcountdown.Fire();
+  EXPECT_FALSE(dialup.IsLoaded());
+  EXPECT_EQ(Activity(), (std::vector<Text>{u"Unable to find active dial-up connection",
+                                           u"Successfully logged out", u""}));
+}
+
+TEST_F(NoticesTest, CloseAtTwentyNineHangsUpNothing) {
+  fake.dialUp.connections = {{0x11, u"Office", u"modem", u"USR 56k"}};
+  fake.fs.WriteAll(Common(notify::kDialupRequestFile), "");
+  notices.DialupCheck();
+  EXPECT_EQ(dialup.ISPname.Caption(), u"Office connected via USR 56k is about to be disconnected.");
+  for (int i = 0; i < 29; ++i) dialup.Disconnectcountdown.Fire();
+  dialup.cancel.RaiseMouseUp({kit::kLeftButton});
+  EXPECT_FALSE(dialup.IsLoaded());
+  EXPECT_TRUE(fake.dialUp.hangUps.empty());
+  EXPECT_EQ(Activity(), (std::vector<Text>{u"Dial-up disconnection canceled",
+                                           u"Successfully logged out", u""}));
+  // Disconnect at once, and the corner picture that only closes.
+  fake.fs.WriteAll(Common(notify::kDialupRequestFile), "");
+  notices.DialupCheck();
+  EXPECT_EQ(dialup.Counter(), 0);
+  dialup.Disconnect.RaiseMouseUp({kit::kLeftButton});
+  EXPECT_EQ(fake.dialUp.hangUps.size(), 1u);
+  fake.fs.WriteAll(Common(notify::kDialupRequestFile), "");
+  notices.DialupCheck();
+  const std::size_t lines = Activity().size();
+  dialup.Picture2.RaiseMouseUp({kit::kLeftButton});
+  EXPECT_FALSE(dialup.IsLoaded());
+  EXPECT_EQ(Activity().size(), lines);
+}
+
+}  // namespace
