@@ -24,6 +24,7 @@ class MonitorScreens {
   virtual bool OpenManageScheduledJobs() = 0;  // mnuManSchJob
   virtual bool OpenErrorReport() = 0;          // mnusenderrorreport, mnusenderrorrpt
   virtual bool OpenAbout() = 0;                // AboutMenu
+  virtual bool OpenSessionLog() = 0;           // mnuviewlog, and the job-end notice's View Log
 };
 
 }  // namespace monitor

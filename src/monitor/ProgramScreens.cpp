@@ -1,5 +1,7 @@
 #include "monitor/ProgramScreens.h"
 
+#include "sessions/frmSessionLog.h"
+
 namespace monitor {
 
 // The notices of the tick come with the notifications folder; until then a tick has
@@ -15,5 +17,11 @@ bool ProgramScreens::OpenUpdatePassword() { return false; }
 bool ProgramScreens::OpenManageScheduledJobs() { return false; }
 bool ProgramScreens::OpenErrorReport() { return false; }
 bool ProgramScreens::OpenAbout() { return false; }
+
+// Not modal, as the job-end notice has it; the menu opens the same screen.
+bool ProgramScreens::OpenSessionLog() {
+  sessions::ShowSessionLog(app_, ui_);
+  return true;
+}
 
 }  // namespace monitor

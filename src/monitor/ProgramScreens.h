@@ -22,6 +22,7 @@ class ProgramScreens : public MonitorScreens {
   bool OpenManageScheduledJobs() override;
   bool OpenErrorReport() override;
   bool OpenAbout() override;
+  bool OpenSessionLog() override;
 
  private:
   frame::AppState& app_;

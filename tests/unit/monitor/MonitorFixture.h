@@ -96,6 +96,7 @@ class RecordingScreens : public monitor::MonitorScreens {
   bool OpenManageScheduledJobs() override { return Open("ManageScheduledJobs"); }
   bool OpenErrorReport() override { return Open("ErrorReport"); }
   bool OpenAbout() override { return Open("About"); }
+  bool OpenSessionLog() override { return Open("SessionLog"); }
 
   bool opens = true;
   std::function<void(const std::string&)> onStep;
