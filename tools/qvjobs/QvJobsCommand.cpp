@@ -7,6 +7,7 @@
 #include "frame/Startup.h"
 #include "jobstore/DBaction.h"
 #include "jobstore/NextRun.h"
+#include "QvJobsSessions.h"
 
 namespace qvjobs {
 
@@ -17,7 +18,8 @@ using base::Text;
 constexpr char kUsage[] =
     "usage: qvjobs [--root DATAROOT] [--now \"mm-dd-yyyy H:mm:ss\"] "
     "list | next | state | set-state VALUE | delete RECORDNO | new-number | "
-    "plan --time H:mm:ss (--days D[,D...] | --hourly | --monthly mm-dd-yyyy | --immediate)";
+    "plan --time H:mm:ss (--days D[,D...] | --hourly | --monthly mm-dd-yyyy | --immediate) | "
+    "sessions [--page N]";
 
 struct UsageError {
   std::string reason;
@@ -134,6 +136,10 @@ class Command {
       SetPaths(app, root_);
       jobstore::Timing t = jobstore::PlanTiming(app, choice);
       out += Line(base::Join({t.NextRun, t.Days, t.FrequencyIndex, t.SortKey}, u"|"));
+    } else if (name == "sessions") {
+      const int page = ParsePage();
+      SetPaths(app, root_);
+      out += SessionsPage(app, page);
     } else {
       throw UsageError{"unknown command '" + name + "'"};
     }
@@ -202,6 +208,21 @@ class Command {
     choice.DTPicker =
         base::DateTime{today.year, today.month, today.day, time->hour, time->minute, time->second};
     return choice;
+  }
+
+  // "--page N", N a whole number from 1; 1 without it.
+  int ParsePage() {
+    long long page = 1;
+    if (pos_ < args_.size() && args_[pos_] == "--page") {
+      ++pos_;
+      const Text value = Take("--page needs a number");
+      bool digits = !value.empty() && value.size() <= 9;
+      for (char16_t c : value) digits = digits && c >= u'0' && c <= u'9';
+      if (!digits || !base::ParseLong(value, page) || page < 1)
+        throw UsageError{"--page takes a page number from 1"};
+    }
+    End();
+    return static_cast<int>(page);
   }
 
   Text Take(const char* missing) {
