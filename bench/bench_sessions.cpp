@@ -45,8 +45,8 @@ std::vector<platform::FileEntry> Folder(int count, bool reverse) {
     when = when.AddMinutes(-47);
     platform::FileEntry e;
     e.name = Text(kWords[i % 7]) + u" " + two(when.month) + u"-" + two(when.day) + u"-" +
-             base::FromNumber(when.year) + u"  " + two(when.hour) + u"-" + two(when.minute) +
-             u"-" + two(when.second) + u".txt";
+             base::FromNumber(when.year) + u"  " + two(when.hour) + u"-" + two(when.minute) + u"-" +
+             two(when.second) + u".txt";
     entries.push_back(std::move(e));
   }
   std::sort(entries.begin(), entries.end(), [](const auto& a, const auto& b) {
@@ -79,12 +79,25 @@ BENCHMARK(BM_ListSessionFiles)
     ->ArgsProduct({{1000, 10000, 100000}, {0, 1}})
     ->Unit(benchmark::kMillisecond);
 
+// The two halves of the listing on 100,000 names: the walk (kinds and keys) and the order.
+void BM_Walk(benchmark::State& state) {
+  Program p(static_cast<int>(state.range(0)), false);
+  for (auto _ : state) benchmark::DoNotOptimize(sessions::WalkSessionFolder(p.app, {}).data());
+}
+BENCHMARK(BM_Walk)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+void BM_NewestFirst(benchmark::State& state) {
+  Program p(static_cast<int>(state.range(0)), false);
+  const std::vector<sessions::SessionEntry> walked = sessions::WalkSessionFolder(p.app, {});
+  for (auto _ : state) benchmark::DoNotOptimize(sessions::NewestFirst(walked).data());
+}
+BENCHMARK(BM_NewestFirst)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
 // The design's plain insertion on the same walk.
 void BM_DesignInsertion(benchmark::State& state) {
   Program p(static_cast<int>(state.range(0)), state.range(1) != 0);
   for (auto _ : state) {
-    std::vector<Text> names =
-        testkit::InsertionNewestFirst(sessions::WalkSessionFolder(p.app, {}));
+    std::vector<Text> names = testkit::InsertionNewestFirst(sessions::WalkSessionFolder(p.app, {}));
     benchmark::DoNotOptimize(names.data());
   }
   state.SetLabel(state.range(1) ? "reverse order" : "file-system order");

@@ -1,6 +1,7 @@
 #include "sessions/SessionFiles.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "base/Guarded.h"
 #include "frame/Logs.h"
@@ -145,14 +146,42 @@ std::vector<SessionEntry> WalkSessionFolder(frame::AppState& app, const SessionF
   return entries;
 }
 
+namespace {
+
+// A key of twelve digits as a number: two such keys compare as numbers the way they
+// compare as text, so the sort need not reach the texts for them.
+struct SortSlot {
+  std::uint64_t number;
+  std::uint32_t index;
+  bool digits;
+};
+
+SortSlot SlotOf(const Text& key, std::uint32_t index) {
+  SortSlot slot{0, index, key.size() == 12};
+  for (size_t i = 0; slot.digits && i < key.size(); ++i) {
+    if (key[i] < u'0' || key[i] > u'9') slot.digits = false;
+    slot.number = slot.number * 10 + static_cast<std::uint64_t>(key[i] - u'0');
+  }
+  return slot;
+}
+
+}  // namespace
+
 std::vector<Text> NewestFirst(std::vector<SessionEntry> entries) {
   // What keeping the entries in ascending order by insertion, equal keys in the order
-  // found, and reading them from the last gives.
-  std::stable_sort(entries.begin(), entries.end(),
-                   [](const SessionEntry& a, const SessionEntry& b) { return a.key < b.key; });
+  // found, and reading them from the last gives: a stable sort by key, read backwards.
+  std::vector<SortSlot> slots;
+  slots.reserve(entries.size());
+  for (size_t i = 0; i < entries.size(); ++i)
+    slots.push_back(SlotOf(entries[i].key, static_cast<std::uint32_t>(i)));
+  std::stable_sort(slots.begin(), slots.end(), [&](const SortSlot& a, const SortSlot& b) {
+    if (a.digits && b.digits) return a.number < b.number;
+    return entries[a.index].key < entries[b.index].key;
+  });
   std::vector<Text> names;
   names.reserve(entries.size());
-  for (auto it = entries.rbegin(); it != entries.rend(); ++it) names.push_back(std::move(it->name));
+  for (auto it = slots.rbegin(); it != slots.rend(); ++it)
+    names.push_back(std::move(entries[it->index].name));
   return names;
 }
 
@@ -166,7 +195,8 @@ void FindSessionFiles(frame::AppState& app, kit::ListView& list, const std::vect
   list.ClearRows();
   const int last = std::min(nEndIdx, static_cast<int>(names.size()));
   for (int i = std::max(nStartIdx, 1); i <= last; ++i) {
-    const std::optional<SessionRow> row = SessionRowOf(app, names[static_cast<size_t>(i - 1)], filter);
+    const std::optional<SessionRow> row =
+        SessionRowOf(app, names[static_cast<size_t>(i - 1)], filter);
     if (!row) continue;
     kit::ListItem& item = list.AddRow(Text());
     item.SetIconKey(IconKeyOf(row->icon));

@@ -48,7 +48,9 @@ struct SessionFilter {
   bool bShowExchBrick = false;
   bool bShowOracleLog = false;
   bool bShowSharePoint = false;
-  bool AnySet() const { return bShowSystemState || bShowExchBrick || bShowOracleLog || bShowSharePoint; }
+  bool AnySet() const {
+    return bShowSystemState || bShowExchBrick || bShowOracleLog || bShowSharePoint;
+  }
 };
 struct PluginPrefix {
   const char16_t* prefix;

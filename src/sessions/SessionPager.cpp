@@ -107,7 +107,7 @@ void SortListview(kit::ListView& list) {
 
 void ColumnClickSort(kit::ListView& list, int column) {
   list.SetSortOrder(list.Order() == kit::SortOrder::Ascending ? kit::SortOrder::Descending
-                                                               : kit::SortOrder::Ascending);
+                                                              : kit::SortOrder::Ascending);
   // The description is never the key: its column sorts by "SCol" as "Start Time" does.
   list.SetSortKey(column == 2 ? column + 1 : column);
 }

@@ -146,8 +146,8 @@ void frmSessionLog::SetButtonsFor(bool afterDelete) {
   // Only a delete switches the buttons off with their skin: after a plain load a click
   // on an empty screen still tells that there is nothing to act on.
   if (!afterDelete) return;
-  for (kit::Control* c : std::initializer_list<kit::Control*>{
-           &cmdView, &cmdView.Lbl(), &cmdDelete, &cmdDelete.Lbl(), &chkSelectAll})
+  for (kit::Control* c : std::initializer_list<kit::Control*>{&cmdView, &cmdView.Lbl(), &cmdDelete,
+                                                              &cmdDelete.Lbl(), &chkSelectAll})
     c->SetEnabled(!none);
 }
 
@@ -208,9 +208,9 @@ void frmSessionLog::cmdDelete_Click() {
 }
 
 void frmSessionLog::LstSessionLogView_ColumnClick(int column) {
-  base::Guarded([&] { ColumnClickSort(LstSessionLogView, column); },
-                frame::TraceFailure(app_, u"Error Reason :",
-                                    Where(u"LstSessionLogView_ColumnClick")));
+  base::Guarded(
+      [&] { ColumnClickSort(LstSessionLogView, column); },
+      frame::TraceFailure(app_, u"Error Reason :", Where(u"LstSessionLogView_ColumnClick")));
 }
 
 void frmSessionLog::chkSelectAll_Click() {

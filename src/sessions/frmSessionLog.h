@@ -57,7 +57,9 @@ class frmSessionLog : public kit::Form {
   kit::Picture picTitleinfo{*this, u"picTitleinfo", {0, 510, 10125, 870}};
   kit::Picture imgTitleinfo{picTitleinfo, u"imgTitleinfo", {240, 195, 480, 480}, u"qv_logs"};
   kit::Label lblTitleInfo{
-      picTitleinfo, u"lblTitleInfo", {900, 180, 9000, 510},
+      picTitleinfo,
+      u"lblTitleInfo",
+      {900, 180, 9000, 510},
       u"The logs of your backup and restore sessions, newest first. Check the ones to delete."};
   kit::CheckBox chkSelectAll{*this, u"chkSelectAll", {240, 1530, 2400, 300}, u"&Select All"};
   kit::Label lblDispItems{*this, u"lblDispItems", {5040, 1575, 3900, 255}};

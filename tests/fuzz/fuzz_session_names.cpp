@@ -73,9 +73,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   // Delete every row: each file that goes is the one its row's name gives back.
   const int rows = list.Count();
   for (int i = rows; i >= 1; --i) {
-    const Text target = sessions::SessionFileNameOf(list.Item(i).SubItem(2),
-                                                    list.Item(i).SubItem(1),
-                                                    sessions::NameFor::Delete);
+    const Text target = sessions::SessionFileNameOf(
+        list.Item(i).SubItem(2), list.Item(i).SubItem(1), sessions::NameFor::Delete);
     std::vector<Text> before;
     for (const Text& n : names)
       if (fake.fs.FileExists(kFolder + u"\\" + n)) before.push_back(n);

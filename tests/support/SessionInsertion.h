@@ -12,7 +12,8 @@
 
 namespace testkit {
 
-inline std::vector<base::Text> InsertionNewestFirst(const std::vector<sessions::SessionEntry>& found) {
+inline std::vector<base::Text> InsertionNewestFirst(
+    const std::vector<sessions::SessionEntry>& found) {
   std::vector<sessions::SessionEntry> work;
   work.reserve(found.size());
   for (const sessions::SessionEntry& entry : found) {

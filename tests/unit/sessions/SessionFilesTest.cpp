@@ -235,14 +235,17 @@ TEST_F(SessionFilesTest, DeleteRemovesACheckedRowFirstThenItsFileWhenItCan) {
   EXPECT_FALSE(GetSessionFileSelected_Delete(app, list, 1));  // an empty list
   Rows({names[1]});
   EXPECT_FALSE(GetSessionFileSelected_Delete(app, list, 5));
-  EXPECT_TRUE(TraceHas(
-      u"in procedure GetSessionFileSelected_Delete of Class Module TreeViewControl"));
+  EXPECT_TRUE(
+      TraceHas(u"in procedure GetSessionFileSelected_Delete of Class Module TreeViewControl"));
 }
 
 TEST_F(SessionFilesTest, TheWalkLetsTheUserInterfaceThroughAsItGoes) {
   Folder();
   for (int i = 0; i < 600; ++i)
-    fake.fs.PutFile(kFolder + u"\\Schedule 11-15-2026  05-" + base::PadLeft(base::FromNumber(i % 60), 2, u'0') + u"-" + base::FromNumber(i) + u".txt", "");
+    fake.fs.PutFile(kFolder + u"\\Schedule 11-15-2026  05-" +
+                        base::PadLeft(base::FromNumber(i % 60), 2, u'0') + u"-" +
+                        base::FromNumber(i) + u".txt",
+                    "");
   int turns = 0;
   EXPECT_EQ(ListSessionFiles(app, {}, [&] { ++turns; }).size(), 600u);
   EXPECT_EQ(turns, 600 / kFilesPerTurn);
@@ -259,9 +262,11 @@ TEST_F(SessionFilesTest, TheFastOrderIsTheInsertionOrderForRandomFolders) {
     std::vector<SessionEntry> found;
     const int count = pick(120);
     for (int i = 0; i < count; ++i) {
-      Text name = words[pick(7)] + u" " + two(3) + u"-" + two(3) + u"-202" + base::FromNumber(pick(3)) +
-                  u"  " + two(3) + u"-" + two(3) + u"-" + two(60) + u".txt";
-      if (pick(10) == 0) name = name.substr(0, static_cast<size_t>(pick(static_cast<int>(name.size()))) + 1);
+      Text name = words[pick(7)] + u" " + two(3) + u"-" + two(3) + u"-202" +
+                  base::FromNumber(pick(3)) + u"  " + two(3) + u"-" + two(3) + u"-" + two(60) +
+                  u".txt";
+      if (pick(10) == 0)
+        name = name.substr(0, static_cast<size_t>(pick(static_cast<int>(name.size()))) + 1);
       if (name.find(u' ') == Text::npos) continue;
       found.push_back({ListingKeyOf(app, name), name});
     }

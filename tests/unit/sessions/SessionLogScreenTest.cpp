@@ -164,8 +164,9 @@ TEST_F(SessionLogScreenTest, DeleteWithNothingCheckedTellsSoAndTheStaysPage) {
   ASSERT_EQ(ui.Questions().size(), 1u);
   EXPECT_EQ(ui.Questions()[0].text, kSelectToDelete);
   EXPECT_EQ(Range(), u"51 to 60 of 60");
-  EXPECT_TRUE(TraceHas(u"Enter cmdDelete_Click() of frmSessionLog form\r\n"
-                       u"Enter cmdDelete_Click()of frmSessionLog form\r\n"));
+  EXPECT_TRUE(
+      TraceHas(u"Enter cmdDelete_Click() of frmSessionLog form\r\n"
+               u"Enter cmdDelete_Click()of frmSessionLog form\r\n"));
 }
 
 TEST_F(SessionLogScreenTest, DeletingFromPageThreeGoesBackToPageOne) {

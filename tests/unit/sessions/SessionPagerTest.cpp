@@ -67,7 +67,8 @@ class SessionListTest : public ::testing::Test {
   }
   std::string Order() {
     std::string out;
-    for (int i = 1; i <= list.Count(); ++i) out += base::ToUtf8(list.Item(i).SubItem(2)).substr(0, 2);
+    for (int i = 1; i <= list.Count(); ++i)
+      out += base::ToUtf8(list.Item(i).SubItem(2)).substr(0, 2);
     return out;
   }
   kit::Form holder{u"frmSessionLog"};
