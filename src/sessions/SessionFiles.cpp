@@ -127,7 +127,10 @@ std::vector<SessionEntry> WalkSessionFolder(frame::AppState& app, const SessionF
   std::vector<SessionEntry> entries;
   platform::IFileSystem* fs = app.platform.fs;
   if (fs == nullptr) return entries;
-  const Text folder = WithoutTrailingSeparator(SessionListFolder(app));
+  Text folder = WithoutTrailingSeparator(SessionListFolder(app));
+  // Windows does not tell "session" from "Session"; a file system that does (qvjobs
+  // on Linux) lists the folder under the name the engine gives it.
+  if (!fs->FolderExists(folder)) folder = WithoutTrailingSeparator(SessionFileFolder(app));
   if (!fs->FolderExists(folder)) return entries;
   const std::vector<platform::FileEntry> found = fs->List(folder, u"*");
   entries.reserve(found.size());
