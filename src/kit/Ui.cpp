@@ -20,4 +20,16 @@ int Ui::MessageBox(const Text& text, int icon, int buttons, const Text& title) {
 
 TipService& Ui::Tips() { return *tips_; }
 
+Form* Ui::KeptScreen(TextView name) const {
+  for (const auto& form : kept_) {
+    if (form->Name() == name) return form.get();
+  }
+  return nullptr;
+}
+
+Form& Ui::KeepScreen(std::unique_ptr<Form> form) {
+  kept_.push_back(std::move(form));
+  return *kept_.back();
+}
+
 }  // namespace kit

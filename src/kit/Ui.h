@@ -4,6 +4,7 @@
 // message box, and the balloon tips. The Win32 renderer implements it with real
 // windows; kit::ScriptedUi implements it for tests.
 #include <memory>
+#include <vector>
 
 #include "kit/Form.h"
 #include "kit/TextMeasure.h"
@@ -47,8 +48,14 @@ class Ui {
   // The balloon tip in use and the older plain tip.
   TipService& Tips();
 
+  // Screens shown not modally live as long as the Ui, one under each form name: the
+  // one kept under `name` (null when none is), and keeping a new one.
+  Form* KeptScreen(TextView name) const;
+  Form& KeepScreen(std::unique_ptr<Form> form);
+
  private:
   std::unique_ptr<MesgBox> box_;
+  std::vector<std::unique_ptr<Form>> kept_;
   std::unique_ptr<TipService> tips_;
 };
 

@@ -25,6 +25,7 @@ class MonitorScreens {
   virtual bool OpenErrorReport() = 0;          // mnusenderrorreport, mnusenderrorrpt
   virtual bool OpenSessionLog() = 0;           // View Log of the job-end notification
   virtual bool OpenAbout() = 0;                // AboutMenu
+  virtual bool OpenSessionLog() = 0;           // mnuviewlog, and the job-end notice's View Log
 };
 
 }  // namespace monitor

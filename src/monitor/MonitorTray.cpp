@@ -142,6 +142,10 @@ void frmQVWinService::mnuManSchJob_Click() {
   if (!screens_->OpenManageScheduledJobs()) NotAvailable(u"mnuManSchJob", u"Manage Scheduled Jobs");
 }
 
+void frmQVWinService::mnuviewlog_Click() {
+  if (!screens_->OpenSessionLog()) NotAvailable(u"mnuviewlog", u"Session Log");
+}
+
 void frmQVWinService::SendErrorReport_Click() {
   if (!screens_->OpenErrorReport()) NotAvailable(u"Send Error Report", u"Feedback Report");
 }

@@ -7,6 +7,7 @@
 #include "base/Guarded.h"
 #include "frame/Logs.h"
 #include "notify/Notices.h"
+#include "sessions/frmSessionLog.h"
 
 namespace monitor {
 
@@ -43,8 +44,12 @@ bool ProgramScreens::OpenManageScheduledJobs() {
   return true;
 }
 bool ProgramScreens::OpenErrorReport() { return support::ShowErrorReport(app_, ui_); }
-// The Session Log screen comes with the sessions folder.
-bool ProgramScreens::OpenSessionLog() { return false; }
 bool ProgramScreens::OpenAbout() { return support::ShowAbout(app_, ui_); }
+
+// Not modal, as the job-end notice has it; the menu opens the same screen.
+bool ProgramScreens::OpenSessionLog() {
+  sessions::ShowSessionLog(app_, ui_);
+  return true;
+}
 
 }  // namespace monitor

@@ -30,6 +30,7 @@ class ProgramScreens : public MonitorScreens {
   bool OpenErrorReport() override;
   bool OpenSessionLog() override;
   bool OpenAbout() override;
+  bool OpenSessionLog() override;
 
  private:
   frame::AppState& app_;

@@ -152,7 +152,7 @@ void frmQVWinService::BindEvents() {
       .On(mnustprunjob.on.Click, &S::StopTransfer_Click)
       .On(WebMang.on.Click, &S::WebMang_Click)
       .On(mnusenderrorreport.on.Click, &S::SendErrorReport_Click)
-      .On(mnuviewlog.on.Click, &S::mnuOpenlog_Click)
+      .On(mnuviewlog.on.Click, &S::mnuviewlog_Click)
       .On(mnuShutdown.on.Click, &S::mnuShutdown_Click);
 }
 // doc:end

@@ -105,7 +105,8 @@ class frmQVWinService : public kit::Form {
   void mnuShutdown_Click();
   void mnuViewDetails_Click();
   void mnuHideDetails_Click();
-  void mnuOpenlog_Click();  // also btnLogFile and mnuviewlog
+  void mnuOpenlog_Click();  // also btnLogFile
+  void mnuviewlog_Click();  // the Session Log screen
   void mnuClearlog_Click();
   void mnuOpen_Click();
   void mnuLaunch_Click();

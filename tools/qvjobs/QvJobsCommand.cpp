@@ -13,6 +13,7 @@
 #include "frame/Startup.h"
 #include "jobstore/DBaction.h"
 #include "jobstore/NextRun.h"
+#include "QvJobsSessions.h"
 
 namespace qvjobs {
 
@@ -28,7 +29,7 @@ constexpr char kUsage[] =
     "jobs | run-now RECORDNO | stop | stop-completely | backup-now SETNAME | "
     "edit RECORDNO --time H:mm:ss (--days D[,D...] | --daily | --hourly | --monthly mm-dd-yyyy "
     "| --immediate | --none) [--mail ADDRESSES --notify always|failure | --no-mail] "
-    "[--cutoff H:mm:ss | --no-cutoff] [--desktop 0|1] [--missed 0|1]";
+    "[--cutoff H:mm:ss | --no-cutoff] [--desktop 0|1] [--missed 0|1] | sessions [--page N]";
 
 // The major version of the plug-in rule where the system cannot say (a build that is
 // not running on Windows).
@@ -204,6 +205,10 @@ class Command {
       const int code = RunEdit(app, request, out, reason);
       if (code == kExitUsage) throw UsageError{reason};
       return code;
+    } else if (name == "sessions") {
+      const int page = ParsePage();
+      SetPaths(app, root_);
+      out += SessionsPage(app, page);
     } else {
       throw UsageError{"unknown command '" + name + "'"};
     }
@@ -351,6 +356,21 @@ class Command {
     choice.DTPicker =
         base::DateTime{today.year, today.month, today.day, time->hour, time->minute, time->second};
     return choice;
+  }
+
+  // "--page N", N a whole number from 1; 1 without it.
+  int ParsePage() {
+    long long page = 1;
+    if (pos_ < args_.size() && args_[pos_] == "--page") {
+      ++pos_;
+      const Text value = Take("--page needs a number");
+      bool digits = !value.empty() && value.size() <= 9;
+      for (char16_t c : value) digits = digits && c >= u'0' && c <= u'9';
+      if (!digits || !base::ParseLong(value, page) || page < 1)
+        throw UsageError{"--page takes a page number from 1"};
+    }
+    End();
+    return static_cast<int>(page);
   }
 
   Text Take(const char* missing) {

@@ -176,7 +176,7 @@ TEST_F(LogViewTest, OpenLogCreatesAMissingFileAndTracesAShellFailure) {
   EXPECT_EQ(app.SessionFilePath, u"C:\\QV\\QVCOMMON\\sess.txt");
 
   fake.shell.executeResult = 31;
-  form->mnuviewlog.Choose();
+  form->mnuOpenlog.Choose();
   EXPECT_TRUE(TraceHas(u"Error while opening the Session log file."));
   EXPECT_TRUE(TraceHas(u"Reason : 31"));
 }

@@ -97,6 +97,7 @@ class RecordingScreens : public monitor::MonitorScreens {
   bool OpenErrorReport() override { return Open("ErrorReport"); }
   bool OpenSessionLog() override { return Open("SessionLog"); }
   bool OpenAbout() override { return Open("About"); }
+  bool OpenSessionLog() override { return Open("SessionLog"); }
 
   bool opens = true;
   std::function<void(const std::string&)> onStep;

@@ -230,6 +230,28 @@ TEST_F(TrayMenuTest, ItemsWhoseScreensComeLaterSaySoInTheTrace) {
   EXPECT_EQ(log.back(), "open UpdatePassword");
 }
 
+// The tray's "View log" opens the Session Log; the activity log file stays with the
+// View > Log > View item and the window's log button.
+TEST_F(TrayMenuTest, ViewLogOpensTheSessionLog) {
+  Open();
+  form->mnuviewlog.Choose();
+  EXPECT_EQ(log, (std::vector<std::string>{"open SessionLog"}));
+  EXPECT_TRUE(fake.shell.executed.empty());
+  screens.opens = false;
+  form->mnuviewlog.Choose();
+  EXPECT_TRUE(TraceHas(
+      u"mnuviewlog: the Session Log screen is not part of this build yet; nothing was opened."));
+}
+
+// The program's own hooks show the screen, not modally.
+TEST_F(TrayMenuTest, TheProgramsHookShowsTheSessionLogScreen) {
+  monitor::ProgramScreens program(app, ui);
+  EXPECT_TRUE(program.OpenSessionLog());
+  ASSERT_EQ(ui.ShownForms().size(), 1u);
+  EXPECT_EQ(ui.ShownForms()[0].name, u"frmSessionLog");
+  EXPECT_FALSE(ui.ShownForms()[0].modal);
+}
+
 TEST_F(TrayMenuTest, RightClickOnAButtonShowsItsTip) {
   Open();
   ui.Show(*form);

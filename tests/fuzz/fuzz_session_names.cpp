@@ -1,0 +1,91 @@
+// Arbitrary UTF-16 text as the names of a session folder (names split at U+000A)
+// through the listing, the rows of a page and the way back from each row to a file
+// name for viewing and deleting. Beyond "no crash, no hang": the fast order is the
+// design's insertion order, every row comes from a listed name, and a delete never
+// removes a file other than the one its row names.
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <vector>
+
+#include "frame/AppState.h"
+#include "kit/Form.h"
+#include "kit/ListView.h"
+#include "platform/fake/FakePlatform.h"
+#include "sessions/SessionFiles.h"
+#include "sessions/SessionPager.h"
+#include "support/SessionInsertion.h"
+
+namespace {
+
+using base::Text;
+
+#define Check(condition)                                                                         \
+  do {                                                                                           \
+    if (!(condition)) {                                                                          \
+      std::fprintf(stderr, "fuzz_session_names: broken at line %d: %s\n", __LINE__, #condition); \
+      std::abort();                                                                              \
+    }                                                                                            \
+  } while (false)
+
+const Text kFolder = u"C:\\QV\\QVCOMMON\\Session";
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  if (size > 4096) return 0;
+  Text units;
+  for (std::size_t i = 0; i + 1 < size; i += 2)
+    units.push_back(static_cast<char16_t>(data[i] | (data[i + 1] << 8)));
+
+  platform::FakePlatform fake;
+  frame::AppState app(fake.Get());
+  app.DataRoot = u"C:\\QV";
+  fake.fs.AddFolders(kFolder);
+  std::vector<Text> names;
+  for (const Text& name : base::Split(units, u"\n")) {
+    // What a folder can hold: a name, once, without a separator of paths in it.
+    if (name.empty() || name.find(u'\\') != Text::npos || name.find(u'/') != Text::npos) continue;
+    if (fake.fs.FileExists(kFolder + u"\\" + name)) continue;
+    fake.fs.PutFile(kFolder + u"\\" + name, "x");
+    names.push_back(name);
+  }
+
+  std::vector<sessions::SessionEntry> walked = sessions::WalkSessionFolder(app, {});
+  const std::vector<Text> listed = sessions::NewestFirst(walked);
+  Check(listed == testkit::InsertionNewestFirst(walked));
+  Check(listed.size() <= names.size());
+
+  kit::Form holder(u"frmSessionLog");
+  kit::ListView list(holder, u"LstSessionLogView", {});
+  sessions::SetUpSessionList(list);
+  sessions::SessionPager pager;
+  const int count = static_cast<int>(listed.size());
+  sessions::ShowPage(app, list, listed, pager.Load(count));
+  Check(list.Count() <= sessions::SessionPager::kPageSize);
+  for (int i = 1; i <= list.Count(); ++i) {
+    const kit::ListItem& row = list.Item(i);
+    for (auto use : {sessions::NameFor::View, sessions::NameFor::Delete})
+      sessions::SessionFileNameOf(row.SubItem(2), row.SubItem(1), use);
+    sessions::GetSessionFileSelected_View(app, list, i);
+  }
+  // Delete every row: each file that goes is the one its row's name gives back.
+  const int rows = list.Count();
+  for (int i = rows; i >= 1; --i) {
+    const Text target = sessions::SessionFileNameOf(
+        list.Item(i).SubItem(2), list.Item(i).SubItem(1), sessions::NameFor::Delete);
+    std::vector<Text> before;
+    for (const Text& n : names)
+      if (fake.fs.FileExists(kFolder + u"\\" + n)) before.push_back(n);
+    list.Item(i).SetChecked(true);
+    Check(sessions::GetSessionFileSelected_Delete(app, list, i));
+    for (const Text& n : before) {
+      if (!fake.fs.FileExists(kFolder + u"\\" + n)) Check(base::EqualsNoCase(n, target));
+    }
+  }
+  Check(list.Count() == 0);
+  while (pager.NextStart < count + sessions::SessionPager::kPageSize)
+    sessions::ShowPage(app, list, listed, pager.Next(count));
+  return 0;
+}

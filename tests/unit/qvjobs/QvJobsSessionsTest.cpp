@@ -1,0 +1,107 @@
+// qvjobs sessions: the Session Log's pages as text, against the screen itself.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "QvJobsCommand.h"
+#include "kit/ScriptedUi.h"
+#include "platform/fake/FakePlatform.h"
+#include "sessions/frmSessionLog.h"
+
+namespace qvjobs {
+namespace {
+
+using base::Text;
+
+const Text kFolder = u"C:\\QV\\QVCOMMON\\Session";
+
+class QvJobsSessionsTest : public ::testing::Test {
+ protected:
+  QvJobsSessionsTest() { fake.fs.AddFolders(u"C:\\QV\\QVCOMMON"); }
+  int Run(std::vector<std::string> args) {
+    out.clear();
+    err.clear();
+    return RunQvJobs(args, fake.Get(), u"C:\\QV", out, err);
+  }
+  // n sessions, one a day back from 01-01-2027, alternately Backup and Restore, with
+  // an unknown word and a Continuous_Backup among them.
+  void Files(int count) {
+    fake.fs.AddFolders(kFolder);
+    for (int n = 1; n <= count; ++n) {
+      const base::DateTime day = base::DateTime{2027, 1, 1, 10, 0, 0}.AddDays(-n);
+      Text word = n % 2 ? u"Backup" : u"Restore";
+      if (n == 3) word = u"Archive";
+      if (n == 4) word = u"Continuous_Backup";
+      fake.fs.PutFile(kFolder + u"\\" + word + u" " +
+                          base::PadLeft(base::FromNumber(day.month), 2, u'0') + u"-" +
+                          base::PadLeft(base::FromNumber(day.day), 2, u'0') + u"-" +
+                          base::FromNumber(day.year) + u"  10-00-00.txt",
+                      "");
+    }
+  }
+  // What the screen shows after `page - 1` clicks on Next, in the same lines.
+  std::string Screen(int page) {
+    frame::AppState app(fake.Get());
+    app.DataRoot = u"C:\\QV";
+    kit::ScriptedUi ui;
+    sessions::frmSessionLog form(app, ui);
+    ui.Show(form);
+    for (int i = 1; i < page; ++i) form.lblNext.RaiseMouseUp({kit::kLeftButton});
+    std::string text = base::ToUtf8(form.lblDispItems.Caption()) + "\n";
+    for (int i = 1; i <= form.LstSessionLogView.Count(); ++i) {
+      const kit::ListItem& row = form.LstSessionLogView.Item(i);
+      text += base::ToUtf8(row.SubItem(1) + u"|" + row.SubItem(2) + u"|" + row.SubItem(3)) + "\n";
+    }
+    return text;
+  }
+  int Lines() { return static_cast<int>(std::count(out.begin(), out.end(), '\n')); }
+
+  platform::FakePlatform fake;
+  std::string out, err;
+};
+
+TEST_F(QvJobsSessionsTest, TheFirstPageWithItsCellsAsTheListHoldsThem) {
+  Files(5);
+  ASSERT_EQ(Run({"sessions"}), kExitOk);
+  EXPECT_EQ(out,
+            "1 to 5 of 5\n"
+            " 12-31-2026  10-00-00|Interactive Backup |202612311000\n"
+            " 12-30-2026  10-00-00|Interactive Restore |202612301000\n"
+            " 12-29-2026  10-00-00||202612291000\n"
+            " 12-28-2026  10-00-00|Continuous Backup|202612281000\n"
+            " 12-27-2026  10-00-00|Interactive Backup |202612271000\n");
+  EXPECT_EQ(err, "");
+}
+
+TEST_F(QvJobsSessionsTest, PagesAsNextWalksThemAndAPagePastTheEnd) {
+  Files(120);
+  for (int page : {1, 2, 3, 4}) {
+    ASSERT_EQ(Run({"--root", "C:\\QV", "sessions", "--page", std::to_string(page)}), kExitOk);
+    EXPECT_EQ(out, Screen(page)) << "page " << page;
+  }
+  EXPECT_EQ(out.substr(0, out.find('\n')), "101 to 120 of 120");  // Next is off on page 3
+  EXPECT_EQ(Lines(), 21);
+}
+
+TEST_F(QvJobsSessionsTest, OneHundredSessionsHaveAnEmptyThirdPage) {
+  Files(100);
+  ASSERT_EQ(Run({"sessions", "--page", "3"}), kExitOk);
+  EXPECT_EQ(out, "101 to 100 of 100\n");
+  EXPECT_EQ(out, Screen(3));
+}
+
+TEST_F(QvJobsSessionsTest, NoFolderIsAnEmptyRangeAndABadPageAUsageError) {
+  ASSERT_EQ(Run({"sessions"}), kExitOk);
+  EXPECT_EQ(out, "\n");
+  for (std::vector<std::string> bad : {std::vector<std::string>{"sessions", "--page", "0"},
+                                       {"sessions", "--page", "x"},
+                                       {"sessions", "--page"},
+                                       {"sessions", "2"}}) {
+    EXPECT_EQ(Run(bad), kExitUsage);
+    EXPECT_EQ(out, "");
+    EXPECT_NE(err.find("sessions [--page N]"), std::string::npos);
+  }
+}
+
+}  // namespace
+}  // namespace qvjobs
