@@ -23,7 +23,6 @@ class MonitorScreens {
   virtual bool OpenUpdatePassword() = 0;       // mnuChangePassword
   virtual bool OpenManageScheduledJobs() = 0;  // mnuManSchJob
   virtual bool OpenErrorReport() = 0;          // mnusenderrorreport, mnusenderrorrpt
-  virtual bool OpenSessionLog() = 0;           // View Log of the job-end notification
   virtual bool OpenAbout() = 0;                // AboutMenu
   virtual bool OpenSessionLog() = 0;           // mnuviewlog, and the job-end notice's View Log
 };

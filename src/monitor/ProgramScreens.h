@@ -28,7 +28,6 @@ class ProgramScreens : public MonitorScreens {
   bool OpenUpdatePassword() override;
   bool OpenManageScheduledJobs() override;
   bool OpenErrorReport() override;
-  bool OpenSessionLog() override;
   bool OpenAbout() override;
   bool OpenSessionLog() override;
 

@@ -95,7 +95,6 @@ class RecordingScreens : public monitor::MonitorScreens {
   bool OpenUpdatePassword() override { return Open("UpdatePassword"); }
   bool OpenManageScheduledJobs() override { return Open("ManageScheduledJobs"); }
   bool OpenErrorReport() override { return Open("ErrorReport"); }
-  bool OpenSessionLog() override { return Open("SessionLog"); }
   bool OpenAbout() override { return Open("About"); }
   bool OpenSessionLog() override { return Open("SessionLog"); }
 
