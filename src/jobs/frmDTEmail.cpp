@@ -121,8 +121,13 @@ frmDTEmail::frmDTEmail(frame::AppState& app, kit::Ui& ui)
     return Ask(text, icon, buttons);
   };
   ed_.host.focusMail = [this] { txtEmailNotification.SetFocus(); };
+  // The main button's save asks for the unload before its rows are written; the screen
+  // goes when they are, since the job list under it reads the file once active again.
   ed_.host.unloadScreen = [this] {
-    if (IsLoaded()) Unload();
+    if (saving_)
+      unloadAsked_ = true;
+    else if (IsLoaded())
+      Unload();
   };
   ed_.host.pluginRule = [this](const Text& setName) {
     return DTEmailPluginRule(app_, ui_, setName);
@@ -579,7 +584,11 @@ void frmDTEmail::StopTransfer() {
 
 void frmDTEmail::Sch_Start4_Next_Click() {
   Gather();
+  saving_ = true;
+  unloadAsked_ = false;
   jobs::Sch_Start4_Next_Click(app_, ed_, c_);
+  saving_ = false;
+  if (unloadAsked_ && IsLoaded()) Unload();
   if (IsLoaded()) Push();
 }
 

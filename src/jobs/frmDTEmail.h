@@ -171,6 +171,8 @@ class frmDTEmail : public kit::Form {
   bool bInternal_ = false;
   bool loading_ = false;
   bool shownOnce_ = false;
+  bool saving_ = false;       // the main button's save is under way
+  bool unloadAsked_ = false;  // and asked for the unload
   long nextJobIndex_ = 0;
 };
 

@@ -1,10 +1,14 @@
 // Manage Scheduled Jobs and Backup Now on real windows, beside the simulated engine:
 // opened from the tray menu, the rows of the file, the running job's status, run now,
-// stop, stop completely, delete, Backup Now in both modes and the plug-in refusal.
+// stop, stop completely, delete, Backup Now in both modes and the plug-in refusal; the
+// schedule editor opened by a double click on a row, a weekly job made hourly.
 #include <windows.h>
 #include <commctrl.h>
 
+#include <cwchar>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "EngineSupport.h"
 #include "MonitorFixture.h"
@@ -76,6 +80,86 @@ bool SelectRow(HWND list, int row) {
   }
   CloseHandle(p);
   return ok;
+}
+
+// Sends `message` to a window of another process with `data` placed in that process's
+// memory, and reads `data` back from there afterwards.
+template <typename T>
+bool SendRemote(HWND w, UINT message, WPARAM wp, T& data) {
+  DWORD pid = 0;
+  GetWindowThreadProcessId(w, &pid);
+  HANDLE p = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid);
+  if (p == nullptr) return false;
+  void* remote = VirtualAllocEx(p, nullptr, sizeof(T), MEM_COMMIT, PAGE_READWRITE);
+  bool ok = false;
+  if (remote != nullptr) {
+    DWORD_PTR r = 0;
+    ok = WriteProcessMemory(p, remote, &data, sizeof(T), nullptr) &&
+         SendMessageTimeoutW(w, message, wp, reinterpret_cast<LPARAM>(remote), SMTO_ABORTIFHUNG,
+                             5000, &r) != 0 &&
+         ReadProcessMemory(p, remote, &data, sizeof(T), nullptr);
+    VirtualFreeEx(p, remote, 0, MEM_RELEASE);
+  }
+  CloseHandle(p);
+  return ok;
+}
+
+// A double click on row `row` (from 0) as the list gets it from the mouse.
+bool DoubleClickRow(HWND list, int row) {
+  RECT r{};
+  r.left = LVIR_LABEL;
+  if (!SendRemote(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), r)) return false;
+  const LPARAM at = MAKELPARAM(r.left + 6, (r.top + r.bottom) / 2);
+  return Post(list, WM_LBUTTONDOWN, MK_LBUTTON, at) && Post(list, WM_LBUTTONUP, 0, at) &&
+         Post(list, WM_LBUTTONDBLCLK, MK_LBUTTON, at) && Post(list, WM_LBUTTONUP, 0, at);
+}
+
+// The row (from 0) whose cell `column` holds `text`, or -1.
+int RowWith(HWND list, int column, const std::wstring& text) {
+  for (int row = 0; row < RowCount(list); ++row)
+    if (CellText(list, row, column) == text) return row;
+  return -1;
+}
+
+std::optional<SYSTEMTIME> PickerTime(HWND picker) {
+  SYSTEMTIME t{};
+  if (!SendRemote(picker, DTM_GETSYSTEMTIME, 0, t)) return std::nullopt;
+  return t;
+}
+
+SYSTEMTIME AddMinutes(SYSTEMTIME t, int minutes) {
+  FILETIME f{};
+  SystemTimeToFileTime(&t, &f);
+  ULARGE_INTEGER u{};
+  u.LowPart = f.dwLowDateTime;
+  u.HighPart = f.dwHighDateTime;
+  u.QuadPart += static_cast<ULONGLONG>(minutes) * 60 * 10000000;
+  f.dwLowDateTime = u.LowPart;
+  f.dwHighDateTime = u.HighPart;
+  FileTimeToSystemTime(&f, &t);
+  return t;
+}
+
+// "mm-dd-yyyy H:mm:ss", as the schedule file writes a moment, and the sort key of it.
+std::wstring FileDate(const SYSTEMTIME& t) {
+  wchar_t b[32];
+  swprintf(b, 32, L"%02u-%02u-%04u %u:%02u:%02u", t.wMonth, t.wDay, t.wYear, t.wHour, t.wMinute,
+           t.wSecond);
+  return b;
+}
+std::wstring SortKey(const SYSTEMTIME& t) {
+  wchar_t b[16];
+  swprintf(b, 16, L"%04u%02u%02u%02u%02u", t.wYear, t.wMonth, t.wDay, t.wHour, t.wMinute);
+  return b;
+}
+
+std::vector<std::wstring> Fields(const std::wstring& line) {
+  std::vector<std::wstring> fields;
+  size_t from = 0;
+  for (size_t at; (at = line.find(L"\b\b", from)) != std::wstring::npos; from = at + 2)
+    fields.push_back(line.substr(from, at - from));
+  fields.push_back(line.substr(from));
+  return fields;
 }
 
 class JobScreensTest : public EngineMonitorTest {
@@ -234,6 +318,122 @@ TEST_F(JobScreensTest, TheJobListRunNowStopAndDelete) {
     return true;
   }));
   Close(screen);
+}
+
+// Record 3: a weekly job (Wednesdays at 6:15) whose next run is far away.
+std::wstring WeeklyJob() {
+  // A record as the file holds it, field after field.
+  // clang-format off
+  return Record({L"3", L"Documents", L"01-07-2099 6:15:00", L"01-01-2020 4:00:00", L"My Corvane/",
+                 L"4", L"2", L"0", L"", L"", L"", L"", L"0", L"1", L"0", L"209901070615",
+                 L"jsmith", L"1", L"0", L"4"});
+  // clang-format on
+}
+
+void PostKey(HWND w, WORD vk) {
+  Post(w, WM_KEYDOWN, vk, 1);
+  Post(w, WM_KEYUP, vk, static_cast<LPARAM>(0xC0000001));
+}
+
+// A double click on the weekly job's row opens the editor on it; made hourly at the next
+// minute and closed with the main button, the job's line changes as the rules say, the
+// other lines stay as they were, the list shows it, and the engine runs it then.
+TEST_F(JobScreensTest, DoubleClickEditsAWeeklyJobIntoAnHourlyOne) {
+  SYSTEMTIME now{};
+  GetLocalTime(&now);
+  // At 23:59 the next minute is tomorrow's, which the hourly rule counts as passed.
+  if (now.wHour == 23 && now.wMinute == 59) Sleep((61 - now.wSecond) * 1000u);
+  const std::wstring music = LaterJob(), weekly = WeeklyJob(), photos = LaterJob(L"4", L"Photos");
+  Jobs(L"0", {music, weekly, photos});
+  ASSERT_NE(Open(), nullptr);
+  HWND screen = OpenJobList();
+  ASSERT_NE(screen, nullptr);
+  HWND list = FindByName(screen, L"Sch_list_lv");
+  ASSERT_TRUE(WaitUntil([&] { return RowCount(list) == 3; }));
+  ASSERT_EQ(CellText(list, 1, 6), L"3");
+
+  ASSERT_TRUE(DoubleClickRow(list, 1));
+  HWND editor = WaitForScreen(L"optHourly");
+  ASSERT_NE(editor, nullptr) << "the double click opened no editor";
+  HWND rows = FindByName(editor, L"Sch_list_lv");
+  HWND hourly = FindByName(editor, L"optHourly");
+  HWND picker = FindByName(editor, L"DTPicker");
+  ASSERT_TRUE(rows && hourly && picker);
+  // The editor stands on the job of the row: its Wednesday, its time.
+  EXPECT_NE(Describe(FindByName(editor, L"lblBkSetName")).text.find(L"Documents"),
+            std::wstring::npos);
+  EXPECT_EQ(Describe(FindByName(editor, L"chkBox(3)")).check, BST_CHECKED);
+  EXPECT_EQ(Describe(hourly).check, BST_UNCHECKED);
+  const int row = RowWith(rows, 6, L"3");
+  ASSERT_GE(row, 0);
+  EXPECT_EQ(CellText(rows, row, 8), L"Wednesday");
+  auto shown = PickerTime(picker);
+  ASSERT_TRUE(shown.has_value());
+  EXPECT_EQ(shown->wHour * 100 + shown->wMinute, 615);
+  Shot("editor-weekly");
+
+  ASSERT_TRUE(ClickControl(hourly));
+  ASSERT_TRUE(WaitUntil([&] { return Describe(hourly).check == BST_CHECKED; }));
+  EXPECT_EQ(Describe(FindByName(editor, L"chkBox(3)")).check, BST_UNCHECKED);
+  EXPECT_TRUE(WaitUntil([&] { return CellText(rows, row, 8) == L"Hourly"; }));
+
+  // The new time: the next minute, set on the picker's fields with the arrow keys (the
+  // hour field takes a click at its left end).
+  GetLocalTime(&now);
+  now.wSecond = 0;
+  now.wMilliseconds = 0;
+  const SYSTEMTIME at = AddMinutes(now, 1);
+  RECT box{};
+  GetClientRect(picker, &box);
+  const LPARAM hourField = MAKELPARAM(6, box.bottom / 2);
+  ASSERT_TRUE(Post(picker, WM_LBUTTONDOWN, MK_LBUTTON, hourField));
+  ASSERT_TRUE(Post(picker, WM_LBUTTONUP, 0, hourField));
+  for (int i = 0; i < (at.wHour - shown->wHour + 24) % 24; ++i) PostKey(picker, VK_UP);
+  PostKey(picker, VK_RIGHT);
+  for (int i = 0; i < (at.wMinute - shown->wMinute + 60) % 60; ++i) PostKey(picker, VK_UP);
+  EXPECT_TRUE(WaitUntil([&] {
+    auto t = PickerTime(picker);
+    return t && t->wHour == at.wHour && t->wMinute == at.wMinute && t->wSecond == 0;
+  })) << "the picker did not take "
+      << at.wHour << ":" << at.wMinute;
+  Shot("editor-hourly");
+
+  Press(editor, L"Sch_Start4_Next");
+  ASSERT_TRUE(WaitUntil([&] { return !IsWindow(editor) || !IsWindowVisible(editor); }))
+      << "the main button left the editor open";
+
+  // The file: the other jobs' lines as they were, in their place; the job as the
+  // hourly rule says: today at the new time (not passed yet), its key, index 0.
+  const Lines file = ScheduleLines();
+  ASSERT_EQ(file.size(), 4u);
+  EXPECT_EQ(file[0], L"0");
+  EXPECT_EQ(file[1], music);
+  EXPECT_EQ(file[3], photos);
+  const auto before = Fields(weekly), after = Fields(file[2]);
+  ASSERT_EQ(after.size(), 20u) << Utf8(file[2]);
+  EXPECT_EQ(after[2], FileDate(at));
+  EXPECT_EQ(after[3].substr(0, 10), FileDate(now).substr(0, 10));  // CreatedOn: the save
+  EXPECT_EQ(after[5], L"0");
+  EXPECT_EQ(after[15], SortKey(at));
+  EXPECT_EQ(after[19], L"Hourly");
+  for (size_t i : {0, 1, 4, 6, 7, 8, 9, 10, 11, 12, 13, 14, 16, 17, 18})
+    EXPECT_EQ(after[i], before[i]) << "field " << i;
+
+  // Back on the list, which reads the file again.
+  ASSERT_TRUE(WaitUntil([&] { return CellText(list, 1, 8) == L"Hourly"; }));
+  EXPECT_EQ(CellText(list, 1, 1), std::to_wstring(at.wMonth) + L"/" + std::to_wstring(at.wDay) +
+                                      L"/" + std::to_wstring(at.wYear));
+  EXPECT_EQ(CellText(list, 1, 2), L"");  // index 0 has no frequency name
+  EXPECT_EQ(CellText(list, 1, 5), SortKey(at));
+  Shot("list-after-save");
+  Close(screen);
+
+  // The engine runs the job at its new time, not before, and keeps it hourly.
+  ASSERT_TRUE(WaitForSimLine(L"job 3 Documents starts", Ms{150000}));
+  SYSTEMTIME seen{};
+  GetLocalTime(&seen);
+  EXPECT_GE(SortKey(seen), SortKey(at));
+  EXPECT_TRUE(WaitForSimLine(L"job 3 next " + FileDate(AddMinutes(at, 60))));
 }
 
 TEST_F(JobScreensTest, StopCompletelyClearsAStopTheEngineDidNotTakeUp) {

@@ -160,28 +160,39 @@ class MonitorClient {
 };
 
 // The next run of a repeating job after `from`, past `now`; nullopt for a job that
-// runs once.
+// runs once. The editor stores hourly and monthly jobs, and any set of days without a
+// name, with the index 0: their days tell them. The index serves only a record whose
+// days are empty (an older file).
 std::optional<base::DateTime> NextRunAfter(const jobstore::ScheduleRecord& r, base::DateTime from,
                                            base::DateTime now) {
-  const Text days = base::ToUpper(r.Days);
+  const Text days = base::ToUpper(base::Trim(r.Days));
   const long index = static_cast<long>(base::LeadingNumber(r.FrequencyIndex));
-  if (index <= 1 || days == u"IMMEDIATE" || r.SortKey == jobstore::kImmediateKey)
+  if (index == 1 || days == u"IMMEDIATE" || r.SortKey == jobstore::kImmediateKey)
     return std::nullopt;
+  const bool hourly = days == u"HOURLY" || (days.empty() && index == 2);
+  const bool monthly = days == u"MONTHLY" || (days.empty() && index == 5);
+  Text digits = days;
+  if (days.empty()) {
+    if (index == 3) digits = u"1234567";
+    if (index == 4) digits = base::FromNumber(from.Weekday());
+    if (index == 6) digits = u"23456";
+    if (index == 7) digits = u"17";
+  }
+  // Digits name days 1 (Sunday) to 7 (Saturday); a set that names none never runs again.
+  const bool onDays = !hourly && !monthly && base::IsNumeric(digits) &&
+                      digits.find_first_of(u"1234567") != Text::npos;
+  if (!hourly && !monthly && !onDays) return std::nullopt;
   base::DateTime next = from;
   for (int guard = 0; guard < 100000 && next <= now; ++guard) {
-    if (index == 2)
+    if (hourly) {
       next = next.AddHours(1);
-    else if (index == 5)
+    } else if (monthly) {
       next = next.AddMonths(1);
-    else if (index == 4)
-      next = next.AddDays(7);
-    else {
-      next = next.AddDays(1);
-      // Daily, weekdays and weekend jobs run on the days their digits name.
-      const Text digits = index == 6 ? Text(u"23456") : index == 7 ? Text(u"17") : r.Days;
-      if (!digits.empty() && base::IsNumeric(digits) &&
-          digits.find(static_cast<char16_t>(u'0' + next.Weekday())) == Text::npos)
-        continue;
+    } else {
+      // Daily, weekly, weekday and weekend jobs run on the days their digits name.
+      do {
+        next = next.AddDays(1);
+      } while (digits.find(static_cast<char16_t>(u'0' + next.Weekday())) == Text::npos);
     }
   }
   return next;

@@ -21,6 +21,8 @@ LRESULT Win32UiHost::OnFormMessage(FormRec& f, UINT msg, WPARAM wp, LPARAM lp) {
     case WM_ACTIVATE: {
       LRESULT r = DefWindowProcW(hwnd, msg, wp, lp);
       if (LOWORD(wp) == WA_INACTIVE || f.dead) return r;
+      const HWND from = reinterpret_cast<HWND>(lp);
+      if (from != nullptr && from != hwnd && FormOf(from) != nullptr) f.activatedFrom = from;
       if (f.pendingFocus != 0) {
         if (ControlRec* c = Control(f.pendingFocus)) SetFocus(c->hwnd.Get());
         f.pendingFocus = 0;

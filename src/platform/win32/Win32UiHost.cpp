@@ -271,7 +271,10 @@ void Win32UiHost::SetOthersEnabled(FormRec& modal, bool enable, std::vector<HWND
 void Win32UiHost::RunModal(UiHandle window) {
   FormRec* f = Form(window);
   if (f == nullptr || f->dead) return;
+  // The window to give the activation back to. A modal form is usually up (and so
+  // active) already: then it is the one that form took the activation from.
   HWND before = GetActiveWindow();
+  if (before == f->hwnd.Get()) before = f->activatedFrom;
   std::vector<HWND> disabled;
   SetOthersEnabled(*f, false, disabled);
   f->modalEnded = false;

@@ -59,6 +59,7 @@ struct Win32UiHost::FormRec {
   std::optional<UiRegion> appliedRegion;
   std::vector<UiHandle> controls;  // in the order they were made
   UiHandle pendingFocus = 0;       // asked for while the window was hidden
+  HWND activatedFrom = nullptr;    // the program's window that was active before it
   bool dead = false;
   bool modalEnded = false;
   int modalDepth = 0;

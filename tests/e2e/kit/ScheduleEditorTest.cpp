@@ -136,8 +136,9 @@ TEST_F(ScheduleEditorOnWindows, WeeklyBecomesHourlyAndOnlyThatJobChanges) {
   // plus one hour instead.
   SYSTEMTIME local{};
   GetLocalTime(&local);
-  if (local.wHour * 60 + local.wMinute < 23 * 60 + 45)
+  if (local.wHour * 60 + local.wMinute < 23 * 60 + 45) {
     EXPECT_TRUE(base::EndsWith(edited->NextRun, u" 23:45:00")) << base::ToUtf8(edited->NextRun);
+  }
   EXPECT_EQ(edited->SortKey, jobstore::Sch_SortBuildDate(app, edited->NextRun));
   EXPECT_EQ(edited->MailMode, u"0");
 }

@@ -13,12 +13,13 @@ using Answer = kit::ScriptedUi::Answer;
 class DTEmailScreen : public EditorTest {
  protected:
   // The job list's opening of the editor on a record, then the first showing.
-  void OpenScreen(const Text& recordNo) {
-    form.Load();
+  void OpenScreen(const Text& recordNo) { OpenScreen(form, recordNo); }
+  void OpenScreen(frmDTEmail& screen, const Text& recordNo) {
+    screen.Load();
     jobstore::DB_ReadSchdata(app, Text(), app.Jobs, false);
-    LoadTempJobs(app, form.Editor());
-    form.Sch_ShowSelectedRecord(recordNo);
-    ui.Show(form);
+    LoadTempJobs(app, screen.Editor());
+    screen.Sch_ShowSelectedRecord(recordNo);
+    ui.Show(screen);
   }
   Text Cell(int row, int column) { return form.Sch_list_lv.Item(row).SubItem(column); }
   kit::ListItem& RowOf(const Text& no) { return *form.Sch_list_lv.FindKey(u"QV_" + no); }
@@ -182,6 +183,30 @@ TEST_F(DTEmailScreen, MainButtonSavesAndCloses) {
   EXPECT_EQ(r.NextRun, u"03-18-2013 16:30:00");
   EXPECT_EQ(r.SortKey, u"201303181630");
   EXPECT_EQ(InFile(u"2").NextRun, u"03-25-2013 6:41:00");
+}
+
+// The job list under the editor reads the file again as soon as it is active, that is
+// when the editor has gone: the main button unloads the screen only after every row is
+// written, though its check asks for the unload before.
+TEST_F(DTEmailScreen, MainButtonUnloadsOnlyWhenTheRowsAreWritten) {
+  struct Watched : frmDTEmail {
+    using frmDTEmail::frmDTEmail;
+    std::function<void()> unloading;
+    void Form_Unload(int& cancel) override {
+      unloading();
+      frmDTEmail::Form_Unload(cancel);
+    }
+  };
+  PutSchedule({u"0", Row{u"1", u"Docs", u"03-20-2013 9:00:00", u"4", u"201303200900", u"4"}.Line(),
+               Row{u"2", u"Other"}.Line()});
+  Watched screen{app, ui};
+  std::vector<Text> daysAtUnload;
+  screen.unloading = [&] { daysAtUnload = {InFile(u"1").Days, InFile(u"2").Days}; };
+  OpenScreen(screen, u"1");
+  screen.optHourly.UserClick();
+  Click(screen.Sch_Start4_Next);
+  EXPECT_FALSE(screen.IsLoaded());
+  EXPECT_EQ(daysAtUnload, (std::vector<Text>{u"Hourly", u"1234567"}));
 }
 
 TEST_F(DTEmailScreen, DeleteKeyAndDeletePicture) {
