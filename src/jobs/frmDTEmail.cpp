@@ -25,11 +25,6 @@ constexpr char16_t kStopQuestion[] = u"A scheduled job is underway.\r\nDo you wa
 
 }  // namespace
 
-bool DTEmailPluginRule(frame::AppState& app, kit::Ui& ui, const base::Text& setName) {
-  UiPrompts prompts(app, ui);
-  return PluginRuleAllows(app, prompts, PluginPlace::Edit, setName, GetWinMajorVersion(app));
-}
-
 bool ShowDTEmail(frame::AppState& app, kit::Ui& ui, const base::Text& recordNo) {
   bool shown = false;
   base::Guarded(
@@ -130,7 +125,8 @@ frmDTEmail::frmDTEmail(frame::AppState& app, kit::Ui& ui)
       Unload();
   };
   ed_.host.pluginRule = [this](const Text& setName) {
-    return DTEmailPluginRule(app_, ui_, setName);
+    UiPrompts prompts(app_, ui_);  // as the job list's edit applies it
+    return PluginRuleAllows(app_, prompts, PluginPlace::Edit, setName, GetWinMajorVersion(app_));
   };
 }
 

@@ -18,10 +18,6 @@ namespace jobs {
 // True when the screen was shown.
 bool ShowDTEmail(frame::AppState& app, kit::Ui& ui, const base::Text& recordNo);
 
-// The plug-in presence rule the editor runs on a change of frequency (the rule of
-// the job list's Edit button). True: go on.
-bool DTEmailPluginRule(frame::AppState& app, kit::Ui& ui, const base::Text& setName);
-
 class frmDTEmail : public kit::Form {
  public:
   frmDTEmail(frame::AppState& app, kit::Ui& ui);
