@@ -5,6 +5,7 @@
 #include "kit/Design.h"
 #include "kit/WindowLook.h"
 #include "notify/Dialup.h"
+#include "notify/NoticeLook.h"
 
 namespace notify {
 
@@ -20,12 +21,7 @@ Dialupdisconnect::Dialupdisconnect(frame::AppState& app, kit::Ui& ui)
     : Form(u"Dialupdisconnect", {0, 0, 5400, 2850}, u"Corvane Monitor- Dialup disconnection."),
       app_(app),
       ui_(ui) {
-  SetTopMost(true);
-  SetShowWithoutActivation(true);
-  Picture1.SetCaption(u"Help");
-  Picture1.SetToolTipText(u"Help");
-  Picture2.SetCaption(u"Close");
-  Picture2.SetToolTipText(u"Close");
+  LookAsNotice(*this, Picture1, Picture2);
   Label3.SetFontBold(true);
   Label3.SetForeColor(kit::kWhite);
   ISPname.SetWordWrap(true);

@@ -6,6 +6,7 @@
 #include "kit/LabelText.h"
 #include "kit/WindowLook.h"
 #include "notify/NextJob.h"
+#include "notify/NoticeLook.h"
 
 namespace notify {
 
@@ -22,14 +23,8 @@ bkupjobnotify::bkupjobnotify(frame::AppState& app, kit::Ui& ui, const KeptNames&
       ui_(ui),
       names_(names),
       openSessionLog_(std::move(openSessionLog)) {
-  // A notice comes up over the other windows and leaves the keyboard where it was.
-  SetTopMost(true);
-  SetShowWithoutActivation(true);
+  LookAsNotice(*this, Picture1, Picture2);
   SetKeyPreview(true);
-  Picture1.SetCaption(u"Help");
-  Picture1.SetToolTipText(u"Help");
-  Picture2.SetCaption(u"Close");
-  Picture2.SetToolTipText(u"Close");
   PicSuccessJob.SetCaption(u"The job succeeded");
   PicFailedJob.SetCaption(u"The job failed");
   PicSuccessJob.SetVisible(false);

@@ -5,6 +5,7 @@
 #include "kit/ToolTips.h"
 #include "kit/WindowLook.h"
 #include "notify/MissedBackup.h"
+#include "notify/NoticeLook.h"
 
 namespace notify {
 
@@ -21,13 +22,8 @@ frmBKErrNotify::frmBKErrNotify(frame::AppState& app, kit::Ui& ui,
       app_(app),
       ui_(ui),
       openErrorReport_(std::move(openErrorReport)) {
-  SetTopMost(true);
-  SetShowWithoutActivation(true);
+  LookAsNotice(*this, Picture1, Picture2);
   SetKeyPreview(true);
-  Picture1.SetCaption(u"Help");
-  Picture1.SetToolTipText(u"Help");
-  Picture2.SetCaption(u"Close");
-  Picture2.SetToolTipText(u"Close");
   PicFailedJob.SetCaption(u"Scheduled backups have not been taking place");
   Label3.SetFontBold(true);
   Label3.SetForeColor(kit::kWhite);
