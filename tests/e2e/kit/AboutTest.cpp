@@ -1,0 +1,57 @@
+// About on real windows over the staged program folder: the version list read with the
+// system's own version calls, the window in the corner of the work area, a picture saved
+// under build/screenshots/kit/, and the OK button by the real pointer.
+#include <gtest/gtest.h>
+
+#include "KitSupport.h"
+#include "Screenshot.h"
+#include "kit/HostedUi.h"
+#include "platform/win32/Win32Platform.h"
+#include "platform/win32/Win32UiHost.h"
+#include "support/AboutQVWIN.h"
+
+namespace kit_e2e {
+namespace {
+
+TEST(AboutOnWindows, ListsTheStagedProgramsWithTheirVersionsAndClosesByOk) {
+  UseKitScreenshotFolder();
+  platform::Win32Platform system;
+  frame::AppState app{system.Get()};
+  // The program folder is the one the pictures come from.
+  const base::Text images = ImageFolder();
+  app.ProgramFolder = images.substr(0, images.rfind(u'\\'));
+  app.DataRoot = app.ProgramFolder;
+  platform::Win32UiHost host{ImageFolder()};
+  kit::HostedUi ui{host};
+
+  support::AboutQVWIN form(app, ui);
+  Attached attached{ui, form};
+  form.Load();
+  ui.Show(form);
+  HWND window = host.WindowHandle(ui.Forms().WindowOf(form));
+  ASSERT_TRUE(PumpUntil(host, [&] { return window != nullptr && IsWindowVisible(window); }));
+
+  // What the list box shows on the screen, read back from its window.
+  HWND list = host.WindowHandle(ui.Forms().HandleOf(form.txtVersionList));
+  wchar_t text[8192] = {};
+  GetWindowTextW(list, text, 8192);
+  const std::wstring shown(text);
+  EXPECT_NE(shown.find(L"QVMonitor.exe" + std::wstring(25, L' ') + L"9.5.0.5"), std::wstring::npos)
+      << base::ToUtf8(base::Text(reinterpret_cast<const char16_t*>(text)));
+  EXPECT_NE(shown.find(L"QVBackground_955.exe"), std::wstring::npos);
+
+  // Bottom right of the work area.
+  RECT work{}, r{};
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+  GetWindowRect(window, &r);
+  EXPECT_LE(std::abs(r.right - work.right), 2);
+  EXPECT_LE(std::abs(r.bottom - work.bottom), 2);
+
+  Pump(host, Ms{400});
+  if (!e2e::Screenshot("about") && e2e::RunningUnderWine()) ADD_FAILURE() << "no screenshot";
+  Click(host.WindowHandle(ui.Forms().HandleOf(form.lblcopy)));
+  EXPECT_TRUE(PumpUntil(host, [&] { return !form.IsLoaded(); }));
+}
+
+}  // namespace
+}  // namespace kit_e2e
