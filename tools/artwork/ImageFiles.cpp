@@ -276,6 +276,12 @@ std::vector<uint8_t> EncodeIco(const std::vector<Image>& images) {
   Put16(v, static_cast<uint32_t>(images.size()));
   std::vector<std::vector<uint8_t>> bodies;
   for (const Image& img : images) {
+    // The large entry is stored as a PNG, as the system reads it since Windows Vista:
+    // a quarter of a megabyte less in every program that carries the icon.
+    if (img.width >= 256) {
+      bodies.push_back(EncodePng(img));
+      continue;
+    }
     const size_t stride = static_cast<size_t>(img.width) * 4;
     const size_t maskStride = MaskStride(img.width);
     std::vector<uint8_t> b;
@@ -324,6 +330,16 @@ std::optional<std::vector<IcoEntry>> DecodeIco(const std::vector<uint8_t>& f) {
     const uint32_t bytes = Get32(f, d + 8);
     const uint32_t at = Get32(f, d + 12);
     if (static_cast<size_t>(at) + bytes > f.size() || bytes < 40) return std::nullopt;
+    if (std::equal(std::begin(kPngSignature), std::end(kPngSignature), f.begin() + at)) {
+      auto png = DecodePng(std::vector<uint8_t>(f.begin() + at, f.begin() + at + bytes));
+      if (!png || png->image.width != e.width || png->image.height != e.height) return std::nullopt;
+      e.image = std::move(png->image);
+      e.transparentMask.resize(static_cast<size_t>(e.width) * e.height);
+      for (size_t i = 0; i < e.transparentMask.size(); ++i)
+        e.transparentMask[i] = e.image.bgra[i * 4 + 3] == 0;
+      out.push_back(std::move(e));
+      continue;
+    }
     if (Get32(f, at) != 40 || static_cast<int>(Get32(f, at + 4)) != e.width ||
         static_cast<int>(Get32(f, at + 8)) != 2 * e.height || Get16(f, at + 14) != 32)
       return std::nullopt;
