@@ -12,9 +12,7 @@
 #include "jobs/frmManageScheduledJobs.h"
 #include "jobstore/DBaction.h"
 #include "kit/ScriptedUi.h"
-#include "platform/portable/PortableFileSystem.h"
-#include "platform/portable/PortableProfile.h"
-#include "platform/portable/PortableServices.h"
+#include "PortableBundle.h"
 
 namespace {
 
@@ -22,7 +20,7 @@ using base::Text;
 
 class Schedule {
  public:
-  explicit Schedule(int records) : profile_(fs_), app_(Bundle()) {
+  explicit Schedule(int records) : app_(services_.platform) {
     folder_ = std::filesystem::temp_directory_path() /
               ("qv-bench-joblist-" + std::to_string(std::random_device{}()));
     std::filesystem::create_directories(folder_ / "QVCOMMON");
@@ -58,7 +56,7 @@ class Schedule {
                                               jobstore::kSeparator) +
                                    u"\r\n");
     }
-    fs_.WriteAll(app_.ScheduleFilePath, bytes);
+    services_.fs.WriteAll(app_.ScheduleFilePath, bytes);
   }
   ~Schedule() {
     std::error_code ec;
@@ -67,19 +65,7 @@ class Schedule {
   frame::AppState& App() { return app_; }
 
  private:
-  platform::Platform& Bundle() {
-    platform_.fs = &fs_;
-    platform_.profile = &profile_;
-    platform_.clock = &clock_;
-    platform_.locale = &locale_;
-    return platform_;
-  }
-
-  platform::PortableFileSystem fs_;
-  platform::PortableProfile profile_;
-  platform::PortableClock clock_;
-  platform::PortableLocale locale_;
-  platform::Platform platform_;
+  bench::PortableBundle services_;
   frame::AppState app_;
   std::filesystem::path folder_;
 };

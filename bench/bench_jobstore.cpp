@@ -9,9 +9,7 @@
 #include "base/Utf16.h"
 #include "frame/AppState.h"
 #include "jobstore/DBaction.h"
-#include "platform/portable/PortableFileSystem.h"
-#include "platform/portable/PortableProfile.h"
-#include "platform/portable/PortableServices.h"
+#include "PortableBundle.h"
 
 namespace {
 
@@ -19,7 +17,7 @@ using base::Text;
 
 class Store {
  public:
-  explicit Store(int records) : profile_(fs_), app_(Bundle()) {
+  explicit Store(int records) : app_(services_.platform) {
     folder_ = std::filesystem::temp_directory_path() /
               ("qv-bench-jobstore-" + std::to_string(std::random_device{}()));
     std::filesystem::create_directories(folder_ / "QVCOMMON");
@@ -52,25 +50,13 @@ class Store {
 
   // The schedule as generated and an empty trace, so runs do not grow the disk.
   void Reset() {
-    fs_.WriteAll(app_.ScheduleFilePath, original_);
-    fs_.DeleteFile(app_.CommonFile(u"SerTraceFile.txt"));
+    services_.fs.WriteAll(app_.ScheduleFilePath, original_);
+    services_.fs.DeleteFile(app_.CommonFile(u"SerTraceFile.txt"));
   }
   frame::AppState& App() { return app_; }
 
  private:
-  platform::Platform& Bundle() {
-    platform_.fs = &fs_;
-    platform_.profile = &profile_;
-    platform_.clock = &clock_;
-    platform_.locale = &locale_;
-    return platform_;
-  }
-
-  platform::PortableFileSystem fs_;
-  platform::PortableProfile profile_;
-  platform::PortableClock clock_;
-  platform::PortableLocale locale_;
-  platform::Platform platform_;
+  bench::PortableBundle services_;
   frame::AppState app_;
   std::filesystem::path folder_;
   std::string original_;
