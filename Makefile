@@ -24,7 +24,7 @@ export UBSAN_OPTIONS ?= print_stacktrace=1
 
 CTEST = ctest -j$(JOBS) --output-on-failure --no-tests=error
 
-.PHONY: all deps build native windows artwork-tool test test-native test-windows test-fuzz check run bench fuzz clean
+.PHONY: all deps build native windows artwork-tool test test-native test-windows test-fuzz check run bench bench-startup fuzz clean
 
 all: native
 
@@ -129,6 +129,16 @@ bench: deps $(BENCH_DIR)/CMakeCache.txt
 	@found=0; for b in $$(find $(BENCH_DIR)/bench -maxdepth 1 -type f -executable | sort); do \
 	  found=1; echo "== $$b"; "$$b"; done; \
 	[ $$found = 1 ] || echo "bench: no benchmark programs yet"
+	@$(MAKE) --no-print-directory bench-startup
+
+# The monitor's start-up and idle cost under Wine against the least tray program
+# (bench/startup.sh), in a prefix of its own. STARTUP_RUNS launches of each.
+STARTUP_RUNS ?= 9
+STARTUP_IDLE ?= 60
+bench-startup: artwork-tool windows
+	@echo "== bench/startup.sh"
+	tools/with-wine.sh build/bench-prefix -- bench/startup.sh $(WIN_DIR) build/bench-startup \
+	  $(STARTUP_RUNS) $(STARTUP_IDLE)
 
 $(FUZZ_DIR)/CMakeCache.txt: | deps
 	CC=clang CXX=clang++ cmake -S . -B $(FUZZ_DIR) -G $(GENERATOR) \
