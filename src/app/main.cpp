@@ -1,9 +1,12 @@
 // QVMonitor.exe: the monitor of the backup engine, living in the notification area.
 #include <windows.h>
 
+#include <cstdint>
+
 #include "app/ComRegistration.h"
 #include "frame/Logs.h"
 #include "frame/Startup.h"
+#include "frame/StartupTimes.h"
 #include "kit/HostedUi.h"
 #include "monitor/MonitorProgram.h"
 #include "platform/win32/Win32Platform.h"
@@ -19,12 +22,24 @@ class ServingMonitorProgram : public monitor::MonitorProgram {
       : MonitorProgram(app, ui), com_(com) {}
   void CreateEngines(frame::AppState& app) override {
     app::ServeMonitorClass(app, com_);
+    frame::MarkStartup(app, u"progress class served");
     MonitorProgram::CreateEngines(app);
   }
 
  private:
   platform::Win32ComServer& com_;
 };
+
+// How long this process has run, for the start-up's stopwatch.
+std::uint64_t ProcessAgeMs() {
+  FILETIME created{}, exited{}, kernel{}, user{}, now{};
+  if (!GetProcessTimes(GetCurrentProcess(), &created, &exited, &kernel, &user)) return 0;
+  GetSystemTimeAsFileTime(&now);
+  const auto ticks = [](const FILETIME& t) {
+    return (static_cast<std::uint64_t>(t.dwHighDateTime) << 32) | t.dwLowDateTime;
+  };
+  return ticks(now) > ticks(created) ? (ticks(now) - ticks(created)) / 10000 : 0;
+}
 
 }  // namespace
 
@@ -37,6 +52,9 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
   app::StartedByCom startedByCom(win32.system);
   if (app::IsEmbeddingCommand(arguments)) win32.Get().system = &startedByCom;
   frame::AppState app(win32.Get());
+  frame::StartupTimes startupTimes(app, ProcessAgeMs());
+  if (startupTimes.Enabled()) app.startupTimes = &startupTimes;
+  frame::MarkStartup(app, u"entry");
   support::SecureValueStore secure(app);
   app.secureStore = &secure;
   // What escapes the handling of a window message or of an engine's call goes to the
@@ -52,6 +70,9 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     com.RevokeClassObject();
     TerminateProcess(GetCurrentProcess(), code);
   });
-  if (frame::Main(app, program) != frame::MainResult::Run) return 0;
+  const frame::MainResult started = frame::Main(app, program);
+  startupTimes.Write();
+  app.startupTimes = nullptr;
+  if (started != frame::MainResult::Run) return 0;
   return app.platform.ui->RunMessageLoop();
 }

@@ -18,6 +18,8 @@ using base::Text;
 
 // The scrambled password store lives with the account code, above this layer; the
 // settings routines reach it through this interface when their secure flag is set.
+class StartupTimes;
+
 class ISecureStore {
  public:
   virtual ~ISecureStore() = default;
@@ -30,6 +32,7 @@ struct AppState {
 
   platform::Platform& platform;
   ISecureStore* secureStore = nullptr;
+  StartupTimes* startupTimes = nullptr;  // set only while the start-up is being timed
 
   // Start-up and paths.
   Text ProgramFolder;

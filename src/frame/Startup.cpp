@@ -5,6 +5,7 @@
 #include "base/Guarded.h"
 #include "frame/Logs.h"
 #include "frame/Settings.h"
+#include "frame/StartupTimes.h"
 #include "platform/TextFile.h"
 
 namespace frame {
@@ -84,12 +85,15 @@ MainResult Main(AppState& app, IStartupSteps& steps) {
   auto& p = app.platform;
   if (app.ProgramFolder.empty()) app.ProgramFolder = p.system->ProgramFolder();
 
+  MarkStartup(app, u"Main");
   SettleDataRoot(app);
+  MarkStartup(app, u"data root settled");
   app.ScheduleFilePath = app.CommonFile(u"scheduleData.txt");
   app.ServiceLogPath = app.CommonFile(u"QVWServiceLog.txt");
   app.MailFilePath = app.CommonFile(u"Mailid.txt");
 
   if (!WritePermissionCheck(app)) return MainResult::NoWritePermission;
+  MarkStartup(app, u"write permission checked");
 
   p.fs->SetCurrentFolder(app.ProgramFolder);
 
@@ -99,11 +103,15 @@ MainResult Main(AppState& app, IStartupSteps& steps) {
     return MainResult::AlreadyRunning;
   }
 
+  MarkStartup(app, u"single instance");
   base::IgnoreFailure([&] { steps.CreateEngines(app); });
+  MarkStartup(app, u"engines created");
   app.UserName = ReadSetting(app, u"UserName");
   SetBacksetFilePath(app);
 
+  MarkStartup(app, u"user and backup sets read");
   base::IgnoreFailure([&] { steps.LoadMonitorWindow(app); });
+  MarkStartup(app, u"window loaded");
 
   bool minimised = p.system->CommandLine() == u"Min";
   base::IgnoreFailure([&] { RestoreGeometry(app, steps); });
@@ -112,9 +120,11 @@ MainResult Main(AppState& app, IStartupSteps& steps) {
     WriteTrace(app, u"HideFromTaskBar called from the Monitor.");
   } else {
     base::IgnoreFailure([&] { steps.ShowFromTaskBar(app); });
+    MarkStartup(app, u"window shown");
     WriteTrace(app, u"ShowFromTaskBar called from the Monitor.");
   }
   base::IgnoreFailure([&] { steps.ShowLogInWindow(app); });
+  MarkStartup(app, u"log view filled");
   return MainResult::Run;
 }
 

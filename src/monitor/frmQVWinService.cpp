@@ -11,6 +11,7 @@
 #include "engine/EngineObjects.h"
 #include "frame/Logs.h"
 #include "frame/Settings.h"
+#include "frame/StartupTimes.h"
 #include "kit/Branding.h"
 #include "kit/Design.h"
 #include "kit/MesgBox.h"
@@ -183,6 +184,7 @@ void frmQVWinService::NotAvailable(const Text& item, const Text& screen) {
 // ---- Load ---------------------------------------------------------------------------
 
 void frmQVWinService::Form_Load() {
+  frame::MarkStartup(app_, u"load: window made");
   loading_ = true;
   InstallMessageBox();
   // 1. The log columns, the tabs, and the pane by whether an update is waiting.
@@ -198,6 +200,7 @@ void frmQVWinService::Form_Load() {
     mnustprunjob.SetEnabled(app_.UpdateWaiting);
     BringToFront(app_.UpdateWaiting ? FrameProgress : FrameNormal);
   });
+  frame::MarkStartup(app_, u"load: columns and tabs");
   // 2. The button pictures.
   base::IgnoreFailure([&] {
     Picture1.SetPictureKey(u"qv_small_help");
@@ -209,8 +212,10 @@ void frmQVWinService::Form_Load() {
   });
   // 3.
   Label1.SetCaption(u"Corvane for Windows Monitor");
+  frame::MarkStartup(app_, u"load: button pictures and caption");
   // 4. The account and the web helper.
   base::IgnoreFailure([&] { WebManagementAtLoad(); });
+  frame::MarkStartup(app_, u"load: account and web helper");
   // 5. The title and icons of the images folder.
   base::IgnoreFailure([&] {
     if (app_.platform.fs == nullptr) return;
@@ -224,10 +229,13 @@ void frmQVWinService::Form_Load() {
     mnuLaunch.SetCaption(kit::LaunchMenuCaption(app_.AppTitle));
     AboutMenu.SetCaption(kit::AboutMenuCaption(app_.AppTitle));
   });
+  frame::MarkStartup(app_, u"load: branding");
   // 6.
   base::IgnoreFailure([&] { AddTrayIcon(); });
+  frame::MarkStartup(app_, u"load: tray icon");
   // 7.
   base::IgnoreFailure([&] { LogPath(); });
+  frame::MarkStartup(app_, u"load: session file");
   // 8. Menus, start at logon, the guide text.
   base::IgnoreFailure([&] {
     mnuHideDetails.SetEnabled(false);
@@ -238,17 +246,22 @@ void frmQVWinService::Form_Load() {
     lblGuideLines.SetCaption(app_.ActiveEngine ? app_.ActiveEngine->getlabelstring()
                                                : Text(engine::kGuideText));
   });
+  frame::MarkStartup(app_, u"load: menus, start at logon, guide text");
   // 9. A background engine is restarted once a day between transfers.
   base::IgnoreFailure([&] {
     if (frame::EngineIsService(app_) == 0) dailyTimer_ = engine::StartDailyTimer(app_);
   });
+  frame::MarkStartup(app_, u"load: daily timer");
   Indicate_ServiceStatus();
+  frame::MarkStartup(app_, u"load: service status");
   // 10.
   base::IgnoreFailure([&] { SliderRule(SliderPass::Load); });
+  frame::MarkStartup(app_, u"load: bandwidth");
   // 11. Size and shape.
   base::IgnoreFailure([&] { ResizeControls(); });
   base::IgnoreFailure(
       [&] { kit::clsRounder().RoundForm(*this, ui_.TwipsPerPixelX(), ui_.TwipsPerPixelY()); });
+  frame::MarkStartup(app_, u"load: size and shape");
   // 12. The slider's skin.
   base::IgnoreFailure([&] {
     PictSliderBox1.SetPictureKey(u"slider_box");
@@ -256,6 +269,7 @@ void frmQVWinService::Form_Load() {
     lblSlider1Tooltip.SetCaption(base::FromNumber(static_cast<long long>(sliderBandwidth.Value())) +
                                  u"%");
   });
+  frame::MarkStartup(app_, u"load: slider skin");
   loading_ = false;
 }
 
