@@ -31,6 +31,10 @@ class EngineObject {
   virtual long GetServiceStartupType() { NotOffered(); }
   virtual Text GetCompName() { NotOffered(); }
 
+  // False when a start could surely do nothing: the service form on a system without the
+  // service. The background program can always be started.
+  virtual bool Installed() { return true; }
+
   // True for the service form (what the class of ActiveEngine tells).
   virtual bool IsService() const = 0;
 

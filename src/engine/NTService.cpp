@@ -44,6 +44,8 @@ NTService::NTService(frame::AppState& app) : app_(app), exeName_(kServiceProgram
 template <class Call>
 void NTService::WithService(unsigned long managerAccess, unsigned long serviceAccess, Call&& call) {
   platform::IServiceManager& sm = Require(app_.platform.services);
+  // Without the service the manager would open nothing; it is not asked at all.
+  if (!sm.ServiceInstalled(kServiceName)) return;
   const platform::ScHandle manager = sm.OpenSCManagerW(Text(), kServicesDatabase, managerAccess);
   if (manager == 0) return;
   const platform::ScHandle service = sm.OpenServiceW(manager, kServiceName, serviceAccess);
@@ -53,6 +55,10 @@ void NTService::WithService(unsigned long managerAccess, unsigned long serviceAc
     sm.CloseServiceHandle(service);
   }
   sm.CloseServiceHandle(manager);
+}
+
+bool NTService::Installed() {
+  return app_.platform.services == nullptr || app_.platform.services->ServiceInstalled(kServiceName);
 }
 
 Text NTService::GetServiceStatus() {

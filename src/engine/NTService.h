@@ -23,6 +23,7 @@ class NTService : public EngineObject {
   long getMajorVersion() override;
   long GetServiceStartupType() override;
   Text GetCompName() override;
+  bool Installed() override;
   bool IsService() const override { return true; }
 
   // Whether this object has already asked for the start type to be repaired.

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/Text.h"
+#include "engine/ScanMemo.h"
 #include "engine/TransferUpdate.h"
 #include "jobstore/JobStoreState.h"
 #include "jobstore/ScheduleRecord.h"
@@ -66,6 +67,7 @@ struct AppState {
 
   // The engine's progress, pushed by the callback and drawn by the tick.
   engine::TransferUpdate Transfer;
+  engine::ProcessScanMemo ProcessScans;  // engine/ProcessScan
   bool TransferSeen = false;
   bool UpdateWaiting = false;
   bool StopSeen = false;

@@ -30,6 +30,11 @@ void frmQVWinService::Indicate_ServiceStatus() {
         auto keepRunning = [&](const std::shared_ptr<engine::EngineObject>& engine) {
           Text word = StatusOf(engine);
           if (word != kRunningWord) {
+            // A service that is not installed cannot start: no call, nothing to wait for,
+            // and the word stays as it was read.
+            bool installed = true;
+            if (engine) base::IgnoreFailure([&] { installed = engine->Installed(); });
+            if (!installed) return word;
             if (engine) base::IgnoreFailure([&] { engine->ServiceStart(); });
             Sleep(100);
             word = StatusOf(engine);

@@ -31,7 +31,9 @@ void TrayIcon::SetTip(const Text& tip) {
 }
 
 void TrayIcon::SetIcon(const Text& icon) {
-  if (icon.empty()) return;
+  // The shell is told only of a change: the tick sets the icon of the engine's state
+  // every ten seconds.
+  if (icon.empty() || icon == record_.icon) return;
   record_.icon = icon;
   if (host_ != nullptr && handle_ != 0) host_->ModifyTrayIcon(handle_, record_);
 }

@@ -24,7 +24,7 @@ class TrayIcon {
   bool Add(platform::UiHandle owner, const Text& icon, const Text& tip,
            std::function<void(int mouseMessage)> onMouse);
   void SetTip(const Text& tip);
-  // A picture key ("tray_running") or an .ico file.
+  // A picture key ("tray_running") or an .ico file; the same one again changes nothing.
   void SetIcon(const Text& icon);
   void Remove();
 

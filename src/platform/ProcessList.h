@@ -44,6 +44,10 @@ class IProcessList {
   virtual bool ProcessNext(OsHandle snapshot, std::uint32_t entrySize, SnapshotEntry& entry) = 0;
   virtual bool TerminateProcess(OsHandle process, std::uint32_t exitCode) = 0;
   virtual bool CloseHandle(OsHandle handle) = 0;
+  // When the process began (OpenProcess for limited query, GetProcessTimes), in the
+  // system's units; 0 when it cannot be told: no such process, or one this user may not
+  // ask. A process id that comes back with another start time is another process.
+  virtual std::uint64_t ProcessStartTime(std::uint32_t processId) = 0;
 
   // FindWindowA without a class name; 0 when there is no such window.
   virtual OsHandle FindWindowByTitle(const Text& title) = 0;

@@ -48,6 +48,10 @@ class IServiceManager {
   virtual bool StartServiceA(ScHandle service) = 0;
   virtual bool ControlService(ScHandle service, unsigned long control, ServiceStatus& status) = 0;
   virtual bool CloseServiceHandle(ScHandle handle) = 0;
+  // False only when the system surely has no service of this name: it is not among the
+  // installed services' keys in the registry (one registry lookup, where the calls
+  // above each go to the service manager). A service that is installed or may be is true.
+  virtual bool ServiceInstalled(const Text& serviceName) = 0;
   // The error of the last failed call on this thread.
   virtual unsigned long LastError() = 0;
 };

@@ -262,6 +262,15 @@ bool FakeProcessList::CloseHandle(OsHandle handle) {
   return handles_.erase(handle) > 0;
 }
 
+std::uint64_t FakeProcessList::ProcessStartTime(std::uint32_t processId) {
+  for (Process& p : processes) {
+    if (p.pid != processId) continue;
+    if (p.started == 0) p.started = ++lastStart_;
+    return p.started;
+  }
+  return 0;
+}
+
 OsHandle FakeProcessList::FindWindowByTitle(const Text& title) {
   calls.push_back("FindWindow(" + base::ToUtf8(title) + ")");
   auto it = windows.find(title);

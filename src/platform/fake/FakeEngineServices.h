@@ -31,6 +31,8 @@ class FakeServiceManager : public IServiceManager {
   bool StartServiceA(ScHandle service) override;
   bool ControlService(ScHandle service, unsigned long control, ServiceStatus& status) override;
   bool CloseServiceHandle(ScHandle handle) override;
+  // A service the table has (not recorded among the calls).
+  bool ServiceInstalled(const Text& serviceName) override { return Find(serviceName) != nullptr; }
   unsigned long LastError() override { return lastError_; }
 
   // Services by name (the manager compares names without regard to case).
@@ -64,6 +66,9 @@ class FakeProcessList : public IProcessList {
     Text modulePath;    // what GetModuleFileNameExW gives
     Text snapshotName;  // what the snapshot gives; the module path when empty
     bool openable = true;
+    // When it began; given at the first question when 0, so that a process put in the
+    // place of another under the same id is told apart.
+    std::uint64_t started = 0;
   };
 
   bool EnumProcessIds(std::uint32_t byteCount, std::vector<std::uint32_t>& ids,
@@ -78,6 +83,9 @@ class FakeProcessList : public IProcessList {
   bool ProcessNext(OsHandle snapshot, std::uint32_t entrySize, SnapshotEntry& entry) override;
   bool TerminateProcess(OsHandle process, std::uint32_t exitCode) override;
   bool CloseHandle(OsHandle handle) override;
+  // Not recorded among the calls. Also for a process that cannot be opened: the limited
+  // query is allowed where opening to read it is not (other users' processes).
+  std::uint64_t ProcessStartTime(std::uint32_t processId) override;
   OsHandle FindWindowByTitle(const Text& title) override;
   bool PostMessageA(OsHandle window, std::uint32_t message, std::uintptr_t wParam,
                     std::intptr_t lParam) override;
@@ -105,6 +113,7 @@ class FakeProcessList : public IProcessList {
   bool Advance(HandleInfo& snapshot, SnapshotEntry& entry);
   std::map<OsHandle, HandleInfo> handles_;
   OsHandle next_ = 0x2000;
+  std::uint64_t lastStart_ = 0;
 };
 
 }  // namespace platform

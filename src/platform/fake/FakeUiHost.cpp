@@ -193,6 +193,7 @@ UiHandle FakeUiHost::AddTrayIcon(const UiTrayIcon& icon, std::function<void(int)
 void FakeUiHost::ModifyTrayIcon(UiHandle icon, const UiTrayIcon& state) {
   auto it = trayIcons.find(icon);
   if (it != trayIcons.end()) it->second.state = state;
+  ++trayModifies;
 }
 
 void FakeUiHost::ShowTrayBalloon(UiHandle icon, const UiTrayBalloon& balloon) {

@@ -127,6 +127,7 @@ class FakeUiHost : public IUiHost {
     std::function<void(int)> onEvent;
   };
   std::map<UiHandle, TrayRecord> trayIcons;
+  int trayModifies = 0;  // calls of ModifyTrayIcon
   // Plays a mouse message on an icon, as the shell's callback would; a failure that
   // escapes the handler is kept as FireTimer keeps it.
   void FireTray(UiHandle icon, int mouseMessage);

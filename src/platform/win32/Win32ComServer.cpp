@@ -7,6 +7,7 @@
 #include <atomic>
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include "QVMonitor_h.h"
 #include "base/Guarded.h"
@@ -57,31 +58,54 @@ bool SetValue(HKEY root, const Text& key, const Text& name, const Text& value) {
          ERROR_SUCCESS;
 }
 
-// Writes the class, program id, interface and type library under `root` + `prefix`.
-bool WriteClassKeys(HKEY root, const Text& prefix, const Text& exePath) {
+// Whether the value is there with exactly this text.
+bool HasValue(HKEY root, const Text& key, const Text& name, const Text& value) {
+  win32::UniqueKey h;
+  if (::RegOpenKeyExW(root, Wide(key), 0, KEY_QUERY_VALUE, h.Out()) != ERROR_SUCCESS) return false;
+  std::vector<wchar_t> buffer(value.size() + 2, L'\0');
+  DWORD bytes = static_cast<DWORD>(buffer.size() * sizeof(wchar_t));
+  DWORD type = 0;
+  if (::RegQueryValueExW(h.Get(), name.empty() ? nullptr : Wide(name), nullptr, &type,
+                         reinterpret_cast<BYTE*>(buffer.data()), &bytes) != ERROR_SUCCESS ||
+      type != REG_SZ)
+    return false;
+  return Text(FromWide(buffer.data())) == value;
+}
+
+// The class, program id, interface and type library under `root` + `prefix`: written,
+// or (with `write` false) only checked to be there as they would be written.
+bool ClassKeys(HKEY root, const Text& prefix, const Text& exePath, bool write) {
   const Text folder = exePath.substr(0, exePath.rfind(u'\\'));
   const Text clsid = prefix + u"CLSID\\" + kMonitorClsid;
   const Text iface = prefix + u"Interface\\" + kMonitorIid;
   const Text lib = prefix + u"TypeLib\\" + kMonitorLibid + u"\\1.0";
   const Text marshaler = FromWide(kTypeLibMarshaler);
+  const struct {
+    Text key, name, value;
+  } values[] = {
+      {clsid, Text(), kMonitorProgId},
+      {clsid + u"\\LocalServer32", Text(), u"\"" + exePath + u"\""},
+      {clsid + u"\\ProgID", Text(), kMonitorProgId},
+      {clsid + u"\\TypeLib", Text(), kMonitorLibid},
+      {clsid + u"\\VERSION", Text(), u"1.0"},
+      {prefix + kMonitorProgId, Text(), kMonitorProgId},
+      {prefix + kMonitorProgId + u"\\Clsid", Text(), kMonitorClsid},
+      {iface, Text(), u"_IMonitor"},
+      {iface + u"\\ProxyStubClsid", Text(), marshaler},
+      {iface + u"\\ProxyStubClsid32", Text(), marshaler},
+      {iface + u"\\TypeLib", Text(), kMonitorLibid},
+      {iface + u"\\TypeLib", u"Version", u"1.0"},
+      {lib, Text(), u"QVMonitor"},
+      {lib + u"\\0\\win64", Text(), exePath},
+      {lib + u"\\0\\win32", Text(), exePath},
+      {lib + u"\\FLAGS", Text(), u"0"},
+      {lib + u"\\HELPDIR", Text(), folder},
+  };
   bool ok = true;
-  ok &= SetValue(root, clsid, Text(), kMonitorProgId);
-  ok &= SetValue(root, clsid + u"\\LocalServer32", Text(), u"\"" + exePath + u"\"");
-  ok &= SetValue(root, clsid + u"\\ProgID", Text(), kMonitorProgId);
-  ok &= SetValue(root, clsid + u"\\TypeLib", Text(), kMonitorLibid);
-  ok &= SetValue(root, clsid + u"\\VERSION", Text(), u"1.0");
-  ok &= SetValue(root, prefix + kMonitorProgId, Text(), kMonitorProgId);
-  ok &= SetValue(root, prefix + kMonitorProgId + u"\\Clsid", Text(), kMonitorClsid);
-  ok &= SetValue(root, iface, Text(), u"_IMonitor");
-  ok &= SetValue(root, iface + u"\\ProxyStubClsid", Text(), marshaler);
-  ok &= SetValue(root, iface + u"\\ProxyStubClsid32", Text(), marshaler);
-  ok &= SetValue(root, iface + u"\\TypeLib", Text(), kMonitorLibid);
-  ok &= SetValue(root, iface + u"\\TypeLib", u"Version", u"1.0");
-  ok &= SetValue(root, lib, Text(), u"QVMonitor");
-  ok &= SetValue(root, lib + u"\\0\\win64", Text(), exePath);
-  ok &= SetValue(root, lib + u"\\0\\win32", Text(), exePath);
-  ok &= SetValue(root, lib + u"\\FLAGS", Text(), u"0");
-  ok &= SetValue(root, lib + u"\\HELPDIR", Text(), folder);
+  for (const auto& v : values) {
+    ok &= write ? SetValue(root, v.key, v.name, v.value) : HasValue(root, v.key, v.name, v.value);
+    if (!ok && !write) return false;
+  }
   return ok;
 }
 
@@ -301,11 +325,18 @@ bool Win32ComServer::RegisterServer() noexcept {
     if (exe.empty()) return;
     // The user's classes are what the monitor may write without rights of an
     // administrator; the installer registers for the machine.
-    ok = WriteClassKeys(HKEY_CURRENT_USER, u"Software\\Classes\\", exe);
+    // Registered by an earlier start from this very file: nothing to write, and the
+    // start goes on sooner.
+    if (RegisteredServer() == u"\"" + exe + u"\"" &&
+        ClassKeys(HKEY_CURRENT_USER, u"Software\\Classes\\", exe, false)) {
+      ok = true;
+      return;
+    }
+    ok = ClassKeys(HKEY_CURRENT_USER, u"Software\\Classes\\", exe, true);
     // Where the user's classes are not seen through the classes root, the root
     // itself is written, so that the class is found at all.
     if (RegisteredServer() != u"\"" + exe + u"\"")
-      ok = WriteClassKeys(HKEY_CLASSES_ROOT, Text(), exe);
+      ok = ClassKeys(HKEY_CLASSES_ROOT, Text(), exe, true);
     ITypeLib* lib = nullptr;
     if (SUCCEEDED(::LoadTypeLibEx(Wide(exe), REGKIND_NONE, &lib)) && lib) {
       const Text folder = exe.substr(0, exe.rfind(u'\\'));

@@ -110,6 +110,17 @@ bool Win32ProcessList::CloseHandle(OsHandle handle) noexcept {
   return ::CloseHandle(H(handle)) != FALSE;
 }
 
+std::uint64_t Win32ProcessList::ProcessStartTime(std::uint32_t processId) noexcept {
+  HANDLE process = ::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, processId);
+  if (process == nullptr) return 0;
+  FILETIME created{}, exited{}, kernel{}, user{};
+  std::uint64_t start = 0;
+  if (::GetProcessTimes(process, &created, &exited, &kernel, &user))
+    start = (static_cast<std::uint64_t>(created.dwHighDateTime) << 32) | created.dwLowDateTime;
+  ::CloseHandle(process);
+  return start;
+}
+
 OsHandle Win32ProcessList::FindWindowByTitle(const Text& title) noexcept {
   return NoThrow<OsHandle>(0, [&] {
     // The single-byte call, as the engine's window has always been looked up.

@@ -20,6 +20,7 @@ class Win32ProcessList : public IProcessList {
                    SnapshotEntry& entry) noexcept override;
   bool TerminateProcess(OsHandle process, std::uint32_t exitCode) noexcept override;
   bool CloseHandle(OsHandle handle) noexcept override;
+  std::uint64_t ProcessStartTime(std::uint32_t processId) noexcept override;
   OsHandle FindWindowByTitle(const Text& title) noexcept override;
   bool PostMessageA(OsHandle window, std::uint32_t message, std::uintptr_t wParam,
                     std::intptr_t lParam) noexcept override;

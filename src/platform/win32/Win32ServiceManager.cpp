@@ -3,6 +3,7 @@
 
 #include <winsvc.h>
 
+#include <string>
 #include <vector>
 
 namespace platform {
@@ -74,6 +75,21 @@ bool Win32ServiceManager::ControlService(ScHandle service, unsigned long control
 // The interface's close, called for a handle its caller owns: no holder here.
 bool Win32ServiceManager::CloseServiceHandle(ScHandle handle) noexcept {
   return ::CloseServiceHandle(H(handle)) != FALSE;
+}
+
+bool Win32ServiceManager::ServiceInstalled(const Text& serviceName) noexcept {
+  return NoThrow(true, [&] {
+    // The service manager keeps each installed service under this key; the lookup
+    // leaves the thread's last error as the service calls set it.
+    const DWORD lastError = ::GetLastError();
+    const std::wstring key = L"SYSTEM\\CurrentControlSet\\Services\\" + std::wstring(Wide(serviceName));
+    HKEY handle = nullptr;
+    const LSTATUS status =
+        ::RegOpenKeyExW(HKEY_LOCAL_MACHINE, key.c_str(), 0, KEY_QUERY_VALUE, &handle);
+    if (status == ERROR_SUCCESS) ::RegCloseKey(handle);
+    ::SetLastError(lastError);
+    return status != ERROR_FILE_NOT_FOUND;
+  });
 }
 
 unsigned long Win32ServiceManager::LastError() noexcept { return ::GetLastError(); }

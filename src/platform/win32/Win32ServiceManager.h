@@ -16,6 +16,7 @@ class Win32ServiceManager : public IServiceManager {
   bool ControlService(ScHandle service, unsigned long control,
                       ServiceStatus& status) noexcept override;
   bool CloseServiceHandle(ScHandle handle) noexcept override;
+  bool ServiceInstalled(const Text& serviceName) noexcept override;
   unsigned long LastError() noexcept override;
 };
 

@@ -66,6 +66,21 @@ TEST_F(EngineControlTest, StatusIsEmptyWithoutServiceOrManager) {
   EXPECT_EQ(Trace().back(), u"Error Monitor Object variable or With block variable not set");
 }
 
+TEST_F(EngineControlTest, WithoutTheServiceTheManagerIsNotAskedAndAStartDoesNothing) {
+  NTService service(app);
+  EXPECT_FALSE(service.Installed());
+  EXPECT_EQ(service.GetServiceStatus(), u"");
+  service.ServiceStart();
+  service.ServiceStop();
+  EXPECT_TRUE(Calls().empty());
+  // Installed while the monitor runs: the next call finds it.
+  AddService(1);
+  EXPECT_TRUE(service.Installed());
+  EXPECT_EQ(service.GetServiceStatus(), u"Stopped");
+  service.ServiceStart();
+  EXPECT_EQ(service.GetServiceStatus(), u"Running");
+}
+
 TEST_F(EngineControlTest, ControlsUseFullAccessAndTheirCodes) {
   AddService(4);
   NTService service(app);

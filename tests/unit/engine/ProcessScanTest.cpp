@@ -81,6 +81,58 @@ TEST_F(ProcessScanTest, QueryOnlyScanOpensWithoutTheRightToEnd) {
   EXPECT_TRUE(fake.processes.Running(8));
 }
 
+TEST_F(ProcessScanTest, AWalkOpensOnlyTheProcessesItHasNotMetBefore) {
+  for (std::uint32_t pid = 1; pid <= 9; ++pid) fake.processes.Add(pid * 4, u"C:\\w\\other.exe");
+  fake.processes.Add(100, u"C:\\w\\locked.exe", false);
+  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", false, 2, engine::ScanAccess::QueryOnly),
+            0);
+  Calls().clear();
+  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", false, 2, engine::ScanAccess::QueryOnly),
+            0);
+  // One list, from the size that had room last time, and no process opened again.
+  EXPECT_EQ(Calls(), std::vector<std::string>{"EnumProcessIds(64)"});
+
+  // The engine starts: only it is opened, and it is found.
+  fake.processes.Add(40, u"C:\\QV\\QVBackground_955.exe");
+  Calls().clear();
+  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", false, 2, engine::ScanAccess::QueryOnly),
+            1);
+  EXPECT_EQ(CallsStartingWith("OpenProcess"), std::vector<std::string>{"OpenProcess(1040,0,40)"});
+  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", false, 2, engine::ScanAccess::QueryOnly),
+            1);
+
+  // It ends, and another program takes its id: the id's new start tells them apart.
+  fake.processes.processes.pop_back();
+  fake.processes.Add(40, u"C:\\w\\notepad.exe");
+  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", false, 2, engine::ScanAccess::QueryOnly),
+            0);
+  fake.processes.processes.pop_back();
+  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", false, 2, engine::ScanAccess::QueryOnly),
+            0);
+  // The list grows past its last size: it doubles again from there.
+  for (std::uint32_t pid = 200; pid < 240; ++pid) fake.processes.Add(pid, u"C:\\w\\other.exe");
+  fake.processes.Add(300, u"C:\\QV\\qvbackground_955.EXE");
+  Calls().clear();
+  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", false, 2, engine::ScanAccess::QueryOnly),
+            1);
+  EXPECT_EQ(CallsStartingWith("EnumProcessIds"),
+            (std::vector<std::string>{"EnumProcessIds(64)", "EnumProcessIds(128)",
+                                      "EnumProcessIds(256)"}));
+  EXPECT_EQ(fake.processes.OpenHandles(), 0);
+}
+
+TEST_F(ProcessScanTest, ANameThatCouldNotBeReadIsReadAgainAndAKillOpensEveryProcess) {
+  fake.processes.Add(8, u"C:\\QV\\QVBackground_955.exe");
+  fake.processes.modulesFail = true;  // a program still starting has no modules yet
+  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", false, 2), 0);
+  fake.processes.modulesFail = false;
+  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", false, 2), 1);
+  Calls().clear();
+  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", true, 2), 1);
+  EXPECT_EQ(Count("OpenProcess(1041,0,8)"), 1);
+  EXPECT_EQ(fake.processes.terminated, std::vector<std::uint32_t>{8});
+}
+
 TEST_F(ProcessScanTest, SnapshotPathOnTheOldPlatform) {
   fake.processes.Add(8, u"C:\\WINDOWS\\EXPLORER.EXE");
   fake.processes.Add(12, u"C:\\QV\\QVBACKGROUND_955.EXE");

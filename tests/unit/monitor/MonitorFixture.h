@@ -70,8 +70,10 @@ class ScriptedEngine : public engine::EngineObject {
   long getVersion() override { return 2; }
   long getMajorVersion() override { return 10; }
   bool IsService() const override { return service_; }
+  bool Installed() override { return installed; }
 
   std::deque<Text> words;
+  bool installed = true;
   Text steady = u"Running";
   bool startSettles = true;
   int statusCalls = 0;

@@ -114,6 +114,25 @@ TEST_F(StatusTest, APendingWordRunsTheTwoHundredRoundsWithTheirSleeps) {
   EXPECT_EQ(fake.clock.sleptMs - slept, 200u * 200u);
 }
 
+TEST_F(StatusTest, AServiceThatIsNotInstalledIsNeitherStartedNorWaitedFor) {
+  Open();
+  serviceEngine->steady = u"";
+  serviceEngine->installed = false;
+  backgroundEngine->steady = u"Running";
+  log.clear();
+  const auto slept = fake.clock.sleptMs;
+  form->Indicate_ServiceStatus();
+  EXPECT_EQ(log, (std::vector<std::string>{"service.status", "background.status"}));
+  EXPECT_EQ(fake.clock.sleptMs, slept);
+  EXPECT_EQ(form->lblStatus.Caption(), u"Running");
+  // Installed later: the next run starts it as before.
+  serviceEngine->installed = true;
+  log.clear();
+  form->Indicate_ServiceStatus();
+  EXPECT_EQ(log, (std::vector<std::string>{"service.status", "service.start", "service.status",
+                                           "background.status"}));
+}
+
 TEST_F(StatusTest, BothEnginesAreStartedAndTheBackgroundWordIsShown) {
   Open();
   serviceEngine->steady = u"Stopped";
@@ -160,6 +179,10 @@ TEST_F(StatusTest, TheTrayIconFollowsTheBackgroundWordUnlessBranded) {
   backgroundEngine->startSettles = false;
   form->Indicate_ServiceStatus();
   EXPECT_EQ(TrayRecord().state.icon, u"tray_stopped");
+  // The shell hears of the icon only when it changes, not at every tick.
+  const int told = fake.ui.trayModifies;
+  form->Indicate_ServiceStatus();
+  EXPECT_EQ(fake.ui.trayModifies, told);
 
   const Text branded = u"C:\\QV\\images\\MonitorIcon.ico";
   fake.fs.AddFolders(u"C:\\QV\\images");
