@@ -44,8 +44,8 @@ int Window(const std::wstring& exe, const std::wstring& word) {
   LARGE_INTEGER frequency, start, now;
   QueryPerformanceFrequency(&frequency);
   QueryPerformanceCounter(&start);
-  if (!CreateProcessW(exe.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                      folder.c_str(), &si, &pi)) {
+  if (!CreateProcessW(exe.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(),
+                      &si, &pi)) {
     std::fprintf(stderr, "probe: cannot start %ls (%lu)\n", exe.c_str(), GetLastError());
     return 1;
   }

@@ -58,7 +58,8 @@ void NTService::WithService(unsigned long managerAccess, unsigned long serviceAc
 }
 
 bool NTService::Installed() {
-  return app_.platform.services == nullptr || app_.platform.services->ServiceInstalled(kServiceName);
+  return app_.platform.services == nullptr ||
+         app_.platform.services->ServiceInstalled(kServiceName);
 }
 
 Text NTService::GetServiceStatus() {

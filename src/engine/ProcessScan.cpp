@@ -91,8 +91,8 @@ long ScanList(AppState& app, const Text& target, bool killIt, ScanAccess access)
     }
     std::uintptr_t module = 0;
     if (list.EnumModules(process, kModuleTableBytes, module)) {
-      const Text tail =
-          ProgramTail(list.ModuleFileName(process, module, kModuleNameSize, kModuleNameBufferChars));
+      const Text tail = ProgramTail(
+          list.ModuleFileName(process, module, kModuleNameSize, kModuleNameBufferChars));
       if (start != 0) known.push_back({ids[i], start, openAccess, true, tail});
       if (tail == target) found = 1;
     }
@@ -102,7 +102,8 @@ long ScanList(AppState& app, const Text& target, bool killIt, ScanAccess access)
   // What this walk met, and what it did not reach of the last one's, for the next walk.
   if (!kills) {
     for (const auto& k : memo.known) {
-      const bool listed = std::find(ids.begin(), ids.begin() + count, k.processId) != ids.begin() + count;
+      const bool listed =
+          std::find(ids.begin(), ids.begin() + count, k.processId) != ids.begin() + count;
       const bool seen = std::any_of(known.begin(), known.end(),
                                     [&](const auto& n) { return n.processId == k.processId; });
       if (listed && !seen) known.push_back(k);

@@ -82,7 +82,8 @@ bool Win32ServiceManager::ServiceInstalled(const Text& serviceName) noexcept {
     // The service manager keeps each installed service under this key; the lookup
     // leaves the thread's last error as the service calls set it.
     const DWORD lastError = ::GetLastError();
-    const std::wstring key = L"SYSTEM\\CurrentControlSet\\Services\\" + std::wstring(Wide(serviceName));
+    const std::wstring key =
+        L"SYSTEM\\CurrentControlSet\\Services\\" + std::wstring(Wide(serviceName));
     HKEY handle = nullptr;
     const LSTATUS status =
         ::RegOpenKeyExW(HKEY_LOCAL_MACHINE, key.c_str(), 0, KEY_QUERY_VALUE, &handle);

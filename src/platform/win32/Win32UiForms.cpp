@@ -14,6 +14,7 @@ using win32::Wide;
 LRESULT Win32UiHost::OnFormMessage(FormRec& f, UINT msg, WPARAM wp, LPARAM lp) {
   HWND hwnd = f.hwnd.Get();
   switch (msg) {
+    case kApplyMenuMessage: BuildMenuBar(f); return 0;
     case WM_CLOSE:
       // The model decides: it unloads the form (and destroys this window) or not.
       f.events->OnCloseRequest(f.handle);

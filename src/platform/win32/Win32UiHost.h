@@ -132,6 +132,7 @@ class Win32UiHost : public IUiHost {
   void ApplyForm(FormRec& f, UiChange changes);
   void ApplyFrame(FormRec& f);
   void ApplyMenuBar(FormRec& f);
+  void BuildMenuBar(FormRec& f);
   void ApplyList(ControlRec& c, bool force);
   void ApplyComboItems(ControlRec& c);
   // The index of a row's picture in the list's image list (added on first use).

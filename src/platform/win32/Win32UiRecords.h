@@ -16,6 +16,8 @@ namespace platform {
 inline constexpr UINT_PTR kTrayRetryTimer = 0x7FFF0001;
 // Posted to wake a modal loop whose end came from outside a message.
 inline constexpr UINT kWakeMessage = WM_APP + 0x51;
+// Posted to a form whose menu bar changed while it had one (Win32UiShell.cpp).
+inline constexpr UINT kApplyMenuMessage = WM_APP + 0x52;
 // The window property that carries a window's design name as a global atom.
 inline constexpr wchar_t kNameProperty[] = L"QvName";
 inline constexpr wchar_t kFormClass[] = L"QvForm";
@@ -50,6 +52,8 @@ struct Win32UiHost::FormRec {
   // The menu bar and icons the window shows; declared before the window, so that a
   // record that still has its window lets it go first.
   win32::UniqueMenu menuBar;
+  std::vector<UiMenuItem> shownMenu;  // what menuBar was built from
+  bool menuPosted = false;            // a kApplyMenuMessage is on its way
   win32::UniqueIcon bigIcon;
   win32::UniqueIcon smallIcon;
   win32::UniqueWindow hwnd;

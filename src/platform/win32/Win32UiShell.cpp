@@ -47,12 +47,26 @@ win32::UniqueMenu Win32UiHost::BuildMenu(const std::vector<UiMenuItem>& items, b
 }
 
 void Win32UiHost::ApplyMenuBar(FormRec& f) {
+  // A bar the window already shows is rebuilt once the present message has been
+  // handled: an item switched on and off again within one handler (the monitor's tick
+  // does so every ten seconds) then costs nothing, and several changes one rebuild.
+  if (f.menuBar && !f.state.menuBar.empty()) {
+    if (!f.menuPosted) f.menuPosted = PostMessageW(f.hwnd.Get(), kApplyMenuMessage, 0, 0) != FALSE;
+    if (f.menuPosted) return;
+  }
+  BuildMenuBar(f);
+}
+
+void Win32UiHost::BuildMenuBar(FormRec& f) {
+  f.menuPosted = false;
+  if (f.menuBar && f.state.menuBar == f.shownMenu) return;
   win32::UniqueMenu bar;
   if (!f.state.menuBar.empty()) bar = BuildMenu(f.state.menuBar, false);
   if (!bar && !f.menuBar) return;
   SetMenu(f.hwnd.Get(), bar.Get());
   // The window shows the new bar now: the old one goes.
   f.menuBar = std::move(bar);
+  f.shownMenu = f.state.menuBar;
   DrawMenuBar(f.hwnd.Get());
 }
 
