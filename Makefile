@@ -22,6 +22,10 @@ SANITIZE := -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-om
 export ASAN_OPTIONS ?= detect_leaks=1:abort_on_error=0
 export UBSAN_OPTIONS ?= print_stacktrace=1
 
+# The test programs use a precompiled header (tests/CMakeLists.txt); with these a
+# compiler cache (CMAKE_CXX_COMPILER_LAUNCHER=ccache) still caches their files.
+export CCACHE_SLOPPINESS ?= pch_defines,time_macros
+
 CTEST = ctest -j$(JOBS) --output-on-failure --no-tests=error
 
 .PHONY: all deps build native windows artwork-tool test test-native test-windows test-fuzz check run bench bench-startup fuzz clean
