@@ -22,6 +22,10 @@ SANITIZE := -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-om
 export ASAN_OPTIONS ?= detect_leaks=1:abort_on_error=0
 export UBSAN_OPTIONS ?= print_stacktrace=1
 
+# The test programs use a precompiled header (tests/CMakeLists.txt); with these a
+# compiler cache (CMAKE_CXX_COMPILER_LAUNCHER=ccache) still caches their files.
+export CCACHE_SLOPPINESS ?= pch_defines,time_macros
+
 CTEST = ctest -j$(JOBS) --output-on-failure --no-tests=error
 
 .PHONY: all deps build native windows artwork-tool test test-native test-windows test-fuzz check run bench bench-startup fuzz clean
@@ -102,7 +106,7 @@ test:
 FUZZ_SMOKE ?= 15
 test-fuzz: deps $(FUZZ_DIR)/CMakeCache.txt
 	cmake -S . -B $(FUZZ_DIR) >/dev/null
-	cmake --build $(FUZZ_DIR) -j$(JOBS)
+	cmake --build $(FUZZ_DIR) -j$(JOBS) --target fuzz_targets
 	@total=0; failed=0; for f in $$(find $(FUZZ_DIR)/tests/fuzz -maxdepth 1 -type f -executable -name 'fuzz_*' 2>/dev/null | sort); do \
 	  total=$$((total+1)); name=$$(basename $$f); corpus=$(FUZZ_DIR)/corpus/$$name; mkdir -p $$corpus; \
 	  seeds=tests/fuzz/corpus/$$name; [ -d $$seeds ] || seeds=; \
@@ -146,7 +150,7 @@ $(FUZZ_DIR)/CMakeCache.txt: | deps
 
 # Each fuzz_* program for FUZZ_SECONDS, from its corpus in tests/fuzz/corpus/<name>.
 fuzz: deps $(FUZZ_DIR)/CMakeCache.txt
-	cmake --build $(FUZZ_DIR) -j$(JOBS)
+	cmake --build $(FUZZ_DIR) -j$(JOBS) --target fuzz_targets
 	@found=0; for f in $$(find $(FUZZ_DIR) -type f -executable -name 'fuzz_*' | sort); do \
 	  found=1; name=$$(basename $$f); corpus=$(FUZZ_DIR)/corpus/$$name; mkdir -p $$corpus; \
 	  seeds=tests/fuzz/corpus/$$name; [ -d $$seeds ] || seeds=; \

@@ -149,9 +149,35 @@ if [ "$(cat "$prefix/.qv-recipe" 2>/dev/null)" != "$kRecipe" ]; then
   makePrefix
 fi
 
+# The desktop's process (explorer.exe) ends a second after the last program on the
+# desktop and is started again by the next one, with that program's standard error:
+# a test whose output ctest reads then "runs" until the desktop ends, that is until
+# its timeout while other tests keep the desktop busy. tools/wine/keep-desktop.cpp
+# stays on the desktop for the whole run, its output detached.
+keepDesktop() {
+  local src exe ready
+  src="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)/wine/keep-desktop.cpp"
+  exe="$prefix/qv-keep-desktop.exe"
+  if [ ! -f "$exe" ] || [ "$src" -nt "$exe" ]; then
+    x86_64-w64-mingw32-g++-posix -O2 -s -static -mwindows -o "$exe.tmp" "$src" \
+      || { log "could not build $src"; return 1; }
+    mv "$exe.tmp" "$exe"
+  fi
+  ready="$prefix/.qv-desktop-ready"
+  rm -f "$ready"
+  "$WINE" "$exe" "$(winepath_of "$ready")" </dev/null >/dev/null 2>&1 &
+  for _ in $(seq 100); do
+    [ -f "$ready" ] && return 0
+    sleep 0.1
+  done
+  log "keep-desktop did not start"
+  return 1
+}
+
 # -p fails (exit 2) while an earlier server of this prefix is still lingering.
 "$WINESERVER" -w
 "$WINESERVER" -p
 quiet "$WINE" wineboot
+keepDesktop
 
 "$@"
