@@ -103,7 +103,7 @@ test:
 
 # A short run of every fuzz target as part of the tests (FUZZ_SMOKE seconds each);
 # `make fuzz` is the long run. A target that finds a crash fails the test.
-FUZZ_SMOKE ?= 15
+FUZZ_SMOKE ?= 10
 test-fuzz: deps $(FUZZ_DIR)/CMakeCache.txt
 	cmake -S . -B $(FUZZ_DIR) >/dev/null
 	cmake --build $(FUZZ_DIR) -j$(JOBS) --target fuzz_targets

@@ -217,6 +217,12 @@ TEST_P(ServiceManagerContract, AnUnknownServiceCannotBeOpened) {
   EXPECT_EQ(Sm().LastError(), kErrorServiceDoesNotExist);
 }
 
+TEST_P(ServiceManagerContract, OnlyAnInstalledServiceIsTakenForInstalled) {
+  ASSERT_NO_FATAL_FAILURE(Make(u"demand"));
+  EXPECT_TRUE(Sm().ServiceInstalled(world_->Name()));
+  EXPECT_FALSE(Sm().ServiceInstalled(u"QV No Such Service 7781"));
+}
+
 TEST_P(ServiceManagerContract, ReadAccessQueriesTheStatus) {
   ASSERT_NO_FATAL_FAILURE(Make(u"demand"));
   Open(platform::kGenericRead, platform::kServiceQueryStatus);
@@ -445,6 +451,33 @@ TEST_P(ProcessListContract, TheEngineScanFindsAndEndsTheProgramByName) {
   EXPECT_EQ(engine::ScanForProgram(app, mixedCase, true, world_->PlatformId()), 1);
   EXPECT_TRUE(Eventually([&] { return world_->Exited(pid); }));
   EXPECT_EQ(engine::ScanForProgram(app, exe, false, world_->PlatformId()), 0);
+}
+
+TEST_P(ProcessListContract, AStartTimeTellsProcessesApartAndTheScanSeesARestart) {
+  const Text exe = Unique(u"QVContractTimed") + u".exe";
+  const std::uint32_t first = world_->StartChild(exe, Unique(u"QVContractTimedA"));
+  ASSERT_NE(first, 0u);
+  auto& list = world_->List();
+  const std::uint64_t started = list.ProcessStartTime(first);
+  EXPECT_NE(started, 0u);
+  EXPECT_EQ(list.ProcessStartTime(first), started);
+  EXPECT_EQ(list.ProcessStartTime(0x7FFFFFF0u), 0u);
+
+  frame::AppState app = [&]() -> frame::AppState {
+    static platform::FakePlatform fakes;  // only the process list is used
+    return frame::AppState(fakes.Get());
+  }();
+  app.platform.processes = &list;
+  const long nt = world_->PlatformId();
+  EXPECT_EQ(engine::ScanForProgram(app, exe, false, nt, engine::ScanAccess::QueryOnly), 1);
+  EXPECT_EQ(engine::ScanForProgram(app, exe, true, nt), 1);  // ends it
+  ASSERT_TRUE(Eventually([&] { return world_->Exited(first); }));
+  EXPECT_EQ(engine::ScanForProgram(app, exe, false, nt, engine::ScanAccess::QueryOnly), 0);
+  // Started again (perhaps under the same id): the next scan finds it.
+  const std::uint32_t second = world_->StartChild(exe, Unique(u"QVContractTimedB"));
+  ASSERT_NE(second, 0u);
+  EXPECT_NE(list.ProcessStartTime(second), started);
+  EXPECT_EQ(engine::ScanForProgram(app, exe, false, nt, engine::ScanAccess::QueryOnly), 1);
 }
 
 TEST_P(ProcessListContract, ACloseMessageEndsTheProgramOfThatWindow) {
