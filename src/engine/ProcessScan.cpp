@@ -93,7 +93,7 @@ long ScanList(AppState& app, const Text& target, bool killIt, ScanAccess access)
     if (list.EnumModules(process, kModuleTableBytes, module)) {
       const Text tail = ProgramTail(
           list.ModuleFileName(process, module, kModuleNameSize, kModuleNameBufferChars));
-      if (start != 0) known.push_back({ids[i], start, openAccess, true, tail});
+      if (start != 0 && !tail.empty()) known.push_back({ids[i], start, openAccess, true, tail});
       if (tail == target) found = 1;
     }
     if (found == 1 && kills) list.TerminateProcess(process, 0);
