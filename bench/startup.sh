@@ -5,6 +5,9 @@
 # the same run:
 #   - launch to main window: the probe starts each program RUNS times, alternately, and
 #     times the first visible window (median and minimum);
+#   - the same for the second floor (bench/startup/FloorControls.cpp): the monitor's
+#     DLLs, manifest and child windows with none of its work, the least the window the
+#     design calls for can cost;
 #   - working set two seconds after the window (median);
 #   - CPU over IDLE_SECONDS in the tray: started with "Min", the background engine up and
 #     no job due, measured from the Linux side over all the process's threads;
@@ -19,17 +22,20 @@ runs=${3:-9}
 idle=${4:-60}
 here=$(cd "$(dirname "$0")" && pwd)
 probe="$win/bench/startup/bench_startup_probe.exe"
-for f in "$win/stage/QVMonitor.exe" "$probe" "$win/bench/startup/bench_floor_tray.exe"; do
+for f in "$win/stage/QVMonitor.exe" "$probe" "$win/bench/startup/bench_floor_tray.exe" \
+  "$win/bench/startup/bench_floor_controls.exe"; do
   [ -f "$f" ] || { echo "startup: $f is not built (make windows)" >&2; exit 1; }
 done
 
 rm -rf "$work"
 mkdir -p "$work/floor"
 cp -r "$win/stage" "$work/stage"
-cp "$win/bench/startup/bench_floor_tray.exe" "$work/floor/"
+cp "$win/bench/startup/bench_floor_tray.exe" "$win/bench/startup/bench_floor_controls.exe" \
+  "$work/floor/"
 QV_DEMO_RUN_NOW=0 "$here/../tools/make-demo-root.sh" "$work/stage" >/dev/null
 monitor="$work/stage/QVMonitor.exe"
 floor="$work/floor/bench_floor_tray.exe"
+controls="$work/floor/bench_floor_controls.exe"
 winpath() { echo "Z:${1//\//\\}"; }
 
 # The engine runs through the whole measurement, as it does on a user's machine.
@@ -50,19 +56,25 @@ stats() {   # stats VALUE... -> "median min"
 echo "startup: $runs launches of each (after one each to warm the caches)"
 window "$monitor" >/dev/null
 window "$floor" >/dev/null
-mon_ms=(); mon_kb=(); floor_ms=(); floor_kb=()
+window "$controls" >/dev/null
+mon_ms=(); mon_kb=(); floor_ms=(); floor_kb=(); ctl_ms=(); ctl_kb=()
 for i in $(seq "$runs"); do
   read -r ms kb < <(window "$monitor")
   mon_ms+=("$ms"); mon_kb+=("$kb")
   read -r ms kb < <(window "$floor")
   floor_ms+=("$ms"); floor_kb+=("$kb")
+  read -r ms kb < <(window "$controls")
+  ctl_ms+=("$ms"); ctl_kb+=("$kb")
 done
-echo "  monitor window ms: ${mon_ms[*]}"
-echo "  floor   window ms: ${floor_ms[*]}"
+echo "  monitor  window ms: ${mon_ms[*]}"
+echo "  floor    window ms: ${floor_ms[*]}"
+echo "  controls window ms: ${ctl_ms[*]}"
 read -r mon_med mon_min < <(stats "${mon_ms[@]}")
 read -r floor_med floor_min < <(stats "${floor_ms[@]}")
 read -r mon_ws _ < <(stats "${mon_kb[@]}")
 read -r floor_ws _ < <(stats "${floor_kb[@]}")
+read -r ctl_med ctl_min < <(stats "${ctl_ms[@]}")
+read -r ctl_ws _ < <(stats "${ctl_kb[@]}")
 
 # CPU time of a process's threads in nanoseconds, from the scheduler's own count.
 cpu_ns() {
@@ -106,6 +118,10 @@ printf '%-36s %12s %12s %8s\n' "launch to window, minimum (ms)" "$mon_min" "$flo
 printf '%-36s %12s %12s %8s\n' "working set after start (MB)" \
   "$(awk -v k="$mon_ws" 'BEGIN { printf "%.1f", k / 1024 }')" \
   "$(awk -v k="$floor_ws" 'BEGIN { printf "%.1f", k / 1024 }')" "$(ratio "$mon_ws" "$floor_ws")"
+printf '%-36s %12s %12s %8s\n' "second floor: its window, median (ms)" "$mon_med" "$ctl_med" "$(ratio "$mon_med" "$ctl_med")"
+printf '%-36s %12s %12s %8s\n' "  its floor ratio, median" "$(ratio "$ctl_med" "$floor_med")" "" ""
+printf '%-36s %12s %12s %8s\n' "  its working set (MB)" "" \
+  "$(awk -v k="$ctl_ws" 'BEGIN { printf "%.1f", k / 1024 }')" "$(ratio "$mon_ws" "$ctl_ws")"
 printf '%-36s %12s %12s %8s\n' "CPU over ${idle} s in the tray (ms)" "$mon_cpu" "$floor_cpu" "$(ratio "$mon_cpu" "$floor_cpu")"
 printf '%-36s %12s %12s %8s\n' "  as a share of one core" "$(pct "$mon_cpu")" "$(pct "$floor_cpu")" ""
 printf '%-36s %12s %12s %8s\n' "  wineserver meanwhile (ms)" "$mon_server" "$floor_server" ""

@@ -1,0 +1,97 @@
+// The second floor of the start-up benchmark: what the monitor's window is made of,
+// without anything the monitor does. The DLLs the monitor loads before its window (the
+// common controls in their themed version, COM, the type-library and theme calls), the
+// same manifest, and one window holding as many child windows of the same classes as
+// the monitor's window has (owner-drawn labels and pictures, check boxes, progress
+// bars, a report list with its columns), each subclassed as the screen kit does; then
+// one notification-area icon. Nothing read, nothing registered.
+#include <windows.h>
+#include <commctrl.h>
+#include <objbase.h>
+#include <oleauto.h>
+#include <shellapi.h>
+#include <uxtheme.h>
+
+#include <initializer_list>
+
+namespace {
+
+LRESULT CALLBACK Subclassed(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR, DWORD_PTR) {
+  return DefSubclassProc(hwnd, msg, wp, lp);
+}
+
+enum class Kind { Plain, Bar, List };
+
+struct Child {
+  const wchar_t* cls;
+  DWORD style;
+  int count;
+  Kind kind = Kind::Plain;
+};
+
+// The monitor's window: its controls by class, in the numbers the window has.
+constexpr Child kChildren[] = {
+    {L"STATIC", SS_OWNERDRAW | SS_NOTIFY, 13},
+    {L"BUTTON", BS_OWNERDRAW, 13},
+    {L"BUTTON", BS_3STATE, 2},
+    {PROGRESS_CLASSW, PBS_SMOOTH, 3, Kind::Bar},
+    {WC_LISTVIEWW, LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS, 1, Kind::List},
+};
+
+}  // namespace
+
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
+  INITCOMMONCONTROLSEX icc{sizeof(icc), ICC_WIN95_CLASSES | ICC_DATE_CLASSES | ICC_BAR_CLASSES |
+                                            ICC_LISTVIEW_CLASSES | ICC_PROGRESS_CLASS |
+                                            ICC_STANDARD_CLASSES};
+  InitCommonControlsEx(&icc);
+  const HRESULT com = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+  WNDCLASSW wc{};
+  wc.lpfnWndProc = DefWindowProcW;
+  wc.hInstance = instance;
+  wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+  wc.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+  wc.lpszClassName = L"FloorControls";
+  RegisterClassW(&wc);
+  HWND window = CreateWindowW(L"FloorControls", L"Floor controls",
+                              WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
+                              500, 360, nullptr, nullptr, instance, nullptr);
+  int id = 1, y = 0;
+  for (const Child& child : kChildren) {
+    for (int i = 0; i < child.count; ++i, ++id, y = (y + 10) % 300) {
+      HWND c = CreateWindowExW(0, child.cls, L"", WS_CHILD | WS_VISIBLE | child.style, 10, y, 200,
+                               child.kind == Kind::List ? 100 : 20, window,
+                               reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), instance,
+                               nullptr);
+      SetWindowSubclass(c, Subclassed, 1, 0);
+      if (child.kind == Kind::List) {
+        for (const wchar_t* title : {L"Type", L"Time", L"Message"}) {
+          LVCOLUMNW column{};
+          column.mask = LVCF_TEXT | LVCF_WIDTH;
+          column.cx = 80;
+          column.pszText = const_cast<wchar_t*>(title);
+          ListView_InsertColumn(c, 99, &column);
+        }
+      }
+      if (child.kind == Kind::Bar) SetWindowTheme(c, L" ", L" ");
+    }
+  }
+  BSTR name = SysAllocString(L"Floor controls");
+  SysFreeString(name);
+  NOTIFYICONDATAW icon{};
+  icon.cbSize = sizeof(icon);
+  icon.hWnd = window;
+  icon.uFlags = NIF_ICON | NIF_TIP;
+  icon.hIcon = LoadIconW(nullptr, IDI_APPLICATION);
+  lstrcpyW(icon.szTip, L"Floor controls");
+  Shell_NotifyIconW(NIM_ADD, &icon);
+  if (lstrcmpW(GetCommandLineW() + lstrlenW(GetCommandLineW()) - 3, L"Min") != 0) {
+    ShowWindow(window, show);
+    UpdateWindow(window);
+  }
+  MSG msg;
+  while (GetMessageW(&msg, nullptr, 0, 0) > 0) DispatchMessageW(&msg);
+  Shell_NotifyIconW(NIM_DELETE, &icon);
+  if (SUCCEEDED(com)) CoUninitialize();
+  return 0;
+}
