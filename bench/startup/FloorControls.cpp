@@ -53,16 +53,16 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
   wc.hCursor = LoadCursorW(nullptr, IDC_ARROW);
   wc.lpszClassName = L"FloorControls";
   RegisterClassW(&wc);
-  HWND window = CreateWindowW(L"FloorControls", L"Floor controls",
-                              WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
-                              500, 360, nullptr, nullptr, instance, nullptr);
+  HWND window =
+      CreateWindowW(L"FloorControls", L"Floor controls", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
+                    CW_USEDEFAULT, CW_USEDEFAULT, 500, 360, nullptr, nullptr, instance, nullptr);
   int id = 1, y = 0;
   for (const Child& child : kChildren) {
     for (int i = 0; i < child.count; ++i, ++id, y = (y + 10) % 300) {
-      HWND c = CreateWindowExW(0, child.cls, L"", WS_CHILD | WS_VISIBLE | child.style, 10, y, 200,
-                               child.kind == Kind::List ? 100 : 20, window,
-                               reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), instance,
-                               nullptr);
+      HWND c =
+          CreateWindowExW(0, child.cls, L"", WS_CHILD | WS_VISIBLE | child.style, 10, y, 200,
+                          child.kind == Kind::List ? 100 : 20, window,
+                          reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), instance, nullptr);
       SetWindowSubclass(c, Subclassed, 1, 0);
       if (child.kind == Kind::List) {
         for (const wchar_t* title : {L"Type", L"Time", L"Message"}) {
