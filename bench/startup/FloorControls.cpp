@@ -9,10 +9,11 @@
 #include <commctrl.h>
 #include <objbase.h>
 #include <oleauto.h>
-#include <shellapi.h>
 #include <uxtheme.h>
 
 #include <initializer_list>
+
+#include "FloorTray.h"
 
 namespace {
 
@@ -78,20 +79,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
   }
   BSTR name = SysAllocString(L"Floor controls");
   SysFreeString(name);
-  NOTIFYICONDATAW icon{};
-  icon.cbSize = sizeof(icon);
-  icon.hWnd = window;
-  icon.uFlags = NIF_ICON | NIF_TIP;
-  icon.hIcon = LoadIconW(nullptr, IDI_APPLICATION);
-  lstrcpyW(icon.szTip, L"Floor controls");
-  Shell_NotifyIconW(NIM_ADD, &icon);
-  if (lstrcmpW(GetCommandLineW() + lstrlenW(GetCommandLineW()) - 3, L"Min") != 0) {
-    ShowWindow(window, show);
-    UpdateWindow(window);
-  }
-  MSG msg;
-  while (GetMessageW(&msg, nullptr, 0, 0) > 0) DispatchMessageW(&msg);
-  Shell_NotifyIconW(NIM_DELETE, &icon);
+  RunInTray(window, L"Floor controls", show);
   if (SUCCEEDED(com)) CoUninitialize();
   return 0;
 }
