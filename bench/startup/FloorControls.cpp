@@ -47,16 +47,8 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
                                             ICC_STANDARD_CLASSES};
   InitCommonControlsEx(&icc);
   const HRESULT com = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-  WNDCLASSW wc{};
-  wc.lpfnWndProc = DefWindowProcW;
-  wc.hInstance = instance;
-  wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
-  wc.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-  wc.lpszClassName = L"FloorControls";
-  RegisterClassW(&wc);
-  HWND window =
-      CreateWindowW(L"FloorControls", L"Floor controls", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
-                    CW_USEDEFAULT, CW_USEDEFAULT, 500, 360, nullptr, nullptr, instance, nullptr);
+  HWND window = MakeFloorWindow(instance, L"FloorControls", L"Floor controls", COLOR_BTNFACE,
+                                WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 500, 360);
   int id = 1, y = 0;
   for (const Child& child : kChildren) {
     for (int i = 0; i < child.count; ++i, ++id, y = (y + 10) % 300) {

@@ -3,14 +3,7 @@
 #include "FloorTray.h"
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
-  WNDCLASSW wc{};
-  wc.lpfnWndProc = DefWindowProcW;
-  wc.hInstance = instance;
-  wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
-  wc.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-  wc.lpszClassName = L"FloorTray";
-  RegisterClassW(&wc);
-  HWND window = CreateWindowW(L"FloorTray", L"Floor tray", WS_OVERLAPPEDWINDOW, CW_USEDEFAULT,
-                              CW_USEDEFAULT, 480, 360, nullptr, nullptr, instance, nullptr);
+  HWND window = MakeFloorWindow(instance, L"FloorTray", L"Floor tray", COLOR_WINDOW,
+                                WS_OVERLAPPEDWINDOW, 480, 360);
   return RunInTray(window, L"Floor tray", show);
 }

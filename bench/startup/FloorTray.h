@@ -1,9 +1,23 @@
 #pragma once
-// What both floors of the start-up benchmark end with: the tray icon, the window shown
-// (left hidden when the command line ends with "Min", as the monitor's is), and the
-// message loop until the window's thread is told to quit.
+// What both floors of the start-up benchmark share: their top-level window, and what
+// they end with (the tray icon, the window shown unless the command line ends with
+// "Min", as the monitor's is, and the message loop until the thread is told to quit).
 #include <windows.h>
 #include <shellapi.h>
+
+// A plain window of a class of its own, not yet shown.
+inline HWND MakeFloorWindow(HINSTANCE instance, const wchar_t* name, const wchar_t* title,
+                            int background, DWORD style, int width, int height) {
+  WNDCLASSW wc{};
+  wc.lpfnWndProc = DefWindowProcW;
+  wc.hInstance = instance;
+  wc.hbrBackground = reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(background + 1));
+  wc.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+  wc.lpszClassName = name;
+  RegisterClassW(&wc);
+  return CreateWindowW(name, title, style, CW_USEDEFAULT, CW_USEDEFAULT, width, height, nullptr,
+                       nullptr, instance, nullptr);
+}
 
 inline int RunInTray(HWND window, const wchar_t* tip, int show) {
   NOTIFYICONDATAW icon{};
