@@ -61,42 +61,86 @@ base::DateTime DateOfDigits(const Text& eightDigits) {
   return date.AddMonths(static_cast<int>(month) - 1).AddDays(day - 1);
 }
 
+ReasonOfNotice ReasonOf(const Text& notifymsg) {
+  const Text upper = base::ToUpper(notifymsg);
+  if (upper == kReasonMissed) return {MissedReason::Missed, {}};
+  if (upper == kReasonNoScheduleJob) return {MissedReason::NoScheduleJob, {}};
+  if (base::InStr(upper, kNoSetData) > 0) {
+    // The name is what stands after the word's length, counted from the value's start.
+    return {MissedReason::NoSetData,
+            base::Mid(notifymsg, std::char_traits<char16_t>::length(kNoSetData) + 1)};
+  }
+  if (notifymsg.empty()) return {MissedReason::Plain, {}};
+  return {MissedReason::Other, {}};
+}
+
+Text NoItemsSentence(const Text& setName) {
+  return u"There are no items found in the Backup set : '" + setName + u"'.";
+}
+
 std::optional<Text> NoticeText(const Text& reason, std::int64_t days, const Text& user,
                                const Text& support) {
-  const Text upper = base::ToUpper(reason);
   const Text notTakenPlace = u"The scheduled backup has not taken place for the past " +
                              Days(days) + u" day(s) for the account '" + user + u"'.";
   const Text assistance = u"For assistance, email us at " + support + u" or send the ";
-  if (upper == u"MISSEDBACKUP") {
-    return notTakenPlace + kBreak +
-           u"The most common reason for a scheduled backup not to take place is that the "
-           u"computer is shut down at the time of schedule." +
-           kBreak + assistance;
+  const ReasonOfNotice why = ReasonOf(reason);
+  switch (why.kind) {
+    case MissedReason::Missed:
+      return notTakenPlace + kBreak +
+             u"The most common reason for a scheduled backup not to take place is that the "
+             u"computer is shut down at the time of schedule." +
+             kBreak + assistance;
+    case MissedReason::NoScheduleJob:
+      return u"User:  '" + user + u"'." + kBreak + kNoScheduleSentence +
+             u" To protect your data automatically, we recommend you to schedule your important "
+             u"files/folder for backup." +
+             kBreak + assistance;
+    case MissedReason::NoSetData:
+      return notTakenPlace + kBreak + u"Reason : " + NoItemsSentence(why.setName) +
+             u" Check the contents of the Backup set." + kBreak + assistance;
+    case MissedReason::Plain: return notTakenPlace + kBreak + assistance;
+    case MissedReason::Other: break;
   }
-  if (upper == u"NOSCHEDULEJOB") {
-    return u"User:  '" + user + u"'." + kBreak +
-           u"You have not scheduled any backup jobs. To protect your data automatically, we "
-           u"recommend you to schedule your important files/folder for backup." +
-           kBreak + assistance;
-  }
-  if (base::InStr(upper, kNoSetData) > 0) {
-    // The name is what stands after the word's length, counted from the value's start.
-    const Text setName = base::Mid(reason, std::char_traits<char16_t>::length(kNoSetData) + 1);
-    return notTakenPlace + kBreak + u"Reason : There are no items found in the Backup set : '" +
-           setName + u"'. Check the contents of the Backup set." + kBreak + assistance;
-  }
-  if (reason.empty()) return notTakenPlace + kBreak + assistance;
   return std::nullopt;
+}
+
+std::vector<Text> NotifyEntries(const Text& notifyUsers) {
+  std::vector<Text> entries;
+  for (const Text& entry : base::Split(notifyUsers, u"<<"))
+    if (!base::IsBlank(entry)) entries.push_back(entry);
+  return entries;
 }
 
 Text ListWithout(const Text& notifyUsers, const Text& user) {
   const Text gone = base::ToLower(base::Trim(user));
   Text out;
-  for (const Text& entry : base::Split(notifyUsers, u"<<")) {
-    if (base::IsBlank(entry) || base::ToLower(entry) == gone) continue;
+  for (const Text& entry : NotifyEntries(notifyUsers)) {
+    if (base::ToLower(entry) == gone) continue;
     out += u"<<" + entry;
   }
   return out;
+}
+
+std::optional<MissedBackupNotice> DueNotice(frame::AppState& app, const Text& entry,
+                                            const base::DateTime& today) {
+  const int wait = DaysToWait(UserKey(app, entry, u"NoofDays"));
+  if (UserKey(app, entry, u"Notify_Err") != u"1") return std::nullopt;
+  const Text failed = UserKey(app, entry, u"DateFailed");
+  if (failed.size() != 8) return std::nullopt;
+  const std::int64_t days = base::DateTime::DaysBetween(DateOfDigits(failed), today);
+  if (days < wait) return std::nullopt;
+
+  MissedBackupNotice notice;
+  notice.user = entry;
+  notice.days = days;
+  notice.reason = UserKey(app, entry, u"Notifymsg");
+  // A failure over 99 days old gets no notice.
+  if (days <= 99) {
+    notice.text = NoticeText(notice.reason, days, entry, SupportAddress(app));
+    notice.plainLayout = notice.reason.empty();
+    notice.shown = true;
+  }
+  return notice;
 }
 
 std::optional<MissedBackupNotice> CheckMissedBackup(
@@ -105,33 +149,21 @@ std::optional<MissedBackupNotice> CheckMissedBackup(
   const Text list = frame::ReadSetting(app, u"NotifyUsers");
   if (base::IsBlank(list)) return std::nullopt;
 
+  // The walk stops at the first account that is due: one per tick.
   std::optional<MissedBackupNotice> found;
-  for (const Text& entry : base::Split(list, u"<<")) {
-    if (base::IsBlank(entry)) continue;
-    const int wait = DaysToWait(UserKey(app, entry, u"NoofDays"));
-    if (UserKey(app, entry, u"Notify_Err") != u"1") continue;
-    const Text failed = UserKey(app, entry, u"DateFailed");
-    if (failed.size() != 8) continue;
-    const std::int64_t days = base::DateTime::DaysBetween(DateOfDigits(failed), today);
-    if (days < wait) continue;
-    found.emplace();
-    found->user = entry;
-    found->days = days;
-    break;
+  for (const Text& entry : NotifyEntries(list)) {
+    found = DueNotice(app, entry, today);
+    if (found) break;
   }
   if (!found) return std::nullopt;
 
-  MissedBackupNotice& notice = *found;
-  if (notice.days > 99) {
+  const MissedBackupNotice& notice = *found;
+  if (!notice.shown) {
     // A failure that old is dropped silently; its reason stays in the file.
     app.platform.profile->WriteString(kSection, u"Notify_Err", Text(u"0"),
                                       UserFile(app, notice.user));
     ClearUserKey(app, notice.user, u"DateFailed");
   } else {
-    const Text reason = UserKey(app, notice.user, u"Notifymsg");
-    notice.text = NoticeText(reason, notice.days, notice.user, SupportAddress(app));
-    notice.plainLayout = reason.empty();
-    notice.shown = true;
     if (show) show(notice);
     app.platform.profile->WriteString(kSection, u"Notify_Err", Text(u"0"),
                                       UserFile(app, notice.user));

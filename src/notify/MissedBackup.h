@@ -31,10 +31,31 @@ int DaysToWait(const Text& noofDays);
 // the platform's date serials do; throws base::Failure when they are not digits.
 base::DateTime DateOfDigits(const Text& eightDigits);
 
+// The reason words of Notifymsg, compared in upper case. A set without items is told
+// by "NOBACUPSETDATA_" anywhere in the value, the set's name standing behind the word's
+// length counted from the value's start.
+inline constexpr char16_t kReasonMissed[] = u"MISSEDBACKUP";
+inline constexpr char16_t kReasonNoScheduleJob[] = u"NOSCHEDULEJOB";
+inline constexpr char16_t kReasonNoSetData[] = u"NOBACUPSETDATA";
+enum class MissedReason { Missed, NoScheduleJob, NoSetData, Plain, Other };
+struct ReasonOfNotice {
+  MissedReason kind = MissedReason::Other;
+  Text setName;  // NoSetData only
+};
+ReasonOfNotice ReasonOf(const Text& notifymsg);
+
+// The sentence that tells an account without a scheduled job.
+inline constexpr char16_t kNoScheduleSentence[] = u"You have not scheduled any backup jobs.";
+// The sentence the notice gives a set without items, without its "Reason : " in front.
+Text NoItemsSentence(const Text& setName);
+
 // The notice's text for a reason word (compared in upper case); nullopt for a word
 // the notice has no text for, which leaves the text it had.
 std::optional<Text> NoticeText(const Text& reason, std::int64_t days, const Text& user,
                                const Text& support);
+
+// The entries of NotifyUsers in order, blank ones passed over.
+std::vector<Text> NotifyEntries(const Text& notifyUsers);
 
 // The list as written back: every non-blank entry but the user, each behind "<<".
 Text ListWithout(const Text& notifyUsers, const Text& user);
@@ -42,10 +63,18 @@ Text ListWithout(const Text& notifyUsers, const Text& user);
 struct MissedBackupNotice {
   Text user;                 // the entry as it stands in the list
   std::int64_t days = 0;     // whole days since DateFailed
+  Text reason;               // Notifymsg as read (trimmed)
   std::optional<Text> text;  // Label2; nullopt keeps what it shows
   bool plainLayout = false;  // Notifymsg was empty: the text moves, the link up
   bool shown = false;        // false: a failure over 99 days old, dropped without a word
 };
+
+// What the check makes of one entry of the list on `today`, reading the account's keys
+// and writing nothing: the notice it is due for, or nullopt when it is not due (yet).
+// A NoofDays or DateFailed that is no number throws base::Failure. The check of the
+// tick and read-only reports share this one rule.
+std::optional<MissedBackupNotice> DueNotice(frame::AppState& app, const Text& entry,
+                                            const base::DateTime& today);
 
 // One run of the check on `today`. `show` is called when a notice is due, before the
 // account's keys are cleared. Returns the account it handled, if any.

@@ -138,33 +138,39 @@ Text NextTransferTimeText(frame::AppState& app, const base::DateTime& next) {
   return jobstore::FormatDate(next, locale.shortDateFormat + u" h:nn:ss AMPM", locale);
 }
 
-QuotaView ComposeQuota(frame::AppState& app, const Text& totalSpace, const Text& usedSpace,
-                       const Text& accountType) {
-  QuotaView view;
+std::optional<QuotaFigures> QuotaFiguresOf(const Text& totalSpace, const Text& usedSpace,
+                                           const Text& accountType) {
   auto missing = [](const Text& v) { return v.empty() || v == u"0"; };
-  if (missing(totalSpace) || missing(usedSpace)) return view;
+  if (missing(totalSpace) || missing(usedSpace)) return std::nullopt;
   auto megabytes = [](const Text& v) {
     const std::size_t m = v.find(u'M');
     return base::LeadingNumber(m == Text::npos ? TextView(v) : TextView(v).substr(0, m));
   };
-  const double t = megabytes(totalSpace);
-  const double u = megabytes(usedSpace);
-  if (t != 0) {
-    if (u >= t) {
-      view.barValue = 100;
-      view.barColor = kQuotaFullColor;
-    } else {
-      view.barValue = u / t * 100;
-      view.barColor = kQuotaColor;
-    }
+  QuotaFigures f;
+  f.totalMegabytes = megabytes(totalSpace);
+  f.usedMegabytes = megabytes(usedSpace);
+  const double t = f.totalMegabytes;
+  const double u = f.usedMegabytes;
+  if (t != 0) f.percent = u >= t ? 100.0 : u / t * 100;
+  f.usedBytes = static_cast<double>(kit::RoundHalfEven(u * 1024 * 1024));
+  if (accountType == u"QVSYNC") f.totalBytes = t * 1024 * 1024;
+  if (accountType == u"QVWIN") f.totalBytes = t * 1000 * 1000;
+  return f;
+}
+
+QuotaView ComposeQuota(frame::AppState& app, const Text& totalSpace, const Text& usedSpace,
+                       const Text& accountType) {
+  QuotaView view;
+  const std::optional<QuotaFigures> f = QuotaFiguresOf(totalSpace, usedSpace, accountType);
+  if (!f) return view;
+  if (f->percent) {
+    view.barValue = *f->percent;
+    view.barColor = f->usedMegabytes >= f->totalMegabytes ? kQuotaFullColor : kQuotaColor;
   }
-  const double used = static_cast<double>(kit::RoundHalfEven(u * 1024 * 1024));
-  if (accountType == u"QVSYNC") {
-    view.label = kit::GetProperSizeValue(app, used, false) + u" Out of " +
-                 kit::GetProperSizeValue(app, t * 1024 * 1024, false);
-  } else if (accountType == u"QVWIN") {
-    view.label = kit::GetProperSizeValue(app, used, false) + u" Out of " +
-                 kit::GetProperSizeValue(app, t * 1000 * 1000, true);
+  if (f->totalBytes) {
+    // The used space is told in 1024s for both kinds; the total as its kind counts.
+    view.label = kit::GetProperSizeValue(app, f->usedBytes, false) + u" Out of " +
+                 kit::GetProperSizeValue(app, *f->totalBytes, accountType == u"QVWIN");
   }
   view.visible = true;
   return view;
@@ -174,6 +180,12 @@ QuotaView ReadQuota(frame::AppState& app) {
   return ComposeQuota(app, frame::ReadSetting(app, u"TotalSpace"),
                       frame::ReadSetting(app, u"UsedSpace"),
                       frame::ReadAccountKey(app, u"Corvane", u"ACCTYPE", true));
+}
+
+std::optional<QuotaFigures> ReadQuotaFigures(frame::AppState& app) {
+  return QuotaFiguresOf(frame::ReadSetting(app, u"TotalSpace"),
+                        frame::ReadSetting(app, u"UsedSpace"),
+                        frame::ReadAccountKey(app, u"Corvane", u"ACCTYPE", true));
 }
 
 }  // namespace notify

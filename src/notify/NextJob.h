@@ -76,6 +76,20 @@ struct QuotaView {
   std::optional<Text> label;  // nullopt leaves lblUserQuota as it is
 };
 
+// The figures behind the quota line: the megabytes of TotalSpace and UsedSpace, the bar's
+// percentage (100 once used reaches total; none when the total is 0), the used bytes and
+// the total in bytes as the account kind counts them ("QVSYNC" 1024s, "QVWIN" 1000s;
+// none for another kind). Nullopt when either value is empty or "0".
+struct QuotaFigures {
+  double totalMegabytes = 0;
+  double usedMegabytes = 0;
+  std::optional<double> percent;
+  double usedBytes = 0;
+  std::optional<double> totalBytes;
+};
+std::optional<QuotaFigures> QuotaFiguresOf(const Text& totalSpace, const Text& usedSpace,
+                                           const Text& accountType);
+
 // TotalSpace and UsedSpace hold megabytes followed by "M". The total is told in binary
 // units for a "QVSYNC" account and in decimal ones for "QVWIN" (the used space binary in
 // both): the account kinds count so, and the asymmetry is kept. Another kind leaves the
@@ -85,5 +99,6 @@ QuotaView ComposeQuota(frame::AppState& app, const Text& totalSpace, const Text&
 
 // The same from qvwin.ini and the user's ACCTYPE.
 QuotaView ReadQuota(frame::AppState& app);
+std::optional<QuotaFigures> ReadQuotaFigures(frame::AppState& app);
 
 }  // namespace notify

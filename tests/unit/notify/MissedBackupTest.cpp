@@ -62,6 +62,29 @@ TEST_F(MissedBackupTest, TwoUsersWithTheFirstDueLeaveTheSecondAloneInTheList) {
   EXPECT_FALSE(Check());
 }
 
+TEST_F(MissedBackupTest, DueNoticeTellsWhatTheCheckWouldShowAndWritesNothing) {
+  frame::WriteSetting(app, u"NotifyUsers", u"<<alice<<old");
+  SetUser(u"alice", u"7", u"1", u"20261105", u"NOBACUPSETDATA_Pics");
+  SetUser(u"old", u"7", u"1", u"20260801", u"MISSEDBACKUP");  // 106 days: no notice
+  const int writes = fake.fs.WriteCount();
+  const auto alice = notify::DueNotice(app, u"alice", today);
+  const auto old = notify::DueNotice(app, u"old", today);
+  EXPECT_EQ(fake.fs.WriteCount(), writes);
+  ASSERT_TRUE(alice && old);
+  EXPECT_EQ(alice->reason, u"NOBACUPSETDATA_Pics");
+  EXPECT_TRUE(alice->shown);
+  EXPECT_EQ(old->days, 106);
+  EXPECT_EQ(old->reason, u"MISSEDBACKUP");
+  EXPECT_FALSE(old->shown);
+  EXPECT_FALSE(old->text);
+  EXPECT_FALSE(notify::DueNotice(app, u"nobody", today));
+
+  ASSERT_TRUE(Check());
+  ASSERT_EQ(shown.size(), 1u);
+  EXPECT_EQ(shown[0].text, alice->text);
+  EXPECT_EQ(shown[0].days, alice->days);
+}
+
 TEST_F(MissedBackupTest, NoofDaysBoundsAndEntriesThatAreNotDue) {
   EXPECT_EQ(notify::DaysToWait(u""), 7);
   EXPECT_EQ(notify::DaysToWait(u"0"), 7);
