@@ -1,8 +1,11 @@
 #include "QvJobsCommand.h"
 
+#include <algorithm>
 #include <optional>
 
+#include "JsonWriter.h"
 #include "QvJobsEdit.h"
+#include "QvJobsStatus.h"
 
 #include "frame/AppState.h"
 #include "jobs/BackupNowRules.h"
@@ -13,6 +16,7 @@
 #include "frame/Startup.h"
 #include "jobstore/DBaction.h"
 #include "jobstore/NextRun.h"
+#include "platform/ReadOnlyFiles.h"
 #include "QvJobsSessions.h"
 
 namespace qvjobs {
@@ -24,12 +28,14 @@ using base::Text;
 constexpr char kUsage[] =
     "usage: qvjobs [--root DATAROOT] [--now \"mm-dd-yyyy H:mm:ss\"] [--os-major N] "
     "[--answer yes|no] "
-    "list | next | state | set-state VALUE | delete RECORDNO | new-number | "
-    "plan --time H:mm:ss (--days D[,D...] | --hourly | --monthly mm-dd-yyyy | --immediate) | "
-    "jobs | run-now RECORDNO | stop | stop-completely | backup-now SETNAME | "
+    "list [--json] | next | state | set-state VALUE | delete RECORDNO | new-number | "
+    "plan --time H:mm:ss (--days D[,D...] | --hourly | --monthly mm-dd-yyyy | --immediate) "
+    "[--json] | jobs [--json] | status [--json] [--max-age DAYS] | run-now RECORDNO | stop | "
+    "stop-completely | backup-now SETNAME | "
     "edit RECORDNO --time H:mm:ss (--days D[,D...] | --daily | --hourly | --monthly mm-dd-yyyy "
     "| --immediate | --none) [--mail ADDRESSES --notify always|failure | --no-mail] "
-    "[--cutoff H:mm:ss | --no-cutoff] [--desktop 0|1] [--missed 0|1] | sessions [--page N]";
+    "[--cutoff H:mm:ss | --no-cutoff] [--desktop 0|1] [--missed 0|1] | sessions [--page N] "
+    "[--json]";
 
 // The major version of the plug-in rule where the system cannot say (a build that is
 // not running on Windows).
@@ -116,15 +122,71 @@ class ConsolePrompts : public jobs::JobPrompts {
   bool yes_;
 };
 
-// "jobs": the list's rows with the record's NextRun in place of the shown date.
-void PrintJobs(const jobs::JobList& list, std::string& out) {
-  for (const jobs::JobRow& row : list.rows) {
-    std::vector<Text> cells = row.cells;
-    cells.resize(jobs::kJobColumnCount);
-    cells[jobs::kColNextTransfer - 1] = row.nextRun;
-    out += Line(base::Join(cells, u"|"));
+// The cells of a "jobs" row: the list's, with the record's NextRun in place of the
+// shown date.
+std::vector<Text> JobCells(const jobs::JobRow& row) {
+  std::vector<Text> cells = row.cells;
+  cells.resize(jobs::kJobColumnCount);
+  cells[jobs::kColNextTransfer - 1] = row.nextRun;
+  return cells;
+}
+
+// The columns' captions in lower camel case, as --json names them.
+constexpr const char* kJobKeys[jobs::kJobColumnCount] = {
+    "backupRestoreSet", "nextTransfer", "frequency", "status",       "destination",
+    "dataSort",         "no",           "userName",  "scheduledDays"};
+
+// "jobs": the rows, then the line under the list when it has text. As JSON only the rows.
+void PrintJobs(const jobs::JobList& list, bool json, std::string& out) {
+  if (json) {
+    JsonWriter j;
+    j.BeginArray();
+    for (const jobs::JobRow& row : list.rows) {
+      const std::vector<Text> cells = JobCells(row);
+      j.BeginObject();
+      for (std::size_t i = 0; i < cells.size(); ++i)
+        j.Key(kJobKeys[i]).String(base::TextView(cells[i]));
+      j.EndObject();
+    }
+    out += j.EndArray().Document();
+    return;
   }
+  for (const jobs::JobRow& row : list.rows) out += Line(base::Join(JobCells(row), u"|"));
   if (!list.lblMsgProgres.empty()) out += Line(list.lblMsgProgres);
+}
+
+// Rows of named text columns, as "a|b|c" lines or as a JSON array of objects.
+std::string Rows(const std::vector<const char*>& keys, const std::vector<std::vector<Text>>& rows,
+                 bool json) {
+  if (!json) {
+    std::string out;
+    for (const auto& row : rows) out += Line(base::Join(row, u"|"));
+    return out;
+  }
+  JsonWriter j;
+  j.BeginArray();
+  for (const auto& row : rows) {
+    j.BeginObject();
+    for (std::size_t i = 0; i < keys.size() && i < row.size(); ++i)
+      j.Key(keys[i]).String(base::TextView(row[i]));
+    j.EndObject();
+  }
+  return j.EndArray().Document();
+}
+
+// The command word of a command line: the first word that is not a global option or
+// its value; "" when there is none.
+std::string CommandWord(const std::vector<std::string>& args) {
+  for (std::size_t i = 0; i < args.size(); ++i) {
+    const std::string& a = args[i];
+    if (a == "--root" || a == "--now" || a == "--os-major" || a == "--answer") {
+      ++i;
+      continue;
+    }
+    if (a.rfind("--", 0) == 0) continue;
+    return a;
+  }
+  return {};
 }
 class Command {
  public:
@@ -146,14 +208,19 @@ class Command {
     frame::AppState app(p);
 
     if (name == "list") {
+      const bool json = TakeJson();
       End();
       SetPaths(app, root_);
       jobstore::DB_ReadSchdata(app, Text(), app.Jobs, false);
+      std::vector<std::vector<Text>> rows;
       for (const auto& r : app.Jobs)
-        out +=
-            Line(base::Join({r.RecordNo, r.BackupSetName, r.NextRun, r.CreatedOn, r.FrequencyIndex,
-                             r.SortKey, r.Days, r.UserName, r.MailMode, r.MailAddresses},
-                            u"|"));
+        rows.push_back({r.RecordNo, r.BackupSetName, r.NextRun, r.CreatedOn, r.FrequencyIndex,
+                        r.SortKey, r.Days, r.UserName, r.MailMode, r.MailAddresses});
+      out += Rows({"recordNo", "backupSetName", "nextRun", "createdOn", "frequencyIndex", "sortKey",
+                   "days", "userName", "mailMode", "mailAddresses"},
+                  rows, json);
+    } else if (name == "status") {
+      return RunStatus(p, out, err);
     } else if (name == "next") {
       End();
       SetPaths(app, root_);
@@ -178,16 +245,19 @@ class Command {
       SetPaths(app, root_);
       out += Line(base::FromNumber(jobstore::DB_GetNewSchRecordNo(app, app.RecordCount)));
     } else if (name == "jobs") {
+      const bool json = TakeJson();
       End();
       SetPaths(app, root_);
       jobs::JobList list;
       jobs::ActivateJobList(app, list);
-      PrintJobs(list, out);
+      PrintJobs(list, json, out);
     } else if (name == "plan") {
-      jobstore::ScheduleChoice choice = ParsePlan(*p.clock);
+      bool json = false;
+      jobstore::ScheduleChoice choice = ParsePlan(*p.clock, json);
       SetPaths(app, root_);
       jobstore::Timing t = jobstore::PlanTiming(app, choice);
-      out += Line(base::Join({t.NextRun, t.Days, t.FrequencyIndex, t.SortKey}, u"|"));
+      out += Rows({"nextRun", "days", "frequencyIndex", "sortKey"},
+                  {{t.NextRun, t.Days, t.FrequencyIndex, t.SortKey}}, json);
     } else if (name == "edit") {
       EditRequest request{
           std::vector<std::string>(args_.begin() + static_cast<long>(pos_), args_.end()),
@@ -206,9 +276,10 @@ class Command {
       if (code == kExitUsage) throw UsageError{reason};
       return code;
     } else if (name == "sessions") {
-      const int page = ParsePage();
+      bool json = false;
+      const int page = ParsePage(json);
       SetPaths(app, root_);
-      out += SessionsPage(app, page);
+      out += json ? SessionsPageJson(app, page) : SessionsPage(app, page);
     } else {
       throw UsageError{"unknown command '" + name + "'"};
     }
@@ -312,7 +383,7 @@ class Command {
     }
   }
 
-  jobstore::ScheduleChoice ParsePlan(platform::IClock& clock) {
+  jobstore::ScheduleChoice ParsePlan(platform::IClock& clock, bool& json) {
     jobstore::ScheduleChoice choice;
     std::optional<base::DateTime> time;
     int kinds = 0;
@@ -344,6 +415,8 @@ class Command {
         ++kinds;
         choice.chkImmediate = true;
         choice.bImmediate = true;
+      } else if (option == "--json") {
+        json = true;
       } else {
         throw UsageError{"unknown plan option '" + option + "'"};
       }
@@ -358,19 +431,69 @@ class Command {
     return choice;
   }
 
-  // "--page N", N a whole number from 1; 1 without it.
-  int ParsePage() {
+  // "--page N", N a whole number from 1; 1 without it. "--json" before or after it.
+  int ParsePage(bool& json) {
     long long page = 1;
+    json = TakeJson();
     if (pos_ < args_.size() && args_[pos_] == "--page") {
       ++pos_;
       const Text value = Take("--page needs a number");
-      bool digits = !value.empty() && value.size() <= 9;
-      for (char16_t c : value) digits = digits && c >= u'0' && c <= u'9';
-      if (!digits || !base::ParseLong(value, page) || page < 1)
+      if (!WholeNumber(value, page) || page < 1)
         throw UsageError{"--page takes a page number from 1"};
     }
+    json = TakeJson() || json;
     End();
     return static_cast<int>(page);
+  }
+
+  // Up to nine digits and nothing else.
+  static bool WholeNumber(const Text& value, long long& number) {
+    bool digits = !value.empty() && value.size() <= 9;
+    for (char16_t c : value) digits = digits && c >= u'0' && c <= u'9';
+    return digits && base::ParseLong(value, number);
+  }
+
+  // A "--json" at the present place, taken.
+  bool TakeJson() {
+    if (pos_ < args_.size() && args_[pos_] == "--json") {
+      ++pos_;
+      return true;
+    }
+    return false;
+  }
+
+  // status [--json] [--max-age DAYS]: reads through files that refuse every write, so
+  // that nothing under the data root changes, not a trace line nor a cleared key.
+  int RunStatus(platform::Platform& p, std::string& out, std::string& err) {
+    bool json = false;
+    long long maxAge = kDefaultMaxAgeDays;
+    while (pos_ < args_.size()) {
+      const std::string option = args_[pos_++];
+      if (option == "--json") {
+        json = true;
+      } else if (option == "--max-age") {
+        if (!WholeNumber(Take("--max-age needs a number of days"), maxAge))
+          throw UsageError{"--max-age takes a whole number of days"};
+      } else {
+        throw UsageError{"unexpected argument '" + option + "'"};
+      }
+    }
+    if (!p.fs || !p.profile) throw UsageError{"no file system to read"};
+    platform::ReadOnlyFileSystem files(*p.fs);
+    platform::ReadOnlyProfile profile(*p.profile);
+    platform::Platform readOnly = p;
+    readOnly.fs = &files;
+    readOnly.profile = &profile;
+    frame::AppState app(readOnly);
+    SetPaths(app, root_);
+    const MachineStatus status = ReadMachineStatus(app, static_cast<long>(maxAge));
+    out += json ? StatusJson(status) : StatusText(status);
+    for (const Text& note : status.notes) err += "qvjobs: " + base::ToUtf8(note) + "\n";
+    for (const Text& path : files.Refused())
+      err += "qvjobs: a write was refused: " + base::ToUtf8(path) + "\n";
+    for (const Text& key : profile.Refused())
+      err += "qvjobs: a write was refused: " + base::ToUtf8(key) + "\n";
+    return static_cast<int>(status.state);
   }
 
   Text Take(const char* missing) {
@@ -402,7 +525,12 @@ int RunQvJobs(const std::vector<std::string>& args, platform::Platform& platform
   } catch (const UsageError& e) {
     out.clear();
     err = "qvjobs: " + e.reason + "; " + kUsage + "\n";
-    return kExitUsage;
+    if (CommandWord(args) != "status") return kExitUsage;
+    // A monitoring check answers UNKNOWN to a command line it cannot follow.
+    const MachineStatus unknown = UnknownStatus(u"bad argument: " + base::FromUtf8(e.reason));
+    const bool json = std::find(args.begin(), args.end(), "--json") != args.end();
+    out = json ? StatusJson(unknown) : StatusText(unknown);
+    return static_cast<int>(CheckState::Unknown);
   }
 }
 
