@@ -2,8 +2,8 @@
 # make-demo-root.sh PROGRAM_FOLDER [--reset]
 #
 # Puts a small demo data set into PROGRAM_FOLDER\QVCOMMON (the data root is the
-# program folder here): three scheduled jobs, an account name, the engine type and a
-# few lines of activity log, so that `make run` shows a monitor with something in it.
+# program folder here): three scheduled jobs, an account name, the engine type, a
+# few lines of activity log and the session file of the backup they tell of, so that `make run` shows a monitor with something in it.
 #
 # A file that already exists is left alone: what the monitor wrote there (the stored
 # window place, a changed schedule) and what a person edited survives the next run.
@@ -85,6 +85,17 @@ writeUtf16 "$common/QVWServiceLog.txt" \
   "Success     : $(stamp '-2 hours +11 minutes') : Backup job 'Documents' completed." \
   "Error       : $(stamp '-1 hours') : Could not reach the server" \
   "Information : $(stamp '-50 minutes') : Backup job 'Photos' will run again at its next scheduled time."
+
+# The session file of the backup the log tells of (the engine writes one per run), so
+# that the Session Log lists it and `qvjobs status` finds a recent backup.
+mkdir -p "$common/Session"
+sessionName() { date -d "$1" '+Schedule %m-%d-%Y  %H-%M-%S.txt'; }
+if ! compgen -G "$common/Session/Schedule *.txt" >/dev/null || [ "$reset" = "--reset" ]; then
+  rm -f "$common/Session/Schedule "*.txt
+  writeUtf16 "$common/Session/$(sessionName '-2 hours')" \
+    "Information : $(stamp '-2 hours') : Backup job 'Documents' started." \
+    "Success     : $(stamp '-2 hours +11 minutes') : Backup job 'Documents' completed."
+fi
 
 # QV_DEMO_RUN_NOW=1: a "Desktop" backup to run at once (the immediate key), and a slow
 # scenario for the simulated engine, so that the window shows a live transfer for a

@@ -39,6 +39,21 @@ while IFS='|' read -r no set next created freq key days user mailMode mail; do
   fi
 done <<<"$list"
 
+# The demo machine is a healthy one for a monitoring check: the next job is the daily
+# one, the backup the log tells of has its session file, and nothing is changed by asking.
+before=$(cd "$work" && find . -printf '%p %s %T@\n' | sort | md5sum)
+rc=0
+"$wine" "$qvjobs" --root "Z:${work//\//\\}" status >"$work.status" 2>/dev/null </dev/null || rc=$?
+first=$(head -1 "$work.status" | tr -d '\r')
+[ "$rc" = 0 ] || fail "qvjobs status exited $rc: $first"
+next=$(sed -n 's/^1|Documents|\([^|]*\)|.*/\1/p' <<<"$list")
+[[ "$first" == "CORVANE OK - next job 'Documents' at $next | age=0d;;7" ||
+  "$first" == "CORVANE OK - next job 'Documents' at $next | age=1d;;7" ]] ||
+  fail "qvjobs status said: $first"
+[ "$(cd "$work" && find . -printf '%p %s %T@\n' | sort | md5sum)" = "$before" ] ||
+  fail "qvjobs status changed the demo data"
+rm -f "$work.status"
+
 # Kept on a second run, written afresh with --reset.
 printf 'x' >>"$common/qvwin.ini"
 before=$(md5sum <"$common/qvwin.ini")
