@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # build-msi.sh STAGE_DIR OUT.msi VERSION: the monitor's installer from the program folder.
-# Only QVMonitor.exe and images\ go in (never the simulated engine, the tools or the
-# data of a run). wixl (Debian's msitools) builds packaging/CorvaneMonitor.wxs with the
+# Only QVMonitor.exe, qvjobs.exe and images\ go in (never the simulated engine, the other
+# tools or the data of a run). wixl (Debian's msitools) builds packaging/CorvaneMonitor.wxs with the
 # pictures listed by wixl-heat; then msibuild applies packaging/msi-fixups.sql and adds
 # the data folder's lock (packaging/MsiLockPermissionsEx.idt), which wixl cannot write.
 # VERSION is the build files' version; the package takes its first three fields (the
@@ -14,7 +14,9 @@ version=${3:?$usage}
 here=$(cd "$(dirname "$0")" && pwd)
 packaging=$(cd "$here/../packaging" && pwd)
 
-[ -f "$stage/QVMonitor.exe" ] || { echo "build-msi: no $stage/QVMonitor.exe" >&2; exit 1; }
+for program in QVMonitor.exe qvjobs.exe; do
+  [ -f "$stage/$program" ] || { echo "build-msi: no $stage/$program" >&2; exit 1; }
+done
 [ -f "$stage/images/artwork.txt" ] || { echo "build-msi: no pictures in $stage/images" >&2; exit 1; }
 msiVersion=$(cut -d. -f1-3 <<<"$version")
 [[ "$msiVersion" =~ ^[0-9]+\.[0-9]+\.[0-9]+$ ]] || { echo "build-msi: bad version $version" >&2; exit 1; }
@@ -25,7 +27,7 @@ trap 'rm -rf "$work"' EXIT
 # The package is built from a copy of what ships, by paths relative to it: no path of
 # this machine ends up in its tables.
 mkdir -p "$work/files/images"
-cp "$stage/QVMonitor.exe" "$work/files/"
+cp "$stage/QVMonitor.exe" "$stage/qvjobs.exe" "$work/files/"
 cp -R "$stage/images/." "$work/files/images/"
 (cd "$work/files" && find images -type f | LC_ALL=C sort |
   wixl-heat --prefix images/ --directory-ref IMAGESDIR --component-group Images \

@@ -75,10 +75,26 @@ msiexec install.log /i "$(winpath "$msi")" /qn || fail "the install failed"
 [ -f "$unixDir/images/artwork.txt" ] || fail "no pictures in $dir\\images"
 [ -d "$unixDir/QVCOMMON" ] || fail "no data folder $dir\\QVCOMMON"
 shipped=$(cd "$unixDir" && find . -type f | sort)
-others=$(grep -iE '\.exe$|\.dll$' <<<"$shipped" | grep -vx './QVMonitor.exe' || true)
+others=$(grep -iE '\.exe$|\.dll$' <<<"$shipped" | grep -vx -e './QVMonitor.exe' -e './qvjobs.exe' || true)
 [ -z "$others" ] || fail "more programs installed: $(tr '\n' ' ' <<<"$others")"
 cmp -s "$stage/QVMonitor.exe" "$unixDir/QVMonitor.exe" || fail "the installed QVMonitor.exe is not the staged one"
+cmp -s "$stage/qvjobs.exe" "$unixDir/qvjobs.exe" || fail "the installed qvjobs.exe is not the staged one"
 echo "installed: $(wc -l <<<"$shipped") files, QVMonitor.exe $(stat -c %s "$unixDir/QVMonitor.exe") bytes"
+
+step "the installed qvjobs.exe status, by the program folder's path"
+# A fresh install has no job yet: CRITICAL (exit 2), and nothing under the data root changes.
+dataDigest() { (cd "$unixDir/QVCOMMON" && find . -printf '%p %s %T@\n' | sort && find . -type f -exec md5sum {} + | sort) | md5sum; }
+before=$(dataDigest)
+rc=0
+status=$("$wine" "$dir\qvjobs.exe" --root "$dir" status </dev/null 2>/dev/null | tr -d '\r') || rc=$?
+echo "qvjobs.exe status -> exit $rc: $(head -1 <<<"$status")"
+[ "$rc" = 2 ] || fail "qvjobs.exe status exited $rc, not 2"
+[ "$(head -1 <<<"$status")" = "CORVANE CRITICAL - No scheduled backup/restore job(s)" ] ||
+  fail "qvjobs.exe status said: $status"
+json=$("$wine" "$dir\qvjobs.exe" --root "$dir" status --json </dev/null 2>/dev/null | tr -d '\r') || true
+python3 -c 'import json, sys; d = json.loads(sys.argv[1]); assert d["status"] == "CRITICAL" and d["nextJob"] is None, d' "$json" ||
+  fail "qvjobs.exe status --json: $json"
+[ "$(dataDigest)" = "$before" ] || fail "qvjobs.exe status changed the data folder"
 
 step "the class by its ProgID, by IDispatch and by its vtable"
 [ "$(regValue "HKLM\\Software\\Classes\\CLSID\\$clsid\\LocalServer32" '')" = "\"$exe\"" ] ||
@@ -154,6 +170,7 @@ startFromRun "$run" || fail "the upgraded monitor did not start: $(trace | tail 
 msiexec uninstall.log /x "$(winpath "$work/CorvaneMonitor-$next.msi")" /qn || fail "the removal failed"
 [ "$(monitors)" = 0 ] || fail "the monitor still runs after the removal"
 [ -e "$unixDir/QVMonitor.exe" ] && fail "QVMonitor.exe is still there"
+[ -e "$unixDir/qvjobs.exe" ] && fail "qvjobs.exe is still there"
 [ -e "$unixDir/images" ] && fail "the pictures are still there"
 for root in 'HKLM\Software\Classes' 'HKCU\Software\Classes' 'HKCR'; do
   hasKey "$root\\CLSID\\$clsid" && fail "the class is still registered in $root"

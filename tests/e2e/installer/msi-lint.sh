@@ -39,26 +39,32 @@ if grep -rEl '(^|[[:space:]"=])(/(work|tmp|home|usr|root)/|[Zz]:\\)' "$work/tabl
   fail "the package holds an absolute path: $(grep -rEh '(^|[[:space:]"=])(/(work|tmp|home|usr|root)/|[Zz]:\\)' "$work/tables" | head -3)"
 fi
 
-# What ships: QVMonitor.exe and the pictures, nothing of the engine or the tests.
+# What ships: QVMonitor.exe, qvjobs.exe and the pictures, nothing of the engine or the tests.
 files=$(rows File | field 3)
 grep -qx 'QVMonitor.exe' <<<"$files" || fail "QVMonitor.exe is not in the package"
+grep -qx 'qvjobs.exe' <<<"$files" || fail "qvjobs.exe is not in the package"
 grep -qx 'artwork.txt' <<<"$files" || fail "the pictures are not in the package"
-others=$(grep -iE '\.exe$|\.dll$' <<<"$files" | grep -vx 'QVMonitor.exe' || true)
+others=$(grep -iE '\.exe$|\.dll$' <<<"$files" | grep -vx -e 'QVMonitor.exe' -e 'qvjobs.exe' || true)
 [ -z "$others" ] || fail "other programs ship: $(tr '\n' ' ' <<<"$others")"
 grep -qiE 'QVCOMMON|scheduleData|\.log$' <<<"$files" && fail "data files ship: $files"
 
-# The shipped program is stripped and points at its symbols in the build tree.
+# The shipped programs are stripped and point at their symbols in the build tree.
 mkdir -p "$work/files"
 (cd "$work/files" && msiextract "$msi" >/dev/null)
+for program in QVMonitor.exe qvjobs.exe; do
+  shipped=$(find "$work/files" -name "$program" | head -1)
+  if [ -z "$shipped" ]; then
+    fail "$program could not be extracted"
+    continue
+  fi
+  sections=$(x86_64-w64-mingw32-objdump -h "$shipped" 2>&1) || fail "$program is no program: $sections"
+  grep -q ' \.debug_' <<<"$sections" && fail "the shipped $program carries debug information"
+  link=$(x86_64-w64-mingw32-objcopy --dump-section .gnu_debuglink=/dev/stdout "$shipped" 2>/dev/null | tr -d '\0' | head -c 200 || true)
+  [[ "$link" == "$program.debug"* ]] || fail "the shipped $program has no debug link (got '$link')"
+  [ -f "$build/symbols/$program.debug" ] || fail "no symbols in $build/symbols/$program.debug"
+done
 exe=$(find "$work/files" -name QVMonitor.exe | head -1)
-if [ -z "$exe" ]; then
-  fail "QVMonitor.exe could not be extracted"
-else
-  sections=$(x86_64-w64-mingw32-objdump -h "$exe" 2>&1) || fail "QVMonitor.exe is no program: $sections"
-  grep -q ' \.debug_' <<<"$sections" && fail "the shipped QVMonitor.exe carries debug information"
-  link=$(x86_64-w64-mingw32-objcopy --dump-section .gnu_debuglink=/dev/stdout "$exe" 2>/dev/null | tr -d '\0' | head -c 200 || true)
-  [[ "$link" == QVMonitor.exe.debug* ]] || fail "the shipped QVMonitor.exe has no debug link (got '$link')"
-  [ -f "$build/symbols/QVMonitor.exe.debug" ] || fail "no symbols in $build/symbols/QVMonitor.exe.debug"
+if [ -n "$exe" ]; then
   # Nor in the files it carries (a source path in the program, a path in a picture list).
   for path in "$repo" "$build" "$(realpath -m "$repo")" "$(realpath -m "$build")"; do
     leaks=$(grep -rlaF -- "$path" "$work/files" || true)
