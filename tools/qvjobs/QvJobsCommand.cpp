@@ -7,6 +7,7 @@
 #include "QvJobsEdit.h"
 #include "QvJobsStatus.h"
 
+#include "base/Guarded.h"
 #include "frame/AppState.h"
 #include "jobs/BackupNowRules.h"
 #include "jobs/JobActions.h"
@@ -486,7 +487,12 @@ class Command {
     readOnly.profile = &profile;
     frame::AppState app(readOnly);
     SetPaths(app, root_);
-    const MachineStatus status = ReadMachineStatus(app, static_cast<long>(maxAge));
+    // Whatever the files hold, the check answers: a failure nobody foresaw is UNKNOWN.
+    MachineStatus status;
+    base::Guarded([&] { status = ReadMachineStatus(app, static_cast<long>(maxAge)); },
+                  [&](const base::ErrorInfo& e) {
+                    status = UnknownStatus(u"the state could not be read: " + e.description);
+                  });
     out += json ? StatusJson(status) : StatusText(status);
     for (const Text& note : status.notes) err += "qvjobs: " + base::ToUtf8(note) + "\n";
     for (const Text& path : files.Refused())
