@@ -120,6 +120,17 @@ TEST_F(SupportScreensTest, AboutListsTheFilesAndClosesByEsc) {
                 Text(25, u' ') + u"9.5.0.5");
   EXPECT_EQ(form.picbkgrd.PictureKey(), u"qv_about_us");
   EXPECT_EQ(form.lblcopy.PictureKey(), u"button_OK_enb");
+  // The pointer over OK and away again: its own face, hover and normal, never the
+  // standard buttons'.
+  form.lblcopy.RaiseMouseMove({});
+  EXPECT_EQ(form.lblcopy.PictureKey(), u"button_OK_ovr");
+  EXPECT_EQ(form.lblcopy.Lbl().ForeColor(), kit::kWhite);
+  form.picbkgrd.RaiseMouseMove({});
+  EXPECT_EQ(form.lblcopy.PictureKey(), u"button_OK_enb");
+  form.lblcopy.Lbl().RaiseMouseMove({});
+  EXPECT_EQ(form.lblcopy.PictureKey(), u"button_OK_ovr");
+  form.RaiseMouseMove({});
+  EXPECT_EQ(form.lblcopy.PictureKey(), u"button_OK_enb");
   Key(form, kit::kKeyEscape);
   EXPECT_FALSE(form.IsLoaded());
 }
