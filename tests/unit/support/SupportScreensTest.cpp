@@ -100,6 +100,25 @@ TEST_F(SupportScreensTest, ErrorReportLoadsTheUserAndFollowsTheTicket) {
   EXPECT_FALSE(form.IsLoaded());
 }
 
+TEST_F(SupportScreensTest, ErrorReportSendIsNotStartedAgainWhileItRuns) {
+  frame::WriteSetting(app, u"EmailUserName", u"mary@example.com");
+  support::frmErrorReport form(app, ui);
+  ui.Show(form);
+  form.txtMsg.SetText(u"It stopped.");
+  int pressesDuringUpload = 0;
+  fake.network.duringUpload = [&] {
+    if (pressesDuringUpload++ > 0) return;  // only the first upload: a nested one would recurse
+    form.cmdSend.RaiseMouseUp({kit::kLeftButton});
+    Key(form, 'S', kit::kAltMask);
+  };
+  form.cmdSend.RaiseMouseUp({kit::kLeftButton});
+  EXPECT_EQ(fake.network.mails.size(), 1u) << "a send started inside the running one";
+  EXPECT_EQ(form.lblProgress.Caption(), u"Feedback report has been sent successfully.");
+  // Once it has ended, Send works again.
+  Key(form, 'S', kit::kAltMask);
+  EXPECT_EQ(fake.network.mails.size(), 2u);
+}
+
 TEST_F(SupportScreensTest, ErrorReportAboveNinetySixDpiShortensTheTicketLabel) {
   ScriptedUi large(12);
   frame::WriteSetting(app, u"EmailUserName", u"mary@example.com");
