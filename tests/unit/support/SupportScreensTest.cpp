@@ -8,6 +8,7 @@
 #include "support/SupportScreens.h"
 #include "support/frmErrorReport.h"
 #include "support/frmUpdatePassword.h"
+#include "support/UpdatePasswordRules.h"
 
 using base::Text;
 using kit::ScriptedUi;
@@ -53,6 +54,22 @@ TEST_F(SupportScreensTest, UpdatePasswordResetsOnEscAndStaysOpen) {
   EXPECT_EQ(ui.Tips().Balloon()->TipText(), u"Clear the data entered");
   form.Picture2.RaiseMouseUp({kit::kLeftButton});
   EXPECT_FALSE(form.IsLoaded());
+}
+
+TEST_F(SupportScreensTest, UpdatePasswordRefusesACharacterTheStoreCannotHold) {
+  support::frmUpdatePassword form(app, ui);
+  ui.Show(form);
+  form.txtPassword.SetText(u"abc");
+  EXPECT_TRUE(ui.Questions().empty());
+  // A paste (or a key) that brings in a letter outside the alphabet: the box keeps
+  // what it can store and says why.
+  ui.Queue(ScriptedUi::Answer::Ok());
+  form.txtPassword.SetText(u"abc\u00E9d\u20AC");
+  EXPECT_EQ(form.txtPassword.GetText(), u"abcd");
+  ASSERT_EQ(ui.Questions().size(), 1u);
+  EXPECT_EQ(ui.Questions()[0].text, support::kPasswordAlphabetMessage);
+  EXPECT_EQ(ui.Questions()[0].title, app.AppTitle);
+  EXPECT_EQ(form.ActiveControl(), &form.txtPassword);
 }
 
 TEST_F(SupportScreensTest, UpdatePasswordAppliedByTheFormStoresAndCloses) {
