@@ -1,6 +1,7 @@
 #include "notify/MissedBackup.h"
 
 #include "base/Guarded.h"
+#include "frame/Logs.h"
 #include "frame/Settings.h"
 #include "kit/WindowLook.h"
 
@@ -101,13 +102,19 @@ Text ListWithout(const Text& notifyUsers, const Text& user) {
 
 std::optional<MissedBackupNotice> CheckMissedBackup(
     frame::AppState& app, const base::DateTime& today,
-    const std::function<void(const MissedBackupNotice&)>& show) {
+    const std::function<void(const MissedBackupNotice&)>& show, std::set<Text>* passedOver) {
   const Text list = frame::ReadSetting(app, u"NotifyUsers");
   if (base::IsBlank(list)) return std::nullopt;
 
   std::optional<MissedBackupNotice> found;
   for (const Text& entry : base::Split(list, u"<<")) {
     if (base::IsBlank(entry)) continue;
+    if (!frame::StaysInItsFolder(entry)) {
+      if (passedOver == nullptr || passedOver->insert(entry).second)
+        frame::WriteTrace(app, u"NotifyUsers: the entry '" + entry +
+                                   u"' is passed over: as a folder name it would leave QVCOMMON.");
+      continue;
+    }
     const int wait = DaysToWait(UserKey(app, entry, u"NoofDays"));
     if (UserKey(app, entry, u"Notify_Err") != u"1") continue;
     const Text failed = UserKey(app, entry, u"DateFailed");

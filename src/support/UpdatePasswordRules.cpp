@@ -50,6 +50,11 @@ ApplyOutcome ApplyPassword(frame::AppState& app, kit::Ui& ui, const Text& userNa
   }
   const Text user = base::Trim(userName);
   Text pass = base::Trim(password);
+  if (!frame::StaysInItsFolder(user)) {
+    ui.MessageBox(kUserNameFolderMessage, kit::kIconInfo, kit::kButtonsOk, app.AppTitle);
+    Call(hooks.focusUserName);
+    return ApplyOutcome::NameLeavesFolder;
+  }
   // Never prove a password that the store would give back as another one.
   if (!HoldsOnlyPasswordCharacters(pass)) {
     ui.MessageBox(kPasswordAlphabetMessage, kit::kIconInfo, kit::kButtonsOk, app.AppTitle);

@@ -28,6 +28,12 @@ inline constexpr char16_t kPasswordAlphabetMessage[] =
     u"Other characters cannot be kept for your scheduled jobs: type the password again "
     u"without them.";
 
+// The user's folder under QVCOMMON is named by the user name: a name that would lead
+// out of it is refused before anything is proved or written.
+inline constexpr char16_t kUserNameFolderMessage[] =
+    u"The username cannot contain \\, /, : or two dots in a row. Enter your Corvane "
+    u"username as you use it to log in.";
+
 struct PasswordScreenHooks {
   std::function<void()> focusUserName;
   std::function<void()> focusPassword;
@@ -39,6 +45,7 @@ enum class ApplyOutcome {
   MissingUserName,   // message 39
   MissingPassword,   // message 40
   NotStorable,       // a character outside the password alphabet: our own message
+  NameLeavesFolder,  // the user name would lead out of its folder: our own message
   NotConfirmed,      // message 41 answered other than Yes
   JobInProgress,     // message 47, after a good proof
   Updated,           // settings written, message 48, form closed

@@ -127,6 +127,31 @@ TEST_F(UpdatePasswordRulesTest, APasswordOutsideTheAlphabetIsNeverProvedNorStore
   EXPECT_FALSE(fake.fs.FileExists(Common(u"mary\\mary.txt")));
 }
 
+TEST_F(UpdatePasswordRulesTest, AUserNameThatWouldLeaveItsFolderIsRefusedFirst) {
+  for (const Text& name :
+       {Text(u"..\\mary"), Text(u"mary/x"), Text(u"C:mary"), Text(u"ma..ry"), Text(u"a\\b")}) {
+    fake.network.goodAccounts[base::Trim(name)] = u"secret";
+    events.clear();
+    ui.Queue(ScriptedUi::Answer::Ok());
+    EXPECT_EQ(Apply(name, u"secret"), ApplyOutcome::NameLeavesFolder) << testkit::U8(name);
+    EXPECT_EQ(Texts().back(), support::kUserNameFolderMessage);
+    EXPECT_EQ(events, (std::vector<std::string>{"focus user"}));
+  }
+  EXPECT_EQ(ui.Questions().size(), 5u);  // the refusal alone: no question 41
+  EXPECT_TRUE(fake.network.logins.empty());
+  EXPECT_EQ(frame::ReadSetting(app, u"UserName"), u"");
+  // Nor does the store write for such a name when asked directly.
+  frame::WriteSetting(app, u"..\\mary", u"secret", true);
+  EXPECT_FALSE(fake.fs.FileExists(u"C:\\QV\\mary\\mary.txt"));
+  EXPECT_FALSE(fake.fs.FileExists(Common(u"..\\mary\\..\\mary.txt")));
+  EXPECT_FALSE(fake.fs.FolderExists(Common(u"..\\mary")));
+  // A dot alone, or dots apart, are a name like any other.
+  fake.network.goodAccounts[u"mary.ann"] = u"secret";
+  ui.Queue(ScriptedUi::Answer::Yes());
+  EXPECT_EQ(Apply(u"mary.ann", u"secret"), ApplyOutcome::Updated);
+  EXPECT_EQ(frame::ReadSetting(app, u"mary.ann", true), u"secret");
+}
+
 // The store keeps eight bits of a character, shifted by a key letter that depends on
 // its place: whatever the form lets through must come back from the file as it was
 // proved, in every place of the password, the first and the last included.
