@@ -59,15 +59,6 @@ TEST_F(NetworkContract, LoginProvesOnlyTheRightPassword) {
   EXPECT_TRUE(Contains(Requests(), "trusted POST /cgi-bin/login user=goodone"));
 }
 
-// A service that speaks TLS 1.3 only is reached too, its certificate checked.
-TEST_F(NetworkContract, AServiceOfTls13AloneIsReached) {
-  platform::ServiceEndpoints tls13{Url("QV_TLS13_URL"), Url("QV_TLS13_URL")};
-  auto login = net.CreateLoginObject(tls13);
-  ASSERT_TRUE(login);
-  EXPECT_TRUE(login->Login(u"goodone", u"Right#Pass123456", 0));
-  EXPECT_TRUE(Contains(Requests(), "tls13 POST /cgi-bin/login user=goodone"));
-}
-
 TEST_F(NetworkContract, StatusRequestGivesReplyAndStatusText) {
   auto http = net.CreateHttpObject(Trusted());
   ASSERT_TRUE(http);

@@ -50,6 +50,5 @@ trusted_added=1
 export QV_TRUSTED_URL="https://127.0.0.1:$(port trusted)"
 export QV_UNTRUSTED_URL="https://127.0.0.1:$(port untrusted)"
 export QV_PLAIN_URL="http://127.0.0.1:$(port plain)"
-export QV_TLS13_URL="https://127.0.0.1:$(port tls13)"
 export QV_SPOOL="$(winpath "$work/spool")"
 "$wine" "$test_exe" "$@" </dev/null

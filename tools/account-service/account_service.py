@@ -8,7 +8,6 @@ It listens on 127.0.0.1 only, on ports the system chooses, and writes them to
   untrusted  TLS with --untrusted-cert/--untrusted-key (a certificate nobody trusts)
   plain      plain HTTP, which the monitor must never use: anything it receives is
              recorded, so a test can prove nothing was sent in clear
-  tls13      TLS 1.3 alone with --cert/--key: the monitor must reach it as well
 
 What it answers (see docs/support.md for the wire):
 
@@ -56,11 +55,6 @@ class State:
             f.write(line + "\n")
 
 
-# The listeners that answer: the trusted certificate, with TLS 1.2 or 1.3, and with
-# TLS 1.3 alone.
-TRUSTED = ("trusted", "tls13")
-
-
 def make_handler(state, listener):
     class Handler(BaseHTTPRequestHandler):
         protocol_version = "HTTP/1.1"
@@ -88,7 +82,7 @@ def make_handler(state, listener):
             fields = urllib.parse.parse_qs(query, keep_blank_values=True)
             user = fields.get("user", [""])[0]
             state.log(f"{listener} GET {path} user={user}")
-            if listener not in TRUSTED:
+            if listener != "trusted":
                 return self.reply(400, "not here")
             if path != "/cgi-bin/get_account_status":
                 return self.reply(404, "unknown")
@@ -109,7 +103,7 @@ def make_handler(state, listener):
                 return self.reply(413, "too large")
             one = lambda name: fields.get(name, [""])[0]
             state.log(f"{listener} POST {self.path} user={one('user')}")
-            if listener not in TRUSTED:
+            if listener != "trusted":
                 return self.reply(400, "not here")
             if self.path == "/cgi-bin/login":
                 password, _ = ACCOUNTS.get(one("user"), (None, []))
@@ -140,9 +134,9 @@ def serve(state, name, context, ports):
     ports.append(f"{name} {server.server_address[1]}")
 
 
-def tls(cert, key, minimum=ssl.TLSVersion.TLSv1_2):
+def tls(cert, key):
     context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
-    context.minimum_version = minimum
+    context.minimum_version = ssl.TLSVersion.TLSv1_2
     context.load_cert_chain(cert, key)
     return context
 
@@ -163,7 +157,6 @@ def main():
     serve(state, "trusted", tls(args.cert, args.key), ports)
     serve(state, "untrusted", tls(args.untrusted_cert, args.untrusted_key), ports)
     serve(state, "plain", None, ports)
-    serve(state, "tls13", tls(args.cert, args.key, ssl.TLSVersion.TLSv1_3), ports)
     with open(args.ports + ".part", "w") as f:
         f.write("\n".join(ports) + "\n")
     os.rename(args.ports + ".part", args.ports)
