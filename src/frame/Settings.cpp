@@ -90,6 +90,11 @@ void WriteSetting(AppState& app, const Text& key, const Text& value, bool secure
       });
 }
 
+bool StaysInItsFolder(const Text& userName) {
+  const Text name = base::Trim(userName);
+  return name.find_first_of(u"\\/:") == Text::npos && name.find(u"..") == Text::npos;
+}
+
 Text ReadAccountKey(AppState& app, const Text& section, const Text& key, bool perUser,
                     const Text& user) {
   Text result;
@@ -99,6 +104,7 @@ Text ReadAccountKey(AppState& app, const Text& section, const Text& key, bool pe
       file = app.CommonFile(u"QVDetails.ini");
     } else {
       Text who = base::Trim(user.empty() ? app.UserName : user);
+      if (!StaysInItsFolder(who)) return;
       file = app.CommonFile(who + u"\\qvwinserver.ini");
     }
     Text value = app.platform.profile->GetString(section, key, Text(), kProfileBufferChars, file);
@@ -112,6 +118,11 @@ void WriteAccountKey(AppState& app, const Text& section, const Text& key, const 
   base::IgnoreFailure([&] {
     auto& fs = *app.platform.fs;
     Text who = base::Trim(user.empty() ? app.UserName : user);
+    if (!StaysInItsFolder(who)) {
+      WriteTrace(app, u"The settings of the user '" + who +
+                          u"' were not written: the name would leave its folder.");
+      return;
+    }
     Text folder = app.CommonFile(who);
     if (!fs.FolderExists(app.CommonFolder())) fs.CreateFolder(app.CommonFolder());
     if (!fs.FolderExists(folder)) fs.CreateFolder(folder);

@@ -18,7 +18,13 @@ bool IsResolutionKey(const Text& key);
 
 Text ReadSetting(AppState& app, const Text& key, bool secure = false);
 void WriteSetting(AppState& app, const Text& key, const Text& value, bool secure = false);
+// Whether a user name, trimmed, names a folder right under QVCOMMON: one without "\",
+// "/", ":" or "..", which would lead out of it. A user's files are read and written
+// only under such a name.
+bool StaysInItsFolder(const Text& userName);
+
 // QVDetails.ini, or the per-user qvwinserver.ini of `user` (UserName when empty).
+// A user name that would leave its folder reads as nothing and writes nothing.
 Text ReadAccountKey(AppState& app, const Text& section, const Text& key, bool perUser,
                     const Text& user = Text());
 // Writes a key of the per-user qvwinserver.ini (section "Corvane" unless given).

@@ -120,6 +120,7 @@ LocaleFormats LocaleOf(frame::AppState& app) {
     formats.dateSeparator = locale->DateSeparator();
     formats.timeSeparator = locale->TimeSeparator();
     formats.shortDateFormat = locale->ShortDateFormat();
+    formats.timeFormat = locale->TimeFormat();
     formats.am = locale->AmSymbol();
     formats.pm = locale->PmSymbol();
   }
@@ -189,6 +190,47 @@ Text FormatDate(const base::DateTime& dt, TextView pattern, const LocaleFormats&
         out.append(run, c);
         if (c != u' ') afterHour = false;
         break;
+    }
+    i += run;
+  }
+  return out;
+}
+
+Text FormatTimePicture(const base::DateTime& dt, TextView picture, const LocaleFormats& locale) {
+  if (picture.empty()) picture = u"h:mm:ss tt";
+  Text out;
+  size_t i = 0;
+  while (i < picture.size()) {
+    const char16_t c = picture[i];
+    if (c == u'\'') {
+      // Quoted text; a doubled quote inside stands for one quote.
+      ++i;
+      while (i < picture.size()) {
+        if (picture[i] == u'\'') {
+          if (i + 1 < picture.size() && picture[i + 1] == u'\'') {
+            out += u'\'';
+            i += 2;
+            continue;
+          }
+          ++i;
+          break;
+        }
+        out += picture[i++];
+      }
+      continue;
+    }
+    const size_t run = RunOf(picture, i, c);
+    switch (c) {
+      case u'h': out += Number(dt.hour % 12 == 0 ? 12 : dt.hour % 12, run >= 2 ? 2 : 1); break;
+      case u'H': out += Number(dt.hour, run >= 2 ? 2 : 1); break;
+      case u'm': out += Number(dt.minute, run >= 2 ? 2 : 1); break;
+      case u's': out += Number(dt.second, run >= 2 ? 2 : 1); break;
+      case u't': {
+        const Text& marker = dt.hour < 12 ? locale.am : locale.pm;
+        out += run >= 2 ? marker : marker.substr(0, 1);
+        break;
+      }
+      default: out.append(run, c); break;
     }
     i += run;
   }

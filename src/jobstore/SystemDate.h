@@ -22,6 +22,7 @@ struct LocaleFormats {
   Text dateSeparator = u"/";
   Text timeSeparator = u":";
   Text shortDateFormat = u"M/d/yyyy";
+  Text timeFormat = u"h:mm:ss tt";  // the system's time picture, see FormatTimePicture
   Text am = u"AM";
   Text pm = u"PM";
 };
@@ -33,6 +34,13 @@ LocaleFormats LocaleOf(frame::AppState& app);
 // h hh H HH, n nn (minutes), s ss, AMPM / AM/PM (switches the hour to twelve). ":" and "/"
 // become the locale's separators; everything else is copied.
 Text FormatDate(const base::DateTime& dt, TextView pattern, const LocaleFormats& locale);
+
+// A time written by the system's own time picture (the locale's time format), as the
+// system writes a date's time: h hh (twelve-hour clock) H HH (24-hour), m mm, s ss,
+// t (the marker's first letter) tt (the whole AM or PM marker), text between single
+// quotes as it stands ('' is one quote); anything else is copied. An empty picture
+// is "h:mm:ss tt".
+Text FormatTimePicture(const base::DateTime& dt, TextView picture, const LocaleFormats& locale);
 
 // Reads "date", "date time" or "time" the way the system reads a date text: the three
 // date numbers in the locale's order (a four-digit first number means year first), the

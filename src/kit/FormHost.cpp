@@ -422,6 +422,14 @@ void FormHost::Show(Form& form) {
   if (form.IsLoaded()) form.SetVisible(true);
 }
 
+void FormHost::ShowNormal(Form& form) {
+  Show(form);
+  Tracked* t = Find(form);
+  if (t == nullptr || t->window == 0 || !form.IsLoaded()) return;
+  host_.ShowNormal(t->window);
+  form.SetWindowState(kWindowNormal);
+}
+
 void FormHost::PopupMenu(Form& form, Menu& menu) {
   Attach(form);
   std::vector<platform::UiMenuItem> items;

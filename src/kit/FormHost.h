@@ -38,6 +38,8 @@ class FormHost : private platform::IUiEvents {
   void ShowModal(Form& form);
   // Loads the form if needed and shows it.
   void Show(Form& form);
+  // The same, then the platform's normal show: restored and in front.
+  void ShowNormal(Form& form);
   // Pops up one of the form's menus at the pointer; the chosen item raises Click
   // before this returns.
   void PopupMenu(Form& form, Menu& menu);

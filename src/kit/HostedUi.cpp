@@ -59,6 +59,8 @@ void HostedUi::ShowModal(Form& form) { forms.ShowModal(form); }
 
 void HostedUi::Show(Form& form) { forms.Show(form); }
 
+void HostedUi::ShowNormal(Form& form) { forms.ShowNormal(form); }
+
 void HostedUi::PopupMenu(Form& form, Menu& menu) { forms.PopupMenu(form, menu); }
 
 void HostedUi::DoEvents() { host_.DoEvents(); }

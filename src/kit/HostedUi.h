@@ -56,6 +56,7 @@ class HostedUi : private detail::HostedUiParts, public Ui {
 
   void ShowModal(Form& form) override;
   void Show(Form& form) override;
+  void ShowNormal(Form& form) override;
   void PopupMenu(Form& form, Menu& menu) override;
   void DoEvents() override;
   int TwipsPerPixelX() override;

@@ -41,6 +41,13 @@ void ScriptedUi::Show(Form& form) {
   RunScript(form);
 }
 
+void ScriptedUi::ShowNormal(Form& form) {
+  Show(form);
+  if (!form.IsLoaded()) return;
+  form.SetWindowState(kWindowNormal);
+  if (!shown_.empty()) shown_.back().normal = true;
+}
+
 void ScriptedUi::ShowModal(Form& form) {
   form.Load();
   if (!form.IsLoaded()) return;

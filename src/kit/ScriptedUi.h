@@ -47,6 +47,7 @@ class ScriptedUi : public Ui {
   struct Shown {
     Text name;
     bool modal = false;
+    bool normal = false;  // by ShowNormal: restored and brought in front
   };
 
   explicit ScriptedUi(int twipsPerPixel = 15, TipBackend* tipBackend = nullptr);
@@ -74,6 +75,8 @@ class ScriptedUi : public Ui {
 
   void ShowModal(Form& form) override;
   void Show(Form& form) override;
+  // As Show; the form's state becomes normal.
+  void ShowNormal(Form& form) override;
   void PopupMenu(Form& form, Menu& menu) override;
   void DoEvents() override { ++doEvents_; }
   int TwipsPerPixelX() override { return tpp_; }

@@ -29,6 +29,9 @@ class Ui {
   virtual void ShowModal(Form& form) = 0;
   // Loads the form if needed and shows it; returns at once.
   virtual void Show(Form& form) = 0;
+  // Shows the form as the platform's normal show does, restored if it was minimised,
+  // and brings it in front with the focus, even when it was visible already.
+  virtual void ShowNormal(Form& form) = 0;
   // Pops up a menu of the form at the pointer; a chosen item raises its Click
   // before this returns.
   virtual void PopupMenu(Form& form, Menu& menu) = 0;

@@ -35,8 +35,10 @@ void frmQVWinService::TrayMouse(int mouseMessage) {
   if (mouseMessage == platform::kTrayLeftDoubleClick) {
     if (!StatusTabSelected()) SelectStatusTab();
     FramesByUpdateWaiting();
+    // Visible, then shown normal with the focus: restored from the taskbar and in
+    // front of other programs, visible before or not.
     SetVisible(true);
-    ui_.Show(*this);
+    ui_.ShowNormal(*this);
   } else if (mouseMessage == platform::kTrayRightButtonUp ||
              mouseMessage == platform::kTrayKeyboardMenu) {
     // The keyboard on the icon (Enter, the context-menu key) opens the same menu.
@@ -55,7 +57,7 @@ void frmQVWinService::HideFromTaskBar() {
 
 void frmQVWinService::ShowFromTaskBar() {
   SetVisible(true);
-  ui_.Show(*this);
+  ui_.ShowNormal(*this);
 }
 
 void frmQVWinService::ApplyGeometry(std::optional<long> width, std::optional<long> height,

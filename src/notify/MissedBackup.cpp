@@ -1,6 +1,7 @@
 #include "notify/MissedBackup.h"
 
 #include "base/Guarded.h"
+#include "frame/Logs.h"
 #include "frame/Settings.h"
 #include "kit/WindowLook.h"
 
@@ -145,13 +146,19 @@ std::optional<MissedBackupNotice> DueNotice(frame::AppState& app, const Text& en
 
 std::optional<MissedBackupNotice> CheckMissedBackup(
     frame::AppState& app, const base::DateTime& today,
-    const std::function<void(const MissedBackupNotice&)>& show) {
+    const std::function<void(const MissedBackupNotice&)>& show, std::set<Text>* passedOver) {
   const Text list = frame::ReadSetting(app, u"NotifyUsers");
   if (base::IsBlank(list)) return std::nullopt;
 
   // The walk stops at the first account that is due: one per tick.
   std::optional<MissedBackupNotice> found;
   for (const Text& entry : NotifyEntries(list)) {
+    if (!frame::StaysInItsFolder(entry)) {
+      if (passedOver == nullptr || passedOver->insert(entry).second)
+        frame::WriteTrace(app, u"NotifyUsers: the entry '" + entry +
+                                   u"' is passed over: as a folder name it would leave QVCOMMON.");
+      continue;
+    }
     found = DueNotice(app, entry, today);
     if (found) break;
   }

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "base/DateTime.h"
@@ -77,9 +78,12 @@ std::optional<MissedBackupNotice> DueNotice(frame::AppState& app, const Text& en
                                             const base::DateTime& today);
 
 // One run of the check on `today`. `show` is called when a notice is due, before the
-// account's keys are cleared. Returns the account it handled, if any.
+// account's keys are cleared. Returns the account it handled, if any. An entry that
+// would leave its folder as a path is passed over (it stays in the list) and traced,
+// once for each entry that `passedOver` keeps (every time without it).
 std::optional<MissedBackupNotice> CheckMissedBackup(
     frame::AppState& app, const base::DateTime& today,
-    const std::function<void(const MissedBackupNotice&)>& show);
+    const std::function<void(const MissedBackupNotice&)>& show,
+    std::set<Text>* passedOver = nullptr);
 
 }  // namespace notify

@@ -135,7 +135,10 @@ NextJobView ReadNextJob(frame::AppState& app) {
 
 Text NextTransferTimeText(frame::AppState& app, const base::DateTime& next) {
   const jobstore::LocaleFormats locale = jobstore::LocaleOf(app);
-  return jobstore::FormatDate(next, locale.shortDateFormat + u" h:nn:ss AMPM", locale);
+  // As the system shows a date: its short form, a blank, the time by the locale's own
+  // time format (a 24-hour locale has no AM or PM to tell the hours apart).
+  return jobstore::FormatDate(next, locale.shortDateFormat, locale) + u" " +
+         jobstore::FormatTimePicture(next, locale.timeFormat, locale);
 }
 
 std::optional<QuotaFigures> QuotaFiguresOf(const Text& totalSpace, const Text& usedSpace,

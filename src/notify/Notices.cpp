@@ -78,12 +78,14 @@ void Notices::DialupCheck() {
 }
 
 void Notices::CheckMissedBackup() {
-  notify::CheckMissedBackup(app_, app_.platform.clock->Now(),
-                            [&](const MissedBackupNotice& notice) {
-                              if (!errNotice_->IsLoaded()) errNotice_->Load();
-                              errNotice_->SetNotice(notice.text, notice.plainLayout);
-                              ShowQuietly(*errNotice_, {});
-                            });
+  notify::CheckMissedBackup(
+      app_, app_.platform.clock->Now(),
+      [&](const MissedBackupNotice& notice) {
+        if (!errNotice_->IsLoaded()) errNotice_->Load();
+        errNotice_->SetNotice(notice.text, notice.plainLayout);
+        ShowQuietly(*errNotice_, {});
+      },
+      &passedOverUsers_);
 }
 
 }  // namespace notify

@@ -5,6 +5,7 @@
 // its three steps on every tick and give it the two screens it opens.
 #include <functional>
 #include <memory>
+#include <set>
 
 #include "frame/AppState.h"
 #include "kit/Ui.h"
@@ -51,6 +52,7 @@ class Notices {
   std::unique_ptr<bkupjobnotify> jobNotice_;
   std::unique_ptr<frmBKErrNotify> errNotice_;
   std::unique_ptr<Dialupdisconnect> dialup_;
+  std::set<base::Text> passedOverUsers_;  // NotifyUsers entries traced as passed over
 };
 
 }  // namespace notify

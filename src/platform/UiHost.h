@@ -61,6 +61,11 @@ class IUiHost {
   // from other programs and painting go on. Loops nest.
   virtual void RunModal(UiHandle window) = 0;
   virtual void EndModal(UiHandle window) = 0;
+  // Shows the window as the platform's normal show does (a minimised or maximised
+  // window is restored to its place and size) and brings it in front of the other
+  // programs' windows with the activation and the keyboard, whether or not it was
+  // visible already.
+  virtual void ShowNormal(UiHandle window) = 0;
   // Moves the window with the pointer while the left button is held, as a caption
   // strip does.
   virtual void BeginDrag(UiHandle window) = 0;

@@ -9,6 +9,10 @@
 
 namespace support {
 
+namespace {
+const char16_t* OkFace(bool hover) { return hover ? u"button_OK_ovr" : u"button_OK_enb"; }
+}  // namespace
+
 AboutQVWIN::AboutQVWIN(frame::AppState& app, kit::Ui& ui)
     : Form(u"AboutQVWIN", {0, 0, 6750, 4950}, u"About Corvane for Windows"), app_(app), ui_(ui) {
   SetKeyPreview(true);
@@ -30,12 +34,26 @@ AboutQVWIN::AboutQVWIN(frame::AppState& app, kit::Ui& ui)
       .Key(kit::KeyStroke::Up, kit::Alt('O'), &S::lblcopy_Click)
       .Key(kit::KeyStroke::Up, kit::kEscape, &S::lblcopy_Click)
       .Key(kit::KeyStroke::Down, kit::kEnter, &S::lblcopy_Click)
-      .Drag({this, &lblCapbar, &LblAppCaption})
-      .Hover({&lblcopy});
+      .Drag({this, &lblCapbar, &LblAppCaption});
+  // OK has a face of its own, narrower than the standard buttons': the pointer over
+  // it (or its label) shows "button_OK_ovr", anywhere else "button_OK_enb".
+  auto over = [this](const kit::MouseArgs&) { ShowOkFace(true); };
+  auto away = [this](const kit::MouseArgs&) { ShowOkFace(false); };
+  lblcopy.on.MouseMove = over;
+  lblcopy.Lbl().on.MouseMove = over;
+  picbkgrd.on.MouseMove = away;
+  on.MouseMove = away;
+}
+
+void AboutQVWIN::ShowOkFace(bool hover) {
+  if (!lblcopy.Enabled() || lblcopy.SkinState() == kit::kSkinDisabled) return;
+  const int state = hover ? kit::kSkinHover : kit::kSkinNormal;
+  if (lblcopy.SkinState() == state && lblcopy.PictureKey() == OkFace(hover)) return;
+  kit::ApplySkin(lblcopy, state, OkFace(hover));
 }
 
 void AboutQVWIN::Form_Load() {
-  kit::ApplySkin(lblcopy, kit::kSkinNormal, u"button_OK_enb");
+  kit::ApplySkin(lblcopy, kit::kSkinNormal, OkFace(false));
   picbkgrd.SetPictureKey(app_.AppTitle != kit::kDefaultAppTitle ? u"qv_cust_about_us"
                                                                 : u"qv_about_us");
   imglogo.SetPictureKey(u"qv_logo_monitor");

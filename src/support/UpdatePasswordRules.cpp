@@ -17,6 +17,14 @@ void Call(const std::function<void()>& f) {
 
 }  // namespace
 
+bool IsPasswordCharacter(char16_t unit) { return unit >= u' ' && unit <= u'~'; }
+
+bool HoldsOnlyPasswordCharacters(const Text& password) {
+  for (char16_t unit : password)
+    if (!IsPasswordCharacter(unit)) return false;
+  return true;
+}
+
 ApplyOutcome ApplyPassword(frame::AppState& app, kit::Ui& ui, const Text& userName,
                            const Text& password, const PasswordScreenHooks& hooks) {
   auto say = [&](long code, int icon) {
@@ -42,6 +50,17 @@ ApplyOutcome ApplyPassword(frame::AppState& app, kit::Ui& ui, const Text& userNa
   }
   const Text user = base::Trim(userName);
   Text pass = base::Trim(password);
+  if (!frame::StaysInItsFolder(user)) {
+    ui.MessageBox(kUserNameFolderMessage, kit::kIconInfo, kit::kButtonsOk, app.AppTitle);
+    Call(hooks.focusUserName);
+    return ApplyOutcome::NameLeavesFolder;
+  }
+  // Never prove a password that the store would give back as another one.
+  if (!HoldsOnlyPasswordCharacters(pass)) {
+    ui.MessageBox(kPasswordAlphabetMessage, kit::kIconInfo, kit::kButtonsOk, app.AppTitle);
+    Call(hooks.focusPassword);
+    return ApplyOutcome::NotStorable;
+  }
   if (pass.size() > kPasswordLimit) pass.resize(kPasswordLimit);
 
   if (ui.MessageBox(kit::GetMessage(app, 41), kit::kIconQuestion, kit::kButtonsYesNo,

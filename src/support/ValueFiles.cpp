@@ -74,6 +74,11 @@ Text ValueFilePath(frame::AppState& app, const Text& keyName, ValueKind kind) {
 }
 
 void WriteValueFile(frame::AppState& app, const Text& keyName, const Text& value, ValueKind kind) {
+  if (!frame::StaysInItsFolder(keyName)) {
+    frame::WriteTrace(app, u"The value file of '" + base::Trim(keyName) +
+                               u"' was not written: the name would leave its folder.");
+    return;
+  }
   base::IgnoreFailure([&] {
     auto& fs = *app.platform.fs;
     Text folder = app.CommonFile(base::Trim(keyName));
@@ -90,7 +95,8 @@ Text ReadValueFile(frame::AppState& app, const Text& keyName, ValueKind kind) {
   base::IgnoreFailure([&] {
     auto& fs = *app.platform.fs;
     Text path = ValueFilePath(app, keyName, kind);
-    if (fs.FileExists(path)) {
+    // A name that would leave its folder has no value file; the fallback still applies.
+    if (frame::StaysInItsFolder(keyName) && fs.FileExists(path)) {
       auto lines = platform::TextFile::ReadLines(fs, path);
       if (lines && !lines->empty()) result = base::Trim((*lines)[0]);
     }

@@ -90,6 +90,14 @@ void frmErrorReport::cmdReset_Click() {
 }
 
 void frmErrorReport::cmdSend_Click() {
+  // The send lets events through while it reads the logs and uploads: a second
+  // press then would start a send inside the running one.
+  if (sending_) return;
+  sending_ = true;
+  struct EndOfSend {
+    bool& flag;
+    ~EndOfSend() { flag = false; }
+  } endOfSend{sending_};
   SendHooks hooks;
   hooks.letEventsRun = [this] { ui_.DoEvents(); };
   hooks.progressText = [this](const Text& text) { lblProgress.SetCaption(text); };

@@ -74,6 +74,7 @@ class frmErrorReport : public kit::Form {
   frame::AppState& app_;
   kit::Ui& ui_;
   bool sendFailed_ = false;
+  bool sending_ = false;  // a send runs: Send and Alt+S wait for its end
 };
 
 }  // namespace support

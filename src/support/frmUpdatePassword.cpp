@@ -2,6 +2,7 @@
 
 #include "kit/Branding.h"
 #include "kit/Design.h"
+#include "kit/MesgBox.h"
 #include "kit/ToolTips.h"
 #include "kit/WindowLook.h"
 #include "support/SupportScreens.h"
@@ -27,6 +28,7 @@ frmUpdatePassword::frmUpdatePassword(frame::AppState& app, kit::Ui& ui)
   txtUserName.SetToolTipText(u"Enter the username");
   txtPassword.SetToolTipText(u"Enter the password");
   txtPassword.SetPasswordChar(u'*');
+  txtPassword.on.Change = [this] { txtPassword_Change(); };
 
   using S = frmUpdatePassword;
   kit::Design(*this, ui)
@@ -75,6 +77,18 @@ void frmUpdatePassword::cmdUpdate_Click() {
   };
   hooks.close = [this] { Unload(); };
   ApplyPassword(app_, ui_, txtUserName.GetText(), txtPassword.GetText(), hooks);
+}
+
+void frmUpdatePassword::txtPassword_Change() {
+  const Text typed = txtPassword.GetText();
+  if (HoldsOnlyPasswordCharacters(typed)) return;
+  // A character the store cannot hold, typed or pasted, does not stay in the box.
+  Text kept;
+  for (char16_t unit : typed)
+    if (IsPasswordCharacter(unit)) kept.push_back(unit);
+  txtPassword.SetText(kept);
+  ui_.MessageBox(kPasswordAlphabetMessage, kit::kIconInfo, kit::kButtonsOk, app_.AppTitle);
+  txtPassword.SetFocus();
 }
 
 void frmUpdatePassword::cmdClear_Click() {

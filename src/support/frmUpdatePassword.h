@@ -14,8 +14,9 @@ class frmUpdatePassword : public kit::Form {
 
   void cmdUpdate_Click();  // apply
   void cmdClear_Click();   // reset
-  void Picture1_Click();   // help
-  void Picture2_Click();   // close
+  void txtPassword_Change();
+  void Picture1_Click();  // help
+  void Picture2_Click();  // close
 
   kit::Label lblCapbar{*this, u"lblCapbar", {0, 0, 5400, 420}};
   kit::Label lblTitle{*this, u"lblTitle", {180, 100, 3600, 255}, u"Update Password"};

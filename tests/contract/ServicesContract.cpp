@@ -221,16 +221,6 @@ TEST(Win32SystemInfo, EnvironmentReadsSetAndEmptyValues) {
   EXPECT_NE(profile->find(u'\\'), Text::npos) << base::ToUtf8(*profile);
 }
 
-TEST(Win32SystemInfo, ArgumentsFollowTheProgramName) {
-  using platform::ArgumentsOf;
-  EXPECT_EQ(ArgumentsOf(u"\"C:\\Program Files\\QV\\QVMonitor.exe\" Min"), u"Min");
-  EXPECT_EQ(ArgumentsOf(u"C:\\QV\\QVMonitor.exe  \t Min "), u"Min ");
-  EXPECT_EQ(ArgumentsOf(u"\"C:\\a b\\x.exe\"Min"), u"Min");
-  EXPECT_EQ(ArgumentsOf(u"QVMonitor.exe"), u"");
-  EXPECT_EQ(ArgumentsOf(u"\"C:\\unterminated Min"), u"");
-  EXPECT_EQ(ArgumentsOf(u"x.exe min word"), u"min word");
-}
-
 // Runs only as the second copy that the test below starts: it stays until told to go.
 TEST(Win32Helper, LingerWhileAsked) {
   const char* stopFile = std::getenv("QV_CONTRACT_LINGER");

@@ -15,6 +15,7 @@ endif()
 
 # The notices the tick brings up by itself: the job-end notification, the missed-backup
 # notice and the dial-up window.
-qv_e2e_test(e2e_notices NoticesTest.cpp)
+# One test sets the user's regional formats of the prefix: it takes turns on the desktop.
+qv_e2e_test(e2e_notices DESKTOP NoticesTest.cpp)
 target_link_libraries(e2e_notices PRIVATE qv_base)
 add_dependencies(e2e_notices qv_sim_background qv_sim_service)

@@ -50,6 +50,60 @@ std::wstring DaysAgo(int days) {
   return text;
 }
 
+// The user's regional formats of the prefix set to Germany's for the life of the
+// object, as the Control Panel writes them (HKCU\Control Panel\International), and put
+// back after. Wine takes the locale itself from the host's, which has no de_DE here,
+// but honours these values of the user as Windows does.
+class GermanFormats {
+ public:
+  GermanFormats() {
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, L"Control Panel\\International", 0,
+                      KEY_QUERY_VALUE | KEY_SET_VALUE, &key_) != ERROR_SUCCESS) {
+      key_ = nullptr;
+      return;
+    }
+    for (const auto& [name, value] : kGerman) {
+      wchar_t old[128] = {};
+      DWORD size = sizeof(old) - sizeof(wchar_t);
+      const bool had = RegQueryValueExW(key_, name, nullptr, nullptr, reinterpret_cast<BYTE*>(old),
+                                        &size) == ERROR_SUCCESS;
+      kept_.push_back({name, had, old});
+      Set(name, value);
+    }
+  }
+  ~GermanFormats() {
+    if (key_ == nullptr) return;
+    for (const auto& k : kept_) {
+      if (k.had)
+        Set(k.name, k.value.c_str());
+      else
+        RegDeleteValueW(key_, k.name);
+    }
+    RegCloseKey(key_);
+  }
+  bool Ok() const { return key_ != nullptr; }
+
+ private:
+  static constexpr std::pair<const wchar_t*, const wchar_t*> kGerman[] = {
+      {L"sShortDate", L"dd.MM.yyyy"},
+      {L"sDate", L"."},
+      {L"sTimeFormat", L"HH:mm:ss"},
+      {L"sTime", L":"},
+      {L"s1159", L""},
+      {L"s2359", L""}};
+  void Set(const wchar_t* name, const wchar_t* value) {
+    RegSetValueExW(key_, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(value),
+                   static_cast<DWORD>((wcslen(value) + 1) * sizeof(wchar_t)));
+  }
+  struct Kept {
+    const wchar_t* name;
+    bool had;
+    std::wstring value;
+  };
+  HKEY key_ = nullptr;
+  std::vector<Kept> kept_;
+};
+
 class NoticesTest : public EngineMonitorTest {
  protected:
   void Settings(const Lines& extra) {
@@ -145,6 +199,28 @@ TEST_F(NoticesTest, AJobThatEndsBringsUpTheNotificationAtTheNextTick) {
   Click(n, L"lbl_cancel");
   EXPECT_TRUE(WaitUntil([&] { return !IsWindow(n) || !IsWindowVisible(n); }));
   EXPECT_FALSE(std::filesystem::exists(Folder().CommonFile(L"qvwincurjobname.txt")));
+}
+
+// "Next Transfer Time" takes the user's own time format: on a 24-hour clock without
+// AM/PM markers, 6:30 in the morning reads "06:30:00", not "6:30:00".
+TEST_F(NoticesTest, TheNextTransferTimeFollowsTheUsersTimeFormat) {
+  GermanFormats german;
+  ASSERT_TRUE(german.Ok());
+  Settings({L"DESKNOTIFYICON=Green"});
+  Schedule(L"0", NextJob());
+  ASSERT_NE(Open(), nullptr);
+  ASSERT_TRUE(
+      WriteUtf16File(Folder().CommonFile(L"qvwincurjobname.txt"), {L"Documents", L"3", L"jsmith"}));
+  auto notice = WaitForNotice(kJobNoticeTitle, Ms{25000});
+  ASSERT_TRUE(notice);
+  const std::time_t t = std::time(nullptr) + 2 * 86400;
+  std::tm tm{};
+  localtime_s(&tm, &t);
+  wchar_t expected[64];
+  swprintf(expected, 64, L"Next Transfer Time: %02d.%02d.%04d 06:30:00", tm.tm_mday, tm.tm_mon + 1,
+           tm.tm_year + 1900);
+  EXPECT_EQ(Text(notice->hwnd, L"lblnxtbkupTime"), expected);
+  Shot("german-time");
 }
 
 TEST_F(NoticesTest, ARedResultShowsTheFailurePicture) {

@@ -63,6 +63,70 @@ TEST_F(TrayTest, CloseHidesTheWindowStoresItsPlaceAndTheTrayBringsItBack) {
   Shot("shown-again");
 }
 
+// What the user sees after a double click on the icon: the window itself, not
+// minimised, and the one in front with the keyboard.
+bool RestoredInFront(HWND w) {
+  return IsWindowVisible(w) && !IsIconic(w) && GetForegroundWindow() == w;
+}
+
+TEST_F(TrayTest, TheIconBringsAMinimisedWindowBackRestoredAndInFront) {
+  Process* p = StartAndWait(L"");
+  ASSERT_NE(p, nullptr);
+  auto w = MainWindow(p->Pid());
+  ASSERT_TRUE(w && w->visible);
+  ShowWindowAsync(w->hwnd, SW_MINIMIZE);
+  ASSERT_TRUE(WaitUntil([&] { return IsIconic(w->hwnd) != FALSE; }));
+  Shot("minimised");
+
+  ASSERT_TRUE(PostTrayMouse(w->hwnd, WM_LBUTTONDBLCLK));
+  EXPECT_TRUE(WaitUntil([&] { return RestoredInFront(w->hwnd); }))
+      << "iconic " << IsIconic(w->hwnd) << ", in front " << (GetForegroundWindow() == w->hwnd);
+  Shot("restored");
+
+  // Minimised, then closed (hidden while minimised): it still comes back restored.
+  ShowWindowAsync(w->hwnd, SW_MINIMIZE);
+  ASSERT_TRUE(WaitUntil([&] { return IsIconic(w->hwnd) != FALSE; }));
+  ASSERT_TRUE(Post(w->hwnd, WM_CLOSE));
+  ASSERT_TRUE(WaitForVisible(w->hwnd, false));
+  ASSERT_TRUE(PostTrayMouse(w->hwnd, WM_LBUTTONDBLCLK));
+  EXPECT_TRUE(WaitUntil([&] { return RestoredInFront(w->hwnd); }))
+      << "iconic " << IsIconic(w->hwnd) << ", in front " << (GetForegroundWindow() == w->hwnd);
+  EXPECT_TRUE(p->Running());
+}
+
+TEST_F(TrayTest, TheIconBringsTheWindowInFrontOfAnotherProgramsWindow) {
+  Process* p = StartAndWait(L"");
+  ASSERT_NE(p, nullptr);
+  auto w = MainWindow(p->Pid());
+  ASSERT_TRUE(w && w->visible);
+
+  // Another program's window over the monitor's, with the keyboard.
+  wchar_t system[MAX_PATH] = {};
+  ASSERT_GT(GetSystemDirectoryW(system, MAX_PATH), 0u);
+  auto other = Process::Start(std::filesystem::path(system) / L"notepad.exe", L"",
+                              std::filesystem::path(system));
+  ASSERT_TRUE(other) << "notepad did not start";
+  auto pad = WaitForWindow({L"", L"Notepad", other->Pid(), true});
+  ASSERT_TRUE(pad) << "no notepad window";
+  const RECT& r = w->rect;
+  SetWindowPos(pad->hwnd, HWND_TOP, r.left - 20, r.top - 20, w->Width() + 40, w->Height() + 40,
+               SWP_SHOWWINDOW);
+  SetForegroundWindow(pad->hwnd);
+  ASSERT_TRUE(WaitUntil([&] { return GetForegroundWindow() == pad->hwnd; }));
+  const POINT middle{(r.left + r.right) / 2, (r.top + r.bottom) / 2};
+  ASSERT_EQ(GetAncestor(WindowFromPoint(middle), GA_ROOT), pad->hwnd);
+  Shot("covered");
+
+  ASSERT_TRUE(PostTrayMouse(w->hwnd, WM_LBUTTONDBLCLK));
+  EXPECT_TRUE(WaitUntil([&] { return RestoredInFront(w->hwnd); }))
+      << "the foreground window is still "
+      << (GetForegroundWindow() == pad->hwnd ? "notepad's" : "another");
+  EXPECT_TRUE(WaitUntil([&] { return GetAncestor(WindowFromPoint(middle), GA_ROOT) == w->hwnd; }))
+      << "the monitor's window is not on top at its middle";
+  Shot("in-front");
+  other->Terminate();
+}
+
 TEST_F(TrayTest, TrayMenuOpensTheHiddenWindowAndEscapeChoosesNothing) {
   Process* p = StartAndWait(L"Min");
   ASSERT_NE(p, nullptr);

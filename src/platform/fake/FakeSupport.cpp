@@ -46,6 +46,7 @@ class FakeHttp : public IHttpObject, Counted {
   }
   void SendMail(const Text& to, const Text& subject, const Text& body, const Text& from, bool html,
                 const MailEvents& events) override {
+    if (net_.duringUpload) net_.duringUpload();
     for (long p : net_.mailProgress)
       if (events.onProgress) events.onProgress(p);
     if (!net_.mailFailure.empty()) {

@@ -3,6 +3,7 @@
 // request object encodes and filters with the real rules; what the service answers is
 // scripted, and every request and report is recorded.
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <vector>
@@ -37,6 +38,7 @@ class FakeNetwork : public INetworkObjects {
   std::deque<Reply> statusReplies;              // one per status request; empty: no connection
   std::vector<long> mailProgress{25, 50, 100};  // percentages the upload reports
   Text mailFailure;                             // non-empty: the upload fails with it
+  std::function<void()> duringUpload;           // the user at work while an upload runs
 
   // What was asked.
   std::vector<std::pair<Text, Text>> logins;  // user, password

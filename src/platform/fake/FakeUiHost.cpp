@@ -93,6 +93,25 @@ void FakeUiHost::UpdateForm(UiHandle window, const UiWindow& state, UiChange cha
   if (!state.visible && activeWindow == window) activeWindow = 0;
 }
 
+void FakeUiHost::ShowNormal(UiHandle window) {
+  auto it = forms.find(window);
+  if (it == forms.end()) return;
+  calls.push_back("ShowNormal " + Narrow(it->second.state.name));
+  it->second.state.visible = true;
+  activeWindow = window;
+  if (it->second.minimized) {
+    it->second.minimized = false;
+    if (it->second.events != nullptr) it->second.events->OnMinimized(window, false);
+  }
+}
+
+void FakeUiHost::Minimize(UiHandle window) {
+  auto it = forms.find(window);
+  if (it == forms.end()) return;
+  it->second.minimized = true;
+  if (it->second.events != nullptr) it->second.events->OnMinimized(window, true);
+}
+
 void FakeUiHost::DestroyForm(UiHandle window) {
   auto it = forms.find(window);
   if (it == forms.end()) return;

@@ -63,6 +63,11 @@ class FakeUiHost : public IUiHost {
   // was ended: a fake loop never waits.
   void RunModal(UiHandle window) override;
   void EndModal(UiHandle window) override;
+  // Records the call; the window becomes visible, restored and active.
+  void ShowNormal(UiHandle window) override;
+  // What the user's minimise box does: the window goes to the taskbar and the
+  // form is told (an active window stays active, as on the platform).
+  void Minimize(UiHandle window);
   void BeginDrag(UiHandle window) override { dragRequests.push_back(window); }
   // Answers from `popupChoices` (0 when empty) and records the menu shown.
   std::uint32_t PopupMenu(UiHandle window, const std::vector<UiMenuItem>& items) override;
@@ -75,6 +80,7 @@ class FakeUiHost : public IUiHost {
     UiChange lastChanges = UiChange::None;
     bool modal = false;  // a modal loop runs for it
     bool ended = false;  // EndModal came
+    bool minimized = false;
   };
   struct ControlRecord {
     UiHandle window = 0;

@@ -5,6 +5,7 @@
 
 #include <vector>
 
+#include "platform/portable/CommandLine.h"
 #include "platform/win32/Win32Handles.h"
 
 namespace platform {
@@ -58,18 +59,6 @@ Text ProcessImagePath(DWORD pid) {
 
 }  // namespace
 
-Text ArgumentsOf(base::TextView line) {
-  std::size_t i = 0;
-  if (!line.empty() && line[0] == u'"') {
-    std::size_t close = line.find(u'"', 1);
-    i = close == base::TextView::npos ? line.size() : close + 1;
-  } else {
-    while (i < line.size() && line[i] != u' ' && line[i] != u'\t') ++i;
-  }
-  while (i < line.size() && (line[i] == u' ' || line[i] == u'\t')) ++i;
-  return Text(line.substr(i));
-}
-
 unsigned long Win32SystemInfo::PlatformId() noexcept { return Version().dwPlatformId; }
 unsigned long Win32SystemInfo::MajorVersion() noexcept { return Version().dwMajorVersion; }
 unsigned long Win32SystemInfo::MinorVersion() noexcept { return Version().dwMinorVersion; }
@@ -114,7 +103,7 @@ Text Win32SystemInfo::ProgramFileName() noexcept {
 }
 
 Text Win32SystemInfo::CommandLine() noexcept {
-  return NoThrow(Text(), [] { return ArgumentsOf(FromWide(::GetCommandLineW())); });
+  return NoThrow(Text(), [] { return ArgumentsOf(FromWide(::GetCommandLineW()), ModulePath()); });
 }
 
 std::optional<Text> Win32SystemInfo::Environment(const Text& name) noexcept {

@@ -23,8 +23,4 @@ class Win32SystemInfo : public ISystemInfo {
   bool PreviousInstanceRunning() noexcept override;
 };
 
-// The arguments of a whole command line: what follows the program's name (quoted
-// or not), leading blanks and tabs removed, the rest as it stands.
-Text ArgumentsOf(base::TextView commandLine);
-
 }  // namespace platform

@@ -313,6 +313,18 @@ void Win32UiHost::EndModal(UiHandle window) {
   PostMessageW(hostHwnd_.Get(), kWakeMessage, 0, 0);
 }
 
+void Win32UiHost::ShowNormal(UiHandle window) {
+  FormRec* f = Form(window);
+  if (f == nullptr || f->dead) return;
+  HWND hwnd = f->hwnd.Get();
+  // Normal, not just shown: a minimised window (hidden while minimised or not) comes
+  // back restored, and a window behind other programs' comes to the front.
+  ShowWindow(hwnd, SW_SHOWNORMAL);
+  SetForegroundWindow(hwnd);
+  BringWindowToTop(hwnd);
+  SetActiveWindow(hwnd);
+}
+
 // ---- Timers ------------------------------------------------------------------------------
 
 std::uintptr_t Win32UiHost::StartTimer(std::uint32_t intervalMs, std::function<void()> onTick) {

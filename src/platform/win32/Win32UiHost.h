@@ -62,6 +62,7 @@ class Win32UiHost : public IUiHost {
   void FocusControl(UiHandle window, UiHandle control) override;
   void RunModal(UiHandle window) override;
   void EndModal(UiHandle window) override;
+  void ShowNormal(UiHandle window) override;
   void BeginDrag(UiHandle window) override;
   std::uint32_t PopupMenu(UiHandle window, const std::vector<UiMenuItem>& items) override;
 

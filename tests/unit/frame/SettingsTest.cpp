@@ -72,6 +72,27 @@ TEST_F(SettingsTest, AccountKeysComeFromDetailsOrPerUserFile) {
   EXPECT_EQ(frame::ReadAccountKey(app, u"Corvane", u"NoofDays", true, u"other"), u"");
 }
 
+// A user's file lies in the folder named by the user: a name that would lead out of
+// QVCOMMON reads nothing and writes nothing there, and the write is traced.
+TEST_F(SettingsTest, AUserNameThatWouldLeaveItsFolderIsNoPath) {
+  fake.fs.AddFolders(app.CommonFolder());
+  fake.fs.AddFolders(u"C:\\QV\\evil");
+  fake.profile.WriteString(u"Corvane", Text(u"NoofDays"), Text(u"3"),
+                           Common(u"..\\evil\\qvwinserver.ini"));
+  for (const Text& name : {Text(u"..\\evil"), Text(u" x/y"), Text(u"C:evil"), Text(u"a..b")}) {
+    EXPECT_FALSE(frame::StaysInItsFolder(name)) << testkit::U8(name);
+    EXPECT_EQ(frame::ReadAccountKey(app, u"Corvane", u"NoofDays", true, name), u"");
+    frame::WriteAccountKey(app, u"Corvane", u"WebManage", u"1", name);
+  }
+  EXPECT_EQ(fake.profile.GetString(u"Corvane", u"WebManage", u"<none>", 64,
+                                   Common(u"..\\evil\\qvwinserver.ini")),
+            u"<none>");
+  EXPECT_FALSE(fake.fs.FolderExists(Common(u"x/y")));
+  EXPECT_EQ(Lines(Common(u"SerTraceFile.txt")).size(), 4u);
+  for (const Text& name : {Text(u"jsmith"), Text(u" j.smith "), Text(u"")})
+    EXPECT_TRUE(frame::StaysInItsFolder(name)) << testkit::U8(name);
+}
+
 TEST_F(SettingsTest, EngineTypeFromDetailsFileBeatsTheRegistry) {
   EXPECT_EQ(frame::EngineIsService(app), 0);  // nothing anywhere
   fake.fs.AddFolders(app.CommonFolder());

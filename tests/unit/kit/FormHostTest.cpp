@@ -300,6 +300,24 @@ TEST_F(FormHostTest, TheRendererTellsTheFormWhenItIsMinimisedAndRestored) {
   EXPECT_EQ(form.WindowState(), kit::kWindowNormal);
 }
 
+TEST_F(FormHostTest, ShowNormalRestoresAndActivatesAWindowThatIsVisibleAlready) {
+  ui.Show(form);
+  fake.Minimize(Window());
+  fake.activeWindow = 0;  // another program has the keyboard
+  ui.Show(form);
+  EXPECT_EQ(fake.activeWindow, 0u) << "a plain show of a visible window changes nothing";
+  ui.ShowNormal(form);
+  EXPECT_EQ(fake.calls.back(), "ShowNormal frmSample");
+  EXPECT_EQ(fake.activeWindow, Window());
+  EXPECT_FALSE(fake.forms.at(Window()).minimized);
+  EXPECT_EQ(form.WindowState(), kit::kWindowNormal);
+  // Hidden, it is shown and restored the same way.
+  form.Hide();
+  ui.ShowNormal(form);
+  EXPECT_TRUE(form.Visible());
+  EXPECT_TRUE(fake.forms.at(Window()).state.visible);
+}
+
 TEST_F(FormHostTest, TheUserMovingTheWindowMovesTheForm) {
   ui.Show(form);
   Events().OnMoved(Window(), {3000, 1500, 6000, 4000});

@@ -90,6 +90,27 @@ TEST_F(TrayMenuTest, DoubleClickOpensTheWindowOnTheStatusTab) {
   EXPECT_TRUE(form->FrameProgress.Visible());  // an update waits: the transfer pane
 }
 
+// The double click and Open Status Indicator show the window normal even when it is
+// visible: minimised or behind other programs, it comes back restored and in front.
+TEST_F(TrayMenuTest, TheIconAndOpenBringBackAMinimisedWindowRestored) {
+  Open();
+  ui.Show(*form);
+  form->SetWindowState(kit::kWindowMinimized);
+  fake.ui.FireTray(Icon(), platform::kTrayLeftDoubleClick);
+  ASSERT_FALSE(ui.ShownForms().empty());
+  EXPECT_EQ(ui.ShownForms().back().name, u"frmQVWinService");
+  EXPECT_TRUE(ui.ShownForms().back().normal) << "the visible window was not shown normal";
+  EXPECT_EQ(form->WindowState(), kit::kWindowNormal);
+
+  // Hidden while minimised, then opened from the menu.
+  form->SetWindowState(kit::kWindowMinimized);
+  form->HideFromTaskBar();
+  form->mnuOpen.Choose();
+  EXPECT_TRUE(form->Visible());
+  EXPECT_TRUE(ui.ShownForms().back().normal);
+  EXPECT_EQ(form->WindowState(), kit::kWindowNormal);
+}
+
 TEST_F(TrayMenuTest, RightButtonReadsTheHoldKeyBeforeTheMenuComesUp) {
   Open();
   Text captionAtPopup;

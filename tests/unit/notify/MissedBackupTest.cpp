@@ -181,4 +181,32 @@ TEST(MissedBackupDateTest, DigitsRollOverAsDateSerialsDo) {
   EXPECT_THROW(notify::DateOfDigits(u"2026-1-1"), base::Failure);
 }
 
+// An entry is a folder name under QVCOMMON: one that would lead out of it is never
+// made a path, neither read nor written, and stays in the list as it was.
+TEST_F(MissedBackupTest, EntriesThatWouldLeaveTheirFolderArePassedOver) {
+  frame::WriteSetting(app, u"NotifyUsers", u"<<..\\outside<<c:evil<<a/b<<alice");
+  for (const Text& bad : {Text(u"..\\outside"), Text(u"c:evil"), Text(u"a/b")})
+    SetUser(bad, u"7", u"1", u"20261101", u"MISSEDBACKUP");
+  SetUser(u"alice", u"7", u"1", u"20261105", u"MISSEDBACKUP");
+  ASSERT_TRUE(Check());
+  ASSERT_EQ(shown.size(), 1u);
+  EXPECT_EQ(shown[0].user, u"alice");
+  for (const Text& bad : {Text(u"..\\outside"), Text(u"c:evil"), Text(u"a/b")})
+    EXPECT_EQ(Key(bad, u"Notify_Err"), u"1") << U8(bad);
+  EXPECT_EQ(frame::ReadSetting(app, u"NotifyUsers"), u"<<..\\outside<<c:evil<<a/b");
+  const auto traced = [&] {
+    int n = 0;
+    for (const Text& line : Lines(Common(u"SerTraceFile.txt")))
+      n += line.find(u"'..\\outside' is passed over") != Text::npos;
+    return n;
+  };
+  EXPECT_EQ(traced(), 1);
+  // Ticks later each is traced again only without a memory of what was passed over.
+  std::set<Text> passedOver;
+  EXPECT_FALSE(notify::CheckMissedBackup(app, today, nullptr, &passedOver));
+  EXPECT_FALSE(notify::CheckMissedBackup(app, today, nullptr, &passedOver));
+  EXPECT_EQ(traced(), 2);
+  EXPECT_EQ(passedOver.size(), 3u);
+}
+
 }  // namespace

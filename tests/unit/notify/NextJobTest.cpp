@@ -151,4 +151,36 @@ TEST_F(QuotaTest, ReadFromTheSettingsAndTheAccountsKind) {
   EXPECT_EQ(view.label, Text(u"250.00 MB Out of 1,000.00 MB"));
 }
 
+// The time of the next transfer is shown as the system shows a date: the short date,
+// then the time in the locale's own time format.
+class NextTransferTimeTest : public ::testing::Test, public testkit::FrameFixture {};
+
+TEST_F(NextTransferTimeTest, TheLocalesTimeFormatDecidesTheClock) {
+  const DateTime afternoon{2026, 11, 15, 17, 2, 0};
+  const DateTime morning{2026, 11, 5, 9, 7, 5};
+  // The United States' format, as it has always read.
+  EXPECT_EQ(notify::NextTransferTimeText(app, afternoon), u"11/15/2026 5:02:00 PM");
+  EXPECT_EQ(notify::NextTransferTimeText(app, {2026, 11, 15, 0, 30, 0}), u"11/15/2026 12:30:00 AM");
+
+  // A 24-hour locale without AM/PM markers.
+  fake.locale.shortDateFormat = u"dd.MM.yyyy";
+  fake.locale.dateSeparator = u".";
+  fake.locale.timeFormat = u"HH:mm:ss";
+  fake.locale.am = fake.locale.pm = u"";
+  EXPECT_EQ(notify::NextTransferTimeText(app, afternoon), u"15.11.2026 17:02:00");
+  EXPECT_EQ(notify::NextTransferTimeText(app, morning), u"05.11.2026 09:07:05");
+
+  // Markers in front, single-letter markers, other separators and quoted text.
+  fake.locale.shortDateFormat = u"yyyy/M/d";
+  fake.locale.dateSeparator = u"/";
+  fake.locale.am = u"AM";
+  fake.locale.pm = u"PM";
+  fake.locale.timeFormat = u"tt h:mm:ss";
+  EXPECT_EQ(notify::NextTransferTimeText(app, afternoon), u"2026/11/15 PM 5:02:00");
+  fake.locale.timeFormat = u"H.mm' h' t";
+  EXPECT_EQ(notify::NextTransferTimeText(app, morning), u"2026/11/5 9.07 h A");
+  fake.locale.timeFormat = u"hh:mm:ss";
+  EXPECT_EQ(notify::NextTransferTimeText(app, afternoon), u"2026/11/15 05:02:00");
+}
+
 }  // namespace

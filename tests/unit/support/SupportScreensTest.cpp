@@ -8,6 +8,7 @@
 #include "support/SupportScreens.h"
 #include "support/frmErrorReport.h"
 #include "support/frmUpdatePassword.h"
+#include "support/UpdatePasswordRules.h"
 
 using base::Text;
 using kit::ScriptedUi;
@@ -55,6 +56,22 @@ TEST_F(SupportScreensTest, UpdatePasswordResetsOnEscAndStaysOpen) {
   EXPECT_FALSE(form.IsLoaded());
 }
 
+TEST_F(SupportScreensTest, UpdatePasswordRefusesACharacterTheStoreCannotHold) {
+  support::frmUpdatePassword form(app, ui);
+  ui.Show(form);
+  form.txtPassword.SetText(u"abc");
+  EXPECT_TRUE(ui.Questions().empty());
+  // A paste (or a key) that brings in a letter outside the alphabet: the box keeps
+  // what it can store and says why.
+  ui.Queue(ScriptedUi::Answer::Ok());
+  form.txtPassword.SetText(u"abc\u00E9d\u20AC");
+  EXPECT_EQ(form.txtPassword.GetText(), u"abcd");
+  ASSERT_EQ(ui.Questions().size(), 1u);
+  EXPECT_EQ(ui.Questions()[0].text, support::kPasswordAlphabetMessage);
+  EXPECT_EQ(ui.Questions()[0].title, app.AppTitle);
+  EXPECT_EQ(form.ActiveControl(), &form.txtPassword);
+}
+
 TEST_F(SupportScreensTest, UpdatePasswordAppliedByTheFormStoresAndCloses) {
   BackupSets(2);
   fake.network.goodAccounts[u"mary"] = u"newpass";
@@ -100,6 +117,25 @@ TEST_F(SupportScreensTest, ErrorReportLoadsTheUserAndFollowsTheTicket) {
   EXPECT_FALSE(form.IsLoaded());
 }
 
+TEST_F(SupportScreensTest, ErrorReportSendIsNotStartedAgainWhileItRuns) {
+  frame::WriteSetting(app, u"EmailUserName", u"mary@example.com");
+  support::frmErrorReport form(app, ui);
+  ui.Show(form);
+  form.txtMsg.SetText(u"It stopped.");
+  int pressesDuringUpload = 0;
+  fake.network.duringUpload = [&] {
+    if (pressesDuringUpload++ > 0) return;  // only the first upload: a nested one would recurse
+    form.cmdSend.RaiseMouseUp({kit::kLeftButton});
+    Key(form, 'S', kit::kAltMask);
+  };
+  form.cmdSend.RaiseMouseUp({kit::kLeftButton});
+  EXPECT_EQ(fake.network.mails.size(), 1u) << "a send started inside the running one";
+  EXPECT_EQ(form.lblProgress.Caption(), u"Feedback report has been sent successfully.");
+  // Once it has ended, Send works again.
+  Key(form, 'S', kit::kAltMask);
+  EXPECT_EQ(fake.network.mails.size(), 2u);
+}
+
 TEST_F(SupportScreensTest, ErrorReportAboveNinetySixDpiShortensTheTicketLabel) {
   ScriptedUi large(12);
   frame::WriteSetting(app, u"EmailUserName", u"mary@example.com");
@@ -119,6 +155,17 @@ TEST_F(SupportScreensTest, AboutListsTheFilesAndClosesByEsc) {
             u"\r\nRelease Date                                  02/08/2013\r\nQVMonitor.exe" +
                 Text(25, u' ') + u"9.5.0.5");
   EXPECT_EQ(form.picbkgrd.PictureKey(), u"qv_about_us");
+  EXPECT_EQ(form.lblcopy.PictureKey(), u"button_OK_enb");
+  // The pointer over OK and away again: its own face, hover and normal, never the
+  // standard buttons'.
+  form.lblcopy.RaiseMouseMove({});
+  EXPECT_EQ(form.lblcopy.PictureKey(), u"button_OK_ovr");
+  EXPECT_EQ(form.lblcopy.Lbl().ForeColor(), kit::kWhite);
+  form.picbkgrd.RaiseMouseMove({});
+  EXPECT_EQ(form.lblcopy.PictureKey(), u"button_OK_enb");
+  form.lblcopy.Lbl().RaiseMouseMove({});
+  EXPECT_EQ(form.lblcopy.PictureKey(), u"button_OK_ovr");
+  form.RaiseMouseMove({});
   EXPECT_EQ(form.lblcopy.PictureKey(), u"button_OK_enb");
   Key(form, kit::kKeyEscape);
   EXPECT_FALSE(form.IsLoaded());

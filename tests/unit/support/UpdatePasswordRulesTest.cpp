@@ -115,4 +115,74 @@ TEST_F(UpdatePasswordRulesTest, NoConnectionSaysNothingAndTooFewSetsWriteNothing
   EXPECT_FALSE(fake.fs.FileExists(Common(u"mary\\mary.txt")));
 }
 
+TEST_F(UpdatePasswordRulesTest, APasswordOutsideTheAlphabetIsNeverProvedNorStored) {
+  ui.Queue(ScriptedUi::Answer::Ok());
+  EXPECT_EQ(Apply(u"mary", u"caf\u00E9 au lait"), ApplyOutcome::NotStorable);
+  EXPECT_EQ(Texts(), (std::vector<Text>{support::kPasswordAlphabetMessage}));
+  EXPECT_EQ(ui.Questions()[0].icon, 0);
+  EXPECT_EQ(events, (std::vector<std::string>{"focus password"}));
+  EXPECT_TRUE(fake.network.logins.empty());
+  EXPECT_TRUE(fake.network.requests.empty());
+  EXPECT_EQ(frame::ReadSetting(app, u"UserName"), u"");
+  EXPECT_FALSE(fake.fs.FileExists(Common(u"mary\\mary.txt")));
+}
+
+TEST_F(UpdatePasswordRulesTest, AUserNameThatWouldLeaveItsFolderIsRefusedFirst) {
+  for (const Text& name :
+       {Text(u"..\\mary"), Text(u"mary/x"), Text(u"C:mary"), Text(u"ma..ry"), Text(u"a\\b")}) {
+    fake.network.goodAccounts[base::Trim(name)] = u"secret";
+    events.clear();
+    ui.Queue(ScriptedUi::Answer::Ok());
+    EXPECT_EQ(Apply(name, u"secret"), ApplyOutcome::NameLeavesFolder) << testkit::U8(name);
+    EXPECT_EQ(Texts().back(), support::kUserNameFolderMessage);
+    EXPECT_EQ(events, (std::vector<std::string>{"focus user"}));
+  }
+  EXPECT_EQ(ui.Questions().size(), 5u);  // the refusal alone: no question 41
+  EXPECT_TRUE(fake.network.logins.empty());
+  EXPECT_EQ(frame::ReadSetting(app, u"UserName"), u"");
+  // Nor does the store write for such a name when asked directly.
+  frame::WriteSetting(app, u"..\\mary", u"secret", true);
+  EXPECT_FALSE(fake.fs.FileExists(u"C:\\QV\\mary\\mary.txt"));
+  EXPECT_FALSE(fake.fs.FileExists(Common(u"..\\mary\\..\\mary.txt")));
+  EXPECT_FALSE(fake.fs.FolderExists(Common(u"..\\mary")));
+  // A dot alone, or dots apart, are a name like any other.
+  fake.network.goodAccounts[u"mary.ann"] = u"secret";
+  ui.Queue(ScriptedUi::Answer::Yes());
+  EXPECT_EQ(Apply(u"mary.ann", u"secret"), ApplyOutcome::Updated);
+  EXPECT_EQ(frame::ReadSetting(app, u"mary.ann", true), u"secret");
+}
+
+// The store keeps eight bits of a character, shifted by a key letter that depends on
+// its place: whatever the form lets through must come back from the file as it was
+// proved, in every place of the password, the first and the last included.
+TEST_F(UpdatePasswordRulesTest, EveryCharacterTheFormTakesIsStoredAsItWasProved) {
+  std::vector<char16_t> units;
+  for (char32_t c = 1; c < 0x250; ++c) units.push_back(static_cast<char16_t>(c));
+  for (char16_t c : {0x20AC, 0x4E2D, 0xD800, 0xFFFD, 0xFFFF}) units.push_back(c);
+  std::size_t taken = 0, refused = 0;
+  for (std::size_t n = 0; n < units.size(); ++n) {
+    Text password = u"Pw3k9Qz7Lm2Xc8Vb";
+    password[n % password.size()] = units[n];
+    const Text proved = base::Trim(password);
+    fake.network.goodAccounts[u"mary"] = proved;
+    fake.fs.DeleteFile(Common(u"mary\\mary.txt"));
+    const std::size_t logins = fake.network.logins.size();
+    ui.Queue(ScriptedUi::Answer::Yes());
+    const ApplyOutcome outcome = Apply(u"mary", password);
+    if (fake.network.logins.size() == logins) {
+      ++refused;
+      EXPECT_FALSE(fake.fs.FileExists(Common(u"mary\\mary.txt"))) << "unit " << int(units[n]);
+      continue;
+    }
+    ++taken;
+    ASSERT_EQ(outcome, ApplyOutcome::Updated) << "unit " << int(units[n]);
+    EXPECT_EQ(fake.network.logins.back().second, proved);
+    EXPECT_EQ(frame::ReadSetting(app, u"mary", true), proved)
+        << "unit " << int(units[n]) << " at place " << n % password.size() + 1;
+  }
+  // What a password is typed with on any keyboard layout's base keys is taken.
+  EXPECT_GE(taken, std::size_t{u'~' - u' ' + 1});
+  EXPECT_EQ(taken + refused, units.size());
+}
+
 }  // namespace
