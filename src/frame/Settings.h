@@ -17,7 +17,10 @@ Text ResolutionSection(AppState& app);
 bool IsResolutionKey(const Text& key);
 
 Text ReadSetting(AppState& app, const Text& key, bool secure = false);
-void WriteSetting(AppState& app, const Text& key, const Text& value, bool secure = false);
+// False with the reason (traced as well) when the value could not be stored; the file
+// then keeps its previous content.
+platform::WriteResult WriteSetting(AppState& app, const Text& key, const Text& value,
+                                   bool secure = false);
 // QVDetails.ini, or the per-user qvwinserver.ini of `user` (UserName when empty).
 Text ReadAccountKey(AppState& app, const Text& section, const Text& key, bool perUser,
                     const Text& user = Text());
