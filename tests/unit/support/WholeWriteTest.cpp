@@ -17,8 +17,25 @@ namespace {
 using Step = platform::FakeFileSystem::Step;
 
 Text Rec(const Text& no, const Text& name = u"Docs") {
-  return Join({no, name, u"03-25-2013 6:41:00", u"03-18-2013 15:02:33", u"My Corvane/", u"3", u"2",
-               u"1", u"", u"", u"", u"", u"0", u"1", u"0", u"201303250641", u"jsmith", u"1", u"0",
+  return Join({no,
+               name,
+               u"03-25-2013 6:41:00",
+               u"03-18-2013 15:02:33",
+               u"My Corvane/",
+               u"3",
+               u"2",
+               u"1",
+               u"",
+               u"",
+               u"",
+               u"",
+               u"0",
+               u"1",
+               u"0",
+               u"201303250641",
+               u"jsmith",
+               u"1",
+               u"0",
                u"1234567"},
               kB);
 }
@@ -293,8 +310,7 @@ TEST_F(FailingWriteTest, AMissingFolderCreatesNothing) {
   EXPECT_FALSE(SetStateWord(app, app.ScheduleFilePath, u"2").ok);
   EXPECT_FALSE(DB_WriteFirstLine(app).ok);
   EXPECT_FALSE(frame::WriteSetting(app, u"BANDWIDTH", u"75").ok);
-  EXPECT_FALSE(
-      support::WriteValueFile(app, u"jsmith", u"secret", support::ValueKind::Password).ok);
+  EXPECT_FALSE(support::WriteValueFile(app, u"jsmith", u"secret", support::ValueKind::Password).ok);
   EXPECT_FALSE(fake.fs.FolderExists(u"C:\\Gone"));
   EXPECT_TRUE(fake.fs.List(u"C:\\", u"*").size() == 1u) << "only C:\\QV";
 }
@@ -306,8 +322,8 @@ TEST_F(FailingWriteTest, AFileHeldByAnotherProgramIsWrittenInPlaceAndTraced) {
   EXPECT_TRUE(result.ok);
   EXPECT_TRUE(result.inPlace);
   EXPECT_EQ(ScheduleBytes(), FileBytes({u"2", Rec(u"1")}));
-  EXPECT_EQ(Trace().back(), u"Written in place, the file is held by another program: " +
-                                SchedulePath());
+  EXPECT_EQ(Trace().back(),
+            u"Written in place, the file is held by another program: " + SchedulePath());
   EXPECT_TRUE(NoTemporaries());
 }
 
@@ -350,8 +366,8 @@ TEST_F(FailingWriteTest, KilledAtAnyPointTheFileIsOldOrNewAndTheNextStartClearsU
       const bool died = fake.fs.Crashed();
       fake.fs.Revive();
       const std::string after = fake.fs.Bytes(path);
-      EXPECT_TRUE(after == old || after == fresh) << "killed at change " << n << ": "
-                                                  << ShowBytes(after);
+      EXPECT_TRUE(after == old || after == fresh)
+          << "killed at change " << n << ": " << ShowBytes(after);
       frame::RemoveLeftoverWrites(app);
       EXPECT_TRUE(NoTemporaries()) << "killed at change " << n;
       EXPECT_EQ(fake.fs.Bytes(path), after) << "the clean-up leaves the file alone";
