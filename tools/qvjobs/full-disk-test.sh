@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# full-disk-test.sh REPO QVJOBS WORK_DIR full|readonly
+# full-disk-test.sh REPO QVJOBS WORK_DIR full|readonly [wine]
 # qvjobs on a data root it cannot write to, on the demo data of `make run`:
 #   full      a small tmpfs mounted as the data root and filled up;
 #   readonly  a data root the user may read but not write (run as "nobody").
@@ -12,6 +12,7 @@ repo=${1:?usage: full-disk-test.sh REPO QVJOBS WORK_DIR full|readonly}
 qvjobs=${2:?}
 work=${3:?}
 mode=${4:?}
+wine=${5:-}
 failures=0
 fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
 skip() { echo "SKIPPED: $*"; exit 77; }
@@ -39,8 +40,16 @@ else
     skip "the user nobody cannot run $qvjobs from here"
 fi
 "$repo/tools/make-demo-root.sh" "$mount_point" >/dev/null || { fail "demo root"; exit 1; }
+# The Windows program runs under Wine and names the folder by its drive letter.
+root="$mount_point"
+runner=()
+if [ -n "$wine" ]; then
+  root="Z:${mount_point//\//\\}"
+  runner=("${QV_WINE:-/usr/lib/wine/wine64}")
+fi
 # Two jobs whose numbers the commands name: the first and the last of the demo list.
-first=$("$qvjobs" --root "$mount_point" list | head -1 | cut -d'|' -f1)
+first=$("${runner[@]}" "$qvjobs" --root "$root" list 2>/dev/null </dev/null | head -1 |
+  cut -d'|' -f1)
 # The demo has no backup sets; one for Backup Now, in the product's text form.
 set_name="Documents"
 { printf '\xff\xfe'; printf '%s\b1\r\n' "$set_name" | iconv -f UTF-8 -t UTF-16LE; } \
@@ -51,7 +60,7 @@ if [ "$mode" = full ]; then
   # Fill the disk: what is left is less than a page, so no new file fits.
   dd if=/dev/zero of="$mount_point/fill" bs=4k 2>/dev/null
   dd if=/dev/zero of="$mount_point/fill2" bs=1 2>/dev/null
-  reason="No space left on device"
+  reason="No space left on device|Disk full|not enough space"
 else
   chmod -R a+rX,go-w "$mount_point"
   reason="Permission denied"
@@ -65,7 +74,7 @@ snapshot() {
 }
 before=$(snapshot)
 run() {
-  "${as_user[@]}" "$qvjobs" --root "$mount_point" --answer yes "$@" >"$work/out.txt" \
+  "${as_user[@]}" "${runner[@]}" "$qvjobs" --root "$root" --answer yes "$@" >"$work/out.txt" \
     2>"$work/err.txt" </dev/null
   code=$?
 }
@@ -78,7 +87,7 @@ for command in "run-now $first" "backup-now $set_name" \
   run "${words[@]}"
   runs=$((runs + 1))
   [ "$code" = 1 ] || fail "$command exited $code, not 1"
-  grep -q "could not write: .*$reason" "$work/err.txt" ||
+  grep -qE "could not write: .*($reason)" "$work/err.txt" ||
     fail "$command: no reason on stderr: $(cat "$work/err.txt")"
   if grep -qE "has been added|successfully set up|will stop shortly" "$work/out.txt"; then
     fail "$command claimed success: $(cat "$work/out.txt")"
