@@ -153,7 +153,9 @@ TEST_F(SameBytesTest, UpdateAndRemovalGiveTheSequencesBytesInOneWrite) {
         auto actual = InOneWrite(start, Record(no), bNoSch, oneCount, writes);
         const std::string shown = start ? ShowBytes(*start) : std::string("(no file)");
         ASSERT_EQ(actual.has_value(), expected.has_value()) << shown;
-        if (expected) EXPECT_EQ(ShowBytes(*actual), ShowBytes(*expected)) << shown;
+        if (expected) {
+          EXPECT_EQ(ShowBytes(*actual), ShowBytes(*expected)) << shown;
+        }
         EXPECT_EQ(oneCount, stepCount) << shown;
         EXPECT_LE(writes, 1) << "one change is one write: " << shown;
         ++cases;
