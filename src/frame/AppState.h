@@ -11,6 +11,7 @@
 #include "engine/TransferUpdate.h"
 #include "jobstore/JobStoreState.h"
 #include "jobstore/ScheduleRecord.h"
+#include "platform/WholeFile.h"
 #include "platform/Platform.h"
 
 namespace frame {
@@ -25,7 +26,8 @@ class ISecureStore {
  public:
   virtual ~ISecureStore() = default;
   virtual Text ReadSecure(const Text& keyName) = 0;
-  virtual void WriteSecure(const Text& keyName, const Text& value) = 0;
+  // The system's reason when the value could not be stored.
+  virtual platform::WriteResult WriteSecure(const Text& keyName, const Text& value) = 0;
 };
 
 struct AppState {
@@ -45,6 +47,9 @@ struct AppState {
   Text SessionFilePath;
   Text UserName;
   std::uintptr_t MonitorMutexHandle = 0;
+  // The system's reason of the last write of a shared file (the schedule, a setting,
+  // the stored password) that did not reach the disk; "" when none failed.
+  Text LastWriteFailure;
 
   // Per-job log names set by the notification and dial-up handling.
   Text CurrentLogName;

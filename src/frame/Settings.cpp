@@ -26,6 +26,8 @@ Text DescribeError(unsigned long code) {
     case 5: return u"Access is denied.";
     case 32:
       return u"The process cannot access the file because it is being used by another process.";
+    case 112: return u"There is not enough space on the disk.";
+    case 1117: return u"The request could not be performed because of an I/O device error.";
     default: return u"Error " + base::FromNumber(static_cast<long long>(code));
   }
 }
@@ -68,26 +70,32 @@ Text ReadSetting(AppState& app, const Text& key, bool secure) {
   return result;
 }
 
-void WriteSetting(AppState& app, const Text& key, const Text& value, bool secure) {
+platform::WriteResult WriteSetting(AppState& app, const Text& key, const Text& value, bool secure) {
+  auto result = platform::WriteResult::Success();
   base::Guarded(
       [&] {
         auto& fs = *app.platform.fs;
         if (!fs.FolderExists(app.CommonFolder())) fs.CreateFolder(app.CommonFolder());
         if (secure) {
-          if (app.secureStore) app.secureStore->WriteSecure(key, value);
+          if (app.secureStore) result = app.secureStore->WriteSecure(key, value);
+          if (!result) WriteTrace(app, u"0  " + result.reason);
           return;
         }
         auto& profile = *app.platform.profile;
         if (!profile.WriteString(SettingSectionForWrite(app, key), NullIfEmpty(key),
                                  NullIfEmpty(value), IniPath(app))) {
           unsigned long code = profile.LastError();
-          WriteTrace(app,
-                     base::FromNumber(static_cast<long long>(code)) + u"  " + DescribeError(code));
+          Text line = base::FromNumber(static_cast<long long>(code)) + u"  " + DescribeError(code);
+          WriteTrace(app, line);
+          result = platform::WriteResult::Failure(DescribeError(code));
         }
       },
       [&](const base::ErrorInfo& e) {
         WriteTrace(app, base::FromNumber(e.number) + u"  " + e.description);
+        result = platform::WriteResult::Failure(e.description);
       });
+  if (!result) app.LastWriteFailure = result.reason;
+  return result;
 }
 
 bool StaysInItsFolder(const Text& userName) {

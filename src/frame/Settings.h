@@ -17,7 +17,10 @@ Text ResolutionSection(AppState& app);
 bool IsResolutionKey(const Text& key);
 
 Text ReadSetting(AppState& app, const Text& key, bool secure = false);
-void WriteSetting(AppState& app, const Text& key, const Text& value, bool secure = false);
+// False with the reason (traced as well) when the value could not be stored; the file
+// then keeps its previous content.
+platform::WriteResult WriteSetting(AppState& app, const Text& key, const Text& value,
+                                   bool secure = false);
 // Whether a user name, trimmed, names a folder right under QVCOMMON: one without "\",
 // "/", ":" or "..", which would lead out of it. A user's files are read and written
 // only under such a name.

@@ -24,6 +24,25 @@ Text SettleDataRoot(AppState& app) {
   return app.DataRoot;
 }
 
+int RemoveLeftoverWrites(AppState& app) {
+  int removed = 0;
+  base::IgnoreFailure([&] {
+    auto& fs = *app.platform.fs;
+    const Text common = app.CommonFolder();
+    if (!fs.FolderExists(common)) return;
+    // The files written whole live in QVCOMMON and in the users' folders under it.
+    removed += platform::RemoveLeftoverTemporaries(fs, common);
+    for (const auto& entry : fs.List(common, u"*")) {
+      if (entry.isFolder && entry.name != u"." && entry.name != u"..")
+        removed += platform::RemoveLeftoverTemporaries(fs, common + u"\\" + entry.name);
+    }
+  });
+  if (removed > 0)
+    WriteTrace(app, u"Removed " + base::FromNumber(static_cast<long long>(removed)) +
+                        u" unfinished write(s) left by an earlier run.");
+  return removed;
+}
+
 bool WritePermissionCheck(AppState& app) {
   bool ok = true;
   base::Guarded(
@@ -32,7 +51,7 @@ bool WritePermissionCheck(AppState& app) {
         Text candidate = app.ProgramFolder + u"\\PermCheck.dat";
         if (!fs.FileExists(candidate)) candidate = app.CommonFile(u"SerTraceFile.txt");
         if (fs.FileExists(candidate))
-          ok = platform::TextFile::WriteLines(fs, candidate, {u"Write Permission check"});
+          ok = platform::TextFile::WriteLines(fs, candidate, {u"Write Permission check"}).ok;
       },
       [&](const base::ErrorInfo&) { ok = false; });
   return ok;
@@ -91,6 +110,7 @@ MainResult Main(AppState& app, IStartupSteps& steps) {
   app.ScheduleFilePath = app.CommonFile(u"scheduleData.txt");
   app.ServiceLogPath = app.CommonFile(u"QVWServiceLog.txt");
   app.MailFilePath = app.CommonFile(u"Mailid.txt");
+  RemoveLeftoverWrites(app);
 
   if (!WritePermissionCheck(app)) return MainResult::NoWritePermission;
   MarkStartup(app, u"write permission checked");

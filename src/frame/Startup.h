@@ -32,6 +32,9 @@ enum class MainResult {
 };
 
 Text SettleDataRoot(AppState& app);  // sets and returns DataRoot
+// Removes the temporary files of whole writes that an earlier run did not finish
+// (QVCOMMON and the folders under it); returns how many.
+int RemoveLeftoverWrites(AppState& app);
 bool WritePermissionCheck(AppState& app);
 bool InstanceGuard(AppState& app);
 void SetBacksetFilePath(AppState& app);

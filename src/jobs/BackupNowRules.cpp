@@ -82,11 +82,14 @@ BackupNowResult cmdBackupNow_Click(frame::AppState& app, JobPrompts& prompts,
         // This load either finds an immediate job of the set already in the file and
         // says so, or adds the record and says that.
         store.BackupNowMode = true;
+        app.LastWriteFailure.clear();
         app.RecordCount = jobstore::DB_ReadSchdata(app, Text(), app.Jobs, true);
-        result.recordAdded = !store.ImmediateFound;
+        // A record that could not be written was told as such: the screen stays for another try.
+        const bool notWritten = !store.ImmediateFound && !app.LastWriteFailure.empty();
+        result.recordAdded = !store.ImmediateFound && !notWritten;
         store.BackupSetList.clear();
         app.Jobs.clear();
-        result.end = store.ImmediateFound ? BackupNowEnd::Front : BackupNowEnd::Close;
+        result.end = store.ImmediateFound || notWritten ? BackupNowEnd::Front : BackupNowEnd::Close;
       },
       frame::TraceFailure(app, u"Error Reason :",
                           u"in procedure cmdBackupNow_Click of Form frmBackupNow"));

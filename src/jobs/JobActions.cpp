@@ -168,7 +168,7 @@ void JobActions::DeleteRecord() {
         LoadJobs(app_, list_);
         FillListView(app_, list_);
         if (Ask(26, kit::kIconQuestion, kit::kButtonsYesNo) != kit::kResultYes) return;
-        jobstore::DB_DeleteRecord(app_, recordNo, app_.ScheduleFilePath);
+        jobstore::RequireWritten(jobstore::DB_DeleteRecord(app_, recordNo, app_.ScheduleFilePath));
         LoadJobs(app_, list_);
         FillListView(app_, list_);
       },
@@ -246,7 +246,7 @@ void JobActions::ScheduleImmediate(int recordNo) {
         r.MailMode = source.MailMode;
         r.UserName = source.UserName;
         r.Password = source.Password;
-        jobstore::DB_WriteSchdata(app_, r, false);
+        jobstore::RequireWritten(jobstore::DB_WriteSchdata(app_, r, false));
         LoadJobs(app_, list_);
         FillListView(app_, list_);
         Ask(564, kit::kIconInfo, kit::kButtonsOk);
@@ -293,7 +293,7 @@ void JobActions::StopTransfer() {
         if (!app_.platform.fs->FileExists(path)) return;
         // A state other than "1" is a job that has just ended: nothing to stop.
         if (jobstore::ReadStateLine(app_, path) != u"1") return;
-        jobstore::SetStateWord(app_, path, u"2");
+        jobstore::RequireWritten(jobstore::SetStateWord(app_, path, u"2"));
         Ask(30, kit::kIconInfo, kit::kButtonsOk);
         RefreshListView(app_, list_);
       },
@@ -320,7 +320,7 @@ void JobActions::ClearStopTransfer() {
         // seconds is cleared by the monitor itself.
         app_.platform.clock->Sleep(kClearStopWaitMs);
         if (jobstore::ReadStateLine(app_, path) != u"2") return;
-        jobstore::SetStateWord(app_, path, u"0");
+        jobstore::RequireWritten(jobstore::SetStateWord(app_, path, u"0"));
         RefreshListView(app_, list_);
       },
       frame::TraceFailure(app_, u"Error in Clear Stop completely, Reason:"));

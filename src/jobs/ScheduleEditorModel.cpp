@@ -374,6 +374,9 @@ SaveOutcome WriteTempRows(AppState& app, ScheduleEditor& ed) {
   // The file is the truth at this moment: a job the engine took up since the screen
   // was opened, or one that has gone, is left alone.
   jobstore::DB_ReadSchdata(app, Text(), app.Jobs, false);
+  // All rows go into the file in one write: the engine never reads it with a job
+  // missing, and a failure leaves every job as it was.
+  jobstore::ScheduleFileEdit edit(app);
   for (ScheduleRecord& row : ed.TempJobs) {
     if (base::Trim(row.BackupSetName).empty()) continue;
     if (!jobstore::CheckRecordNo(app, row.RecordNo) ||
@@ -384,9 +387,18 @@ SaveOutcome WriteTempRows(AppState& app, ScheduleEditor& ed) {
     // Neither word of a row that is to go ever reaches the file.
     const bool leaves =
         base::EqualsNoCase(row.Days, kNoSchedule) || base::EqualsNoCase(row.Days, kDeleted);
-    jobstore::DB_WriteSchdata(app, row, leaves);
+    edit.Put(row, leaves);
     (leaves ? out.removed : out.written).push_back(row.RecordNo);
     if (!leaves && row.RecordNo == ed.Identity.RecordNo) out.wroteEdited = true;
+  }
+  const jobstore::WriteResult written = edit.Commit(u"DB_WriteSchdata");
+  if (!written) {
+    SaveOutcome failed;
+    failed.writeFailed = true;
+    failed.reason = written.reason;
+    if (ed.host.message)
+      ed.host.message(Text(kCouldNotSaveText) + written.reason, kit::kIconError, kit::kButtonsOk);
+    return failed;
   }
   return out;
 }
@@ -395,13 +407,14 @@ SaveOutcome Sch_Start4_Next_Click(AppState& app, ScheduleEditor& ed, EditorChoic
   const Text present = ed.bRowCleared ? ed.Identity.RecordNo : Text();
   if (!SaveSelection(app, ed, c, present)) return SaveOutcome{};
   SaveOutcome out = WriteTempRows(app, ed);
-  if (ed.host.unloadScreen) ed.host.unloadScreen();
+  if (!out.writeFailed && ed.host.unloadScreen) ed.host.unloadScreen();
   return out;
 }
 
 void Add_Wizard_Member(AppState& app, ScheduleEditor& ed) {
-  base::Guarded([&] { jobstore::DB_WriteSchdata(app, ed.Scratch, false); },
-                frame::TraceFailure(app, u"Error Reason :", InScheduler(u"Add_Wizard_Member")));
+  base::Guarded(
+      [&] { jobstore::RequireWritten(jobstore::DB_WriteSchdata(app, ed.Scratch, false)); },
+      frame::TraceFailure(app, u"Error Reason :", InScheduler(u"Add_Wizard_Member")));
 }
 
 }  // namespace jobs

@@ -94,7 +94,15 @@ struct SaveOutcome {
   std::vector<Text> written;  // record numbers written, in order
   std::vector<Text> removed;  // record numbers taken out of the file
   std::vector<Text> skipped;  // rows left alone: gone from the file, or in progress
+  // The file could not be written: it keeps what it had, `reason` says why, and the
+  // user has been told; the screen stays open.
+  bool writeFailed = false;
+  Text reason;
 };
+
+// What the editor says before the reason when its rows could not be written.
+inline constexpr char16_t kCouldNotSaveText[] =
+    u"The changes to the schedule could not be saved. Reason : ";
 
 // ---- Small rules ---------------------------------------------------------------
 

@@ -582,8 +582,9 @@ void frmDTEmail::Sch_Start4_Next_Click() {
   Gather();
   saving_ = true;
   unloadAsked_ = false;
-  jobs::Sch_Start4_Next_Click(app_, ed_, c_);
+  const SaveOutcome saved = jobs::Sch_Start4_Next_Click(app_, ed_, c_);
   saving_ = false;
+  if (saved.writeFailed) unloadAsked_ = false;  // nothing was saved: the screen stays
   if (unloadAsked_ && IsLoaded()) Unload();
   if (IsLoaded()) Push();
 }

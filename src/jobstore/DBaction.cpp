@@ -344,28 +344,141 @@ Text DecodeField(const Text& text) { return text; }
 
 // --- Writing --------------------------------------------------------------------
 
-void DB_WriteSchdata(AppState& app, ScheduleRecord& record, bool bNoSch, bool /*spare*/) {
-  base::Guarded(
-      [&] {
-        // Delete then append: between the two the record is not in the file, which
-        // the engine and the application have always lived with.
-        DB_DeleteRecord(app, record.RecordNo, app.ScheduleFilePath);
-        record.EngineFlag = u"0";
-        if (bNoSch) return;
-        const Text line = BuildScheduleLine(record);
-        DB_WriteFirstLine(app);
-        DB_WriteRecord(app, line, app.ScheduleFilePath);
-      },
-      [&](const base::ErrorInfo& e) { TraceMonitorError(app, e, u"DB_WriteSchdata"); });
+namespace {
+
+// Traces a write that failed with the system's reason, or that had to go in place.
+void TraceWrite(AppState& app, const WriteResult& result, const Text& path, const Text& procedure) {
+  if (!result.ok) {
+    app.LastWriteFailure = result.reason;
+    base::ErrorInfo error;
+    error.number = 0;
+    error.description = result.reason + u" (" + path + u")";
+    TraceMonitorError(app, error, procedure);
+  } else if (result.inPlace) {
+    frame::WriteTrace(app, u"Written in place, the file is held by another program: " + path);
+  }
 }
 
-void DB_DeleteRecord(AppState& app, const Text& recordNo, const Text& path) {
+WriteResult Unreadable(AppState& app, const Text& path) {
+  Text why = Fs(app).LastErrorText();
+  return WriteResult::Failure(why.empty() ? u"The file could not be read: " + path : why);
+}
+
+// Every rewritten line goes to the trace. The block is appended in one go: the bytes are
+// those of one trace line per schedule line, but a rewrite of thousands of records does
+// not open the trace thousands of times.
+void TraceContent(AppState& app, const std::vector<Text>& lines) {
+  if (lines.empty()) return;
+  Text block;
+  for (const Text& line : lines) {
+    if (!block.empty()) block += u"\r\n";
+    block += base::Trim(u"Content of backupset Monitor ," + line);
+  }
+  frame::AppendLine(app, app.CommonFile(u"SerTraceFile.txt"), block);
+}
+
+}  // namespace
+
+ScheduleFileEdit::ScheduleFileEdit(AppState& app) : app_(app) {
+  auto& fs = Fs(app);
+  if (!fs.FileExists(app.ScheduleFilePath)) return;
+  bytes_ = fs.ReadAll(app.ScheduleFilePath);
+  if (!bytes_) readFailure_ = Unreadable(app, app.ScheduleFilePath);
+}
+
+std::vector<Text> ScheduleFileEdit::Lines() const {
+  if (!bytes_) return {};
+  return TextFile::SplitLines(base::DecodeUtf16Le(*bytes_).units);
+}
+
+void ScheduleFileEdit::Delete(const Text& recordNo) {
+  // As DB_DeleteRecord: nothing for an empty number or an absent file; otherwise the
+  // first line stays whatever it holds, lines without a separator go.
+  if (recordNo.empty() || !bytes_) return;
+  std::vector<Text> lines = Lines();
+  std::vector<Text> kept;
+  kept.reserve(lines.size() + 1);
+  size_t first = 0;
+  if (!lines.empty()) {
+    kept.push_back(lines[0]);
+    first = 1;
+  }
+  for (size_t i = first; i < lines.size(); ++i) {
+    auto key = KeyOfLine(lines[i]);
+    if (key && *key != recordNo) kept.push_back(std::move(lines[i]));
+  }
+  recordCount_ = static_cast<long>(kept.size()) - (first ? 1 : 0);
+  bytes_ = TextFile::Encode(kept);
+  rewritten_ = kept;
+  changed_ = true;
+}
+
+void ScheduleFileEdit::Append(const Text& line) {
+  // As DB_WriteFirstLine and DB_WriteRecord: an absent file starts as its mark; a first
+  // line that is not one character costs every record; the line goes at the end.
+  if (!bytes_) bytes_ = std::string(base::kUtf16Bom);
+  std::vector<Text> lines = Lines();
+  const Text first = lines.empty() ? Text() : lines[0];
+  if (first.size() != 1) bytes_ = TextFile::Encode({u"0"});
+  bytes_->append(base::EncodeUtf16Le(line + u"\r\n"));
+  appended_ = true;
+  changed_ = true;
+}
+
+void ScheduleFileEdit::Put(ScheduleRecord& record, bool bNoSch) {
+  Delete(record.RecordNo);
+  record.EngineFlag = u"0";
+  if (!bNoSch) Append(BuildScheduleLine(record));
+}
+
+WriteResult ScheduleFileEdit::Commit(const Text& procedure) {
+  if (readFailure_) {
+    TraceWrite(app_, *readFailure_, app_.ScheduleFilePath, procedure);
+    return *readFailure_;
+  }
+  if (!changed_) return WriteResult::Success();
+  WriteResult result = platform::WriteWholeFile(Fs(app_), app_.ScheduleFilePath, *bytes_);
+  TraceWrite(app_, result, app_.ScheduleFilePath, procedure);
+  if (result.ok && recordCount_) app_.RecordCount = *recordCount_;
+  TraceContent(app_, rewritten_);
+  if (appended_) frame::WriteTrace(app_, u"Exit DB_WriteRecord Monitor ");
+  return result;
+}
+
+void RequireWritten(const WriteResult& result) {
+  if (!result) throw base::Failure(0, base::ToUtf8(result.reason));
+}
+
+WriteResult DB_WriteSchdata(AppState& app, ScheduleRecord& record, bool bNoSch, bool /*spare*/) {
+  WriteResult result = WriteResult::Failure(Text());
+  base::Guarded(
+      [&] {
+        // The delete and the append are made on the content in memory and reach the
+        // file in one write: the other programs never see the file without the record,
+        // and the bytes are those the two steps give one after the other.
+        ScheduleFileEdit edit(app);
+        edit.Put(record, bNoSch);
+        result = edit.Commit(u"DB_WriteSchdata");
+      },
+      [&](const base::ErrorInfo& e) {
+        TraceMonitorError(app, e, u"DB_WriteSchdata");
+        result = WriteResult::Failure(e.description);
+      });
+  return result;
+}
+
+WriteResult DB_DeleteRecord(AppState& app, const Text& recordNo, const Text& path) {
+  WriteResult result = WriteResult::Success();
   base::Guarded(
       [&] {
         auto& fs = Fs(app);
         if (recordNo.empty() || !fs.FileExists(path)) return;
         auto lines = TextFile::ReadLines(fs, path);
-        if (!lines) return;
+        if (!lines) {
+          result = Unreadable(app, path);
+          TraceWrite(app, result, path, u"DB_DeleteRecord");
+          return;
+        }
         std::vector<Text> kept;
         kept.reserve(lines->size() + 1);
         size_t first = 0;
@@ -378,55 +491,66 @@ void DB_DeleteRecord(AppState& app, const Text& recordNo, const Text& path) {
           auto key = KeyOfLine((*lines)[i]);
           if (key && *key != recordNo) kept.push_back(std::move((*lines)[i]));
         }
-        app.RecordCount = static_cast<long>(kept.size()) - (keepStateLine ? 1 : 0);
-        DB_WriteLines(app, kept, path, static_cast<long>(kept.size()));
+        result = DB_WriteLines(app, kept, path, static_cast<long>(kept.size()));
+        if (result.ok) app.RecordCount = static_cast<long>(kept.size()) - (keepStateLine ? 1 : 0);
+        TraceWrite(app, result, path, u"DB_DeleteRecord");
       },
-      [&](const base::ErrorInfo& e) { TraceMonitorError(app, e, u"DB_DeleteRecord"); });
+      [&](const base::ErrorInfo& e) {
+        TraceMonitorError(app, e, u"DB_DeleteRecord");
+        result = WriteResult::Failure(e.description);
+      });
+  return result;
 }
 
-void DB_WriteFirstLine(AppState& app) {
+WriteResult DB_WriteFirstLine(AppState& app) {
+  WriteResult result = WriteResult::Success();
   base::Guarded(
       [&] {
         auto& fs = Fs(app);
         const Text& path = app.ScheduleFilePath;
-        if (!fs.FileExists(path)) TextFile::Create(fs, path, false);
+        if (!fs.FileExists(path)) result = TextFile::Create(fs, path, false);
+        if (!result) return TraceWrite(app, result, path, u"DB_WriteFirstLine");
         auto lines = TextFile::ReadLines(fs, path);
         if (!lines) return;  // what cannot be read is not thrown away
         const Text first = lines->empty() ? Text() : (*lines)[0];
         // A first line that is not one character costs the whole file: that is how
         // the other programs expect a damaged file to be mended.
-        if (first.size() != 1) TextFile::WriteLines(fs, path, {u"0"});
+        if (first.size() != 1) result = TextFile::WriteLines(fs, path, {u"0"});
+        TraceWrite(app, result, path, u"DB_WriteFirstLine");
       },
-      [&](const base::ErrorInfo& e) { TraceMonitorError(app, e, u"DB_WriteFirstLine"); });
+      [&](const base::ErrorInfo& e) {
+        TraceMonitorError(app, e, u"DB_WriteFirstLine");
+        result = WriteResult::Failure(e.description);
+      });
+  return result;
 }
 
-void DB_WriteRecord(AppState& app, const Text& line, const Text& path) {
-  TextFile::AppendLine(Fs(app), path, line);
+WriteResult DB_WriteRecord(AppState& app, const Text& line, const Text& path) {
+  WriteResult result = TextFile::AppendLine(Fs(app), path, line);
+  TraceWrite(app, result, path, u"DB_WriteRecord");
   frame::WriteTrace(app, u"Exit DB_WriteRecord Monitor ");
+  return result;
 }
 
-void DB_WriteLines(AppState& app, const std::vector<Text>& lines, const Text& path, long count) {
+WriteResult DB_WriteLines(AppState& app, const std::vector<Text>& lines, const Text& path,
+                          long count) {
   const size_t n = std::min(lines.size(), static_cast<size_t>(std::max(0L, count)));
   std::vector<Text> out(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(n));
-  TextFile::WriteLines(Fs(app), path, out);
-  // Every line goes to the trace. The block is appended in one go: the bytes are those
-  // of one trace line per schedule line, but a rewrite of thousands of records does not
-  // open the trace thousands of times.
-  if (out.empty()) return;
-  Text block;
-  for (const Text& line : out) {
-    if (!block.empty()) block += u"\r\n";
-    block += base::Trim(u"Content of backupset Monitor ," + line);
-  }
-  frame::AppendLine(app, app.CommonFile(u"SerTraceFile.txt"), block);
+  WriteResult result = TextFile::WriteLines(Fs(app), path, out);
+  TraceContent(app, out);
+  return result;
 }
 
-void SetStateWord(AppState& app, const Text& path, const Text& value) {
+WriteResult SetStateWord(AppState& app, const Text& path, const Text& value) {
   auto& fs = Fs(app);
   base::Utf16Content content;
   if (fs.FileExists(path)) {
     auto bytes = fs.ReadAll(path);
-    if (!bytes) return;
+    if (!bytes) {
+      WriteResult unread = Unreadable(app, path);
+      TraceWrite(app, unread, path, u"SetStateWord");
+      return unread;
+    }
     content = base::DecodeUtf16Le(*bytes);
   } else {
     content.units = u"0\r\n";
@@ -434,7 +558,9 @@ void SetStateWord(AppState& app, const Text& path, const Text& value) {
   // Only the first character is replaced; the rest of the file goes back as it was.
   content.units = base::Trim(value) + base::Mid(content.units, 2);
   content.hasBom = true;
-  fs.WriteAll(path, base::EncodeUtf16Le(content));
+  WriteResult result = platform::WriteWholeFile(fs, path, base::EncodeUtf16Le(content));
+  TraceWrite(app, result, path, u"SetStateWord");
+  return result;
 }
 
 long DB_GetNewSchRecordNo(AppState& app, long /*count*/) {
@@ -460,8 +586,8 @@ long DB_GetNewSchRecordNo(AppState& app, long /*count*/) {
   return result;
 }
 
-void DB_AddImmediateRecord(AppState& app, std::vector<ScheduleRecord>& records, long count,
-                           const Text& sourceRecordNo) {
+WriteResult DB_AddImmediateRecord(AppState& app, std::vector<ScheduleRecord>& records, long count,
+                                  const Text& sourceRecordNo) {
   ScheduleRecord r;
   r.RecordNo = base::FromNumber(DB_GetNewSchRecordNo(app, count));
   if (const BackupNowRow* row = app.Store.LstBackupSet.Selected())
@@ -503,11 +629,17 @@ void DB_AddImmediateRecord(AppState& app, std::vector<ScheduleRecord>& records, 
   if (records.size() <= at) records.resize(at + 1);
   records[at] = r;
   // Days stays empty in the file; every load repairs it to "IMMEDIATE".
-  DB_WriteSchdata(app, records[at], false);
+  WriteResult written = DB_WriteSchdata(app, records[at], false);
+  if (!written) {
+    // Nobody is told that a job was set up when it is not in the file.
+    ShowMessage(app, Text(kCouldNotScheduleText) + written.reason, kIconCritical);
+    return written;
+  }
   ShowMessage(app,
               u"You have successfully set up an immediate backup of your scheduled Backup set '" +
                   r.BackupSetName + u"'. You may check its status from the system tray.",
               kIconInformation);
+  return written;
 }
 
 Text NowText(AppState& app) {

@@ -10,6 +10,7 @@
 #include "frame/AppState.h"
 #include "jobstore/ScheduleRecord.h"
 #include "jobstore/SystemDate.h"
+#include "platform/WholeFile.h"
 
 namespace jobstore {
 
@@ -79,18 +80,61 @@ Text EncodeField(const Text& text);
 Text DecodeField(const Text& text);
 
 // --- Writing --------------------------------------------------------------------
-// Delete, then (unless bNoSch) append the record at the end. EngineFlag becomes "0".
-void DB_WriteSchdata(AppState& app, ScheduleRecord& record, bool bNoSch, bool spare = false);
-void DB_DeleteRecord(AppState& app, const Text& recordNo, const Text& path);
-void DB_WriteFirstLine(AppState& app);
-void DB_WriteRecord(AppState& app, const Text& line, const Text& path);
-void DB_WriteLines(AppState& app, const std::vector<Text>& lines, const Text& path, long count);
-void SetStateWord(AppState& app, const Text& path, const Text& value);
+// Every writer gives back whether its write reached the disk, with the system's reason
+// when not (traced here as well); the file then keeps its previous bytes. A whole file
+// is written all or nothing and an append is whole or absent (platform/WholeFile.h).
+using platform::WriteResult;
+
+// What the reason of a run-now or Backup Now record that could not be written follows.
+inline constexpr char16_t kCouldNotScheduleText[] =
+    u"Unable to schedule the record immediately. Reason : ";
+
+// For the screens' actions: a write that failed ends the action in its handler, which
+// tells the user the reason, so the success message is never reached.
+void RequireWritten(const WriteResult& result);
+
+// Changes to scheduleData.txt made in memory and written once: each Put is the delete
+// and the append of DB_WriteSchdata, and Commit writes the bytes that those steps,
+// done on the file one after the other, would have left there.
+class ScheduleFileEdit {
+ public:
+  explicit ScheduleFileEdit(AppState& app);
+  // Delete the record's number, EngineFlag "0", then (unless bNoSch) append its line.
+  void Put(ScheduleRecord& record, bool bNoSch);
+  // Writes when anything changed; traces as the single steps do.
+  WriteResult Commit(const Text& procedure);
+  // The content as it stands now; nullopt for an absent (or unreadable) file.
+  const std::optional<std::string>& Bytes() const { return bytes_; }
+
+ private:
+  std::vector<Text> Lines() const;
+  void Delete(const Text& recordNo);
+  void Append(const Text& line);
+
+  AppState& app_;
+  std::optional<std::string> bytes_;
+  std::optional<WriteResult> readFailure_;
+  std::optional<long> recordCount_;
+  std::vector<Text> rewritten_;  // the lines of the last delete, for the trace
+  bool appended_ = false;
+  bool changed_ = false;
+};
+
+// Delete, then (unless bNoSch) append the record at the end, in one write. EngineFlag
+// becomes "0".
+WriteResult DB_WriteSchdata(AppState& app, ScheduleRecord& record, bool bNoSch, bool spare = false);
+WriteResult DB_DeleteRecord(AppState& app, const Text& recordNo, const Text& path);
+WriteResult DB_WriteFirstLine(AppState& app);
+WriteResult DB_WriteRecord(AppState& app, const Text& line, const Text& path);
+WriteResult DB_WriteLines(AppState& app, const std::vector<Text>& lines, const Text& path,
+                          long count);
+WriteResult SetStateWord(AppState& app, const Text& path, const Text& value);
 long DB_GetNewSchRecordNo(AppState& app, long count);
-// Makes the Backup Now record of the selected row at records[count - 1] and writes it.
+// Makes the Backup Now record of the selected row at records[count - 1] and writes it;
+// says so, or that it could not be written and why.
 // `sourceRecordNo` is the row's hidden column: "-1" for a set without a job.
-void DB_AddImmediateRecord(AppState& app, std::vector<ScheduleRecord>& records, long count,
-                           const Text& sourceRecordNo);
+WriteResult DB_AddImmediateRecord(AppState& app, std::vector<ScheduleRecord>& records, long count,
+                                  const Text& sourceRecordNo);
 
 // The present moment as the job store writes it: "mm-dd-yyyy H:mm:ss" through the locale.
 Text NowText(AppState& app);

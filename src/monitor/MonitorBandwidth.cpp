@@ -62,7 +62,15 @@ void frmQVWinService::chkbandwidth_Click() {
     frame::WriteSetting(app_, key,
                         base::FromNumber(static_cast<long long>(sliderBandwidth.Value())));
   }
-  frame::WriteSetting(app_, kAutoPauseKey, base::FromNumber(chkbandwidth.Value()));
+  if (!frame::WriteSetting(app_, kAutoPauseKey, base::FromNumber(chkbandwidth.Value()))) {
+    // Not stored (traced by the settings): the box and the slider show what is.
+    const bool stored = base::Trim(frame::ReadSetting(app_, kAutoPauseKey)) == u"1";
+    settingCheck_ = true;
+    base::IgnoreFailure([&] { chkbandwidth.SetValue(stored ? 1 : 0); });
+    settingCheck_ = false;
+    PlaceSlider(LimitPercent(ReadLimit(LimitKey(stored))));
+    return;
+  }
   LabelPauseMsg.SetVisible(on);
 }
 
@@ -98,7 +106,12 @@ void frmQVWinService::PictSliderKnob1_MouseUp(const kit::MouseArgs&) {
   dragging_ = false;
   lblSlider1Tooltip.SetVisible(false);
   const Text value = base::FromNumber(static_cast<long long>(sliderBandwidth.Value()));
-  frame::WriteSetting(app_, LimitKey(chkbandwidth.Checked()), value);
+  const Text key = LimitKey(chkbandwidth.Checked());
+  if (!frame::WriteSetting(app_, key, value)) {
+    // Not stored (traced by the settings): the slider goes back to the stored limit.
+    PlaceSlider(LimitPercent(ReadLimit(key)));
+    return;
+  }
   lablBandWidth.SetCaption(value + u"%");
 }
 

@@ -179,11 +179,11 @@ void frmQVWinService::mnuenablesch_Click() {
   };
   if (base::EqualsNoCase(mnuenablesch.Caption(), kDisableAllJobs)) {
     if (Ask(20, kit::kIconQuestion, kit::kButtonsYesNo) != kit::kResultYes) return;
-    frame::WriteSetting(app_, u"DisableAllSchdulers", u"1");
+    if (!frame::WriteSetting(app_, u"DisableAllSchdulers", u"1")) return;  // traced there
     mnuenablesch.SetCaption(kEnableAllJobs);
     tell(u"'Disable all the Scheduled jobs' option is selected.");
   } else {
-    frame::WriteSetting(app_, u"DisableAllSchdulers", u"0");
+    if (!frame::WriteSetting(app_, u"DisableAllSchdulers", u"0")) return;  // traced there
     mnuenablesch.SetCaption(kDisableAllJobs);
     tell(u"'Enable all the Scheduled jobs' option is selected.");
   }

@@ -42,6 +42,24 @@ class IFileSystem {
   // Creates when missing.
   virtual bool Append(const Text& path, std::string_view bytes) = 0;
 
+  // Creates or truncates, writes every byte and has the system put them on the disk
+  // before it returns: after true the file survives a crash of the process.
+  virtual bool WriteFlushed(const Text& path, std::string_view bytes) = 0;
+  enum class ReplaceResult {
+    Done,    // `to` now holds what `from` held; `from` is gone
+    Held,    // another program has `to` open without delete sharing, still after a brief retry
+    Failed,  // anything else; both files are as they were
+  };
+  // Puts the file `from` in the place of `to` in one step: a reader sees the old file
+  // or the new one, never a part. A missing `to` is created. A read-only `to` is
+  // refused unless `evenReadOnly`.
+  virtual ReplaceResult Replace(const Text& from, const Text& to, bool evenReadOnly) = 0;
+  // Cuts a file back to its first `size` bytes.
+  virtual bool Truncate(const Text& path, std::uint64_t size) = 0;
+  // The system's words for the last failed call of this object ("There is not enough
+  // space on the disk."); empty when nothing has failed yet.
+  virtual Text LastErrorText() = 0;
+
   // Entries of `folder` whose names match `pattern` ("*", "*.txt", "name*"), in no set order.
   virtual std::vector<FileEntry> List(const Text& folder, const Text& pattern) = 0;
   virtual bool SetCurrentFolder(const Text& path) = 0;

@@ -29,29 +29,36 @@ std::optional<std::vector<Text>> TextFile::ReadLines(IFileSystem& fs, const Text
   return SplitLines(*units);
 }
 
-bool TextFile::Create(IFileSystem& fs, const Text& path, bool overwrite) {
-  if (!overwrite && fs.FileExists(path)) return true;
-  return fs.WriteAll(path, base::kUtf16Bom);
+WriteResult TextFile::Create(IFileSystem& fs, const Text& path, bool overwrite) {
+  if (!overwrite && fs.FileExists(path)) return WriteResult::Success();
+  return WriteWholeFile(fs, path, base::kUtf16Bom);
 }
 
-bool TextFile::WriteLines(IFileSystem& fs, const Text& path, const std::vector<Text>& lines) {
+std::string TextFile::Encode(const std::vector<Text>& lines) {
   std::string bytes(base::kUtf16Bom);
   for (const auto& line : lines) {
     bytes += base::EncodeUtf16Le(line);
     bytes += base::EncodeUtf16Le(u"\r\n");
   }
-  return fs.WriteAll(path, bytes);
+  return bytes;
 }
 
-bool TextFile::AppendLine(IFileSystem& fs, const Text& path, base::TextView line) {
-  if (!fs.FileExists(path) && !fs.WriteAll(path, base::kUtf16Bom)) return false;
+WriteResult TextFile::WriteLines(IFileSystem& fs, const Text& path, const std::vector<Text>& lines,
+                                 bool evenReadOnly) {
+  return WriteWholeFile(fs, path, Encode(lines), evenReadOnly);
+}
+
+WriteResult TextFile::AppendLine(IFileSystem& fs, const Text& path, base::TextView line) {
   Text withEnd(line);
   withEnd += u"\r\n";
-  return fs.Append(path, base::EncodeUtf16Le(withEnd));
+  // A new file gets its mark in the same write as its first line.
+  std::string bytes = fs.FileExists(path) ? std::string() : std::string(base::kUtf16Bom);
+  bytes += base::EncodeUtf16Le(withEnd);
+  return AppendWhole(fs, path, bytes);
 }
 
-bool TextFile::AppendBytes(IFileSystem& fs, const Text& path, std::string_view bytes) {
-  return fs.Append(path, bytes);
+WriteResult TextFile::AppendBytes(IFileSystem& fs, const Text& path, std::string_view bytes) {
+  return AppendWhole(fs, path, bytes);
 }
 
 }  // namespace platform

@@ -8,6 +8,7 @@
 
 #include "base/Text.h"
 #include "platform/FileSystem.h"
+#include "platform/WholeFile.h"
 
 namespace platform {
 
@@ -20,13 +21,17 @@ class TextFile {
   static std::optional<Text> ReadText(IFileSystem& fs, const Text& path);
   // A new file holding only the byte-order mark; with overwrite false an existing
   // file is left alone (and counts as success).
-  static bool Create(IFileSystem& fs, const Text& path, bool overwrite);
-  // BOM + each line + CR LF.
-  static bool WriteLines(IFileSystem& fs, const Text& path, const std::vector<Text>& lines);
-  // line + CR LF at the end; a missing file is created with its BOM first.
-  static bool AppendLine(IFileSystem& fs, const Text& path, base::TextView line);
-  // Raw single bytes at the end (how the log separator is written).
-  static bool AppendBytes(IFileSystem& fs, const Text& path, std::string_view bytes);
+  static WriteResult Create(IFileSystem& fs, const Text& path, bool overwrite);
+  // BOM + each line + CR LF, the whole file all or nothing (WriteWholeFile).
+  static WriteResult WriteLines(IFileSystem& fs, const Text& path, const std::vector<Text>& lines,
+                                bool evenReadOnly = false);
+  // The bytes WriteLines puts into a file.
+  static std::string Encode(const std::vector<Text>& lines);
+  // line + CR LF at the end; a missing file is created with its BOM first. The line
+  // is in the file whole or not at all (AppendWhole).
+  static WriteResult AppendLine(IFileSystem& fs, const Text& path, base::TextView line);
+  // Raw single bytes at the end (how the log separator is written), whole or not at all.
+  static WriteResult AppendBytes(IFileSystem& fs, const Text& path, std::string_view bytes);
   // Splits decoded units into lines the way ReadLines does.
   static std::vector<Text> SplitLines(base::TextView units);
 };

@@ -80,8 +80,21 @@ ApplyOutcome ApplyPassword(frame::AppState& app, kit::Ui& ui, const Text& userNa
     }
     // The design's list keeps its first entry apart: only more than one set counts.
     if (app.Store.BackupSetList.size() > 1) {
-      frame::WriteSetting(app, u"UserName", user);
-      frame::WriteSetting(app, user, pass, true);
+      const Text previousUser = frame::ReadSetting(app, u"UserName");
+      auto stored = frame::WriteSetting(app, u"UserName", user);
+      if (stored) {
+        stored = frame::WriteSetting(app, user, pass, true);
+        // The name goes back with its own password rather than stand without one.
+        if (!stored && previousUser != user) frame::WriteSetting(app, u"UserName", previousUser);
+      }
+      if (!stored) {
+        // Never "updated" for a password that is not on the disk.
+        ui.MessageBox(Text(kCouldNotStoreText) + stored.reason, kit::kIconError, kit::kButtonsOk,
+                      app.AppTitle);
+        twice();
+        busy(false);
+        return ApplyOutcome::NotStored;
+      }
       app.UserName = user;
       say(48, kit::kIconInfo);
       twice();

@@ -51,7 +51,11 @@ enum class ApplyOutcome {
   Updated,           // settings written, message 48, form closed
   NoBackupSets,      // a good proof but too few backup sets: nothing written or said
   Refused,           // the proof failed; messages 42-46 by the account's state, or none
+  NotStored,         // a good proof, but the name or the password could not be written
 };
+
+// What the screen says before the reason when the new password could not be stored.
+inline constexpr char16_t kCouldNotStoreText[] = u"The new password could not be stored. Reason : ";
 
 ApplyOutcome ApplyPassword(frame::AppState& app, kit::Ui& ui, const Text& userName,
                            const Text& password, const PasswordScreenHooks& hooks);

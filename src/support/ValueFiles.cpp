@@ -73,21 +73,26 @@ Text ValueFilePath(frame::AppState& app, const Text& keyName, ValueKind kind) {
   return app.CommonFile(name) + u"\\" + file;
 }
 
-void WriteValueFile(frame::AppState& app, const Text& keyName, const Text& value, ValueKind kind) {
+platform::WriteResult WriteValueFile(frame::AppState& app, const Text& keyName, const Text& value,
+                                     ValueKind kind) {
+  auto result = platform::WriteResult::Failure(u"The value could not be stored.");
   if (!frame::StaysInItsFolder(keyName)) {
     frame::WriteTrace(app, u"The value file of '" + base::Trim(keyName) +
                                u"' was not written: the name would leave its folder.");
-    return;
+    return platform::WriteResult::Failure(u"The name would leave its folder.");
   }
   base::IgnoreFailure([&] {
     auto& fs = *app.platform.fs;
     Text folder = app.CommonFile(base::Trim(keyName));
     if (!fs.FolderExists(folder)) fs.CreateFolder(folder);
     Text path = ValueFilePath(app, keyName, kind);
-    if (fs.FileExists(path)) fs.DeleteFile(path);
+    // The new file takes the old one's place, read-only or not, in one step: a full
+    // disk leaves the stored password as it was instead of no password at all.
     // The trim comes after the scrambling; readers only ever see the trimmed line.
-    platform::TextFile::WriteLines(fs, path, {base::Trim(value)});
+    result = platform::TextFile::WriteLines(fs, path, {base::Trim(value)}, true);
   });
+  if (!result) app.LastWriteFailure = result.reason;
+  return result;
 }
 
 Text ReadValueFile(frame::AppState& app, const Text& keyName, ValueKind kind) {
@@ -120,8 +125,8 @@ Text SecureValueStore::ReadSecure(const Text& keyName) {
   return stored.empty() ? stored : Decrypt(app_, stored);
 }
 
-void SecureValueStore::WriteSecure(const Text& keyName, const Text& value) {
-  WriteValueFile(app_, keyName, Encrypt(app_, value), ValueKind::Password);
+platform::WriteResult SecureValueStore::WriteSecure(const Text& keyName, const Text& value) {
+  return WriteValueFile(app_, keyName, Encrypt(app_, value), ValueKind::Password);
 }
 
 }  // namespace support

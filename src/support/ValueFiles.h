@@ -17,7 +17,9 @@ Text Encrypt(frame::AppState& app, const Text& text);
 Text Decrypt(frame::AppState& app, const Text& scrambled);
 
 Text ValueFilePath(frame::AppState& app, const Text& keyName, ValueKind kind);
-void WriteValueFile(frame::AppState& app, const Text& keyName, const Text& value, ValueKind kind);
+// The file is replaced whole, read-only or not; on failure it keeps its old line.
+platform::WriteResult WriteValueFile(frame::AppState& app, const Text& keyName, const Text& value,
+                                     ValueKind kind);
 Text ReadValueFile(frame::AppState& app, const Text& keyName, ValueKind kind);
 
 // What the settings routines use when their secure flag is set.
@@ -25,7 +27,7 @@ class SecureValueStore : public frame::ISecureStore {
  public:
   explicit SecureValueStore(frame::AppState& app) : app_(app) {}
   Text ReadSecure(const Text& keyName) override;
-  void WriteSecure(const Text& keyName, const Text& value) override;
+  platform::WriteResult WriteSecure(const Text& keyName, const Text& value) override;
 
  private:
   frame::AppState& app_;

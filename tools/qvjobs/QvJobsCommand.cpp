@@ -71,6 +71,7 @@ void SetPaths(frame::AppState& app, const Text& root) {
   app.ScheduleFilePath = app.CommonFile(u"scheduleData.txt");
   app.ServiceLogPath = app.CommonFile(u"QVWServiceLog.txt");
   app.MailFilePath = app.CommonFile(u"Mailid.txt");
+  frame::RemoveLeftoverWrites(app);
   app.UserName = frame::ReadSetting(app, u"UserName");
   frame::SetBacksetFilePath(app);
 }
@@ -238,7 +239,7 @@ class Command {
       Text value = Take("set-state needs a VALUE");
       End();
       SetPaths(app, root_);
-      jobstore::SetStateWord(app, app.ScheduleFilePath, value);
+      if (!jobstore::SetStateWord(app, app.ScheduleFilePath, value)) return WriteFailed(app, err);
     } else if (IsAction(name)) {
       return RunAction(name, app, out, err);
     } else if (name == "new-number") {
@@ -275,6 +276,7 @@ class Command {
       std::string reason;
       const int code = RunEdit(app, request, out, reason);
       if (code == kExitUsage) throw UsageError{reason};
+      if (!app.LastWriteFailure.empty()) return WriteFailed(app, err);
       return code;
     } else if (name == "sessions") {
       bool json = false;
@@ -288,6 +290,14 @@ class Command {
   }
 
  private:
+  // A write that did not reach the disk: its reason on standard error, exit 1.
+  static int WriteFailed(frame::AppState& app, std::string& err) {
+    Text reason = app.LastWriteFailure.empty() ? Text(u"the file could not be written")
+                                               : app.LastWriteFailure;
+    err += "qvjobs: could not write: " + base::ToUtf8(reason) + "\n";
+    return kExitRefused;
+  }
+
   // The program folder and the major version the plug-in rule tests by.
   unsigned long PluginSetting(frame::AppState& app) {
     app.ProgramFolder = !programFolder_.empty()       ? programFolder_
@@ -353,6 +363,7 @@ class Command {
       if (name == "stop") actions.Pic_Sttrf_Click();
       if (name == "stop-completely") actions.Pic_Stcomp_Click();
     }
+    if (!app.LastWriteFailure.empty()) return WriteFailed(app, err);
     return fs.ReadAll(app.ScheduleFilePath) != before ? kExitOk : kExitRefused;
   }
 

@@ -271,6 +271,7 @@ int RunEdit(frame::AppState& app, const EditRequest& request, std::string& out,
 
   Apply(app, ed, c, o);
   const jobs::SaveOutcome saved = jobs::Sch_Start4_Next_Click(app, ed, c);
+  if (saved.writeFailed) return kExitRefused;  // the caller gives the reason
   if (!saved.saved) return kExitRefused;
   for (const Text& no : saved.skipped)
     if (no == o.recordNo) return kExitRefused;

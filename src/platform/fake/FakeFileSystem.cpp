@@ -2,6 +2,69 @@
 
 namespace platform {
 
+namespace {
+// The words Windows gives for each case, so the messages read as they will there.
+constexpr const char16_t* kNoPath = u"The system cannot find the path specified.";
+constexpr const char16_t* kDenied = u"Access is denied.";
+constexpr const char16_t* kDiskFull = u"There is not enough space on the disk.";
+constexpr const char16_t* kInUse =
+    u"The process cannot access the file because it is being used by another process.";
+constexpr const char16_t* kDeviceError =
+    u"The request could not be performed because of an I/O device error.";
+constexpr const char16_t* kNotFound = u"The system cannot find the file specified.";
+constexpr const char16_t* kDead = u"The process has been ended.";
+}  // namespace
+
+bool FakeFileSystem::Fail(const Text& why) {
+  lastError_ = why;
+  return false;
+}
+
+bool FakeFileSystem::Due(Step step) {
+  auto it = failAt_.find(step);
+  if (it == failAt_.end()) return false;
+  if (--it->second > 0) return false;
+  failAt_.erase(it);
+  return true;
+}
+
+bool FakeFileSystem::Alive(bool& half) {
+  half = false;
+  if (!crashAt_) {
+    ++changes_;
+    return true;
+  }
+  if (changes_ > *crashAt_) return false;
+  half = changes_ == *crashAt_;
+  ++changes_;
+  return true;
+}
+
+std::uint64_t FakeFileSystem::Used() const {
+  std::uint64_t used = 0;
+  for (const auto& [k, f] : files_) used += f.bytes.size();
+  return used;
+}
+
+void FakeFileSystem::SetSpaceLeft(std::optional<std::uint64_t> bytes) {
+  capacity_.reset();
+  if (bytes) capacity_ = Used() + *bytes;
+}
+
+bool FakeFileSystem::Put(File& f, std::size_t offset, std::string_view bytes, bool half) {
+  f.bytes.resize(offset);
+  std::size_t fits = bytes.size();
+  if (capacity_) {
+    std::uint64_t used = Used();
+    std::uint64_t room = *capacity_ > used ? *capacity_ - used : 0;
+    if (room < fits) fits = static_cast<std::size_t>(room);
+  }
+  if (half) fits = std::min(fits, bytes.size() / 2);
+  f.bytes.append(bytes.substr(0, fits));
+  if (fits == bytes.size()) return true;
+  return Fail(half ? kDeviceError : kDiskFull);
+}
+
 Text FakeFileSystem::Key(const Text& path) {
   Text k = base::ToLower(path);
   for (auto& c : k)
@@ -33,14 +96,20 @@ bool FakeFileSystem::FolderExists(const Text& path) {
 bool FakeFileSystem::CreateFolder(const Text& path) {
   Text k = Key(path);
   if (folders_.count(k)) return true;
-  if (files_.count(k) || noCreate_.count(k) || !ParentExists(k)) return false;
+  if (files_.count(k) || noCreate_.count(k)) return Fail(kDenied);
+  if (!ParentExists(k)) return Fail(kNoPath);
+  bool half = false;
+  if (!Alive(half) || half) return Fail(kDead);
   folders_[k] = FileNameOf(path);
   return true;
 }
 
 bool FakeFileSystem::DeleteFile(const Text& path) {
   Text k = Key(path);
-  if (locked_.count(k)) return false;
+  if (locked_.count(k)) return Fail(kInUse);
+  if (!files_.count(k)) return Fail(kNotFound);
+  bool half = false;
+  if (!Alive(half) || half) return Fail(kDead);
   return files_.erase(k) > 0;
 }
 
@@ -67,21 +136,84 @@ std::optional<std::uint64_t> FakeFileSystem::FileSize(const Text& path) {
 
 bool FakeFileSystem::WriteAll(const Text& path, std::string_view bytes) {
   Text k = Key(path);
-  if (!Writable(k)) return false;
+  if (!ParentExists(k)) return Fail(kNoPath);
+  if (!Writable(k)) return Fail(locked_.count(k) ? kInUse : kDenied);
+  bool half = false;
+  if (!Alive(half)) return Fail(kDead);
   auto& f = files_[k];
   if (f.name.empty()) f.name = FileNameOf(path);
-  f.bytes.assign(bytes);
   ++writes_;
-  return true;
+  bool shortWrite = half || Due(Step::Write);
+  return Put(f, 0, bytes, shortWrite) && !half;
 }
 
 bool FakeFileSystem::Append(const Text& path, std::string_view bytes) {
   Text k = Key(path);
-  if (!Writable(k)) return false;
+  if (!ParentExists(k)) return Fail(kNoPath);
+  if (!Writable(k)) return Fail(locked_.count(k) ? kInUse : kDenied);
+  bool half = false;
+  if (!Alive(half)) return Fail(kDead);
   auto& f = files_[k];
   if (f.name.empty()) f.name = FileNameOf(path);
-  f.bytes.append(bytes);
   ++writes_;
+  bool shortWrite = half || Due(Step::Append);
+  return Put(f, f.bytes.size(), bytes, shortWrite) && !half;
+}
+
+bool FakeFileSystem::WriteFlushed(const Text& path, std::string_view bytes) {
+  if (!WriteAll(path, bytes)) return false;
+  if (Due(Step::Flush)) return Fail(kDeviceError);
+  return true;
+}
+
+IFileSystem::ReplaceResult FakeFileSystem::Replace(const Text& from, const Text& to,
+                                                   bool evenReadOnly) {
+  Text source = Key(from);
+  Text target = Key(to);
+  auto it = files_.find(source);
+  if (it == files_.end() || locked_.count(source)) {
+    Fail(it == files_.end() ? kNotFound : kInUse);
+    return ReplaceResult::Failed;
+  }
+  if (!ParentExists(target)) {
+    Fail(kNoPath);
+    return ReplaceResult::Failed;
+  }
+  auto old = files_.find(target);
+  if (folders_.count(target) || (old != files_.end() && old->second.readOnly && !evenReadOnly)) {
+    Fail(kDenied);
+    return ReplaceResult::Failed;
+  }
+  if (locked_.count(target) || Due(Step::Held)) {
+    Fail(kInUse);
+    return ReplaceResult::Held;
+  }
+  if (Due(Step::Replace)) {
+    Fail(kDenied);
+    return ReplaceResult::Failed;
+  }
+  bool half = false;
+  if (!Alive(half) || half) {  // a rename is one step: done or not done
+    Fail(kDead);
+    return ReplaceResult::Failed;
+  }
+  File moved = std::move(it->second);
+  files_.erase(it);
+  moved.name = FileNameOf(to);
+  moved.readOnly = false;
+  files_[target] = std::move(moved);  // the write was counted when the bytes went in
+  return ReplaceResult::Done;
+}
+
+bool FakeFileSystem::Truncate(const Text& path, std::uint64_t size) {
+  Text k = Key(path);
+  auto it = files_.find(k);
+  if (it == files_.end()) return Fail(kNotFound);
+  if (!Writable(k)) return Fail(locked_.count(k) ? kInUse : kDenied);
+  if (Due(Step::Truncate)) return Fail(kDeviceError);
+  bool half = false;
+  if (!Alive(half) || half) return Fail(kDead);
+  if (size < it->second.bytes.size()) it->second.bytes.resize(static_cast<std::size_t>(size));
   return true;
 }
 

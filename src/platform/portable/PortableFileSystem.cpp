@@ -1,8 +1,15 @@
 #include "platform/portable/PortableFileSystem.h"
 
+#include <cerrno>
 #include <chrono>
+#include <cstdio>
 #include <ctime>
 #include <fstream>
+
+#ifndef _WIN32
+#include <fcntl.h>
+#include <unistd.h>
+#endif
 
 namespace platform {
 
@@ -34,7 +41,8 @@ bool PortableFileSystem::CreateFolder(const Text& path) {
   auto p = ToNative(path);
   if (fs::is_directory(p, ec)) return true;
   fs::create_directory(p, ec);
-  return !ec && fs::is_directory(p, ec);
+  if (ec) return Failed(ec);
+  return fs::is_directory(p, ec);
 }
 
 bool PortableFileSystem::DeleteFile(const Text& path) {
@@ -75,18 +83,109 @@ std::optional<std::uint64_t> PortableFileSystem::FileSize(const Text& path) {
   return s;
 }
 
-bool PortableFileSystem::WriteAll(const Text& path, std::string_view bytes) {
-  std::ofstream out(ToNative(path), std::ios::binary | std::ios::trunc);
+namespace {
+
+enum class Put { Truncate, Append, TruncateAndFlush };
+
+// Writes so that a full disk, a short write and a failed close are all seen (errno
+// holds the reason when the result is false).
+bool PutBytes(const fs::path& path, std::string_view bytes, Put how) {
+#ifdef _WIN32
+  // On Windows the product uses Win32FileSystem; this version is only compared with it,
+  // and the library's stream has no way to ask for the flush to the disk.
+  std::ofstream out(path,
+                    std::ios::binary | (how == Put::Append ? std::ios::app : std::ios::trunc));
   if (!out) return false;
   out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  out.flush();
   return static_cast<bool>(out);
+#else
+  std::FILE* file = std::fopen(path.c_str(), how == Put::Append ? "ab" : "wb");
+  if (file == nullptr) return false;
+  bool ok = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+  ok = ok && std::fflush(file) == 0;
+  if (ok && how == Put::TruncateAndFlush) ok = ::fsync(::fileno(file)) == 0;
+  int saved = errno;
+  bool closed = std::fclose(file) == 0;
+  if (ok && !closed) return false;  // errno is the close's
+  errno = saved;
+  return ok;
+#endif
+}
+
+#ifndef _WIN32
+// A rename is on the disk only once its folder is.
+void FlushFolder(const fs::path& folder) {
+  int fd = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY);
+  if (fd < 0) return;
+  ::fsync(fd);
+  ::close(fd);
+}
+#endif
+
+}  // namespace
+
+bool PortableFileSystem::Failed(const std::error_code& ec) {
+  lastError_ = base::FromUtf8(ec.message());
+  return false;
+}
+
+bool PortableFileSystem::Failed(int errorNumber) {
+  return Failed(std::error_code(errorNumber == 0 ? EIO : errorNumber, std::generic_category()));
+}
+
+bool PortableFileSystem::WriteAll(const Text& path, std::string_view bytes) {
+  errno = 0;
+  return PutBytes(ToNative(path), bytes, Put::Truncate) || Failed(errno);
 }
 
 bool PortableFileSystem::Append(const Text& path, std::string_view bytes) {
-  std::ofstream out(ToNative(path), std::ios::binary | std::ios::app);
-  if (!out) return false;
-  out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  return static_cast<bool>(out);
+  errno = 0;
+  return PutBytes(ToNative(path), bytes, Put::Append) || Failed(errno);
+}
+
+bool PortableFileSystem::WriteFlushed(const Text& path, std::string_view bytes) {
+  errno = 0;
+  return PutBytes(ToNative(path), bytes, Put::TruncateAndFlush) || Failed(errno);
+}
+
+IFileSystem::ReplaceResult PortableFileSystem::Replace(const Text& from, const Text& to,
+                                                       bool evenReadOnly) {
+  std::error_code ec;
+  const fs::path source = ToNative(from);
+  const fs::path target = ToNative(to);
+  if (!fs::is_regular_file(source, ec)) {
+    Failed(std::make_error_code(std::errc::no_such_file_or_directory));
+    return ReplaceResult::Failed;
+  }
+  if (fs::exists(target, ec)) {
+    if (!fs::is_regular_file(target, ec)) {
+      Failed(std::make_error_code(std::errc::is_a_directory));
+      return ReplaceResult::Failed;
+    }
+    // The platform's read-only mark: a file without write permission is not replaced,
+    // whoever runs the program.
+    auto perms = fs::status(target, ec).permissions();
+    if (!evenReadOnly && (perms & fs::perms::owner_write) == fs::perms::none) {
+      Failed(std::make_error_code(std::errc::permission_denied));
+      return ReplaceResult::Failed;
+    }
+  }
+  fs::rename(source, target, ec);
+  if (ec) {
+    Failed(ec);
+    return ReplaceResult::Failed;
+  }
+#ifndef _WIN32
+  FlushFolder(target.parent_path());
+#endif
+  return ReplaceResult::Done;
+}
+
+bool PortableFileSystem::Truncate(const Text& path, std::uint64_t size) {
+  std::error_code ec;
+  fs::resize_file(ToNative(path), size, ec);
+  return !ec || Failed(ec);
 }
 
 std::vector<FileEntry> PortableFileSystem::List(const Text& folder, const Text& pattern) {

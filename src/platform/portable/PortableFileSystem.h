@@ -21,8 +21,17 @@ class PortableFileSystem : public IFileSystem {
   std::optional<std::uint64_t> FileSize(const Text& path) override;
   bool WriteAll(const Text& path, std::string_view bytes) override;
   bool Append(const Text& path, std::string_view bytes) override;
+  bool WriteFlushed(const Text& path, std::string_view bytes) override;
+  ReplaceResult Replace(const Text& from, const Text& to, bool evenReadOnly) override;
+  bool Truncate(const Text& path, std::uint64_t size) override;
+  Text LastErrorText() override { return lastError_; }
   std::vector<FileEntry> List(const Text& folder, const Text& pattern) override;
   bool SetCurrentFolder(const Text& path) override;
+
+ private:
+  bool Failed(const std::error_code& ec);
+  bool Failed(int errorNumber);
+  Text lastError_;
 };
 
 }  // namespace platform

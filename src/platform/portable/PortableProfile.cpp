@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/Utf16.h"
+#include "platform/WholeFile.h"
 #include "platform/portable/Cp1252BestFit.h"
 
 namespace platform {
@@ -16,6 +17,16 @@ using base::TextView;
 constexpr unsigned long kErrorFileNotFound = 2;
 constexpr unsigned long kErrorPathNotFound = 3;
 constexpr unsigned long kErrorAccessDenied = 5;
+
+// The platform's number for what the disk said; access denied for anything else.
+unsigned long ErrorNumberOf(const Text& reason) {
+  auto has = [&](std::u16string_view words) { return reason.find(words) != Text::npos; };
+  if (has(u"not enough space") || has(u"No space left")) return 112;
+  if (has(u"cannot find the path") || has(u"No such file or directory")) return 3;
+  if (has(u"device error") || has(u"Input/output error")) return 1117;
+  if (has(u"being used by another process")) return 32;
+  return kErrorAccessDenied;
+}
 
 enum class Encoding { Ansi, Utf8, Utf16Le, Utf16Be };
 
@@ -345,8 +356,8 @@ bool PortableProfile::WriteString(const Text& section, const std::optional<Text>
                             : SetValue(*doc, sectionName, UpToNul(*key), UpToNul(*value));
     // Deleting what is not there still succeeds, and a missing file is not created.
     if (!changed) return true;
-    if (!fs_.WriteAll(file, Serialize(*doc))) {
-      lastError_ = kErrorAccessDenied;
+    if (WriteResult written = WriteWholeFile(fs_, file, Serialize(*doc)); !written) {
+      lastError_ = ErrorNumberOf(written.reason);
       return false;
     }
     return true;

@@ -69,7 +69,7 @@ bool Win32FileSystem::FolderExists(const Text& path) noexcept {
 
 bool Win32FileSystem::CreateFolder(const Text& path) noexcept {
   if (FolderExists(path)) return true;
-  ::CreateDirectoryW(Wide(path), nullptr);
+  if (!::CreateDirectoryW(Wide(path), nullptr)) Failed();
   return FolderExists(path);
 }
 
@@ -120,10 +120,32 @@ std::optional<std::uint64_t> Win32FileSystem::FileSize(const Text& path) noexcep
   return (static_cast<std::uint64_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
 }
 
+bool Win32FileSystem::Failed() noexcept {
+  lastError_ = ::GetLastError();
+  return false;
+}
+
+Text Win32FileSystem::LastErrorText() noexcept {
+  if (lastError_ == 0) return Text();
+  return NoThrow(Text(), [&] {
+    wchar_t* buffer = nullptr;
+    DWORD n = ::FormatMessageW(
+        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
+        nullptr, lastError_, 0, reinterpret_cast<wchar_t*>(&buffer), 0, nullptr);
+    Text text = n != 0 && buffer != nullptr ? FromWide(buffer, n) : Text();
+    if (buffer != nullptr) ::LocalFree(buffer);
+    while (!text.empty() && (text.back() == u'\r' || text.back() == u'\n' || text.back() == u' '))
+      text.pop_back();
+    if (text.empty()) text = u"Error " + base::FromNumber(static_cast<long long>(lastError_));
+    return text;
+  });
+}
+
 bool Win32FileSystem::WriteAll(const Text& path, std::string_view bytes) noexcept {
   FileHandle file(::CreateFileW(Wide(path), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
                                 FILE_ATTRIBUTE_NORMAL, nullptr));
-  return file && WriteEverything(file.Get(), bytes);
+  if (!file) return Failed();
+  return WriteEverything(file.Get(), bytes) || Failed();
 }
 
 bool Win32FileSystem::Append(const Text& path, std::string_view bytes) noexcept {
@@ -131,7 +153,53 @@ bool Win32FileSystem::Append(const Text& path, std::string_view bytes) noexcept 
   // program appended in between.
   FileHandle file(::CreateFileW(Wide(path), FILE_APPEND_DATA | SYNCHRONIZE, kShareAll, nullptr,
                                 OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-  return file && WriteEverything(file.Get(), bytes);
+  if (!file) return Failed();
+  return WriteEverything(file.Get(), bytes) || Failed();
+}
+
+bool Win32FileSystem::WriteFlushed(const Text& path, std::string_view bytes) noexcept {
+  FileHandle file(::CreateFileW(Wide(path), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file) return Failed();
+  if (!WriteEverything(file.Get(), bytes)) return Failed();
+  return ::FlushFileBuffers(file.Get()) != FALSE || Failed();
+}
+
+IFileSystem::ReplaceResult Win32FileSystem::Replace(const Text& from, const Text& to,
+                                                    bool evenReadOnly) noexcept {
+  DWORD attr = ::GetFileAttributesW(Wide(to));
+  if (attr != INVALID_FILE_ATTRIBUTES && (attr & FILE_ATTRIBUTE_READONLY)) {
+    if (!evenReadOnly) {
+      ::SetLastError(ERROR_ACCESS_DENIED);
+      Failed();
+      return ReplaceResult::Failed;
+    }
+    ::SetFileAttributesW(Wide(to), attr & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY));
+  }
+  // Another program (the engine) may have the file open for a moment: try again
+  // for about half a second before giving the decision back.
+  constexpr int kTries = 10;
+  for (int attempt = 1;; ++attempt) {
+    if (::MoveFileExW(Wide(from), Wide(to), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+      return ReplaceResult::Done;
+    Failed();
+    bool held = lastError_ == ERROR_SHARING_VIOLATION || lastError_ == ERROR_LOCK_VIOLATION ||
+                (lastError_ == ERROR_ACCESS_DENIED && attr != INVALID_FILE_ATTRIBUTES &&
+                 !(attr & FILE_ATTRIBUTE_DIRECTORY));
+    if (!held) return ReplaceResult::Failed;
+    if (attempt == kTries) return ReplaceResult::Held;
+    ::Sleep(50);
+  }
+}
+
+bool Win32FileSystem::Truncate(const Text& path, std::uint64_t size) noexcept {
+  FileHandle file(::CreateFileW(Wide(path), GENERIC_WRITE, kShareAll, nullptr, OPEN_EXISTING,
+                                FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file) return Failed();
+  LARGE_INTEGER at{};
+  at.QuadPart = static_cast<LONGLONG>(size);
+  if (!::SetFilePointerEx(file.Get(), at, nullptr, FILE_BEGIN)) return Failed();
+  return ::SetEndOfFile(file.Get()) != FALSE || Failed();
 }
 
 std::vector<FileEntry> Win32FileSystem::List(const Text& folder, const Text& pattern) noexcept {

@@ -17,8 +17,18 @@ class Win32FileSystem : public IFileSystem {
   std::optional<std::uint64_t> FileSize(const Text& path) noexcept override;
   bool WriteAll(const Text& path, std::string_view bytes) noexcept override;
   bool Append(const Text& path, std::string_view bytes) noexcept override;
+  bool WriteFlushed(const Text& path, std::string_view bytes) noexcept override;
+  ReplaceResult Replace(const Text& from, const Text& to, bool evenReadOnly) noexcept override;
+  bool Truncate(const Text& path, std::uint64_t size) noexcept override;
+  Text LastErrorText() noexcept override;
+  unsigned long LastErrorNumber() const noexcept { return lastError_; }
   std::vector<FileEntry> List(const Text& folder, const Text& pattern) noexcept override;
   bool SetCurrentFolder(const Text& path) noexcept override;
+
+ private:
+  // Keeps GetLastError() of the call that just failed; always false.
+  bool Failed() noexcept;
+  unsigned long lastError_ = 0;
 };
 
 }  // namespace platform

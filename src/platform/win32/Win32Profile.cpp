@@ -4,6 +4,9 @@
 #include <algorithm>
 #include <vector>
 
+#include "platform/WholeFile.h"
+#include "platform/win32/Win32FileSystem.h"
+
 namespace platform {
 
 using win32::FromWide;
@@ -27,12 +30,39 @@ Text Win32Profile::GetString(const Text& section, const Text& key, const Text& d
 
 bool Win32Profile::WriteString(const Text& section, const std::optional<Text>& key,
                                const std::optional<Text>& value, const Text& file) noexcept {
-  ::SetLastError(0);
-  BOOL ok = ::WritePrivateProfileStringW(Wide(section), key ? Wide(*key) : nullptr,
-                                         value ? Wide(*value) : nullptr, Wide(file));
-  // On success the platform leaves whatever its inner calls set; only a failure counts.
-  lastError_ = ok ? 0 : ::GetLastError();
-  return ok != FALSE;
+  return NoThrow(false, [&] {
+    // The platform's function makes the change on a copy beside the file, and the copy
+    // then takes the file's place in one step: the engine reads the old settings or
+    // the new, and a full disk leaves the old ones.
+    Win32FileSystem fs;
+    const Text copy = TemporaryFileFor(file);
+    auto before = fs.ReadAll(file);
+    fs.DeleteFile(copy);
+    if (before && !fs.WriteAll(copy, *before)) {
+      lastError_ = ::GetLastError();
+      fs.DeleteFile(copy);
+      return false;
+    }
+    ::SetLastError(0);
+    BOOL ok = ::WritePrivateProfileStringW(Wide(section), key ? Wide(*key) : nullptr,
+                                           value ? Wide(*value) : nullptr, Wide(copy));
+    DWORD error = ok ? 0 : ::GetLastError();
+    // Drops the platform's cached copy of the file before it is renamed.
+    ::WritePrivateProfileStringW(nullptr, nullptr, nullptr, Wide(copy));
+    auto after = ok ? fs.ReadAll(copy) : std::nullopt;
+    if (!ok || !after || after == before) {
+      // Failed, or nothing changed (a missing file is then not created).
+      fs.DeleteFile(copy);
+      lastError_ = error;
+      return ok != FALSE;
+    }
+    WriteResult written = WriteWholeFile(fs, file, *after);
+    fs.DeleteFile(copy);
+    // The disk's own reason is what the settings trace gives.
+    lastError_ = written ? 0 : fs.LastErrorNumber();
+    if (!written && lastError_ == 0) lastError_ = ERROR_WRITE_FAULT;
+    return written.ok;
+  });
 }
 
 }  // namespace platform

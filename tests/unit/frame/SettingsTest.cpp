@@ -50,7 +50,10 @@ TEST_F(SettingsTest, EmptyValueDeletesTheKeyAndLongValuesAreCut) {
 TEST_F(SettingsTest, SecureFlagGoesThroughTheSecureStore) {
   struct Store : frame::ISecureStore {
     Text ReadSecure(const Text& k) override { return u"read:" + k; }
-    void WriteSecure(const Text& k, const Text& v) override { written = k + u"=" + v; }
+    platform::WriteResult WriteSecure(const Text& k, const Text& v) override {
+      written = k + u"=" + v;
+      return platform::WriteResult::Success();
+    }
     Text written;
   } store;
   app.secureStore = &store;

@@ -64,6 +64,20 @@ TEST_F(BackupNowTest, MirrorModeRunsASetTwiceRefused) {
   EXPECT_EQ(Schedule().size(), 4u);
 }
 
+TEST_F(BackupNowTest, ARecordThatCannotBeWrittenIsToldAndTheScreenStays) {
+  PutSets({u"Documents\b1"});
+  PutSchedule(u"0", {kDocs});
+  const auto before = Schedule();
+  ASSERT_EQ(Prepare(), BackupNowOutcome::Show);
+  fake.fs.SetSpaceLeft(0);
+  const auto result = Run();
+  EXPECT_FALSE(result.recordAdded);
+  EXPECT_EQ(result.end, BackupNowEnd::Front);
+  EXPECT_EQ(Asked(), std::vector<Text>{u"Unable to schedule the record immediately. Reason : "
+                                       u"There is not enough space on the disk."});
+  EXPECT_EQ(Schedule(), before);
+}
+
 TEST_F(BackupNowTest, TheMenusMessagesByMode) {
   // Mirror mode without a set file: its message and no screen.
   EXPECT_EQ(Prepare(), BackupNowOutcome::Close);

@@ -257,5 +257,37 @@ TEST_F(JobActionsTest, EnterFindsTheJobAgain) {
   EXPECT_EQ(list.Count(), 1);
 }
 
+TEST_F(JobActionsTest, AFullDiskIsToldAndNothingClaimsSuccess) {
+  PutSchedule(u"1", {kDocs, kRunning});
+  const auto before = Schedule();
+  Open(1);
+  fake.fs.SetSpaceLeft(0);
+  const Text full = u"There is not enough space on the disk.";
+
+  actions.Pic_Imme_Click();
+  EXPECT_EQ(Asked(),
+            std::vector<Text>{u"Unable to schedule the record immediately. Reason : " + full});
+  EXPECT_EQ(ui.Questions().back().icon, kit::kIconError);
+
+  ui.Queue(A::Yes());
+  actions.Pic_Delete_Click();
+  EXPECT_EQ(Asked().back(), u"Unable to delete the record. Reason : " + full);
+
+  jobs::ClickRow(app, list, 2);
+  ui.Queue(A::Yes());
+  actions.Pic_Sttrf_Click();
+  EXPECT_EQ(Asked().back(), Msg(29)) << "the question, never \"will stop shortly\"";
+
+  EXPECT_EQ(Schedule(), before);
+  EXPECT_TRUE(fake.fs.List(Common(u""), u"*.qvtmp").empty());
+
+  // Room again: the next action goes through.
+  fake.fs.SetSpaceLeft(std::nullopt);
+  jobs::ClickRow(app, list, 1);
+  actions.Pic_Imme_Click();
+  EXPECT_EQ(Asked().back(), Msg(564));
+  EXPECT_EQ(Schedule().size(), before.size() + 1);
+}
+
 }  // namespace
 }  // namespace jobstest

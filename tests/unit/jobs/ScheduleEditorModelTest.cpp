@@ -117,6 +117,30 @@ TEST_F(EditorTest, OneAddressThreeTimesEndsAsOne) {
   EXPECT_EQ(InFile(u"1").MailMode, u"3");
 }
 
+TEST_F(EditorTest, ASaveThatCannotBeWrittenKeepsTheScreenAndEveryJob) {
+  PutSchedule({u"0", Row{u"1"}.Line(), Row{u"2"}.Line()});
+  Open(u"1");
+  const auto fileBefore = ScheduleLines();
+  fake.fs.SetSpaceLeft(0);
+  const SaveOutcome out = Sch_Start4_Next_Click(app, ed, c);
+  EXPECT_FALSE(out.saved);
+  EXPECT_TRUE(out.writeFailed);
+  EXPECT_EQ(out.reason, u"There is not enough space on the disk.");
+  EXPECT_EQ(ScheduleLines(), fileBefore);
+  ASSERT_FALSE(shown.empty());
+  EXPECT_EQ(shown.back().text,
+            u"The changes to the schedule could not be saved. Reason : There is not enough "
+            u"space on the disk.");
+  // The validation's own unload is deferred by the form; the save's never comes.
+  EXPECT_LE(unloads, 1);
+  fake.fs.SetSpaceLeft(std::nullopt);
+  EXPECT_TRUE(Sch_Start4_Next_Click(app, ed, c).saved);
+  // Saved: every row written again in the editor's order.
+  const auto after = ScheduleLines();
+  ASSERT_EQ(after.size(), 3u);
+  EXPECT_EQ(after[1].substr(0, 3), u"1\b\b");
+}
+
 TEST_F(EditorTest, NoChoiceSavesAsDailyAndTracesTheFill) {
   PutSchedule(
       {u"0", Row{u"1", u"Docs", u"03-25-2013 6:41:00", u"0", u"201303250641", u"Hourly"}.Line()});

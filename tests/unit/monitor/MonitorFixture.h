@@ -121,7 +121,10 @@ class MapSecureStore : public frame::ISecureStore {
     auto it = values.find(keyName);
     return it == values.end() ? Text() : it->second;
   }
-  void WriteSecure(const Text& keyName, const Text& value) override { values[keyName] = value; }
+  platform::WriteResult WriteSecure(const Text& keyName, const Text& value) override {
+    values[keyName] = value;
+    return platform::WriteResult::Success();
+  }
   std::map<Text, Text> values;
 };
 

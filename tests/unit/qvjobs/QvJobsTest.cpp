@@ -192,6 +192,33 @@ TEST_F(QvJobsTest, ActionsPrintTheScreensMessagesAndSayWhetherTheyWrote) {
   EXPECT_EQ(platform::TextFile::ReadLines(fake.fs, kSchedule).value()[0], u"0");
 }
 
+TEST_F(QvJobsTest, AWriteThatFailsExitsOneWithTheReasonAndNoSuccessLine) {
+  const std::vector<Text> lines{u"1",
+                                Rec(u"3", u"Docs", u"03-25-2013 6:41:00", u"201303250641", u"2"),
+                                Rec(u"5", u"Photos", u"03-19-2013 9:00:00", u"000000000000", u"2")};
+  Put(lines);
+  const std::string before = fake.fs.Bytes(kSchedule);
+  fake.fs.SetSpaceLeft(0);
+  const std::string why = "qvjobs: could not write: There is not enough space on the disk.\n";
+  EXPECT_EQ(Run({"run-now", "3"}), 1);
+  EXPECT_EQ(out.find("A record has been added"), std::string::npos) << out;
+  EXPECT_EQ(err, why);
+  EXPECT_EQ(Run({"delete", "3"}), 1);
+  EXPECT_EQ(err, why);
+  EXPECT_EQ(Run({"stop"}), 1);
+  EXPECT_EQ(out.find("will stop shortly"), std::string::npos) << out;
+  EXPECT_EQ(err, why);
+  EXPECT_EQ(Run({"set-state", "2"}), 1);
+  EXPECT_EQ(err, why);
+  EXPECT_EQ(Run({"edit", "3", "--time", "9:00:00", "--daily"}), 1);
+  EXPECT_EQ(err, why);
+  EXPECT_EQ(fake.fs.Bytes(kSchedule), before);
+
+  fake.fs.SetSpaceLeft(std::nullopt);
+  EXPECT_EQ(Run({"set-state", "2"}), kExitOk);
+  EXPECT_EQ(err, "");
+}
+
 TEST_F(QvJobsTest, BackupNowAndThePlugInOffer) {
   fake.profile.WriteString(u"Corvane", u"UserName", u"jsmith", u"C:\\QV\\QVCOMMON\\qvwin.ini");
   std::string sets(base::kUtf16Bom);

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "SupportFixture.h"
+#include "kit/MesgBox.h"
 #include "kit/MessageTable.h"
 #include "support/UpdatePasswordRules.h"
 
@@ -58,6 +59,32 @@ TEST_F(UpdatePasswordRulesTest, SeventeenCharactersAreProvedAndStoredCutToSixtee
   EXPECT_TRUE(fake.fs.FileExists(Common(u"mary\\mary.txt")));
   EXPECT_EQ(frame::ReadSetting(app, u"mary", true), u"0123456789abcdef");
   EXPECT_GE(ui.DoEventsCount(), 4);
+}
+
+TEST_F(UpdatePasswordRulesTest, APasswordThatCannotBeStoredIsNeverCalledUpdated) {
+  frame::WriteSetting(app, u"UserName", u"john");
+  const std::string ini = fake.fs.Bytes(Common(u"qvwin.ini"));
+  // The name can be written, the password's folder cannot be made.
+  fake.fs.FailCreateFolder(Common(u"mary"));
+  ui.Queue({ScriptedUi::Answer::Yes(), ScriptedUi::Answer::Ok()});
+  EXPECT_EQ(Apply(u"mary", u"0123456789abcdef"), ApplyOutcome::NotStored);
+  ASSERT_EQ(Texts().size(), 2u);
+  EXPECT_EQ(Texts()[1],
+            u"The new password could not be stored. Reason : The system cannot find "
+            u"the path specified.");
+  EXPECT_EQ(ui.Questions()[1].icon, kit::kIconError);
+  EXPECT_EQ(std::count(events.begin(), events.end(), "close"), 0) << "the screen stays";
+  EXPECT_EQ(fake.fs.Bytes(Common(u"qvwin.ini")), ini) << "the name went back with its password";
+  EXPECT_FALSE(fake.fs.FileExists(Common(u"mary\\mary.txt")));
+
+  // A full disk: nothing is written at all.
+  fake.fs.SetSpaceLeft(0);
+  ui.Queue({ScriptedUi::Answer::Yes(), ScriptedUi::Answer::Ok()});
+  EXPECT_EQ(Apply(u"mary", u"0123456789abcdef"), ApplyOutcome::NotStored);
+  EXPECT_EQ(Texts().back(),
+            u"The new password could not be stored. Reason : There is not enough space on the "
+            u"disk.");
+  EXPECT_EQ(fake.fs.Bytes(Common(u"qvwin.ini")), ini);
 }
 
 TEST_F(UpdatePasswordRulesTest, NoToTheQuestionLeavesEverythingAsItWas) {
