@@ -38,8 +38,8 @@ void Notices::senddesktopnotify() {
     if (request->kind == JobRequest::Kind::Empty) {
       form.bkupjobname.SetCaption(Text());
     } else if (request->kind == JobRequest::Kind::Names) {
-      KeepNames(names_, *request);
-      form.SetSetName(names_.jobName);
+      KeepNames(app_, names_, *request);
+      form.SetSetName(app_.CurrentLogName);
       form.lblaccntname.SetCaption(names_.accountName);
     }
   });
@@ -49,7 +49,7 @@ void Notices::senddesktopnotify() {
   });
   base::IgnoreFailure([&] { form.Hide(); });
   base::IgnoreFailure([&] {
-    const bool shown = !IsDefaultSet(names_.jobName);
+    const bool shown = !IsDefaultSet(app_.CurrentLogName);
     form.bkupjobname.SetVisible(shown);
     form.Label1.SetVisible(shown);
   });
@@ -70,7 +70,7 @@ void Notices::DialupCheck() {
         const Text path = app_.CommonFile(kDialupRequestFile);
         const std::optional<DialupRequest> request = ReadDialupRequest(app_);
         if (!request) return;
-        KeepNames(names_, *request);
+        KeepNames(app_, names_, *request);
         ShowQuietly(*dialup_, {});
         if (app_.platform.fs->FileExists(path)) app_.platform.fs->DeleteFile(path);
       },

@@ -84,7 +84,7 @@ void bkupjobnotify::SetSetName(const Text& name) {
 }
 
 void bkupjobnotify::FillFromKept() {
-  SetSetName(names_.jobName);
+  SetSetName(app_.CurrentLogName);
   lblaccntname.SetCaption(names_.accountName);
   NextJobAndQuota();
 }

@@ -16,7 +16,8 @@ namespace notify {
 
 class bkupjobnotify : public kit::Form {
  public:
-  // `names` are the set and account kept for the life of the process; `openSessionLog`
+  // `names` hold the account kept for the life of the process (the set is the
+  // process's CurrentLogName); `openSessionLog`
   // opens the Session Log screen (false when it could not).
   bkupjobnotify(frame::AppState& app, kit::Ui& ui, const KeptNames& names,
                 std::function<bool()> openSessionLog);

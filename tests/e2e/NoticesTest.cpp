@@ -96,10 +96,11 @@ class NoticesTest : public EngineMonitorTest {
     EXPECT_NEAR(w.rect.right, area.right, 2);
     EXPECT_NEAR(w.rect.bottom, area.bottom, 2);
   }
-  Lines Activity() {
+  Lines Activity() { return Messages(Folder().CommonFile(L"QVWServiceLog.txt")); }
+  // The messages of a log's lines, without their kind and stamp.
+  Lines Messages(const std::filesystem::path& log) {
     Lines out;
-    for (const auto& l :
-         ReadTextFile(Folder().CommonFile(L"QVWServiceLog.txt")).value_or(Lines{})) {
+    for (const auto& l : ReadTextFile(log).value_or(Lines{})) {
       const size_t first = l.find(L" : ");
       const size_t second = first == std::wstring::npos ? first : l.find(L" : ", first + 3);
       out.push_back(second == std::wstring::npos ? l : l.substr(second + 3));
@@ -216,7 +217,10 @@ TEST_F(NoticesTest, TheMissedBackupNoticeTellsEachReason) {
 TEST_F(NoticesTest, TheDialupWindowFindsNoConnectionAndLogsOutAfterTheCountdown) {
   Schedule(L"0", NextJob());
   ASSERT_NE(Open(), nullptr);
-  ASSERT_TRUE(WriteAnsiFile(Folder().CommonFile(L"DialupDisconnect.txt"), {L"Documents"}));
+  // The request names the job's log and its session file: the lines go there too.
+  const std::wstring session = L"Schedule 11-15-2026  05-02-33.txt";
+  ASSERT_TRUE(
+      WriteAnsiFile(Folder().CommonFile(L"DialupDisconnect.txt"), {L"Documents", session}));
   auto window = WaitForNotice(kDialupTitle, Ms{25000});
   ASSERT_TRUE(window);
   HWND d = window->hwnd;
@@ -231,6 +235,11 @@ TEST_F(NoticesTest, TheDialupWindowFindsNoConnectionAndLogsOutAfterTheCountdown)
   const Lines activity = Activity();
   EXPECT_EQ(CountLine(activity, L"Unable to find active dial-up connection"), 1);
   EXPECT_EQ(CountLine(activity, L"Successfully logged out"), 1);
+  const Lines expected{L"Unable to find active dial-up connection", L"Successfully logged out",
+                       L""};
+  EXPECT_EQ(Messages(Folder().Common() / L"logs" / L"Documents.txt"), expected);
+  EXPECT_EQ(Messages(Folder().Common() / L"Session" / session), expected);
+  EXPECT_FALSE(std::filesystem::exists(Folder().Common() / L"logs" / L".txt"));
 }
 
 }  // namespace

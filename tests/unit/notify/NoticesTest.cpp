@@ -5,6 +5,7 @@
 #include "frame/Settings.h"
 #include "jobstore/DBaction.h"
 #include "kit/ScriptedUi.h"
+#include "notify/Dialup.h"
 #include "notify/Dialupdisconnect.h"
 #include "notify/NextJob.h"
 #include "notify/Notices.h"
@@ -228,7 +229,7 @@ TEST_F(NoticesTest, TheDialupWindowCountsDownAndHangsUp) {
   notices.DialupCheck();
   ASSERT_TRUE(dialup.Visible());
   EXPECT_FALSE(fake.fs.FileExists(Common(notify::kDialupRequestFile)));
-  EXPECT_EQ(notices.Names().jobName, u"Mail");
+  EXPECT_EQ(app.CurrentLogName, u"Mail");
   EXPECT_EQ(dialup.ISPname.Caption(), u"No active connections found");
   EXPECT_EQ(dialup.Caption(), u"Corvane Monitor- Dialup disconnection.");
   EXPECT_TRUE(dialup.Disconnectcountdown.Running());
@@ -240,6 +241,49 @@ TEST_F(NoticesTest, TheDialupWindowCountsDownAndHangsUp) {
   EXPECT_FALSE(dialup.IsLoaded());
   EXPECT_EQ(Activity(), (std::vector<Text>{u"Unable to find active dial-up connection",
                                            u"Successfully logged out", u""}));
+}
+
+// The dial-up lines belong to the job that asked: its log under logs\ and its session
+// file, named by the request's two lines; the job-end notice names the log as well.
+TEST_F(NoticesTest, TheDialupLinesGoToTheJobsLogAndItsSessionFile) {
+  const Text session = u"Schedule 11-15-2026  05-02-33.txt";
+  fake.dialUp.connections = {{0x11, u"Office", u"modem", u"USR 56k"}};
+  fake.fs.WriteAll(Common(notify::kDialupRequestFile), "Mail\r\n" + U8(session) + "\r\n");
+  notices.DialupCheck();
+  for (int i = 0; i < notify::kCountdownFirings; ++i) dialup.Disconnectcountdown.Fire();
+  ASSERT_FALSE(dialup.IsLoaded());
+  const std::vector<Text> expected{u"Successfully disconnected 'Office' connection",
+                                   u"Successfully logged out", u""};
+  EXPECT_EQ(Activity(), expected);
+  auto messages = [&](const Text& path) {
+    std::vector<Text> out;
+    for (const Text& line : Lines(path)) {
+      const std::size_t at = line.find(u" : ", line.find(u" : ") + 3);
+      out.push_back(at == Text::npos ? line : line.substr(at + 3));
+    }
+    return out;
+  };
+  EXPECT_EQ(messages(Common(u"logs\\Mail.txt")), expected);
+  EXPECT_EQ(messages(Common(u"Session\\" + session)), expected);
+  EXPECT_FALSE(fake.fs.FileExists(Common(u"logs\\.txt")));
+
+  // A cancel after a one-line request: the job's log, and no session file any more.
+  fake.fs.WriteAll(Common(notify::kDialupRequestFile), "Photos\r\n");
+  notices.DialupCheck();
+  dialup.cancel.RaiseMouseUp({kit::kLeftButton});
+  EXPECT_EQ(messages(Common(u"logs\\Photos.txt")),
+            (std::vector<Text>{u"Dial-up disconnection canceled", u"Successfully logged out", u""}));
+  EXPECT_EQ(messages(Common(u"Session\\" + session)), expected);
+  EXPECT_EQ(app.CurrentSessionFile, u"");
+
+  // The job-end notice names the log of the job that ended; an empty request keeps it.
+  Request({u"Documents", u"", u"bob"});
+  notices.senddesktopnotify();
+  EXPECT_EQ(app.CurrentLogName, u"Documents");
+  fake.fs.WriteAll(Common(notify::kJobRequestFile), "");
+  notices.senddesktopnotify();
+  EXPECT_EQ(app.CurrentLogName, u"Documents");
+  EXPECT_EQ(job.bkupjobname.Caption(), u"Documents");
 }
 
 TEST_F(NoticesTest, CloseAtTwentyNineHangsUpNothing) {
