@@ -286,6 +286,27 @@ TEST_F(NoticesTest, TheDialupLinesGoToTheJobsLogAndItsSessionFile) {
   EXPECT_EQ(job.bkupjobname.Caption(), u"Documents");
 }
 
+// The wide button keeps its one face under the pointer; only its label turns white.
+TEST_F(NoticesTest, TheDialupButtonsHoverWithTheWideFaceAndAWhiteLabel) {
+  fake.fs.WriteAll(Common(notify::kDialupRequestFile), "Mail\r\n");
+  notices.DialupCheck();
+  ASSERT_TRUE(dialup.IsLoaded());
+  const kit::Color normal = dialup.Disconnect.Lbl().ForeColor();
+  ASSERT_NE(normal, kit::kWhite);
+  dialup.Disconnect.Lbl().RaiseMouseMove({});
+  EXPECT_EQ(dialup.Disconnect.PictureKey(), u"button_large200_enb");
+  EXPECT_EQ(dialup.Disconnect.Lbl().ForeColor(), kit::kWhite);
+  EXPECT_EQ(dialup.cancel.PictureKey(), u"button_enb");
+  dialup.cancel.RaiseMouseMove({});
+  EXPECT_EQ(dialup.Disconnect.PictureKey(), u"button_large200_enb");
+  EXPECT_EQ(dialup.Disconnect.Lbl().ForeColor(), normal);
+  EXPECT_EQ(dialup.cancel.PictureKey(), u"button_ovr");
+  EXPECT_EQ(dialup.cancel.Lbl().ForeColor(), kit::kWhite);
+  dialup.RaiseMouseMove({});
+  EXPECT_EQ(dialup.cancel.PictureKey(), u"button_enb");
+  EXPECT_EQ(dialup.cancel.Lbl().ForeColor(), normal);
+}
+
 TEST_F(NoticesTest, CloseAtTwentyNineHangsUpNothing) {
   fake.dialUp.connections = {{0x11, u"Office", u"modem", u"USR 56k"}};
   fake.fs.WriteAll(Common(notify::kDialupRequestFile), "");
