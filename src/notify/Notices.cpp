@@ -47,7 +47,10 @@ void Notices::senddesktopnotify() {
   base::IgnoreFailure([&] {
     if (app_.platform.sound) app_.platform.sound->PlayAlias(u"SystemStart");
   });
-  base::IgnoreFailure([&] { form.Hide(); });
+  base::IgnoreFailure([&] {
+    form.Hide();
+    form.SetTopMost(true);  // View Log may have put it behind the Session Log
+  });
   base::IgnoreFailure([&] {
     const bool shown = !IsDefaultSet(app_.CurrentLogName);
     form.bkupjobname.SetVisible(shown);

@@ -125,7 +125,9 @@ void bkupjobnotify::NextJobAndQuota() {
 }
 
 void bkupjobnotify::viewbkuplog_Click() {
-  // The Session Log opens beside the notice, which stays.
+  // The Session Log opens in front of the notice, which stays open behind it: the
+  // notice gives up its place above the other windows until the next job's end.
+  SetTopMost(false);
   if (!openSessionLog_ || !openSessionLog_())
     frame::WriteTrace(app_, u"View Log: the Session Log screen is not part of this build yet");
 }

@@ -89,6 +89,12 @@ class NoticesTest : public EngineMonitorTest {
     ASSERT_NE(c, nullptr) << Utf8(name);
     ASSERT_TRUE(ClickControl(c));
   }
+  // Whether `upper` stands above `lower` in the order of the top-level windows.
+  static bool Above(HWND upper, HWND lower) {
+    for (HWND w = GetWindow(upper, GW_HWNDNEXT); w != nullptr; w = GetWindow(w, GW_HWNDNEXT))
+      if (w == lower) return true;
+    return false;
+  }
   // The notice sits in the bottom right corner of the work area.
   void ExpectInTheCorner(const WindowInfo& w) {
     RECT area{};
@@ -162,10 +168,13 @@ TEST_F(NoticesTest, ARedResultShowsTheFailurePicture) {
   EXPECT_EQ(Text(n, L"bkupjobname"), L"Documents && Mail");
   EXPECT_FALSE(Shown(n, L"QVDiskPBar")) << "no quota keys";
   Shot("red");
-  // View Log opens the Session Log beside the notice, which stays.
+  // View Log opens the Session Log in front of the notice, which stays behind it.
   Click(n, L"lbl_viewbkuplog");
-  EXPECT_TRUE(WaitForNotice(L"Session Log", Ms{15000})) << "View Log opened no Session Log";
+  auto log = WaitForNotice(L"Session Log", Ms{15000});
+  ASSERT_TRUE(log) << "View Log opened no Session Log";
   EXPECT_TRUE(IsWindowVisible(n));
+  EXPECT_TRUE(WaitUntil([&] { return Above(log->hwnd, n); })) << "the notice covers the log";
+  Shot("view-log");
   // The corner picture only closes: a request that came in brings it back.
   ASSERT_TRUE(
       WriteUtf16File(Folder().CommonFile(L"qvwincurjobname.txt"), {L"Again", L"3", L"jsmith"}));
