@@ -13,7 +13,8 @@ namespace notify {
 Notices::Notices(frame::AppState& app, kit::Ui& ui, NoticeHooks hooks)
     : app_(app),
       ui_(ui),
-      jobNotice_(std::make_unique<bkupjobnotify>(app, ui, names_, std::move(hooks.openSessionLog))),
+      jobNotice_(std::make_unique<bkupjobnotify>(app, ui, names_, std::move(hooks.openSessionLog),
+                                                 std::move(hooks.monitorLabelFontSize))),
       errNotice_(std::make_unique<frmBKErrNotify>(app, ui, std::move(hooks.openErrorReport))),
       dialup_(std::make_unique<Dialupdisconnect>(app, ui)) {}
 

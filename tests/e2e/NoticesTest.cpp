@@ -228,8 +228,7 @@ TEST_F(NoticesTest, TheDialupWindowFindsNoConnectionAndLogsOutAfterTheCountdown)
   ASSERT_NE(Open(), nullptr);
   // The request names the job's log and its session file: the lines go there too.
   const std::wstring session = L"Schedule 11-15-2026  05-02-33.txt";
-  ASSERT_TRUE(
-      WriteAnsiFile(Folder().CommonFile(L"DialupDisconnect.txt"), {L"Documents", session}));
+  ASSERT_TRUE(WriteAnsiFile(Folder().CommonFile(L"DialupDisconnect.txt"), {L"Documents", session}));
   auto window = WaitForNotice(kDialupTitle, Ms{25000});
   ASSERT_TRUE(window);
   HWND d = window->hwnd;

@@ -4,6 +4,7 @@
 
 #include "frame/Settings.h"
 #include "jobstore/DBaction.h"
+#include "kit/LabelText.h"
 #include "kit/ScriptedUi.h"
 #include "notify/Dialup.h"
 #include "notify/Dialupdisconnect.h"
@@ -41,6 +42,7 @@ class NoticesTest : public ::testing::Test, public testkit::FrameFixture {
   int sessionLogs = 0;
   int errorReports = 0;
   bool hooksOpen = true;
+  double monitorFontSize = 0;
   notify::Notices notices{app, ui,
                           notify::NoticeHooks{[this] {
                                                 ++sessionLogs;
@@ -49,7 +51,8 @@ class NoticesTest : public ::testing::Test, public testkit::FrameFixture {
                                               [this] {
                                                 ++errorReports;
                                                 return hooksOpen;
-                                              }}};
+                                              },
+                                              [this] { return monitorFontSize; }}};
   notify::bkupjobnotify& job = notices.JobNotice();
   notify::frmBKErrNotify& err = notices.ErrNotice();
   notify::Dialupdisconnect& dialup = notices.DialupWindow();
@@ -124,6 +127,27 @@ TEST_F(NoticesTest, ALongNameIsWrappedToTheLabel) {
   const Text shown = job.bkupjobname.Caption();
   EXPECT_NE(shown.find(u"\r\n"), Text::npos) << U8(shown);
   EXPECT_EQ(base::Replace(shown, u"\r\n", u""), base::Replace(name, u"&", u"&&"));
+}
+
+// The names are measured in the font size of the monitor window's label, copied first.
+TEST_F(NoticesTest, TheNamesAreWrappedInTheMonitorWindowsLabelSize) {
+  const Text name = u"Photos of the family summer holidays";
+  Request({name, u"", u"bob"});
+  notices.senddesktopnotify();
+  const Text standard = job.bkupjobname.Caption();
+  monitorFontSize = 14;
+  Request({name, u"", u"bob"});
+  notices.senddesktopnotify();
+  for (const kit::Label* l : {&job.lblTempDummy, &job.bkupjobname, &job.lblnxtbkup})
+    EXPECT_EQ(l->FontSize(), 14) << U8(l->Name());
+  const auto wrap = [&](double size) {
+    return kit::WrapLabelText(notify::LabelText(name), [&](base::TextView piece) {
+      return ui.Measure().Measure(piece, size, false, 0).width <= job.bkupjobname.Width();
+    });
+  };
+  EXPECT_EQ(job.bkupjobname.Caption(), wrap(14));
+  EXPECT_EQ(standard, wrap(0));
+  EXPECT_NE(wrap(14), wrap(0)) << "the sizes should break the name differently";
 }
 
 TEST_F(NoticesTest, CloseDropsAPendingRequestTheCornerPictureDoesNot) {
@@ -278,8 +302,9 @@ TEST_F(NoticesTest, TheDialupLinesGoToTheJobsLogAndItsSessionFile) {
   fake.fs.WriteAll(Common(notify::kDialupRequestFile), "Photos\r\n");
   notices.DialupCheck();
   dialup.cancel.RaiseMouseUp({kit::kLeftButton});
-  EXPECT_EQ(messages(Common(u"logs\\Photos.txt")),
-            (std::vector<Text>{u"Dial-up disconnection canceled", u"Successfully logged out", u""}));
+  EXPECT_EQ(
+      messages(Common(u"logs\\Photos.txt")),
+      (std::vector<Text>{u"Dial-up disconnection canceled", u"Successfully logged out", u""}));
   EXPECT_EQ(messages(Common(u"Session\\" + session)), expected);
   EXPECT_EQ(app.CurrentSessionFile, u"");
 
