@@ -33,6 +33,7 @@ class StartedByCom : public platform::ISystemInfo {
   base::Text ComputerName() override { return real_.ComputerName(); }
   base::Text ProgramFolder() override { return real_.ProgramFolder(); }
   base::Text ProgramFileName() override { return real_.ProgramFileName(); }
+  base::Text SystemFolder() override { return real_.SystemFolder(); }
   base::Text CommandLine() override { return u"Min"; }
   std::optional<base::Text> Environment(const base::Text& name) override {
     return real_.Environment(name);

@@ -10,8 +10,10 @@ int UiPrompts::Ask(const Text& text, int icon, int buttons) {
 
 void UiPrompts::OpenDownload(const Text& url) {
   // The result is not looked at: without a connection the browser tells its own error.
-  if (app_.platform.shell != nullptr)
-    app_.platform.shell->Execute(0, u"open", url, Text(), Text(), 2);
+  if (app_.platform.shell != nullptr) {
+    const std::uintptr_t owner = owner_ != nullptr ? ui_.NativeWindowOf(*owner_) : 0;
+    app_.platform.shell->Execute(owner, u"open", url, Text(), Text(), 2);
+  }
 }
 
 int KitIconOf(int storeIcon) {

@@ -12,8 +12,9 @@
 #include "kit/MesgBox.h"
 
 namespace kit {
+class Form;
 class Ui;
-}
+}  // namespace kit
 
 namespace jobs {
 
@@ -30,16 +31,18 @@ class JobPrompts {
 };
 
 // The prompts of a screen: the product's message box with the application title, and
-// the shell for the download.
+// the shell for the download, with the screen's window as its owner.
 class UiPrompts : public JobPrompts {
  public:
-  UiPrompts(frame::AppState& app, kit::Ui& ui) : app_(app), ui_(ui) {}
+  UiPrompts(frame::AppState& app, kit::Ui& ui, const kit::Form* owner = nullptr)
+      : app_(app), ui_(ui), owner_(owner) {}
   int Ask(const Text& text, int icon, int buttons) override;
   void OpenDownload(const Text& url) override;
 
  private:
   frame::AppState& app_;
   kit::Ui& ui_;
+  const kit::Form* owner_;
 };
 
 // The job store shows its own messages (the Backup Now lists and the immediate

@@ -34,7 +34,7 @@ frmBackupNow::frmBackupNow(frame::AppState& app, kit::Ui& ui)
     : Form(u"frmBackupNow", {0, 0, 6900, 4650}, u"Backup Now"),
       app_(app),
       ui_(ui),
-      prompts_(app, ui) {
+      prompts_(app, ui, this) {
   SetKeyPreview(true);
   // The header band in the colour of the job screens' skin, under the white title.
   lblCapbar.SetBackColor(kHeaderColor);

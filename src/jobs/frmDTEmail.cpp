@@ -125,7 +125,7 @@ frmDTEmail::frmDTEmail(frame::AppState& app, kit::Ui& ui)
       Unload();
   };
   ed_.host.pluginRule = [this](const Text& setName) {
-    UiPrompts prompts(app_, ui_);  // as the job list's edit applies it
+    UiPrompts prompts(app_, ui_, this);  // as the job list's edit applies it
     return PluginRuleAllows(app_, prompts, PluginPlace::Edit, setName, GetWinMajorVersion(app_));
   };
 }

@@ -33,7 +33,7 @@ frmManageScheduledJobs::frmManageScheduledJobs(frame::AppState& app, kit::Ui& ui
     : Form(u"frmManageScheduledJobs", {0, 0, 10125, 7800}, u"Manage Scheduled Jobs"),
       app_(app),
       ui_(ui),
-      prompts_(app, ui),
+      prompts_(app, ui, this),
       actions_(app, list_, prompts_, GetWinMajorVersion(app), std::move(openEditor)) {
   // Names for a screen reader, where a picture has no text of its own.
   Pic_Edit.SetCaption(u"Edit");

@@ -148,6 +148,12 @@ void Control::SetBackColor(Color v) {
   Touch(Aspect::Style);
 }
 
+void Control::SetControlPointer(MousePointer p) {
+  if (common_.pointer == p) return;
+  common_.pointer = p;
+  Touch(Aspect::Style);
+}
+
 void Control::SetFontSize(double v) {
   if (common_.fontSize == v) return;
   common_.fontSize = v;

@@ -32,6 +32,10 @@ inline constexpr Color kDefaultColor = 0xFFFFFFFFu;
 inline constexpr Color kWhite = 0x00FFFFFFu;
 inline constexpr Color kBlack = 0x00000000u;
 
+// The pointer over a window or a control, in the platform's numbers; Hand is the hand
+// of the product's pointer list (a custom pointer to the platform).
+enum class MousePointer : int { Default = 0, Hourglass = 11, Hand = 99 };
+
 enum class ControlKind {
   Form,
   Label,
@@ -196,6 +200,9 @@ class Control {
   // The platform's plain hover tip (not the balloon tip of the skinned buttons).
   const Text& ToolTipText() const { return common_.toolTipText; }
   void SetToolTipText(const Text& v);
+  // The pointer while it is over this control (a form's own is Form::Pointer).
+  MousePointer ControlPointer() const { return common_.pointer; }
+  void SetControlPointer(MousePointer p);
   Color ForeColor() const { return common_.foreColor; }
   void SetForeColor(Color v);
   // The colour the design gave; the skin returns a label to it.
@@ -274,6 +281,7 @@ class Control {
     bool enabled = true;
     Text caption;
     Text toolTipText;
+    MousePointer pointer = MousePointer::Default;
     Color foreColor = kDefaultColor;
     Color backColor = kDefaultColor;
     double fontSize = 0;

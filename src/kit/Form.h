@@ -21,8 +21,6 @@ enum class UnloadMode : int {
   FormOwner = 4,
 };
 
-enum class MousePointer : int { Default = 0, Hourglass = 11 };
-
 // Where a window first appears, in the platform's numbers: where its layout says, or
 // centred (the renderer knows the screen).
 enum class StartUpPosition : int {

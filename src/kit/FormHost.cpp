@@ -124,6 +124,7 @@ platform::UiControl FormHost::Describe(const Control& c) {
   d.enabled = c.Enabled();
   d.caption = c.Caption();
   d.toolTip = c.ToolTipText();
+  d.pointer = static_cast<platform::UiPointer>(static_cast<int>(c.ControlPointer()));
   d.foreColor = c.ForeColor();
   d.backColor = c.BackColor();
   d.font = {c.FontSize(), c.FontBold()};

@@ -65,6 +65,11 @@ void HostedUi::PopupMenu(Form& form, Menu& menu) { forms.PopupMenu(form, menu); 
 
 void HostedUi::DoEvents() { host_.DoEvents(); }
 
+std::uintptr_t HostedUi::NativeWindowOf(const Form& form) {
+  const platform::UiHandle window = forms.WindowOf(form);
+  return window == 0 ? 0 : host_.NativeWindow(window);
+}
+
 int HostedUi::TwipsPerPixelX() { return host_.TwipsPerPixelX(); }
 
 int HostedUi::TwipsPerPixelY() { return host_.TwipsPerPixelY(); }

@@ -59,6 +59,7 @@ class HostedUi : private detail::HostedUiParts, public Ui {
   void ShowNormal(Form& form) override;
   void PopupMenu(Form& form, Menu& menu) override;
   void DoEvents() override;
+  std::uintptr_t NativeWindowOf(const Form& form) override;
   int TwipsPerPixelX() override;
   int TwipsPerPixelY() override;
   const TextMeasure& Measure() override { return measure; }

@@ -79,6 +79,10 @@ class ScriptedUi : public Ui {
   void ShowNormal(Form& form) override;
   void PopupMenu(Form& form, Menu& menu) override;
   void DoEvents() override { ++doEvents_; }
+  // A loaded form stands for its own window: its address.
+  std::uintptr_t NativeWindowOf(const Form& form) override {
+    return form.IsLoaded() ? reinterpret_cast<std::uintptr_t>(&form) : 0;
+  }
   int TwipsPerPixelX() override { return tpp_; }
   int TwipsPerPixelY() override { return tpp_; }
   const TextMeasure& Measure() override { return measure_; }

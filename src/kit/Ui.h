@@ -37,6 +37,9 @@ class Ui {
   virtual void PopupMenu(Form& form, Menu& menu) = 0;
   // Lets pending messages through.
   virtual void DoEvents() = 0;
+  // The platform's handle of a loaded form's window (an HWND on Windows), for a
+  // call that names the form as owner; 0 when it has none.
+  virtual std::uintptr_t NativeWindowOf(const Form& form) { return 0; }
   // 1440 divided by the screen's dots per inch (15 at 96).
   virtual int TwipsPerPixelX() = 0;
   virtual int TwipsPerPixelY() = 0;

@@ -11,13 +11,20 @@
 
 namespace monitor {
 
-ProgramScreens::ProgramScreens(frame::AppState& app, kit::Ui& ui)
+ProgramScreens::ProgramScreens(frame::AppState& app, kit::Ui& ui,
+                               std::function<double()> labelFontSize)
     : app_(app),
       ui_(ui),
       notices_(std::make_unique<notify::Notices>(
           app, ui,
           notify::NoticeHooks{[this] { return OpenSessionLog(); },
-                              [this] { return OpenErrorReport(); }})) {}
+                              // The notice's link opens the report beside the monitor,
+                              // where the menu opens it modally.
+                              [this] {
+                                support::ShowErrorReportModeless(app_, ui_);
+                                return true;
+                              },
+                              std::move(labelFontSize)})) {}
 
 ProgramScreens::~ProgramScreens() = default;
 

@@ -3,6 +3,7 @@
 // the screens of the job, session, notice and account folders, each through its one
 // call with its arguments and result. A screen that is not part of this build yet
 // answers that it opened nothing, and the window says so in the trace.
+#include <functional>
 #include <memory>
 
 #include "frame/AppState.h"
@@ -17,7 +18,9 @@ namespace monitor {
 
 class ProgramScreens : public MonitorScreens {
  public:
-  ProgramScreens(frame::AppState& app, kit::Ui& ui);
+  // `labelFontSize` tells the font size of the monitor window's file-name label, in
+  // which the job-end notification measures its names (none: the standard size).
+  ProgramScreens(frame::AppState& app, kit::Ui& ui, std::function<double()> labelFontSize = {});
   ~ProgramScreens() override;
 
   void senddesktopnotify() override;
@@ -30,6 +33,8 @@ class ProgramScreens : public MonitorScreens {
   bool OpenErrorReport() override;
   bool OpenAbout() override;
   bool OpenSessionLog() override;
+
+  notify::Notices& Notices() { return *notices_; }
 
  private:
   frame::AppState& app_;

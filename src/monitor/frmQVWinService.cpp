@@ -53,7 +53,9 @@ frmQVWinService::frmQVWinService(frame::AppState& app, kit::Ui& ui, MonitorScree
     : Form(u"frmQVWinService", {1200, 1200, 7440, 4860}, u"Corvane for Windows Monitor"),
       app_(app),
       ui_(ui),
-      ownScreens_(screens ? nullptr : std::make_unique<ProgramScreens>(app, ui)),
+      ownScreens_(screens ? nullptr
+                          : std::make_unique<ProgramScreens>(
+                                app, ui, [this] { return txtRsyncFileName1.FontSize(); })),
       screens_(screens ? screens : ownScreens_.get()),
       tray_(app.platform.ui) {
   SetFrameFlags(true, true, false);

@@ -12,8 +12,8 @@ namespace notify {
 namespace {
 
 constexpr char16_t kHelpTopic[] = u"QVWINHelp.chm::/Corvane_Tray_Icon/Using_Tray_Icon.htm";
+// The wide button has this one face; under the pointer only its label turns white.
 constexpr char16_t kWideButton[] = u"button_large200_enb";
-constexpr char16_t kWideButtonHover[] = u"button_large200_ovr";
 
 }  // namespace
 
@@ -35,7 +35,7 @@ Dialupdisconnect::Dialupdisconnect(frame::AppState& app, kit::Ui& ui)
       .Press(Picture2, &S::Picture2_Click)
       .Drag({this, &lblCapbar})
       .On(Disconnectcountdown.on.Timer, &S::Disconnectcountdown_Timer);
-  // The wide button has a face of its own for each state.
+  // Both buttons light up under the pointer, each in its own skin.
   for (kit::PictureButton* b : {&Disconnect, &cancel}) {
     b->on.MouseMove = [this, b](const kit::MouseArgs&) { LightButtons(b); };
     b->Lbl().on.MouseMove = b->on.MouseMove;
@@ -45,8 +45,7 @@ Dialupdisconnect::Dialupdisconnect(frame::AppState& app, kit::Ui& ui)
 
 void Dialupdisconnect::LightButtons(const kit::PictureButton* over) {
   const int wide = over == &Disconnect ? kit::kSkinHover : kit::kSkinNormal;
-  if (Disconnect.SkinState() != wide)
-    kit::ApplySkin(Disconnect, wide, wide == kit::kSkinHover ? kWideButtonHover : kWideButton);
+  if (Disconnect.SkinState() != wide) kit::ApplySkin(Disconnect, wide, kWideButton);
   const int narrow = over == &cancel ? kit::kSkinHover : kit::kSkinNormal;
   if (cancel.SkinState() != narrow) kit::ApplySkin(cancel, narrow);
 }

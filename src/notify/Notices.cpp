@@ -13,7 +13,8 @@ namespace notify {
 Notices::Notices(frame::AppState& app, kit::Ui& ui, NoticeHooks hooks)
     : app_(app),
       ui_(ui),
-      jobNotice_(std::make_unique<bkupjobnotify>(app, ui, names_, std::move(hooks.openSessionLog))),
+      jobNotice_(std::make_unique<bkupjobnotify>(app, ui, names_, std::move(hooks.openSessionLog),
+                                                 std::move(hooks.monitorLabelFontSize))),
       errNotice_(std::make_unique<frmBKErrNotify>(app, ui, std::move(hooks.openErrorReport))),
       dialup_(std::make_unique<Dialupdisconnect>(app, ui)) {}
 
@@ -38,8 +39,8 @@ void Notices::senddesktopnotify() {
     if (request->kind == JobRequest::Kind::Empty) {
       form.bkupjobname.SetCaption(Text());
     } else if (request->kind == JobRequest::Kind::Names) {
-      KeepNames(names_, *request);
-      form.SetSetName(names_.jobName);
+      KeepNames(app_, names_, *request);
+      form.SetSetName(app_.CurrentLogName);
       form.lblaccntname.SetCaption(names_.accountName);
     }
   });
@@ -47,9 +48,12 @@ void Notices::senddesktopnotify() {
   base::IgnoreFailure([&] {
     if (app_.platform.sound) app_.platform.sound->PlayAlias(u"SystemStart");
   });
-  base::IgnoreFailure([&] { form.Hide(); });
   base::IgnoreFailure([&] {
-    const bool shown = !IsDefaultSet(names_.jobName);
+    form.Hide();
+    form.SetTopMost(true);  // View Log may have put it behind the Session Log
+  });
+  base::IgnoreFailure([&] {
+    const bool shown = !IsDefaultSet(app_.CurrentLogName);
     form.bkupjobname.SetVisible(shown);
     form.Label1.SetVisible(shown);
   });
@@ -70,7 +74,7 @@ void Notices::DialupCheck() {
         const Text path = app_.CommonFile(kDialupRequestFile);
         const std::optional<DialupRequest> request = ReadDialupRequest(app_);
         if (!request) return;
-        KeepNames(names_, *request);
+        KeepNames(app_, names_, *request);
         ShowQuietly(*dialup_, {});
         if (app_.platform.fs->FileExists(path)) app_.platform.fs->DeleteFile(path);
       },

@@ -35,9 +35,9 @@ std::optional<JobRequest> ReadJobRequest(frame::AppState& app) {
   return request;
 }
 
-void KeepNames(KeptNames& kept, const JobRequest& request) {
+void KeepNames(frame::AppState& app, KeptNames& kept, const JobRequest& request) {
   if (request.kind != JobRequest::Kind::Names) return;
-  kept.jobName = request.jobName;
+  app.CurrentLogName = request.jobName;
   kept.accountName = request.accountName;
 }
 
@@ -56,9 +56,9 @@ std::optional<DialupRequest> ReadDialupRequest(frame::AppState& app) {
   return request;
 }
 
-void KeepNames(KeptNames& kept, const DialupRequest& request) {
-  kept.jobName = request.jobName;
-  kept.dialupSecondLine = request.secondLine;
+void KeepNames(frame::AppState& app, KeptNames& kept, const DialupRequest& request) {
+  app.CurrentLogName = request.jobName;
+  app.CurrentSessionFile = request.secondLine;
   if (request.lines == 0) kept.accountName.clear();
 }
 

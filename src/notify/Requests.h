@@ -16,12 +16,12 @@ using base::TextView;
 inline constexpr char16_t kJobRequestFile[] = u"qvwincurjobname.txt";
 inline constexpr char16_t kDialupRequestFile[] = u"DialupDisconnect.txt";
 
-// What the notices keep between requests: the set and account of the last job, and the
-// second line of a dial-up request (kept, shown nowhere).
+// What the notices keep between requests. The set of the last job is the process's
+// CurrentLogName and the second line of a dial-up request its CurrentSessionFile
+// (AppState): the activity log's lines of the dial-up window go to that job's log
+// and session file as well. The account is the notices' own.
 struct KeptNames {
-  Text jobName;
   Text accountName;
-  Text dialupSecondLine;
 };
 
 // Line 1 the set, line 2 dropped, line 3 the account. An empty file names nothing and
@@ -36,7 +36,7 @@ struct JobRequest {
 // Reads the request file (nullopt when there is none); it is left in place.
 std::optional<JobRequest> ReadJobRequest(frame::AppState& app);
 // Takes a request's names into the kept ones; other requests keep them as they were.
-void KeepNames(KeptNames& kept, const JobRequest& request);
+void KeepNames(frame::AppState& app, KeptNames& kept, const JobRequest& request);
 
 // Line 1 the job, line 2 the second string. An empty file clears both and the account;
 // a file of one line clears the second.
@@ -46,7 +46,7 @@ struct DialupRequest {
   Text secondLine;
 };
 std::optional<DialupRequest> ReadDialupRequest(frame::AppState& app);
-void KeepNames(KeptNames& kept, const DialupRequest& request);
+void KeepNames(frame::AppState& app, KeptNames& kept, const DialupRequest& request);
 
 // A name as a label shows it: every "&" doubled, so that none marks a hot key.
 Text LabelText(TextView name);

@@ -17,12 +17,14 @@ constexpr char16_t kHelpTopic[] = u"QVWINHelp.chm::/Corvane_Tray_Icon/Using_Tray
 }  // namespace
 
 bkupjobnotify::bkupjobnotify(frame::AppState& app, kit::Ui& ui, const KeptNames& names,
-                             std::function<bool()> openSessionLog)
+                             std::function<bool()> openSessionLog,
+                             std::function<double()> monitorLabelFontSize)
     : Form(u"bkupjobnotify", {0, 0, 6750, 4050}, u"Desktop notification"),
       app_(app),
       ui_(ui),
       names_(names),
-      openSessionLog_(std::move(openSessionLog)) {
+      openSessionLog_(std::move(openSessionLog)),
+      monitorLabelFontSize_(std::move(monitorLabelFontSize)) {
   LookAsNotice(*this, Picture1, Picture2);
   SetKeyPreview(true);
   PicSuccessJob.SetCaption(u"The job succeeded");
@@ -75,8 +77,15 @@ void bkupjobnotify::Form_Activate() { FillFromKept(); }
 
 void bkupjobnotify::Form_Unload(int&) { ui_.Tips().Remove(); }
 
+void bkupjobnotify::TakeMonitorFontSize() {
+  if (!monitorLabelFontSize_) return;
+  const double size = monitorLabelFontSize_();
+  for (kit::Label* l : {&lblTempDummy, &bkupjobname, &lblnxtbkup}) l->SetFontSize(size);
+}
+
 void bkupjobnotify::SetSetName(const Text& name) {
   base::IgnoreFailure([&] {
+    TakeMonitorFontSize();
     bkupjobname.SetCaption(
         kit::WrapLabelText(LabelText(name), bkupjobname.Width(), lblTempDummy, ui_.Measure()));
     lblTempDummy.SetCaption(u" ");
@@ -84,7 +93,7 @@ void bkupjobnotify::SetSetName(const Text& name) {
 }
 
 void bkupjobnotify::FillFromKept() {
-  SetSetName(names_.jobName);
+  SetSetName(app_.CurrentLogName);
   lblaccntname.SetCaption(names_.accountName);
   NextJobAndQuota();
 }
@@ -98,6 +107,7 @@ void bkupjobnotify::NextJobAndQuota() {
         schjobststus.SetCaption(next.status);
         if (next.showLines) {
           DTPNextTrf.SetValue(next.nextRun);
+          TakeMonitorFontSize();
           lblnxtbkup.SetCaption(kNextSetPrefix + kit::WrapLabelText(next.setName,
                                                                     lblnxtbkup.Width(),
                                                                     lblTempDummy, ui_.Measure()));
@@ -125,7 +135,9 @@ void bkupjobnotify::NextJobAndQuota() {
 }
 
 void bkupjobnotify::viewbkuplog_Click() {
-  // The Session Log opens beside the notice, which stays.
+  // The Session Log opens in front of the notice, which stays open behind it: the
+  // notice gives up its place above the other windows until the next job's end.
+  SetTopMost(false);
   if (!openSessionLog_ || !openSessionLog_())
     frame::WriteTrace(app_, u"View Log: the Session Log screen is not part of this build yet");
 }

@@ -16,10 +16,12 @@ namespace notify {
 
 class bkupjobnotify : public kit::Form {
  public:
-  // `names` are the set and account kept for the life of the process; `openSessionLog`
+  // `names` hold the account kept for the life of the process (the set is the
+  // process's CurrentLogName); `openSessionLog`
   // opens the Session Log screen (false when it could not).
   bkupjobnotify(frame::AppState& app, kit::Ui& ui, const KeptNames& names,
-                std::function<bool()> openSessionLog);
+                std::function<bool()> openSessionLog,
+                std::function<double()> monitorLabelFontSize = {});
 
   void viewbkuplog_Click();
   void cancel_Click();
@@ -69,11 +71,15 @@ class bkupjobnotify : public kit::Form {
 
  private:
   void NextJobAndQuota();
+  // Before a name is wrapped: the monitor window's label size to the measuring label
+  // and the two labels that show wrapped names.
+  void TakeMonitorFontSize();
 
   frame::AppState& app_;
   kit::Ui& ui_;
   const KeptNames& names_;
   std::function<bool()> openSessionLog_;
+  std::function<double()> monitorLabelFontSize_;
 };
 
 }  // namespace notify

@@ -30,6 +30,7 @@ frmBKErrNotify::frmBKErrNotify(frame::AppState& app, kit::Ui& ui,
   Label2.SetWordWrap(true);
   lblLink.SetForeColor(kLinkColor);
   lblLink.SetRole(kit::Role::PushButton);
+  lblLink.SetControlPointer(kit::MousePointer::Hand);
 
   using S = frmBKErrNotify;
   kit::Design(*this, ui)

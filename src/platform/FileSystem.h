@@ -31,6 +31,8 @@ class IFileSystem {
   virtual bool CreateFolder(const Text& path) = 0;
   // Deletes a file, read-only or not.
   virtual bool DeleteFile(const Text& path) = 0;
+  // Deletes a file without force: a read-only file stays, and the answer is false.
+  virtual bool DeleteFileWithoutForce(const Text& path) = 0;
 
   virtual std::optional<std::string> ReadAll(const Text& path) = 0;
   // Up to `count` bytes from `offset`; shorter at the end of the file.

@@ -27,6 +27,7 @@ class ISystemInfo {
   virtual Text ComputerName() = 0;
   virtual Text ProgramFolder() = 0;    // folder of the running program, no trailing '\'
   virtual Text ProgramFileName() = 0;  // "QVMonitor.exe"
+  virtual Text SystemFolder() = 0;     // the system's own programs ("C:\Windows\system32")
   virtual Text CommandLine() = 0;      // the arguments only, as given
   virtual std::optional<Text> Environment(const Text& name) = 0;
   // Whether another process of this same program file runs in this logon session.

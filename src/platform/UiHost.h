@@ -49,6 +49,9 @@ class IUiHost {
   virtual void UpdateForm(UiHandle window, const UiWindow& state, UiChange changes) = 0;
   // Destroys the window and all its controls; ends its modal loop.
   virtual void DestroyForm(UiHandle window) = 0;
+  // The platform's own handle of the window (an HWND on Windows), for a call that
+  // names an owner window; 0 when there is none.
+  virtual std::uintptr_t NativeWindow(UiHandle window) { return 0; }
   // A control on the window, or inside `container` (a picture or skinned button of
   // the same window; 0 for the window itself). Controls are stacked in the order
   // they are created: a later one lies above an earlier one.

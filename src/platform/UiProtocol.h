@@ -95,6 +95,10 @@ enum class UiDateFormat : int { LongDate = 0, ShortDate = 1, Time = 2, Custom = 
 
 // One control. Every field is always filled; a kind reads the fields that mean
 // something for it.
+// The platform's pointer numbers; Hand is the hand of the product's pointer list (a
+// custom pointer to the platform).
+enum class UiPointer : int { Default = 0, Hourglass = 11, Hand = 99 };
+
 struct UiControl {
   UiKind kind = UiKind::Label;
   Text name;  // the design's name, "cmdButton(1)" for an element of an array
@@ -106,7 +110,8 @@ struct UiControl {
   // The window text: a label's or check box's caption, a text box's text, the
   // caption of a skinned button's label. Screen readers and outside tests read it.
   Text caption;
-  Text toolTip;  // the platform's plain hover tip; "" for none
+  Text toolTip;                            // the platform's plain hover tip; "" for none
+  UiPointer pointer = UiPointer::Default;  // over this control
   UiColor foreColor = kUiDefaultColor;
   UiColor backColor = kUiDefaultColor;
   UiFont font;
@@ -167,8 +172,6 @@ struct UiRegion {
   long ellipseHeight = 0;
   bool operator==(const UiRegion&) const = default;
 };
-
-enum class UiPointer : int { Default = 0, Hourglass = 11 };
 
 struct UiWindow {
   Text name;  // the form's name

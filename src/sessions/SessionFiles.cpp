@@ -250,7 +250,16 @@ void Trf_ViewFile(frame::AppState& app, const Text& path) {
     // Owned by the desktop: no window of ours (0 is the desktop to the shell).
     const long result = shell->Execute(0, u"open", path, Text(), Text(), 1);
     // 31: no program is linked to the type; the system's "Open with" lets the user choose.
-    if (result == 31) shell->Run(u"RUNDLL32.EXE shell32.dll,OpenAs_RunDLL " + path, false);
+    // It is started from the system folder by its full path: a bare name would be
+    // looked for in the program's folder and the current folder first.
+    if (result == 31) {
+      const Text system = app.platform.system ? app.platform.system->SystemFolder() : Text();
+      if (system.empty()) {
+        frame::WriteTrace(app, u"Trf_ViewFile: the system folder is unknown, no Open with");
+      } else {
+        shell->Run(u"\"" + system + u"\\RUNDLL32.EXE\" shell32.dll,OpenAs_RunDLL " + path, false);
+      }
+    }
   }
   frame::WriteTrace(app, u"Exit Trf_ViewFile ");
 }
@@ -281,8 +290,10 @@ bool GetSessionFileSelected_Delete(frame::AppState& app, kit::ListView& list, in
         // The row goes first: a file that is gone or stays leaves only the row changed.
         list.RemoveRow(nSelectedIDX);
         removed = true;
+        // Without force: a read-only file stays, and the failure goes to the trace.
         platform::IFileSystem* fs = app.platform.fs;
-        if (fs != nullptr && fs->FileExists(path)) fs->DeleteFile(path);
+        if (fs != nullptr && fs->FileExists(path) && !fs->DeleteFileWithoutForce(path))
+          throw base::Failure(70, "Permission denied");
       },
       frame::TraceFailure(app, u"Error Reason :",
                           u"in procedure GetSessionFileSelected_Delete of Class Module "

@@ -10,6 +10,9 @@ namespace support {
 bool ShowUpdatePassword(frame::AppState& app, kit::Ui& ui);
 // The feedback report to the support team.
 bool ShowErrorReport(frame::AppState& app, kit::Ui& ui);
+// The same report shown not modally (the missed-backup notice's link opens it so); the
+// Ui keeps it, one at a time.
+void ShowErrorReportModeless(frame::AppState& app, kit::Ui& ui);
 // About, with the versions of the product's files.
 bool ShowAbout(frame::AppState& app, kit::Ui& ui);
 

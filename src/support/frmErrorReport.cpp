@@ -122,4 +122,10 @@ bool ShowErrorReport(frame::AppState& app, kit::Ui& ui) {
   return true;
 }
 
+void ShowErrorReportModeless(frame::AppState& app, kit::Ui& ui) {
+  kit::Form* form = ui.KeptScreen(u"frmErrorReport");
+  if (form == nullptr) form = &ui.KeepScreen(std::make_unique<frmErrorReport>(app, ui));
+  ui.Show(*form);
+}
+
 }  // namespace support

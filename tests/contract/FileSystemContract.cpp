@@ -68,6 +68,22 @@ TEST_P(FileSystemContract, DeleteRemovesFilesReadOnlyOrNot) {
   EXPECT_TRUE(fs().FolderExists(Path(u"Dir")));
 }
 
+TEST_P(FileSystemContract, DeleteWithoutForceLeavesReadOnlyFiles) {
+  Text plain = Path(u"plain.txt");
+  Text locked = Path(u"readonly.txt");
+  ASSERT_TRUE(fs().WriteAll(plain, "1"));
+  ASSERT_TRUE(fs().WriteAll(locked, "2"));
+  ASSERT_TRUE(world_->MakeReadOnly(locked));
+  EXPECT_TRUE(fs().DeleteFileWithoutForce(plain));
+  EXPECT_FALSE(fs().FileExists(plain));
+  EXPECT_FALSE(fs().DeleteFileWithoutForce(locked));
+  EXPECT_EQ(fs().ReadAll(locked), std::optional<std::string>("2"));
+  EXPECT_FALSE(fs().DeleteFileWithoutForce(plain)) << "nothing left to delete";
+  ASSERT_TRUE(fs().CreateFolder(Path(u"Dir")));
+  EXPECT_FALSE(fs().DeleteFileWithoutForce(Path(u"Dir"))) << "folders are not files";
+  EXPECT_TRUE(fs().DeleteFile(locked)) << "with force it goes";
+}
+
 TEST_P(FileSystemContract, WriteReadAppendKeepEveryByte) {
   Text file = Path(u"bytes.bin");
   std::string all;

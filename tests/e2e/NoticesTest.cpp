@@ -143,6 +143,12 @@ class NoticesTest : public EngineMonitorTest {
     ASSERT_NE(c, nullptr) << Utf8(name);
     ASSERT_TRUE(ClickControl(c));
   }
+  // Whether `upper` stands above `lower` in the order of the top-level windows.
+  static bool Above(HWND upper, HWND lower) {
+    for (HWND w = GetWindow(upper, GW_HWNDNEXT); w != nullptr; w = GetWindow(w, GW_HWNDNEXT))
+      if (w == lower) return true;
+    return false;
+  }
   // The notice sits in the bottom right corner of the work area.
   void ExpectInTheCorner(const WindowInfo& w) {
     RECT area{};
@@ -150,10 +156,11 @@ class NoticesTest : public EngineMonitorTest {
     EXPECT_NEAR(w.rect.right, area.right, 2);
     EXPECT_NEAR(w.rect.bottom, area.bottom, 2);
   }
-  Lines Activity() {
+  Lines Activity() { return Messages(Folder().CommonFile(L"QVWServiceLog.txt")); }
+  // The messages of a log's lines, without their kind and stamp.
+  Lines Messages(const std::filesystem::path& log) {
     Lines out;
-    for (const auto& l :
-         ReadTextFile(Folder().CommonFile(L"QVWServiceLog.txt")).value_or(Lines{})) {
+    for (const auto& l : ReadTextFile(log).value_or(Lines{})) {
       const size_t first = l.find(L" : ");
       const size_t second = first == std::wstring::npos ? first : l.find(L" : ", first + 3);
       out.push_back(second == std::wstring::npos ? l : l.substr(second + 3));
@@ -237,10 +244,13 @@ TEST_F(NoticesTest, ARedResultShowsTheFailurePicture) {
   EXPECT_EQ(Text(n, L"bkupjobname"), L"Documents && Mail");
   EXPECT_FALSE(Shown(n, L"QVDiskPBar")) << "no quota keys";
   Shot("red");
-  // View Log opens the Session Log beside the notice, which stays.
+  // View Log opens the Session Log in front of the notice, which stays behind it.
   Click(n, L"lbl_viewbkuplog");
-  EXPECT_TRUE(WaitForNotice(L"Session Log", Ms{15000})) << "View Log opened no Session Log";
+  auto log = WaitForNotice(L"Session Log", Ms{15000});
+  ASSERT_TRUE(log) << "View Log opened no Session Log";
   EXPECT_TRUE(IsWindowVisible(n));
+  EXPECT_TRUE(WaitUntil([&] { return Above(log->hwnd, n); })) << "the notice covers the log";
+  Shot("view-log");
   // The corner picture only closes: a request that came in brings it back.
   ASSERT_TRUE(
       WriteUtf16File(Folder().CommonFile(L"qvwincurjobname.txt"), {L"Again", L"3", L"jsmith"}));
@@ -292,7 +302,9 @@ TEST_F(NoticesTest, TheMissedBackupNoticeTellsEachReason) {
 TEST_F(NoticesTest, TheDialupWindowFindsNoConnectionAndLogsOutAfterTheCountdown) {
   Schedule(L"0", NextJob());
   ASSERT_NE(Open(), nullptr);
-  ASSERT_TRUE(WriteAnsiFile(Folder().CommonFile(L"DialupDisconnect.txt"), {L"Documents"}));
+  // The request names the job's log and its session file: the lines go there too.
+  const std::wstring session = L"Schedule 11-15-2026  05-02-33.txt";
+  ASSERT_TRUE(WriteAnsiFile(Folder().CommonFile(L"DialupDisconnect.txt"), {L"Documents", session}));
   auto window = WaitForNotice(kDialupTitle, Ms{25000});
   ASSERT_TRUE(window);
   HWND d = window->hwnd;
@@ -307,6 +319,11 @@ TEST_F(NoticesTest, TheDialupWindowFindsNoConnectionAndLogsOutAfterTheCountdown)
   const Lines activity = Activity();
   EXPECT_EQ(CountLine(activity, L"Unable to find active dial-up connection"), 1);
   EXPECT_EQ(CountLine(activity, L"Successfully logged out"), 1);
+  const Lines expected{L"Unable to find active dial-up connection", L"Successfully logged out",
+                       L""};
+  EXPECT_EQ(Messages(Folder().Common() / L"logs" / L"Documents.txt"), expected);
+  EXPECT_EQ(Messages(Folder().Common() / L"Session" / session), expected);
+  EXPECT_FALSE(std::filesystem::exists(Folder().Common() / L"logs" / L".txt"));
 }
 
 }  // namespace

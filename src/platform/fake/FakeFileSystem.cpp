@@ -113,6 +113,12 @@ bool FakeFileSystem::DeleteFile(const Text& path) {
   return files_.erase(k) > 0;
 }
 
+bool FakeFileSystem::DeleteFileWithoutForce(const Text& path) {
+  auto it = files_.find(Key(path));
+  if (it != files_.end() && it->second.readOnly) return false;
+  return DeleteFile(path);
+}
+
 std::optional<std::string> FakeFileSystem::ReadAll(const Text& path) {
   Text k = Key(path);
   auto it = files_.find(k);

@@ -86,6 +86,7 @@ class FakeSystemInfo : public ISystemInfo {
   Text ComputerName() override { return computerName; }
   Text ProgramFolder() override { return programFolder; }
   Text ProgramFileName() override { return programFileName; }
+  Text SystemFolder() override { return systemFolder; }
   Text CommandLine() override { return commandLine; }
   std::optional<Text> Environment(const Text& name) override;
   bool PreviousInstanceRunning() override { return previousInstance; }
@@ -97,6 +98,7 @@ class FakeSystemInfo : public ISystemInfo {
   Text computerName = u"WORKSTATION";
   Text programFolder = u"C:\\Program Files\\Corvane";
   Text programFileName = u"QVMonitor.exe";
+  Text systemFolder = u"C:\\Windows\\system32";
   Text commandLine;
   std::map<Text, Text> environment;
   bool previousInstance = false;

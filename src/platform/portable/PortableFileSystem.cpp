@@ -53,6 +53,15 @@ bool PortableFileSystem::DeleteFile(const Text& path) {
   return fs::remove(p, ec) && !ec;
 }
 
+bool PortableFileSystem::DeleteFileWithoutForce(const Text& path) {
+  std::error_code ec;
+  auto p = ToNative(path);
+  if (!fs::is_regular_file(p, ec)) return false;
+  // A file without write permission is the read-only file of Windows: it stays.
+  if ((fs::status(p, ec).permissions() & fs::perms::owner_write) == fs::perms::none) return false;
+  return fs::remove(p, ec) && !ec;
+}
+
 std::optional<std::string> PortableFileSystem::ReadAll(const Text& path) {
   std::ifstream in(ToNative(path), std::ios::binary);
   if (!in) return std::nullopt;

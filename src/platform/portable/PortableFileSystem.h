@@ -15,6 +15,7 @@ class PortableFileSystem : public IFileSystem {
   bool FolderExists(const Text& path) override;
   bool CreateFolder(const Text& path) override;
   bool DeleteFile(const Text& path) override;
+  bool DeleteFileWithoutForce(const Text& path) override;
   std::optional<std::string> ReadAll(const Text& path) override;
   std::optional<std::string> ReadRange(const Text& path, std::uint64_t offset,
                                        std::size_t count) override;

@@ -81,6 +81,13 @@ bool Win32FileSystem::DeleteFile(const Text& path) noexcept {
   return ::DeleteFileW(Wide(path)) != FALSE;
 }
 
+bool Win32FileSystem::DeleteFileWithoutForce(const Text& path) noexcept {
+  DWORD attr = ::GetFileAttributesW(Wide(path));
+  if (attr == INVALID_FILE_ATTRIBUTES || (attr & FILE_ATTRIBUTE_DIRECTORY)) return false;
+  // The system refuses a read-only file, which is what "without force" means.
+  return ::DeleteFileW(Wide(path)) != FALSE;
+}
+
 std::optional<std::string> Win32FileSystem::ReadAll(const Text& path) noexcept {
   return NoThrow(std::optional<std::string>(), [&]() -> std::optional<std::string> {
     FileHandle file(OpenForReading(path));

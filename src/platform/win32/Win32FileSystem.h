@@ -11,6 +11,7 @@ class Win32FileSystem : public IFileSystem {
   bool FolderExists(const Text& path) noexcept override;
   bool CreateFolder(const Text& path) noexcept override;
   bool DeleteFile(const Text& path) noexcept override;
+  bool DeleteFileWithoutForce(const Text& path) noexcept override;
   std::optional<std::string> ReadAll(const Text& path) noexcept override;
   std::optional<std::string> ReadRange(const Text& path, std::uint64_t offset,
                                        std::size_t count) noexcept override;

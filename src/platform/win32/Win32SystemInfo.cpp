@@ -102,6 +102,15 @@ Text Win32SystemInfo::ProgramFileName() noexcept {
   });
 }
 
+Text Win32SystemInfo::SystemFolder() noexcept {
+  return NoThrow(Text(), [] {
+    wchar_t buffer[MAX_PATH + 1] = {};
+    const UINT length = ::GetSystemDirectoryW(buffer, MAX_PATH + 1);
+    if (length == 0 || length > MAX_PATH) return Text();
+    return FromWide(buffer, length);
+  });
+}
+
 Text Win32SystemInfo::CommandLine() noexcept {
   return NoThrow(Text(), [] { return ArgumentsOf(FromWide(::GetCommandLineW()), ModulePath()); });
 }

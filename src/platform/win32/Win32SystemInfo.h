@@ -18,6 +18,7 @@ class Win32SystemInfo : public ISystemInfo {
   Text ComputerName() noexcept override;
   Text ProgramFolder() noexcept override;
   Text ProgramFileName() noexcept override;
+  Text SystemFolder() noexcept override;
   Text CommandLine() noexcept override;
   std::optional<Text> Environment(const Text& name) noexcept override;
   bool PreviousInstanceRunning() noexcept override;

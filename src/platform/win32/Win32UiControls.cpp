@@ -423,6 +423,13 @@ LRESULT Win32UiHost::OnControlMessage(ControlRec& c, UINT msg, WPARAM wp, LPARAM
     case WM_ERASEBKGND:
       if (Drawn(c.state.kind)) return 1;  // all of it is painted in one go
       break;
+    case WM_SETCURSOR:
+      // A control with a pointer of its own (the hand over a link) shows it there.
+      if (c.state.pointer == UiPointer::Hand && LOWORD(lp) == HTCLIENT) {
+        SetCursor(LoadCursorW(nullptr, IDC_HAND));
+        return TRUE;
+      }
+      break;
     default: {
       LRESULT result = 0;
       if (OnParentMessage(msg, wp, lp, result)) return result;

@@ -353,6 +353,11 @@ void Win32UiHost::Bury(std::unique_ptr<FormRec> f) {
   Sweep();
 }
 
+std::uintptr_t Win32UiHost::NativeWindow(UiHandle window) {
+  FormRec* f = Form(window);
+  return f == nullptr || f->dead ? 0 : reinterpret_cast<std::uintptr_t>(f->hwnd.Get());
+}
+
 void Win32UiHost::DestroyForm(UiHandle window) {
   auto it = forms_.find(window);
   if (it == forms_.end()) return;

@@ -57,6 +57,7 @@ class Win32UiHost : public IUiHost {
   UiHandle CreateForm(const UiWindow& window, IUiEvents& events) override;
   void UpdateForm(UiHandle window, const UiWindow& state, UiChange changes) override;
   void DestroyForm(UiHandle window) override;
+  std::uintptr_t NativeWindow(UiHandle window) override;
   UiHandle CreateControl(UiHandle window, UiHandle container, const UiControl& control) override;
   void UpdateControl(UiHandle control, const UiControl& state, UiChange changes) override;
   void FocusControl(UiHandle window, UiHandle control) override;

@@ -3,7 +3,10 @@
 
 #include "kit/MessageTable.h"
 #include "kit/ScriptedUi.h"
+#include "frame/Settings.h"
 #include "monitor/ProgramScreens.h"
+#include "notify/Notices.h"
+#include "notify/frmBKErrNotify.h"
 #include "support/FrameFixture.h"
 
 namespace {
@@ -28,6 +31,32 @@ TEST(ProgramScreensTest, TheMenusOpenTheJobScreens) {
   ASSERT_EQ(ui.Questions().size(), 1u);
   EXPECT_EQ(ui.Questions()[0].text, kit::GetMessage(fx.app, 16));
   EXPECT_EQ(ui.ShownForms().back().name, u"MesgBox");
+}
+
+// The missed-backup notice's link: the notice goes and the feedback report comes up
+// beside the monitor, not modally, with the hand over the link.
+TEST(ProgramScreensTest, TheMissedBackupLinkOpensTheReportNotModally) {
+  testkit::FrameFixture fx;
+  fx.fake.fs.AddFolders(u"C:\\QV\\QVCOMMON\\alice");
+  fx.fake.clock.now = {2026, 11, 15, 10, 0, 0};
+  kit::ScriptedUi ui;
+  monitor::ProgramScreens screens(fx.app, ui);
+  frame::WriteSetting(fx.app, u"NotifyUsers", u"<<alice");
+  const base::Text file = fx.Common(u"alice\\qvwinserver.ini");
+  fx.fake.profile.WriteString(u"Corvane", u"Notify_Err", u"1", file);
+  fx.fake.profile.WriteString(u"Corvane", u"DateFailed", u"20261101", file);
+  screens.CheckMissedBackup();
+  notify::frmBKErrNotify& notice = screens.Notices().ErrNotice();
+  ASSERT_TRUE(notice.Visible());
+  EXPECT_EQ(notice.lblLink.ControlPointer(), kit::MousePointer::Hand);
+  notice.lblLink.RaiseClick();
+  EXPECT_FALSE(notice.IsLoaded());
+  ASSERT_FALSE(ui.ShownForms().empty());
+  EXPECT_EQ(ui.ShownForms().back().name, u"frmErrorReport");
+  EXPECT_FALSE(ui.ShownForms().back().modal);
+  kit::Form* report = ui.KeptScreen(u"frmErrorReport");
+  ASSERT_NE(report, nullptr);
+  EXPECT_TRUE(report->Visible());
 }
 
 }  // namespace

@@ -4,7 +4,9 @@
 
 #include "frame/Settings.h"
 #include "jobstore/DBaction.h"
+#include "kit/LabelText.h"
 #include "kit/ScriptedUi.h"
+#include "notify/Dialup.h"
 #include "notify/Dialupdisconnect.h"
 #include "notify/NextJob.h"
 #include "notify/Notices.h"
@@ -40,6 +42,7 @@ class NoticesTest : public ::testing::Test, public testkit::FrameFixture {
   int sessionLogs = 0;
   int errorReports = 0;
   bool hooksOpen = true;
+  double monitorFontSize = 0;
   notify::Notices notices{app, ui,
                           notify::NoticeHooks{[this] {
                                                 ++sessionLogs;
@@ -48,7 +51,8 @@ class NoticesTest : public ::testing::Test, public testkit::FrameFixture {
                                               [this] {
                                                 ++errorReports;
                                                 return hooksOpen;
-                                              }}};
+                                              },
+                                              [this] { return monitorFontSize; }}};
   notify::bkupjobnotify& job = notices.JobNotice();
   notify::frmBKErrNotify& err = notices.ErrNotice();
   notify::Dialupdisconnect& dialup = notices.DialupWindow();
@@ -125,6 +129,27 @@ TEST_F(NoticesTest, ALongNameIsWrappedToTheLabel) {
   EXPECT_EQ(base::Replace(shown, u"\r\n", u""), base::Replace(name, u"&", u"&&"));
 }
 
+// The names are measured in the font size of the monitor window's label, copied first.
+TEST_F(NoticesTest, TheNamesAreWrappedInTheMonitorWindowsLabelSize) {
+  const Text name = u"Photos of the family summer holidays";
+  Request({name, u"", u"bob"});
+  notices.senddesktopnotify();
+  const Text standard = job.bkupjobname.Caption();
+  monitorFontSize = 14;
+  Request({name, u"", u"bob"});
+  notices.senddesktopnotify();
+  for (const kit::Label* l : {&job.lblTempDummy, &job.bkupjobname, &job.lblnxtbkup})
+    EXPECT_EQ(l->FontSize(), 14) << U8(l->Name());
+  const auto wrap = [&](double size) {
+    return kit::WrapLabelText(notify::LabelText(name), [&](base::TextView piece) {
+      return ui.Measure().Measure(piece, size, false, 0).width <= job.bkupjobname.Width();
+    });
+  };
+  EXPECT_EQ(job.bkupjobname.Caption(), wrap(14));
+  EXPECT_EQ(standard, wrap(0));
+  EXPECT_NE(wrap(14), wrap(0)) << "the sizes should break the name differently";
+}
+
 TEST_F(NoticesTest, CloseDropsAPendingRequestTheCornerPictureDoesNot) {
   Request({u"Mail", u"", u"bob"});
   notices.senddesktopnotify();
@@ -147,9 +172,12 @@ TEST_F(NoticesTest, CloseDropsAPendingRequestTheCornerPictureDoesNot) {
 TEST_F(NoticesTest, ViewLogOpensTheSessionLogAndTheNoticeStays) {
   Request({u"Mail", u"", u"bob"});
   notices.senddesktopnotify();
+  ASSERT_TRUE(job.TopMost());
   job.viewbkuplog.RaiseMouseUp({kit::kLeftButton});
   EXPECT_EQ(sessionLogs, 1);
   EXPECT_TRUE(job.Visible());
+  // The notice steps back so that the Session Log comes up in front of it.
+  EXPECT_FALSE(job.TopMost());
   kit::KeyArgs altV{'V', kit::kAltMask};
   job.DeliverKeyUp(altV);
   EXPECT_EQ(sessionLogs, 2);
@@ -157,6 +185,10 @@ TEST_F(NoticesTest, ViewLogOpensTheSessionLogAndTheNoticeStays) {
   job.viewbkuplog.RaiseMouseUp({kit::kLeftButton});
   EXPECT_EQ(Lines(Common(u"SerTraceFile.txt")).back(),
             u"View Log: the Session Log screen is not part of this build yet");
+  // The next job's end brings it up over the other windows again.
+  Request({u"Mail", u"", u"bob"});
+  notices.senddesktopnotify();
+  EXPECT_TRUE(job.TopMost());
   kit::KeyArgs esc{kit::kKeyEscape, 0};
   job.DeliverKeyUp(esc);
   EXPECT_FALSE(job.IsLoaded());
@@ -228,7 +260,7 @@ TEST_F(NoticesTest, TheDialupWindowCountsDownAndHangsUp) {
   notices.DialupCheck();
   ASSERT_TRUE(dialup.Visible());
   EXPECT_FALSE(fake.fs.FileExists(Common(notify::kDialupRequestFile)));
-  EXPECT_EQ(notices.Names().jobName, u"Mail");
+  EXPECT_EQ(app.CurrentLogName, u"Mail");
   EXPECT_EQ(dialup.ISPname.Caption(), u"No active connections found");
   EXPECT_EQ(dialup.Caption(), u"Corvane Monitor- Dialup disconnection.");
   EXPECT_TRUE(dialup.Disconnectcountdown.Running());
@@ -240,6 +272,71 @@ TEST_F(NoticesTest, TheDialupWindowCountsDownAndHangsUp) {
   EXPECT_FALSE(dialup.IsLoaded());
   EXPECT_EQ(Activity(), (std::vector<Text>{u"Unable to find active dial-up connection",
                                            u"Successfully logged out", u""}));
+}
+
+// The dial-up lines belong to the job that asked: its log under logs\ and its session
+// file, named by the request's two lines; the job-end notice names the log as well.
+TEST_F(NoticesTest, TheDialupLinesGoToTheJobsLogAndItsSessionFile) {
+  const Text session = u"Schedule 11-15-2026  05-02-33.txt";
+  fake.dialUp.connections = {{0x11, u"Office", u"modem", u"USR 56k"}};
+  fake.fs.WriteAll(Common(notify::kDialupRequestFile), "Mail\r\n" + U8(session) + "\r\n");
+  notices.DialupCheck();
+  for (int i = 0; i < notify::kCountdownFirings; ++i) dialup.Disconnectcountdown.Fire();
+  ASSERT_FALSE(dialup.IsLoaded());
+  const std::vector<Text> expected{u"Successfully disconnected 'Office' connection",
+                                   u"Successfully logged out", u""};
+  EXPECT_EQ(Activity(), expected);
+  auto messages = [&](const Text& path) {
+    std::vector<Text> out;
+    for (const Text& line : Lines(path)) {
+      const std::size_t at = line.find(u" : ", line.find(u" : ") + 3);
+      out.push_back(at == Text::npos ? line : line.substr(at + 3));
+    }
+    return out;
+  };
+  EXPECT_EQ(messages(Common(u"logs\\Mail.txt")), expected);
+  EXPECT_EQ(messages(Common(u"Session\\" + session)), expected);
+  EXPECT_FALSE(fake.fs.FileExists(Common(u"logs\\.txt")));
+
+  // A cancel after a one-line request: the job's log, and no session file any more.
+  fake.fs.WriteAll(Common(notify::kDialupRequestFile), "Photos\r\n");
+  notices.DialupCheck();
+  dialup.cancel.RaiseMouseUp({kit::kLeftButton});
+  EXPECT_EQ(
+      messages(Common(u"logs\\Photos.txt")),
+      (std::vector<Text>{u"Dial-up disconnection canceled", u"Successfully logged out", u""}));
+  EXPECT_EQ(messages(Common(u"Session\\" + session)), expected);
+  EXPECT_EQ(app.CurrentSessionFile, u"");
+
+  // The job-end notice names the log of the job that ended; an empty request keeps it.
+  Request({u"Documents", u"", u"bob"});
+  notices.senddesktopnotify();
+  EXPECT_EQ(app.CurrentLogName, u"Documents");
+  fake.fs.WriteAll(Common(notify::kJobRequestFile), "");
+  notices.senddesktopnotify();
+  EXPECT_EQ(app.CurrentLogName, u"Documents");
+  EXPECT_EQ(job.bkupjobname.Caption(), u"Documents");
+}
+
+// The wide button keeps its one face under the pointer; only its label turns white.
+TEST_F(NoticesTest, TheDialupButtonsHoverWithTheWideFaceAndAWhiteLabel) {
+  fake.fs.WriteAll(Common(notify::kDialupRequestFile), "Mail\r\n");
+  notices.DialupCheck();
+  ASSERT_TRUE(dialup.IsLoaded());
+  const kit::Color normal = dialup.Disconnect.Lbl().ForeColor();
+  ASSERT_NE(normal, kit::kWhite);
+  dialup.Disconnect.Lbl().RaiseMouseMove({});
+  EXPECT_EQ(dialup.Disconnect.PictureKey(), u"button_large200_enb");
+  EXPECT_EQ(dialup.Disconnect.Lbl().ForeColor(), kit::kWhite);
+  EXPECT_EQ(dialup.cancel.PictureKey(), u"button_enb");
+  dialup.cancel.RaiseMouseMove({});
+  EXPECT_EQ(dialup.Disconnect.PictureKey(), u"button_large200_enb");
+  EXPECT_EQ(dialup.Disconnect.Lbl().ForeColor(), normal);
+  EXPECT_EQ(dialup.cancel.PictureKey(), u"button_ovr");
+  EXPECT_EQ(dialup.cancel.Lbl().ForeColor(), kit::kWhite);
+  dialup.RaiseMouseMove({});
+  EXPECT_EQ(dialup.cancel.PictureKey(), u"button_enb");
+  EXPECT_EQ(dialup.cancel.Lbl().ForeColor(), normal);
 }
 
 TEST_F(NoticesTest, CloseAtTwentyNineHangsUpNothing) {

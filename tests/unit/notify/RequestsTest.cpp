@@ -33,41 +33,53 @@ TEST_F(RequestsTest, TheJobRequestIsUtf16WithTheSecondLineDropped) {
 
 TEST_F(RequestsTest, EmptyShortAndLockedRequestsKeepTheNames) {
   using Kind = notify::JobRequest::Kind;
-  notify::KeptNames kept{u"Earlier", u"bob", u""};
+  notify::KeptNames kept{u"bob"};
+  app.CurrentLogName = u"Earlier";
   fake.fs.WriteAll(JobFile(), "");
   EXPECT_EQ(notify::ReadJobRequest(app)->kind, Kind::Empty);
   fake.fs.WriteAll(JobFile(), std::string(base::kUtf16Bom));  // only the mark: empty too
   EXPECT_EQ(notify::ReadJobRequest(app)->kind, Kind::Empty);
-  notify::KeepNames(kept, *notify::ReadJobRequest(app));
+  notify::KeepNames(app, kept, *notify::ReadJobRequest(app));
   fake.fs.WriteAll(JobFile(), base::EncodeUtf16Le(base::TextView(u"Solo\r\nsecond\r\n")));
   EXPECT_EQ(notify::ReadJobRequest(app)->kind, Kind::Unusable);
-  notify::KeepNames(kept, *notify::ReadJobRequest(app));
+  notify::KeepNames(app, kept, *notify::ReadJobRequest(app));
   fake.fs.SetLocked(JobFile(), true);
   EXPECT_EQ(notify::ReadJobRequest(app)->kind, Kind::Unusable);
-  EXPECT_EQ(kept.jobName, u"Earlier");
+  EXPECT_EQ(app.CurrentLogName, u"Earlier");
   EXPECT_EQ(kept.accountName, u"bob");
+  // A request with its three lines names the job's log and keeps its session file.
+  app.CurrentSessionFile = u"S.txt";
+  fake.fs.SetLocked(JobFile(), false);
+  platform::TextFile::WriteLines(fake.fs, JobFile(), {u"Mail", u"", u"alice"});
+  notify::KeepNames(app, kept, *notify::ReadJobRequest(app));
+  EXPECT_EQ(app.CurrentLogName, u"Mail");
+  EXPECT_EQ(app.CurrentSessionFile, u"S.txt");
+  EXPECT_EQ(kept.accountName, u"alice");
 }
 
+// Line 1 is the job's log, line 2 its session file: the process's current names.
 TEST_F(RequestsTest, TheDialupRequestIsPlainTextOfUpToTwoLines) {
-  notify::KeptNames kept{u"Earlier", u"bob", u"old"};
+  notify::KeptNames kept{u"bob"};
+  app.CurrentLogName = u"Earlier";
+  app.CurrentSessionFile = u"old.txt";
   EXPECT_EQ(notify::ReadDialupRequest(app), std::nullopt);
-  fake.fs.WriteAll(DialupFile(), "Caf\xE9 set\r\nsecond\r\n");
+  fake.fs.WriteAll(DialupFile(), "Caf\xE9 set\r\nSchedule 11-15-2026  05-02-33.txt\r\n");
   auto request = notify::ReadDialupRequest(app);
   ASSERT_TRUE(request);
-  notify::KeepNames(kept, *request);
-  EXPECT_EQ(kept.jobName, u"Caf\u00E9 set");
-  EXPECT_EQ(kept.dialupSecondLine, u"second");
+  notify::KeepNames(app, kept, *request);
+  EXPECT_EQ(app.CurrentLogName, u"Caf\u00E9 set");
+  EXPECT_EQ(app.CurrentSessionFile, u"Schedule 11-15-2026  05-02-33.txt");
   EXPECT_EQ(kept.accountName, u"bob");
 
   fake.fs.WriteAll(DialupFile(), "one\r\n");
-  notify::KeepNames(kept, *notify::ReadDialupRequest(app));
-  EXPECT_EQ(kept.jobName, u"one");
-  EXPECT_EQ(kept.dialupSecondLine, u"");
+  notify::KeepNames(app, kept, *notify::ReadDialupRequest(app));
+  EXPECT_EQ(app.CurrentLogName, u"one");
+  EXPECT_EQ(app.CurrentSessionFile, u"");
   EXPECT_EQ(kept.accountName, u"bob");
 
   fake.fs.WriteAll(DialupFile(), "");
-  notify::KeepNames(kept, *notify::ReadDialupRequest(app));
-  EXPECT_EQ(kept.jobName, u"");
+  notify::KeepNames(app, kept, *notify::ReadDialupRequest(app));
+  EXPECT_EQ(app.CurrentLogName, u"");
   EXPECT_EQ(kept.accountName, u"");  // an empty file clears the account too
 }
 

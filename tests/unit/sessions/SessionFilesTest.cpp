@@ -192,11 +192,18 @@ TEST_F(SessionFilesTest, ViewOpensAnExistingFileThroughTheShellAndOpenWithOn31) 
   EXPECT_TRUE(fake.shell.runs.empty());
   EXPECT_TRUE(TraceHas(u"Enter Trf_ViewFile\r\nExit Trf_ViewFile\r\n"));
 
+  // "Open with" comes from the system folder by its full path, never by a bare name
+  // that the program's or the current folder could answer.
   fake.shell.executeResult = 31;
   GetSessionFileSelected_View(app, list, 1);
   ASSERT_EQ(fake.shell.runs.size(), 1u);
-  EXPECT_EQ(fake.shell.runs[0].first, u"RUNDLL32.EXE shell32.dll,OpenAs_RunDLL " + path);
+  EXPECT_EQ(fake.shell.runs[0].first,
+            u"\"C:\\Windows\\system32\\RUNDLL32.EXE\" shell32.dll,OpenAs_RunDLL " + path);
   EXPECT_FALSE(fake.shell.runs[0].second);
+  // A system that cannot name its folder gets no "Open with" at all.
+  fake.system.systemFolder.clear();
+  GetSessionFileSelected_View(app, list, 1);
+  EXPECT_EQ(fake.shell.runs.size(), 1u);
 }
 
 TEST_F(SessionFilesTest, ViewOfAContinuousBackupRowOpensTheBackupOfThatTime) {
@@ -220,8 +227,12 @@ TEST_F(SessionFilesTest, DeleteRemovesACheckedRowFirstThenItsFileWhenItCan) {
   EXPECT_EQ(list.Count(), 3);
 
   for (int i = 1; i <= 3; ++i) list.Item(i).SetChecked(true);
-  fake.fs.SetLocked(kFolder + u"\\" + names[2], true);
-  EXPECT_TRUE(GetSessionFileSelected_Delete(app, list, 3));  // the file cannot go
+  // Deleted without force: a read-only file stays, and the failure is traced.
+  fake.fs.SetReadOnly(kFolder + u"\\" + names[2], true);
+  EXPECT_TRUE(GetSessionFileSelected_Delete(app, list, 3));
+  EXPECT_TRUE(
+      TraceHas(u"Error Reason :Permission denied in procedure "
+               u"GetSessionFileSelected_Delete of Class Module TreeViewControl"));
   EXPECT_TRUE(GetSessionFileSelected_Delete(app, list, 2));  // the name finds no file
   EXPECT_TRUE(GetSessionFileSelected_Delete(app, list, 1));
   EXPECT_EQ(list.Count(), 0);
@@ -229,7 +240,6 @@ TEST_F(SessionFilesTest, DeleteRemovesACheckedRowFirstThenItsFileWhenItCan) {
   EXPECT_TRUE(Exists(names[1]));
   EXPECT_TRUE(Exists(names[2]));
   // The next listing brings back the rows whose files stayed.
-  fake.fs.SetLocked(kFolder + u"\\" + names[2], false);
   EXPECT_EQ(ListSessionFiles(app), (std::vector<Text>{names[1], names[2]}));
 
   EXPECT_FALSE(GetSessionFileSelected_Delete(app, list, 1));  // an empty list
