@@ -261,6 +261,9 @@ void FormHost::Attach(Form& form) {
     if (t->window != 0) host_.BeginDrag(t->window);
   });
   form.SetGoneHandler([this, t](Form&) { Forget(*t); });
+  form.SetFailureSink([this](Control& c, const base::ErrorInfo& e) {
+    if (failureSink_) failureSink_(c, e);
+  });
   if (form.IsLoaded()) Build(*t);
   SyncTimers(*t);
 }
@@ -276,6 +279,7 @@ void FormHost::Detach(Form& form) {
   form.SetChangeListener(nullptr);
   form.SetDragHandler(nullptr);
   form.SetGoneHandler(nullptr);
+  form.SetFailureSink(nullptr);
   tracked_.erase(it);
 }
 
