@@ -21,6 +21,8 @@ struct FormHost::Tracked {
     unsigned interval = 0;
   };
   std::map<const Control*, RunningTimer> timers;
+  // A timer the host could not start; it is tried again at the form's next change.
+  bool timerPending = false;
   bool modal = false;
 };
 
@@ -355,12 +357,24 @@ void FormHost::SyncTimer(Tracked& t, Control& control) {
   if (running && it == t.timers.end()) {
     Timer* target = &timer;
     std::uintptr_t id = host_.StartTimer(timer.Interval(), [target] { target->Fire(); });
-    t.timers[&control] = {id, timer.Interval()};
+    if (id != 0) {
+      t.timers[&control] = {id, timer.Interval()};
+      return;
+    }
+    // The system had no timer to give. A timer such as the monitor's tick must run for
+    // the life of the process, so it is asked for again at the form's next change.
+    if (!t.timerPending && failureSink_)
+      base::IgnoreFailure([&] { failureSink_(control, {0, u"The timer could not be started"}); });
+    t.timerPending = true;
   }
 }
 
 void FormHost::OnChange(Tracked& t, Control& control, Aspect aspect) {
   Form& form = *t.form;
+  if (t.timerPending) {
+    t.timerPending = false;
+    SyncTimers(t);
+  }
   if (&control == &form) {
     if (!form.IsLoaded()) {
       TearDown(t);

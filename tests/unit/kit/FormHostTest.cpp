@@ -520,3 +520,38 @@ TEST(FormHostFailures, WhatEscapesAHandlerOrTheHostReachesTheHostsSinkAndNotTheC
 }
 
 }  // namespace
+
+namespace {
+
+// A host that has no timer to give, a number of times.
+class NoTimerHost : public platform::FakeUiHost {
+ public:
+  std::uintptr_t StartTimer(std::uint32_t intervalMs, std::function<void()> onTick) override {
+    if (refusals > 0) {
+      --refusals;
+      return 0;
+    }
+    return FakeUiHost::StartTimer(intervalMs, std::move(onTick));
+  }
+  int refusals = 0;
+};
+
+TEST(FormHostFailures, ATimerTheHostRefusedIsAskedForAgainAtTheFormsNextChange) {
+  NoTimerHost host;
+  host.refusals = 1;
+  frmSample form;
+  kit::HostedUi ui{host};
+  std::vector<Text> seen;
+  ui.Forms().SetFailureSink([&](kit::Control& c, const base::ErrorInfo& e) {
+    seen.push_back(c.Name() + u": " + e.description);
+  });
+  ui.Show(form);
+  form.lblStatus.SetCaption(u"Anything");
+  EXPECT_EQ(seen, std::vector<Text>{u"Timer1: The timer could not be started"});
+  ASSERT_EQ(host.timers.size(), 1u);
+  host.FireTimer(host.timers.begin()->first);
+  EXPECT_EQ(form.ticks, 1);
+  EXPECT_EQ(seen.size(), 1u);
+}
+
+}  // namespace
