@@ -23,6 +23,39 @@ bool IsScheduleFile(AppState& app, const Text& path) {
   return base::ToUpper(path) == base::ToUpper(app.ScheduleFilePath);
 }
 
+// Nothing is locked against the engine, so a read can end early when the engine
+// rewrites the file at that moment. Written back, such a read would cut a record in two
+// and drop the records behind it: a file not read whole is left as it is, and the trace
+// says so.
+void TraceCutRead(AppState& app, const Text& path) {
+  frame::WriteTrace(app, u"The file changed while it was read and is left as it is: " + path);
+}
+
+// The bytes of a file that is to be written back as they are, or nullopt when fewer came
+// than the file holds.
+std::optional<std::string> ReadWhole(AppState& app, const Text& path) {
+  auto& fs = Fs(app);
+  auto bytes = fs.ReadAll(path);
+  if (!bytes) return std::nullopt;
+  const auto size = fs.FileSize(path);
+  if (!size || *size == bytes->size()) return bytes;
+  TraceCutRead(app, path);
+  return std::nullopt;
+}
+
+// The lines of a file that is to be written back line by line, or nullopt when the read
+// was cut: fewer bytes than the file holds, or a last line without its line end.
+std::optional<std::vector<Text>> ReadLinesWhole(AppState& app, const Text& path) {
+  auto bytes = ReadWhole(app, path);
+  if (!bytes) return std::nullopt;
+  const Text units = base::DecodeUtf16Le(*bytes).units;
+  if (!units.empty() && units.back() != u'\n') {
+    TraceCutRead(app, path);
+    return std::nullopt;
+  }
+  return TextFile::SplitLines(units);
+}
+
 void TraceMonitorError(AppState& app, const base::ErrorInfo& error, const Text& procedure) {
   frame::TraceError(app, u"Error Reason Monitor :", error,
                     u"in procedure " + procedure + u" " + kModule);
@@ -364,7 +397,7 @@ void DB_DeleteRecord(AppState& app, const Text& recordNo, const Text& path) {
       [&] {
         auto& fs = Fs(app);
         if (recordNo.empty() || !fs.FileExists(path)) return;
-        auto lines = TextFile::ReadLines(fs, path);
+        auto lines = ReadLinesWhole(app, path);
         if (!lines) return;
         std::vector<Text> kept;
         kept.reserve(lines->size() + 1);
@@ -390,8 +423,8 @@ void DB_WriteFirstLine(AppState& app) {
         auto& fs = Fs(app);
         const Text& path = app.ScheduleFilePath;
         if (!fs.FileExists(path)) TextFile::Create(fs, path, false);
-        auto lines = TextFile::ReadLines(fs, path);
-        if (!lines) return;  // what cannot be read is not thrown away
+        auto lines = ReadLinesWhole(app, path);
+        if (!lines) return;  // what cannot be read whole is not thrown away
         const Text first = lines->empty() ? Text() : (*lines)[0];
         // A first line that is not one character costs the whole file: that is how
         // the other programs expect a damaged file to be mended.
@@ -425,7 +458,7 @@ void SetStateWord(AppState& app, const Text& path, const Text& value) {
   auto& fs = Fs(app);
   base::Utf16Content content;
   if (fs.FileExists(path)) {
-    auto bytes = fs.ReadAll(path);
+    auto bytes = ReadWhole(app, path);
     if (!bytes) return;
     content = base::DecodeUtf16Le(*bytes);
   } else {
