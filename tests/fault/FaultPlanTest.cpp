@@ -36,7 +36,8 @@ TEST(FaultPlanTest, TheSameSeedFailsTheSameCallsAndAnOffPlanFailsNone) {
   EXPECT_FALSE(off.Draw("site", {Fault::Error}));
   off.SetEnabled(true);
   off.LeaveOut(Fault::Short);
-  for (int i = 0; i < 50; ++i) EXPECT_NE(off.Draw("site", {Fault::Short, Fault::Error}), Fault::Short);
+  for (int i = 0; i < 50; ++i)
+    EXPECT_NE(off.Draw("site", {Fault::Short, Fault::Error}), Fault::Short);
   EXPECT_FALSE(off.Draw("site", {Fault::Short}));
   EXPECT_EQ(off.Total(), off.Count(Fault::Error));
   EXPECT_EQ(off.BySite().at("site error"), off.Total());
@@ -121,7 +122,8 @@ TEST_F(DecoratorTest, EveryServiceIsDecoratedAndFailsInItsOwnWay) {
   fake.services.Add(u"svc");
   fake.profile.WriteString(u"S", Text(u"k"), Text(u"value"), u"C:\\d\\a.ini");
   // The error number a failed write leaves is the injected one.
-  Until(Fault::Error, [&] { p.profile->WriteString(u"S", Text(u"k"), Text(u"v2"), u"C:\\d\\a.ini"); });
+  Until(Fault::Error,
+        [&] { p.profile->WriteString(u"S", Text(u"k"), Text(u"v2"), u"C:\\d\\a.ini"); });
   EXPECT_EQ(p.profile->LastError(), 5u);
   Until(Fault::Timeout, [&] { p.services->StartServiceA(1); });
   EXPECT_EQ(p.services->LastError(), 1053u);
@@ -155,7 +157,8 @@ TEST_F(DecoratorTest, TheClosedObjectsAndTheHostThrowWithAMarkedDescription) {
 
   platform::IUiHost& host = *faulty.Get().ui;
   platform::UiTextSize size{1, 1};
-  Until(Fault::Empty, [&] { base::IgnoreFailure([&] { size = host.MeasureText(u"text", {}, 0); }); });
+  Until(Fault::Empty,
+        [&] { base::IgnoreFailure([&] { size = host.MeasureText(u"text", {}, 0); }); });
   plan.TakeThrown();
   EXPECT_EQ(size.width, 0);
   Until(Fault::Throw, [&] { base::IgnoreFailure([&] { host.CreateTip({}); }); });
@@ -163,8 +166,12 @@ TEST_F(DecoratorTest, TheClosedObjectsAndTheHostThrowWithAMarkedDescription) {
 }
 
 TEST(ScheduleRuleTest, APartialLineATornRecordAndTwoVersionsAreFound) {
-  const Text whole = u"7\b\ba\b\bb\b\bc\b\bd\b\be\b\bf\b\bg\b\bh\b\bi\b\bj\b\bk\b\bl\b\bm\b\bn\b\bo\b\bp\b\bq\b\br\b\bs";
-  auto file = [](const Text& units) { return std::string(base::kUtf16Bom) + base::EncodeUtf16Le(units); };
+  const Text whole =
+      u"7\b\ba\b\bb\b\bc\b\bd\b\be\b\bf\b\bg\b\bh\b\bi\b\bj\b\bk\b\bl\b\bm\b\bn\b\bo\b\bp\b\bq\b\br"
+      u"\b\bs";
+  auto file = [](const Text& units) {
+    return std::string(base::kUtf16Bom) + base::EncodeUtf16Le(units);
+  };
   EXPECT_TRUE(fault::ScheduleProblems(file(u"0\r\n" + whole + u"\r\n")).empty());
   EXPECT_TRUE(fault::ScheduleProblems(file(u"")).empty());
   using V = std::vector<std::string>;

@@ -227,7 +227,8 @@ bool FaultyProcessList::EnumProcessIds(std::uint32_t byteCount, std::vector<std:
     return true;
   }
   const bool ok = in_.EnumProcessIds(byteCount, ids, bytesReturned);
-  if (fault == F::Short) bytesReturned = static_cast<std::uint32_t>(plan_.ShortLength(bytesReturned / 4) * 4);
+  if (fault == F::Short)
+    bytesReturned = static_cast<std::uint32_t>(plan_.ShortLength(bytesReturned / 4) * 4);
   return ok;
 }
 
