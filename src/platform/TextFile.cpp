@@ -29,8 +29,19 @@ std::optional<std::vector<Text>> TextFile::ReadLines(IFileSystem& fs, const Text
   return SplitLines(*units);
 }
 
+namespace {
+
+// Only a file that is surely not there may be made anew: making it truncates. An
+// existence test that fails for a file that is there (a passing error of the system)
+// must not cost the file, so a file whose size can be read counts as there.
+bool SurelyMissing(IFileSystem& fs, const Text& path) {
+  return !fs.FileExists(path) && !fs.FileSize(path);
+}
+
+}  // namespace
+
 bool TextFile::Create(IFileSystem& fs, const Text& path, bool overwrite) {
-  if (!overwrite && fs.FileExists(path)) return true;
+  if (!overwrite && !SurelyMissing(fs, path)) return true;
   return fs.WriteAll(path, base::kUtf16Bom);
 }
 
@@ -44,7 +55,7 @@ bool TextFile::WriteLines(IFileSystem& fs, const Text& path, const std::vector<T
 }
 
 bool TextFile::AppendLine(IFileSystem& fs, const Text& path, base::TextView line) {
-  if (!fs.FileExists(path) && !fs.WriteAll(path, base::kUtf16Bom)) return false;
+  if (SurelyMissing(fs, path) && !fs.WriteAll(path, base::kUtf16Bom)) return false;
   Text withEnd(line);
   withEnd += u"\r\n";
   return fs.Append(path, base::EncodeUtf16Le(withEnd));

@@ -7,6 +7,7 @@
 #include "fault/FaultyPlatform.h"
 #include "fault/FaultyUiHost.h"
 #include "fault/MonitorSoak.h"
+#include "platform/TextFile.h"
 #include "platform/fake/FakePlatform.h"
 
 namespace {
@@ -181,6 +182,33 @@ TEST(ScheduleRuleTest, APartialLineATornRecordAndTwoVersionsAreFound) {
             V{"one record twice (two versions)"});
   EXPECT_EQ(fault::ScheduleProblems(file(u"01\r\n")), V{"the first line is not a state word"});
   EXPECT_EQ(fault::ScheduleProblems(file(u"0\r\n") + "x"), V{"an odd byte at its end"});
+}
+
+}  // namespace
+
+namespace {
+
+// A disk whose existence test fails now and then for a file that is there.
+class LyingDisk : public platform::FakeFileSystem {
+ public:
+  bool FileExists(const Text& path) override { return !lie && FakeFileSystem::FileExists(path); }
+  bool lie = false;
+};
+
+TEST(TextFileOnFailingDisk, AFailedExistenceTestDoesNotMakeAFileThatIsThereAnew) {
+  LyingDisk disk;
+  disk.AddFolders(u"C:\\d");
+  const Text path = u"C:\\d\\log.txt";
+  ASSERT_TRUE(platform::TextFile::WriteLines(disk, path, {u"0", u"first"}));
+  disk.lie = true;
+  EXPECT_TRUE(platform::TextFile::AppendLine(disk, path, u"second"));
+  EXPECT_TRUE(platform::TextFile::Create(disk, path, false));
+  disk.lie = false;
+  EXPECT_EQ(platform::TextFile::ReadLines(disk, path),
+            (std::vector<Text>{u"0", u"first", u"second"}));
+  // A file that is not there is still made, with its byte-order mark.
+  EXPECT_TRUE(platform::TextFile::AppendLine(disk, u"C:\\d\\new.txt", u"one"));
+  EXPECT_EQ(disk.Bytes(u"C:\\d\\new.txt").substr(0, 2), std::string(base::kUtf16Bom));
 }
 
 }  // namespace
