@@ -28,7 +28,7 @@ export CCACHE_SLOPPINESS ?= pch_defines,time_macros
 
 CTEST = ctest -j$(JOBS) --output-on-failure --no-tests=error
 
-.PHONY: all deps build native windows artwork-tool test test-native test-windows test-fuzz fuzz-build check run bench bench-startup fuzz clean
+.PHONY: all deps build native windows artwork-tool test test-native test-windows test-fuzz fuzz-build check run bench bench-startup fuzz soak clean
 
 all: native
 
@@ -136,6 +136,22 @@ test-fuzz: fuzz-build
 	  else failed=$$((failed+1)); echo "fuzz: $$name FAILED"; tail -30 $(FUZZ_DIR)/$$name.log; fi; \
 	done; \
 	echo "$$(( total ? 100*(total-failed)/total : 100 ))% tests passed, $$failed tests failed out of $$total" | tee $(FUZZ_DIR)/fuzz.log; \
+	[ $$failed -eq 0 ]
+
+# The whole monitor natively on platform calls that fail (docs/reliability.md): seeds
+# SOAK_FIRST..SOAK_LAST of SOAK_TICKS ticks each, JOBS at a time, one log per seed under
+# $(NATIVE_DIR)/soak/. `make test` runs three short seeds of the same (unit_fault).
+SOAK_FIRST ?= 1
+SOAK_LAST  ?= 20
+SOAK_TICKS ?= 10000
+SOAK_ARGS  ?=
+soak: native
+	@rm -rf $(NATIVE_DIR)/soak; mkdir -p $(NATIVE_DIR)/soak; \
+	seq $(SOAK_FIRST) $(SOAK_LAST) | xargs -P $(JOBS) -I{} sh -c \
+	  '$(NATIVE_DIR)/tests/fault/qvsoak --seeds {} --ticks $(SOAK_TICKS) $(SOAK_ARGS) > $(NATIVE_DIR)/soak/{}.log 2>&1; echo $$? > $(NATIVE_DIR)/soak/{}.rc'; \
+	cat $(NATIVE_DIR)/soak/*.log | grep -v '^seeds\|^  [0-9]*x ' ; \
+	failed=$$(grep -L '^0$$' $(NATIVE_DIR)/soak/*.rc | wc -l); \
+	echo "soak: seeds $(SOAK_FIRST)-$(SOAK_LAST), $(SOAK_TICKS) ticks each, $$failed with findings"; \
 	[ $$failed -eq 0 ]
 
 # The monitor from its program folder with the demo data (tools/make-demo-root.sh),

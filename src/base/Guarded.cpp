@@ -27,4 +27,17 @@ ErrorInfo DescribeCurrentException() noexcept {
   return info;
 }
 
+namespace {
+IgnoredFailureObserver ignoredObserver = nullptr;
+}  // namespace
+
+void SetIgnoredFailureObserver(IgnoredFailureObserver observer) noexcept {
+  ignoredObserver = observer;
+}
+
+void NoteIgnoredFailure() noexcept {
+  if (ignoredObserver == nullptr) return;
+  ignoredObserver(DescribeCurrentException());
+}
+
 }  // namespace base

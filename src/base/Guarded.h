@@ -33,6 +33,13 @@ struct ErrorInfo {
 
 ErrorInfo DescribeCurrentException() noexcept;
 
+// A test may watch the failures that IgnoreFailure passes over (the soak counts them,
+// to tell a failure dropped on purpose from one lost); the program never sets it.
+using IgnoredFailureObserver = void (*)(const ErrorInfo& error) noexcept;
+void SetIgnoredFailureObserver(IgnoredFailureObserver observer) noexcept;
+// Inside a catch block: tells the observer, if there is one.
+void NoteIgnoredFailure() noexcept;
+
 // Runs body() and passes a failure over without a word, on purpose: one statement of
 // a routine that goes on past failures, or a routine whose failures the design tells
 // nowhere (the caller sees only the missing result). Returns true when the body
@@ -43,6 +50,7 @@ bool IgnoreFailure(Body&& body) noexcept {
     std::forward<Body>(body)();
     return true;
   } catch (...) {
+    NoteIgnoredFailure();
     return false;
   }
 }

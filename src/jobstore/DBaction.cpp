@@ -23,6 +23,39 @@ bool IsScheduleFile(AppState& app, const Text& path) {
   return base::ToUpper(path) == base::ToUpper(app.ScheduleFilePath);
 }
 
+// Nothing is locked against the engine, so a read can end early when the engine
+// rewrites the file at that moment. Written back, such a read would cut a record in two
+// and drop the records behind it: a file not read whole is left as it is, and the trace
+// says so.
+void TraceCutRead(AppState& app, const Text& path) {
+  frame::WriteTrace(app, u"The file changed while it was read and is left as it is: " + path);
+}
+
+// The bytes of a file that is to be written back as they are, or nullopt when fewer came
+// than the file holds.
+std::optional<std::string> ReadWhole(AppState& app, const Text& path) {
+  auto& fs = Fs(app);
+  auto bytes = fs.ReadAll(path);
+  if (!bytes) return std::nullopt;
+  const auto size = fs.FileSize(path);
+  if (!size || *size == bytes->size()) return bytes;
+  TraceCutRead(app, path);
+  return std::nullopt;
+}
+
+// The lines of a file that is to be written back line by line, or nullopt when the read
+// was cut: fewer bytes than the file holds, or a last line without its line end.
+std::optional<std::vector<Text>> ReadLinesWhole(AppState& app, const Text& path) {
+  auto bytes = ReadWhole(app, path);
+  if (!bytes) return std::nullopt;
+  const Text units = base::DecodeUtf16Le(*bytes).units;
+  if (!units.empty() && units.back() != u'\n') {
+    TraceCutRead(app, path);
+    return std::nullopt;
+  }
+  return TextFile::SplitLines(units);
+}
+
 void TraceMonitorError(AppState& app, const base::ErrorInfo& error, const Text& procedure) {
   frame::TraceError(app, u"Error Reason Monitor :", error,
                     u"in procedure " + procedure + u" " + kModule);
@@ -382,7 +415,7 @@ void TraceContent(AppState& app, const std::vector<Text>& lines) {
 ScheduleFileEdit::ScheduleFileEdit(AppState& app) : app_(app) {
   auto& fs = Fs(app);
   if (!fs.FileExists(app.ScheduleFilePath)) return;
-  bytes_ = fs.ReadAll(app.ScheduleFilePath);
+  bytes_ = ReadWhole(app, app.ScheduleFilePath);
   if (!bytes_) readFailure_ = Unreadable(app, app.ScheduleFilePath);
 }
 
@@ -473,7 +506,7 @@ WriteResult DB_DeleteRecord(AppState& app, const Text& recordNo, const Text& pat
       [&] {
         auto& fs = Fs(app);
         if (recordNo.empty() || !fs.FileExists(path)) return;
-        auto lines = TextFile::ReadLines(fs, path);
+        auto lines = ReadLinesWhole(app, path);
         if (!lines) {
           result = Unreadable(app, path);
           TraceWrite(app, result, path, u"DB_DeleteRecord");
@@ -510,7 +543,7 @@ WriteResult DB_WriteFirstLine(AppState& app) {
         const Text& path = app.ScheduleFilePath;
         if (!fs.FileExists(path)) result = TextFile::Create(fs, path, false);
         if (!result) return TraceWrite(app, result, path, u"DB_WriteFirstLine");
-        auto lines = TextFile::ReadLines(fs, path);
+        auto lines = ReadLinesWhole(app, path);
         if (!lines) return;  // what cannot be read is not thrown away
         const Text first = lines->empty() ? Text() : (*lines)[0];
         // A first line that is not one character costs the whole file: that is how
@@ -545,7 +578,7 @@ WriteResult SetStateWord(AppState& app, const Text& path, const Text& value) {
   auto& fs = Fs(app);
   base::Utf16Content content;
   if (fs.FileExists(path)) {
-    auto bytes = fs.ReadAll(path);
+    auto bytes = ReadWhole(app, path);
     if (!bytes) {
       WriteResult unread = Unreadable(app, path);
       TraceWrite(app, unread, path, u"SetStateWord");

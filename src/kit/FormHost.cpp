@@ -21,6 +21,8 @@ struct FormHost::Tracked {
     unsigned interval = 0;
   };
   std::map<const Control*, RunningTimer> timers;
+  // A timer the host could not start; it is tried again at the form's next change.
+  bool timerPending = false;
   bool modal = false;
 };
 
@@ -262,6 +264,9 @@ void FormHost::Attach(Form& form) {
     if (t->window != 0) host_.BeginDrag(t->window);
   });
   form.SetGoneHandler([this, t](Form&) { Forget(*t); });
+  form.SetFailureSink([this](Control& c, const base::ErrorInfo& e) {
+    if (failureSink_) failureSink_(c, e);
+  });
   if (form.IsLoaded()) Build(*t);
   SyncTimers(*t);
 }
@@ -277,6 +282,7 @@ void FormHost::Detach(Form& form) {
   form.SetChangeListener(nullptr);
   form.SetDragHandler(nullptr);
   form.SetGoneHandler(nullptr);
+  form.SetFailureSink(nullptr);
   tracked_.erase(it);
 }
 
@@ -352,12 +358,24 @@ void FormHost::SyncTimer(Tracked& t, Control& control) {
   if (running && it == t.timers.end()) {
     Timer* target = &timer;
     std::uintptr_t id = host_.StartTimer(timer.Interval(), [target] { target->Fire(); });
-    t.timers[&control] = {id, timer.Interval()};
+    if (id != 0) {
+      t.timers[&control] = {id, timer.Interval()};
+      return;
+    }
+    // The system had no timer to give. A timer such as the monitor's tick must run for
+    // the life of the process, so it is asked for again at the form's next change.
+    if (!t.timerPending && failureSink_)
+      base::IgnoreFailure([&] { failureSink_(control, {0, u"The timer could not be started"}); });
+    t.timerPending = true;
   }
 }
 
 void FormHost::OnChange(Tracked& t, Control& control, Aspect aspect) {
   Form& form = *t.form;
+  if (t.timerPending) {
+    t.timerPending = false;
+    SyncTimers(t);
+  }
   if (&control == &form) {
     if (!form.IsLoaded()) {
       TearDown(t);

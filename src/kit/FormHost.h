@@ -31,6 +31,9 @@ class FormHost : private platform::IUiEvents {
   void Attach(Form& form);
   // Stops following it; its window goes.
   void Detach(Form& form);
+  // Where the failures of the attached forms go: an exception that escaped one of their
+  // handlers, or the host while it drew a change. The program writes them to the trace.
+  void SetFailureSink(Form::FailureSink sink) { failureSink_ = std::move(sink); }
   void DetachAll();
   bool IsAttached(const Form& form) const;
 
@@ -92,6 +95,7 @@ class FormHost : private platform::IUiEvents {
 
   platform::IUiHost& host_;
   std::vector<std::unique_ptr<Tracked>> tracked_;
+  Form::FailureSink failureSink_;
 };
 
 }  // namespace kit

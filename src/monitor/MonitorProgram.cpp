@@ -1,6 +1,7 @@
 #include "monitor/MonitorProgram.h"
 
 #include "engine/EngineObjects.h"
+#include "frame/Logs.h"
 #include "kit/HostedUi.h"
 
 namespace monitor {
@@ -10,6 +11,11 @@ MonitorProgram::MonitorProgram(frame::AppState& app, kit::Ui& ui, MonitorScreens
   if (auto* hosted = dynamic_cast<kit::HostedUi*>(&ui_)) {
     kit::FormHost& forms = hosted->Forms();
     window_.SetWindowHandle([&forms, this] { return forms.WindowOf(window_); });
+    // What escapes a handler of any screen, or the host drawing it, is written down.
+    forms.SetFailureSink([&app](kit::Control& control, const base::ErrorInfo& error) {
+      frame::TraceError(app, u"Error Reason :", error,
+                        u"in procedure " + control.Name() + u" of Form " + control.Owner().Name());
+    });
   }
 }
 

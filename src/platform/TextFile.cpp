@@ -29,8 +29,19 @@ std::optional<std::vector<Text>> TextFile::ReadLines(IFileSystem& fs, const Text
   return SplitLines(*units);
 }
 
+namespace {
+
+// Only a file that is surely not there may be made anew: making it truncates. An
+// existence test that fails for a file that is there (a passing error of the system)
+// must not cost the file, so a file whose size can be read counts as there.
+bool SurelyMissing(IFileSystem& fs, const Text& path) {
+  return !fs.FileExists(path) && !fs.FileSize(path);
+}
+
+}  // namespace
+
 WriteResult TextFile::Create(IFileSystem& fs, const Text& path, bool overwrite) {
-  if (!overwrite && fs.FileExists(path)) return WriteResult::Success();
+  if (!overwrite && !SurelyMissing(fs, path)) return WriteResult::Success();
   return WriteWholeFile(fs, path, base::kUtf16Bom);
 }
 
@@ -52,7 +63,7 @@ WriteResult TextFile::AppendLine(IFileSystem& fs, const Text& path, base::TextVi
   Text withEnd(line);
   withEnd += u"\r\n";
   // A new file gets its mark in the same write as its first line.
-  std::string bytes = fs.FileExists(path) ? std::string() : std::string(base::kUtf16Bom);
+  std::string bytes = SurelyMissing(fs, path) ? std::string(base::kUtf16Bom) : std::string();
   bytes += base::EncodeUtf16Le(withEnd);
   return AppendWhole(fs, path, bytes);
 }

@@ -256,3 +256,63 @@ TEST_F(WriteTest, ImmediateRecordUsesTheLocaleTimeSeparator) {
 
 }  // namespace
 }  // namespace jobstore::test
+
+namespace jobstore::test {
+namespace {
+
+// A disk whose reads end early, as when the engine rewrites the file while it is read.
+class CuttingFileSystem : public platform::FakeFileSystem {
+ public:
+  std::optional<std::string> ReadAll(const Text& path) override {
+    auto bytes = FakeFileSystem::ReadAll(path);
+    if (bytes && cutAt < bytes->size()) bytes->resize(cutAt);
+    return bytes;
+  }
+  std::size_t cutAt = std::string::npos;
+};
+
+class TornReadTest : public JobStoreTest {
+ protected:
+  TornReadTest() {
+    cutting.AddFolders(u"C:\\QV\\QVCOMMON");
+    fake.Get().fs = &cutting;
+    const Text second =
+        Join({u"13", u"Photos"}, kB) + kWorkedLine.substr(kWorkedLine.find(kB + u"03-25-2013"));
+    whole = FileBytes({u"0", kWorkedLine, second});
+    cutting.PutFile(SchedulePath(), whole);
+  }
+  CuttingFileSystem cutting;
+  std::string whole;
+};
+
+TEST_F(TornReadTest, AScheduleReadShortIsNotWrittenBackAndTheTraceSaysSo) {
+  // Cut inside the second record, right after a line end, and inside a unit: each is left
+  // alone.
+  const std::size_t cuts[] = {whole.size() - 40, 2 + 2 * (2 + 1 + kWorkedLine.size() + 2),
+                              whole.size() - 41};
+  for (std::size_t cut : cuts) {
+    cutting.cutAt = cut;
+    DB_DeleteRecord(app, u"12", SchedulePath());
+    SetStateWord(app, SchedulePath(), u"2");
+    DB_WriteFirstLine(app);
+    EXPECT_EQ(cutting.Bytes(SchedulePath()), whole) << "cut at " << cut;
+  }
+  int traced = 0;
+  cutting.cutAt = std::string::npos;
+  const auto trace = platform::TextFile::ReadLines(cutting, Common(u"SerTraceFile.txt"));
+  ASSERT_TRUE(trace);
+  for (const Text& l : *trace)
+    traced += l == u"The file changed while it was read and is left as it is: " + SchedulePath();
+  EXPECT_EQ(traced, 9);
+
+  // Read whole, the same calls do their work.
+  DB_DeleteRecord(app, u"12", SchedulePath());
+  SetStateWord(app, SchedulePath(), u"2");
+  const auto lines = platform::TextFile::ReadLines(cutting, SchedulePath()).value();
+  ASSERT_EQ(lines.size(), 2u);
+  EXPECT_EQ(lines[0], u"2");
+  EXPECT_EQ(lines[1].substr(0, 4), u"13\b\b");
+}
+
+}  // namespace
+}  // namespace jobstore::test

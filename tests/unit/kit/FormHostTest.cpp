@@ -493,3 +493,83 @@ TEST_F(MesgBoxOnHost, AScreenScaledAbove96DotsPerInchKeepsItsPixels) {
 }
 
 }  // namespace
+
+namespace {
+
+// A host that throws while it draws one change, as a host out of memory would.
+class ThrowingHost : public platform::FakeUiHost {
+ public:
+  void UpdateControl(UiHandle control, const platform::UiControl& state,
+                     UiChange changes) override {
+    if (throwNext) {
+      throwNext = false;
+      throw std::runtime_error("no room for the caption");
+    }
+    FakeUiHost::UpdateControl(control, state, changes);
+  }
+  bool throwNext = false;
+};
+
+TEST(FormHostFailures, WhatEscapesAHandlerOrTheHostReachesTheHostsSinkAndNotTheCaller) {
+  ThrowingHost host;
+  frmSample form;
+  kit::HostedUi ui{host};
+  std::vector<std::pair<Text, Text>> seen;  // control, description
+  ui.Forms().SetFailureSink([&](kit::Control& c, const base::ErrorInfo& e) {
+    seen.push_back({c.Name(), e.description});
+  });
+  ui.Show(form);
+  const UiHandle w = ui.Forms().WindowOf(form);
+
+  form.cmdGo.on.MouseUp = [&](const MouseArgs&) { form.lvItems.Item(9); };
+  host.Events(w)->OnMouse(w, ui.Forms().HandleOf(form.cmdGo),
+                          {platform::UiMouse::Up, kit::kLeftButton, 0, 5, 5});
+  host.throwNext = true;
+  EXPECT_NO_THROW(form.lblStatus.SetCaption(u"Changed"));
+  ASSERT_EQ(seen.size(), 2u);
+  EXPECT_EQ(seen[0].first, u"cmdGo");
+  EXPECT_EQ(seen[1], (std::pair<Text, Text>{u"lblStatus", u"no room for the caption"}));
+
+  // A form no longer followed reports nothing to this host.
+  ui.Forms().Detach(form);
+  form.cmdGo.on.Click = [&] { form.lvItems.Item(9); };
+  EXPECT_NO_THROW(form.cmdGo.RaiseClick());
+  EXPECT_EQ(seen.size(), 2u);
+}
+
+}  // namespace
+
+namespace {
+
+// A host that has no timer to give, a number of times.
+class NoTimerHost : public platform::FakeUiHost {
+ public:
+  std::uintptr_t StartTimer(std::uint32_t intervalMs, std::function<void()> onTick) override {
+    if (refusals > 0) {
+      --refusals;
+      return 0;
+    }
+    return FakeUiHost::StartTimer(intervalMs, std::move(onTick));
+  }
+  int refusals = 0;
+};
+
+TEST(FormHostFailures, ATimerTheHostRefusedIsAskedForAgainAtTheFormsNextChange) {
+  NoTimerHost host;
+  host.refusals = 1;
+  frmSample form;
+  kit::HostedUi ui{host};
+  std::vector<Text> seen;
+  ui.Forms().SetFailureSink([&](kit::Control& c, const base::ErrorInfo& e) {
+    seen.push_back(c.Name() + u": " + e.description);
+  });
+  ui.Show(form);
+  form.lblStatus.SetCaption(u"Anything");
+  EXPECT_EQ(seen, std::vector<Text>{u"Timer1: The timer could not be started"});
+  ASSERT_EQ(host.timers.size(), 1u);
+  host.FireTimer(host.timers.begin()->first);
+  EXPECT_EQ(form.ticks, 1);
+  EXPECT_EQ(seen.size(), 1u);
+}
+
+}  // namespace

@@ -102,3 +102,23 @@ TEST_F(MonitorProgramTest, OnAHostTheWindowIsBuiltAtLoadAndOwnsTheTrayIcon) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(MonitorProgramFailures, WhatEscapesAScreensHandlerOnTheHostIsTraced) {
+  testkit::FrameFixture f;
+  f.fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+  f.fake.system.commandLine = u"Min";
+  kit::HostedUi hosted(f.fake.ui);
+  monitor::MonitorProgram program(f.app, hosted);
+  ASSERT_EQ(frame::Main(f.app, program), frame::MainResult::Run);
+  program.Window().mnuOpen.on.Click = [] { throw std::runtime_error("the menu broke"); };
+  EXPECT_NO_THROW(program.Window().mnuOpen.RaiseClick());
+  bool traced = false;
+  for (const Text& l : f.Lines(f.Common(u"SerTraceFile.txt")))
+    traced = traced || (l.find(u"the menu broke") != Text::npos &&
+                        l.find(u"in procedure mnuOpen of Form frmQVWinService") != Text::npos);
+  EXPECT_TRUE(traced);
+}
+
+}  // namespace

@@ -1,0 +1,79 @@
+#pragma once
+// The dice of the fault decorators. One plan per run, seeded: the same seed makes the
+// same calls fail in the same ways, so a finding can be played again. Each decorated
+// call asks the plan whether it fails and how, among the ways that call can fail on
+// Windows; the plan counts what it injected, by call and by kind, and remembers the
+// exceptions it threw so that the harness can look for them in the trace.
+#include <cstdint>
+#include <initializer_list>
+#include <map>
+#include <optional>
+#include <random>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace fault {
+
+enum class Fault : int {
+  Error,    // the call's own failure result: false, 0, nullopt, an error number
+  Throw,    // an exception, where the implementation is not a noexcept boundary
+  Short,    // a short read or write: part of the data, then the failure
+  Empty,    // an empty answer that looks like success
+  Timeout,  // the call gave up after waiting (the caller sees a failure; time passed)
+};
+inline constexpr int kFaultKinds = 5;
+const char* FaultName(Fault kind);
+
+// One injected exception, to be found again in the trace.
+struct ThrownFault {
+  std::uint64_t id = 0;
+  std::string site;
+  std::string marker;  // the text its description carries: "injected fault #id"
+};
+
+class FaultPlan {
+ public:
+  FaultPlan(std::uint64_t seed, double probability);
+
+  // Whether the call at `site` fails now, and which of `kinds` it meets. Nothing fails
+  // while the plan is off, or for a kind that is left out of this run.
+  std::optional<Fault> Draw(const char* site, std::initializer_list<Fault> kinds);
+  // Throws the injected exception (a base::Failure whose description names it).
+  [[noreturn]] void Throw(const char* site);
+  // A length in [0, n) for a short read or write (0 when n is 0).
+  std::size_t ShortLength(std::size_t n);
+  // A number in [0, n).
+  std::uint64_t Pick(std::uint64_t n);
+
+  // The harness turns the faults off while it sets up and checks.
+  void SetEnabled(bool on) { enabled_ = on; }
+  bool Enabled() const { return enabled_; }
+  void SetProbability(double p) { probability_ = p; }
+  void LeaveOut(Fault kind) { leftOut_.insert(kind); }
+  bool LeftOut(Fault kind) const { return leftOut_.count(kind) != 0; }
+
+  // What was injected.
+  std::uint64_t Total() const { return total_; }
+  std::uint64_t Count(Fault kind) const { return byKind_[static_cast<int>(kind)]; }
+  const std::map<std::string, std::uint64_t>& BySite() const { return bySite_; }
+  std::uint64_t Calls() const { return calls_; }
+  // Thrown faults not yet accounted for; the harness takes them after each step.
+  std::vector<ThrownFault> TakeThrown();
+
+ private:
+  std::mt19937_64 rng_;
+  double probability_;
+  bool enabled_ = false;
+  std::set<Fault> leftOut_;
+  std::uint64_t total_ = 0;
+  std::uint64_t calls_ = 0;
+  std::uint64_t byKind_[kFaultKinds] = {};
+  std::map<std::string, std::uint64_t> bySite_;
+  std::vector<ThrownFault> thrown_;
+};
+
+// The marker of a thrown fault, as it stands in its description.
+std::string ThrownMarker(std::uint64_t id);
+
+}  // namespace fault

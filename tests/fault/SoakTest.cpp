@@ -1,0 +1,28 @@
+// A few seeds of the soak, briefly: the whole program on failing platform calls finds
+// nothing. `make soak` runs many seeds for longer.
+#include <gtest/gtest.h>
+
+#include "fault/MonitorSoak.h"
+
+namespace {
+
+void RunSeed(std::uint64_t seed) {
+  fault::SoakOptions options;
+  options.seed = seed;
+  options.ticks = QV_SOAK_TICKS;
+  const fault::SoakResult r = fault::RunSoak(options);
+  // The run did what it says: all its ticks, with faults of every kind among them.
+  EXPECT_EQ(r.ticks, options.ticks);
+  EXPECT_GT(r.byKind[static_cast<int>(fault::Fault::Error)], 0u);
+  EXPECT_GT(r.byKind[static_cast<int>(fault::Fault::Throw)], 0u);
+  EXPECT_GT(r.byKind[static_cast<int>(fault::Fault::Empty)], 0u);
+  EXPECT_GT(r.byKind[static_cast<int>(fault::Fault::Timeout)], 0u);
+  EXPECT_GE(r.liveLate, 0);
+  EXPECT_TRUE(r.findings.empty()) << fault::Describe(r);
+}
+
+TEST(SoakTest, Seed1) { RunSeed(1); }
+TEST(SoakTest, Seed2) { RunSeed(2); }
+TEST(SoakTest, Seed3) { RunSeed(3); }
+
+}  // namespace
