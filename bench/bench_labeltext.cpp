@@ -16,7 +16,8 @@ using base::Text;
 Text LongName(std::size_t n) {
   Text name;
   name.reserve(n);
-  for (std::size_t i = 0; name.size() < n; ++i) name += i % 7 == 6 ? u"Report 2026\\" : u"abcdefghij\\";
+  for (std::size_t i = 0; name.size() < n; ++i)
+    name += i % 7 == 6 ? u"Report 2026\\" : u"abcdefghij\\";
   name.resize(n);
   return name;
 }
@@ -31,7 +32,11 @@ void BM_WrapLabelText(benchmark::State& state) {
   state.SetComplexityN(state.range(0));
   state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(BM_WrapLabelText)->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMillisecond)->Complexity();
+BENCHMARK(BM_WrapLabelText)
+    ->RangeMultiplier(10)
+    ->Range(10000, 1000000)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity();
 
 // A long run without a blank on a word-wrapping label: every line is a hard cut.
 void BM_MeasureWrapped(benchmark::State& state) {
@@ -41,6 +46,10 @@ void BM_MeasureWrapped(benchmark::State& state) {
   state.SetComplexityN(state.range(0));
   state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(BM_MeasureWrapped)->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMillisecond)->Complexity();
+BENCHMARK(BM_MeasureWrapped)
+    ->RangeMultiplier(10)
+    ->Range(10000, 1000000)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity();
 
 }  // namespace
