@@ -1,5 +1,6 @@
 #include "kit/LabelText.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 
@@ -68,11 +69,63 @@ Text GetProperSizeValue(frame::AppState& app, double value, bool decimal) {
   return result;
 }
 
+namespace {
+
+// The smallest count i in 1..last whose piece does not fit, or last + 1 when all do:
+// what counting up from 1 finds, given that a piece that fits still fits when it is
+// shortened. The search starts at the count of the line before (lines of one name are
+// mostly alike), gallops away from it and halves the rest, so that a line costs a few
+// measurements rather than one per unit: the cost of a text stays linear in its length.
+std::size_t FirstMisfit(const std::function<bool(std::size_t)>& fitsAt, std::size_t last,
+                        std::size_t guess) {
+  if (last == 0) return 1;
+  guess = std::clamp<std::size_t>(guess, 1, last);
+  // Invariant: every count up to lo fits (0 stands for none measured), hi does not
+  // (last + 1 stands for beyond the text).
+  std::size_t lo = 0;
+  std::size_t hi = last + 1;
+  std::size_t step = 1;
+  if (fitsAt(guess)) {
+    lo = guess;
+    while (lo < last) {
+      const std::size_t next = std::min(last, lo + step);
+      if (!fitsAt(next)) {
+        hi = next;
+        break;
+      }
+      lo = next;
+      step *= 2;
+    }
+  } else {
+    hi = guess;
+    while (hi > 1) {
+      const std::size_t next = hi > step ? hi - step : 1;
+      if (fitsAt(next)) {
+        lo = next;
+        break;
+      }
+      hi = next;
+      step *= 2;
+    }
+  }
+  while (hi - lo > 1) {
+    const std::size_t mid = lo + (hi - lo) / 2;
+    if (fitsAt(mid))
+      lo = mid;
+    else
+      hi = mid;
+  }
+  return hi;
+}
+
+}  // namespace
+
 Text WrapLabelText(TextView text, const FitsFn& fits) {
   // Positions count from 1, as the routine has always counted them.
   const std::size_t n = text.size();
   std::size_t pos = 1;
   std::size_t start = 1;
+  std::size_t previous = 1;
   Text out;
   while (pos <= n) {
     if (out.empty()) {
@@ -80,10 +133,11 @@ Text WrapLabelText(TextView text, const FitsFn& fits) {
       pos = 30;
       continue;
     }
-    std::size_t i = 1;
-    for (; i <= n - pos; ++i) {
-      if (!fits(base::Mid(text, start, i + 30))) break;
-    }
+    // The first i for which the i + 30 units from start do not fit.
+    const std::size_t i =
+        FirstMisfit([&](std::size_t count) { return fits(base::Mid(text, start, count + 30)); },
+                    n - pos, previous);
+    previous = i;
     out += base::Mid(text, pos + 1, i - 1) + u"\r\n";
     start = pos = pos + i;
     if (pos <= n) {

@@ -22,9 +22,11 @@ std::vector<std::size_t> WrapParagraph(TextView para, std::size_t maxChars) {
       lines.push_back(rest);
       break;
     }
-    // The last blank within reach ends the line; the blank itself is dropped.
-    std::size_t cut = para.rfind(u' ', pos + maxChars);
-    if (cut == TextView::npos || cut < pos || cut == pos) {
+    // The last blank within reach ends the line; the blank itself is dropped. Only the
+    // line's own reach is searched: a long run without blanks is looked at once.
+    std::size_t cut = para.substr(pos, maxChars + 1).rfind(u' ');
+    if (cut != TextView::npos) cut += pos;
+    if (cut == TextView::npos || cut == pos) {
       lines.push_back(maxChars);
       pos += maxChars;
     } else {

@@ -142,6 +142,13 @@ std::vector<SessionEntry> WalkSessionFolder(frame::AppState& app, const SessionF
       turn();
     }
     if (flagged || file.isFolder || file.name == u"." || file.name == u"..") continue;
+    // A name the file system could not give as text (bytes that are not UTF-8 on
+    // Linux) comes with U+FFFD, and the file cannot be opened by it: passed over, and
+    // the trace says so. A real U+FFFD in a name finds its file and stays.
+    if (file.name.find(u'\uFFFD') != Text::npos && !fs->FileExists(folder + u"\\" + file.name)) {
+      frame::WriteTrace(app, u"Session file passed over, its name is not text : " + file.name);
+      continue;
+    }
     const std::optional<Text> word = WordOf(file.name);
     if (!word || IsPluginPrefix(Trim(*word))) continue;
     entries.push_back({ListingKeyOf(app, file.name), file.name});

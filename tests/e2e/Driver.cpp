@@ -60,11 +60,21 @@ BOOL CALLBACK CollectChild(HWND hwnd, LPARAM lp) {
   return TRUE;
 }
 
-bool PostKey(HWND menu, WPARAM vk) {
-  bool ok = Post(menu, WM_KEYDOWN, vk, 1) && Post(menu, WM_KEYUP, vk, 0xC0000001);
-  // The menu loop takes one message per turn; a short pause keeps it from seeing the
-  // next key before it has moved the selection.
-  std::this_thread::sleep_for(Ms{60});
+// The keys as one run that nothing can fall into. Wine moves a menu's selection on
+// every mouse move it sees, to the item under the pointer or to none: a window that
+// appears under the pointer gets a mouse move of its own (a tray menu opens right
+// there), which comes whenever the menu's thread reads the display. The menu loop
+// takes posted messages before input, so the keys go in while that thread is held:
+// it finds all of them at once and no mouse move between two of them.
+bool PostKeys(HWND menu, const std::vector<WPARAM>& keys) {
+  const DWORD tid = GetWindowThreadProcessId(menu, nullptr);
+  HANDLE thread = OpenThread(THREAD_SUSPEND_RESUME, FALSE, tid);
+  const bool held = thread != nullptr && SuspendThread(thread) != static_cast<DWORD>(-1);
+  bool ok = true;
+  for (WPARAM vk : keys)
+    ok = ok && Post(menu, WM_KEYDOWN, vk, 1) && Post(menu, WM_KEYUP, vk, 0xC0000001);
+  if (held) ResumeThread(thread);
+  if (thread != nullptr) CloseHandle(thread);
   return ok;
 }
 
@@ -181,16 +191,20 @@ bool ChooseMenuItemByMnemonic(DWORD pid, wchar_t key, Ms timeout) {
 bool ChooseMenuItemByArrows(DWORD pid, int downs, Ms timeout) {
   auto menu = WaitForPopupMenu(pid, timeout);
   if (!menu) return false;
-  for (int i = 0; i < downs; ++i)
-    if (!PostKey(menu->hwnd, VK_DOWN)) return false;
-  if (!PostKey(menu->hwnd, VK_RETURN)) return false;
+  if (downs < 1) return false;
+  // Home takes the first item whatever the pointer has selected; the downs go on from
+  // there.
+  std::vector<WPARAM> keys{VK_HOME};
+  keys.insert(keys.end(), static_cast<size_t>(downs - 1), VK_DOWN);
+  keys.push_back(VK_RETURN);
+  if (!PostKeys(menu->hwnd, keys)) return false;
   return WaitForNoPopupMenu(pid, timeout);
 }
 
 bool DismissMenu(DWORD pid, Ms timeout) {
   auto menu = WaitForPopupMenu(pid, timeout);
   if (!menu) return false;
-  if (!PostKey(menu->hwnd, VK_ESCAPE)) return false;
+  if (!PostKeys(menu->hwnd, {VK_ESCAPE})) return false;
   return WaitForNoPopupMenu(pid, timeout);
 }
 

@@ -75,7 +75,8 @@ std::optional<WindowInfo> WaitForPopupMenu(DWORD pid, Ms timeout = kWait);
 bool WaitForNoPopupMenu(DWORD pid, Ms timeout = kWait);
 // The item whose underlined letter is `key`.
 bool ChooseMenuItemByMnemonic(DWORD pid, wchar_t key, Ms timeout = kWait);
-// `downs` times down from no selection (1 is the first item), then Enter.
+// The item `downs` places down from no selection (1 is the first item; separators are
+// passed over), chosen by keys: Home, downs - 1 times Down, then Enter.
 bool ChooseMenuItemByArrows(DWORD pid, int downs, Ms timeout = kWait);
 bool DismissMenu(DWORD pid, Ms timeout = kWait);
 

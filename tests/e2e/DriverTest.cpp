@@ -157,7 +157,10 @@ TEST(Driver, ChoosesPopupMenuItemsByArrowsAndMnemonics) {
   ProbeWindow probe(L"e2e probe menu");
   const DWORD self = GetCurrentProcessId();
 
-  // The separator is passed over by the arrows: two downs reach the second item.
+  // The pointer rests on the first item, where the menu opens: Wine selects what is
+  // under it, and the arrows must count from the top all the same. The separator is
+  // passed over by the arrows: two downs reach the second item.
+  ASSERT_TRUE(SetCursorPos(120, 110));
   PostMessageW(probe.Hwnd(), kShowMenu, 0, 0);
   ASSERT_TRUE(ChooseMenuItemByArrows(self, 2));
   EXPECT_TRUE(WaitUntil([&] { return probe.LastCommand() == 12; }, Ms{5000}));

@@ -333,14 +333,14 @@ TEST_F(MonitorWindowTest, TheTrayMenuOffersToEnableOrDisableTheJobsAsTheSettingS
   EXPECT_TRUE(WaitUntil([&] { return setting() == L"1"; }));
 }
 
-// The service stop of the Main menu, from the keyboard: Alt, Down opens "Main" on
-// its first item, one more Down is "Stop Service".
+// The service stop of the Main menu, from the keyboard: Alt, Down opens "Main";
+// "Stop Service" is its second item.
 void ChooseStopService(HWND w, DWORD pid) {
   ASSERT_TRUE(Post(w, WM_SYSCOMMAND, SC_KEYMENU, 0));
   Sleep(300);
   ASSERT_TRUE(Post(w, WM_KEYDOWN, VK_DOWN, 1));
   ASSERT_TRUE(WaitForPopupMenu(pid)) << "the Main menu did not open";
-  ASSERT_TRUE(ChooseMenuItemByArrows(pid, 1));
+  ASSERT_TRUE(ChooseMenuItemByArrows(pid, 2));
 }
 
 TEST_F(MonitorWindowTest, StopServiceDuringAJobAsksAndWritesNothingAndAStopLastsUntilTheNextTick) {

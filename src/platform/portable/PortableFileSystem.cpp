@@ -15,6 +15,69 @@ namespace platform {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+#ifndef _WIN32
+// Strict UTF-8: a byte that does not begin a well-formed sequence (stray or missing
+// continuation bytes, overlong forms, surrogates, beyond U+10FFFF) becomes U+FFFD.
+Text DecodeStrict(std::string_view s) {
+  Text out;
+  out.reserve(s.size());
+  for (size_t i = 0; i < s.size();) {
+    const auto c = static_cast<unsigned char>(s[i]);
+    size_t len = 0;
+    char32_t cp = 0;
+    if (c < 0x80) {
+      len = 1;
+      cp = c;
+    } else if (c >= 0xC2 && c <= 0xDF) {
+      len = 2;
+      cp = c & 0x1F;
+    } else if (c >= 0xE0 && c <= 0xEF) {
+      len = 3;
+      cp = c & 0x0F;
+    } else if (c >= 0xF0 && c <= 0xF4) {
+      len = 4;
+      cp = c & 0x07;
+    }
+    bool ok = len > 0 && i + len <= s.size();
+    for (size_t k = 1; ok && k < len; ++k) {
+      const auto d = static_cast<unsigned char>(s[i + k]);
+      ok = (d & 0xC0) == 0x80;
+      cp = (cp << 6) | (d & 0x3F);
+    }
+    ok = ok && !(len == 3 && cp < 0x800) && !(len == 4 && (cp < 0x10000 || cp > 0x10FFFF)) &&
+         !(cp >= 0xD800 && cp <= 0xDFFF);
+    if (!ok) {
+      out.push_back(u'\uFFFD');
+      ++i;
+      continue;
+    }
+    if (cp >= 0x10000) {
+      out.push_back(static_cast<char16_t>(0xD800 + ((cp - 0x10000) >> 10)));
+      out.push_back(static_cast<char16_t>(0xDC00 + ((cp - 0x10000) & 0x3FF)));
+    } else {
+      out.push_back(static_cast<char16_t>(cp));
+    }
+    i += len;
+  }
+  return out;
+}
+#endif
+
+// The entry's name as text. On Linux a name is bytes, UTF-8 by custom only: what is
+// not UTF-8 comes as U+FFFD, and nothing opens the file by the name that results.
+Text NameOf(const fs::path& file) {
+#ifdef _WIN32
+  const std::wstring& units = file.native();
+  return Text(units.begin(), units.end());
+#else
+  return DecodeStrict(file.native());
+#endif
+}
+
+}  // namespace
+
 fs::path PortableFileSystem::ToNative(const Text& path) {
 #ifdef _WIN32
   return fs::path(std::u16string(path));
@@ -201,8 +264,7 @@ std::vector<FileEntry> PortableFileSystem::List(const Text& folder, const Text& 
   std::vector<FileEntry> out;
   std::error_code ec;
   for (fs::directory_iterator it(ToNative(folder), ec), end; !ec && it != end; it.increment(ec)) {
-    auto u = it->path().filename().u16string();
-    Text name(u.begin(), u.end());
+    Text name = NameOf(it->path().filename());
     if (!MatchesPattern(name, pattern)) continue;
     FileEntry e;
     e.name = name;

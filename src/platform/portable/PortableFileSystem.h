@@ -1,6 +1,8 @@
 #pragma once
 // The file system through std::filesystem. On Linux a Windows path's '\' separators
-// become '/', so the product's composed paths work on a native folder.
+// become '/', so the product's composed paths work on a native folder. A name that is
+// not UTF-8 is listed with U+FFFD for each byte that could not be read; no call finds
+// the file by that name.
 #include <filesystem>
 
 #include "platform/FileSystem.h"

@@ -2,11 +2,17 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <fstream>
 
 #include "QvJobsCommand.h"
 #include "kit/ScriptedUi.h"
+#include "platform/TextFile.h"
 #include "platform/fake/FakePlatform.h"
+#include "platform/portable/PortableFileSystem.h"
+#include "platform/portable/PortableProfile.h"
+#include "platform/portable/PortableServices.h"
 #include "sessions/frmSessionLog.h"
+#include "support/TempDir.h"
 
 namespace qvjobs {
 namespace {
@@ -102,6 +108,44 @@ TEST_F(QvJobsSessionsTest, NoFolderIsAnEmptyRangeAndABadPageAUsageError) {
     EXPECT_NE(err.find("sessions [--page N]"), std::string::npos);
   }
 }
+
+#ifndef _WIN32
+// On Linux a file name is bytes: one that is not UTF-8 cannot be made text, and the
+// listing must go on without it.
+TEST(QvJobsSessionsOnDisk, ANameThatIsNotTextIsPassedOverAndTraced) {
+  testkit::TempDir root;
+  const auto folder = root.Path() / "QVCOMMON" / "Session";
+  std::filesystem::create_directories(folder);
+  for (const char* name :
+       {"Backup 12-31-2026  10-00-00.txt", "Backup \xFF\xFE 12-30-2026  10-00-00.txt",
+        "Restore 12-29-2026  10-00-00.txt"})
+    std::ofstream(folder / name).put('\n');
+
+  platform::PortableFileSystem fs;
+  platform::PortableProfile profile(fs);
+  platform::PortableClock clock;
+  platform::PortableLocale locale;
+  platform::Platform p;
+  p.fs = &fs;
+  p.profile = &profile;
+  p.clock = &clock;
+  p.locale = &locale;
+  std::string out, err;
+  ASSERT_EQ(RunQvJobs({"sessions"}, p, root.TextPath(), out, err), kExitOk);
+  EXPECT_EQ(out,
+            "1 to 2 of 2\n"
+            " 12-31-2026  10-00-00|Interactive Backup |202612311000\n"
+            " 12-29-2026  10-00-00|Interactive Restore |202612291000\n");
+
+  const auto trace =
+      platform::TextFile::ReadLines(fs, root.TextPath() + u"/QVCOMMON/SerTraceFile.txt");
+  ASSERT_TRUE(trace.has_value());
+  EXPECT_NE(std::find(trace->begin(), trace->end(),
+                      u"Session file passed over, its name is not text : Backup \uFFFD\uFFFD "
+                      u"12-30-2026  10-00-00.txt"),
+            trace->end());
+}
+#endif
 
 }  // namespace
 }  // namespace qvjobs
