@@ -49,6 +49,7 @@ void FrequencyClick(AppState& app, ScheduleEditor& ed, EditorChoices& c, Frequen
     t.optMonthly = which == FrequencyControl::Monthly;
     t.chkDaily = false;
     t.chkBox.fill(false);
+    c.chkDailyCaption = kDailyCaption;
     t.bImmediate = t.chkImmediate;
     if (which == FrequencyControl::Immediate) {
       c.DTPickerEnabled = false;
@@ -76,8 +77,8 @@ void DayClick(ScheduleEditor& ed, EditorChoices& c) {
   t.bImmediate = false;
   c.DTPickerEnabled = true;
   t.chkDaily = CheckedDays(c) == 7;
-  // Unchecking the last day clears the row as unchecking a frequency does.
-  ed.bRowCleared = c.NoFrequency();
+  c.chkDailyCaption = t.chkDaily ? kDailyCaption : kWeekDaysCaption;
+  if (!c.NoFrequency()) ed.bRowCleared = false;
 }
 
 void DailyClick(ScheduleEditor& ed, EditorChoices& c) {
@@ -118,9 +119,7 @@ void CutoffClick(AppState& app, ScheduleEditor& ed, EditorChoices& c) {
   c.DTPCutoffTime = c.DTPCutoffTime.DateOnly();
 }
 
-Text DailyCaptionFor(const EditorChoices& c) {
-  return CheckedDays(c) == 7 || CheckedDays(c) == 0 ? Text(kDailyCaption) : Text(kWeekDaysCaption);
-}
+Text DailyCaptionFor(const EditorChoices& c) { return c.chkDailyCaption; }
 
 ChoiceEnables EnablesFor(const EditorChoices& c) {
   ChoiceEnables e;

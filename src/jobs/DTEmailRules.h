@@ -9,8 +9,6 @@
 
 namespace jobs {
 
-inline constexpr char16_t kDailyCaption[] = u" Daily Schedule";
-inline constexpr char16_t kWeekDaysCaption[] = u" Week-Day(s)";
 // The grey of a disabled mail box and the white of an enabled one (0x00BBGGRR).
 inline constexpr unsigned kMailDisabledColor = 0xABABAB;
 inline constexpr unsigned kMailEnabledColor = 0xFFFFFF;
@@ -29,18 +27,21 @@ struct ChoiceEnables {
   bool chkCutoffTime = true;
 };
 
-// chkImmediate, optHourly or optMonthly was clicked (its new value is in `c`).
+// chkImmediate, optHourly or optMonthly was clicked (its new value is in `c`). An
+// uncheck that leaves no frequency at all marks the row cleared: saving removes it.
 void FrequencyClick(AppState& app, ScheduleEditor& ed, EditorChoices& c, FrequencyControl which);
-// chkBox(index) changed; chkDaily follows the count of days.
+// chkBox(index) changed; chkDaily and its caption follow the count of days. A day click
+// never marks the row cleared (a row left without days saves as daily); one that leaves
+// a day checked takes the mark of an earlier uncheck away.
 void DayClick(ScheduleEditor& ed, EditorChoices& c);
-// chkDaily was clicked: all seven days follow it.
+// chkDaily was clicked: all seven days follow it, then as DayClick.
 void DailyClick(ScheduleEditor& ed, EditorChoices& c);
 // ChkEmailNotification was clicked.
 void MailClick(AppState& app, EditorChoices& c);
 // chkCutoffTime was clicked; a check asks whether to go on.
 void CutoffClick(AppState& app, ScheduleEditor& ed, EditorChoices& c);
 
-// " Daily Schedule" with all seven days, else " Week-Day(s)".
+// The caption chkDaily shows for the choices.
 Text DailyCaptionFor(const EditorChoices& c);
 ChoiceEnables EnablesFor(const EditorChoices& c);
 

@@ -528,6 +528,7 @@ void frmDTEmail::Pic_Delete_Click() {
         DeleteRecord();
         c_.timing.chkBox.fill(false);
         c_.timing.chkDaily = false;
+        c_.chkDailyCaption = kDailyCaption;
         Push();
         RefreshDayButtons();
         CheckForRecords();

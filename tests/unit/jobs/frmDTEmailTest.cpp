@@ -87,10 +87,39 @@ TEST_F(DTEmailScreen, DayButtonsAndTheDailyCaption) {
     Click(*p);
   EXPECT_TRUE(form.chkDaily.Checked());
   EXPECT_EQ(form.chkDaily.Caption(), u" Daily Schedule");
+  // Unchecking Daily clears the days and the caption, nothing more: the row is not
+  // marked cleared, and the main button saves it as daily.
   form.chkDaily.UserClick();
   EXPECT_EQ(form.Pic_Fri_Day.PictureKey(), u"gen");
   EXPECT_FALSE(form.chkBox(5).Checked());
+  EXPECT_EQ(form.chkDaily.Caption(), u" Week-Day(s)");
+  EXPECT_FALSE(form.Editor().bRowCleared);
+  Click(form.Sch_Start4_Next);
+  EXPECT_EQ(InFile(u"1").Days, u"1234567");
+  EXPECT_EQ(InFile(u"1").FrequencyIndex, u"3");
+}
+
+// A weekly job whose only day is unchecked stays in the file, as a daily job; only the
+// uncheck of the last frequency (hourly, monthly, immediate) takes a job out.
+TEST_F(DTEmailScreen, UncheckingTheLastDayKeepsTheJobAsDaily) {
+  PutSchedule(
+      {u"0", Row{u"1", u"Docs", u"03-20-2013 9:00:00", u"4", u"201303200900", u"4"}.Line(),
+       Row{u"2", u"Other", u"03-25-2013 6:41:00", u"0", u"201303250641", u"Hourly"}.Line()});
+  OpenScreen(u"1");
+  Click(form.Pic_Wed_Day);
+  EXPECT_FALSE(form.chkBox(3).Checked());
+  EXPECT_EQ(form.chkDaily.Caption(), u" Week-Day(s)");
+  EXPECT_FALSE(form.Editor().bRowCleared);
+  // Leaving the row saves it as daily too, and the other row's hourly uncheck clears it.
+  form.Sch_list_lv.UserClickRow(RowOf(u"2").Index());
+  EXPECT_EQ(TempRow(form.Editor(), u"1")->Days, u"1234567");
+  form.optHourly.UserClick();
   EXPECT_TRUE(form.Editor().bRowCleared);
+  Click(form.Sch_Start4_Next);
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(InFile(u"1").Days, u"1234567");
+  EXPECT_EQ(InFile(u"1").SortKey, u"201303190900");
+  EXPECT_EQ(InFile(u"2").RecordNo, u"");
 }
 
 TEST_F(DTEmailScreen, FrequencyClickAsksToEnableAndShowsInTheRow) {
