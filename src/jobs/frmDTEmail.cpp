@@ -510,7 +510,11 @@ void frmDTEmail::DeleteRecord() {
   if (Ask(kit::GetMessage(app_, 26), kit::kIconQuestion, kit::kButtonsYesNo) == kit::kResultYes) {
     jobstore::DB_DeleteRecord(app_, recordNo, app_.ScheduleFilePath);
     nextJobIndex_ = jobstore::DB_ReadSchdata(app_, Text(), app_.Jobs, false);
-    LoadTempJobs(app_, ed_);
+    // Only the global list is read again: the edits of the other rows wait in the
+    // temporary array for the main button. The deleted job leaves the array, so that
+    // the list no longer shows it (the save would pass over it anyway, being gone).
+    if (!jobstore::CheckRecordNo(app_, recordNo))
+      std::erase_if(ed_.TempJobs, [&](const auto& r) { return r.RecordNo == recordNo; });
     FillList();
   }
   CheckForRecords();

@@ -269,6 +269,30 @@ TEST_F(DTEmailScreen, DeleteKeyAndDeletePicture) {
   EXPECT_EQ(ui.UnansweredCount(), 0);
 }
 
+// The Delete picture removes one job from the file; what the user changed on the other
+// rows is still saved at Close, and the deleted job is not written back.
+TEST_F(DTEmailScreen, DeletePictureKeepsTheEditsOfTheOtherRows) {
+  PutSchedule({u"0", Row{u"1", u"Docs", u"03-20-2013 9:00:00", u"4", u"201303200900", u"4"}.Line(),
+               Row{u"2", u"Other"}.Line(), Row{u"3", u"Third"}.Line()});
+  OpenScreen(u"1");
+  form.optHourly.UserClick();
+  form.DTPicker.SetValue(base::DateTime{2013, 3, 18, 16, 30, 0});
+  form.Sch_list_lv.UserClickRow(RowOf(u"2").Index());
+  ui.Queue(Answer::Yes());
+  Click(form.Pic_Delete);
+  EXPECT_EQ(ui.Questions().back().text, kit::GetMessage(app, 26));
+  EXPECT_EQ(InFile(u"2").RecordNo, u"");
+  EXPECT_EQ(form.Sch_list_lv.FindKey(u"QV_2"), nullptr);
+  EXPECT_EQ(form.Sch_list_lv.Count(), 2);
+  Click(form.Sch_Start4_Next);
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(InFile(u"1").Days, u"Hourly");
+  EXPECT_EQ(InFile(u"1").NextRun, u"03-18-2013 16:30:00");
+  EXPECT_EQ(InFile(u"2").RecordNo, u"");
+  EXPECT_EQ(InFile(u"3").Days, u"1234567");
+  EXPECT_EQ(ui.UnansweredCount(), 0);
+}
+
 TEST_F(DTEmailScreen, ShowDTEmailOpensModallyOnTheRecord) {
   PutSchedule({u"0", Row{u"1", u"First"}.Line(),
                Row{u"2", u"Second", u"03-20-2013 9:00:00", u"4", u"201303200900", u"4"}.Line()});
