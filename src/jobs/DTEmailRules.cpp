@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/Guarded.h"
 #include "frame/Logs.h"
 #include "frame/Settings.h"
 #include "jobstore/DBaction.h"
@@ -56,6 +57,10 @@ void FrequencyClick(AppState& app, ScheduleEditor& ed, EditorChoices& c, Frequen
       t.DTPicker = AtTimeOf(t.DTPicker, app.platform.clock->Now());
     } else {
       c.DTPickerEnabled = true;
+      // A new frequency gets a new suggested start, on its first allowed day.
+      base::Guarded([&] { jobstore::set_RecommendedTime(app, t); },
+                    frame::TraceFailure(app, u"Error Reason :",
+                                        u"in procedure set_RecommendedTime of Form frmDTEmail"));
     }
     ed.bRowCleared = false;
   } else {

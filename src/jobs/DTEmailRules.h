@@ -14,6 +14,7 @@ inline constexpr unsigned kMailDisabledColor = 0xABABAB;
 inline constexpr unsigned kMailEnabledColor = 0xFFFFFF;
 
 inline constexpr char16_t kHelpTopic[] = u"QVWINHelp.chm::/Corvane_Tray_Icon/Using_Tray_Icon.htm";
+// The automated job's name, compared with regard to case as the job list does.
 inline constexpr char16_t kAutomatedSet[] = u"autobkupqvwin";
 
 enum class FrequencyControl { Immediate, Hourly, Monthly };
@@ -27,8 +28,9 @@ struct ChoiceEnables {
   bool chkCutoffTime = true;
 };
 
-// chkImmediate, optHourly or optMonthly was clicked (its new value is in `c`). An
-// uncheck that leaves no frequency at all marks the row cleared: saving removes it.
+// chkImmediate, optHourly or optMonthly was clicked (its new value is in `c`). A check
+// of hourly or monthly puts a suggested start time in DTPicker (set_RecommendedTime);
+// an uncheck that leaves no frequency at all marks the row cleared: saving removes it.
 void FrequencyClick(AppState& app, ScheduleEditor& ed, EditorChoices& c, FrequencyControl which);
 // chkBox(index) changed; chkDaily and its caption follow the count of days. A day click
 // never marks the row cleared (a row left without days saves as daily); one that leaves

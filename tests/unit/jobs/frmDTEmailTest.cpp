@@ -128,7 +128,7 @@ TEST_F(DTEmailScreen, FrequencyClickAsksToEnableAndShowsInTheRow) {
   frame::WriteSetting(app, u"DisableAllSchdulers", u"1");
   OpenScreen(u"1");
   ui.Queue(Answer::Yes());
-  form.DTPicker.SetValue(base::DateTime{2013, 3, 18, 16, 30, 0});
+  form.DTPicker.SetValue(base::DateTime{2013, 3, 18, 16, 30, 17});
   form.optHourly.UserClick();
   ASSERT_EQ(ui.Questions().size(), 1u);
   EXPECT_EQ(ui.Questions()[0].text,
@@ -138,7 +138,11 @@ TEST_F(DTEmailScreen, FrequencyClickAsksToEnableAndShowsInTheRow) {
   EXPECT_FALSE(form.chkBox(3).Checked());
   EXPECT_EQ(form.Pic_Wed_Day.PictureKey(), u"gen");
   EXPECT_EQ(RowOf(u"1").SubItem(8), u"Hourly");
-  EXPECT_EQ(RowOf(u"1").SubItem(1), u"3/18/2013 16:30:00");
+  // The new frequency took a suggested start (whole minutes), and the row shows its run.
+  const base::DateTime suggested = form.DTPicker.Value();
+  EXPECT_EQ(suggested.second, 0);
+  EXPECT_NE(suggested.hour * 100 + suggested.minute, 1630);
+  EXPECT_EQ(RowOf(u"1").SubItem(1).substr(0, 10), u"3/18/2013 ");
 
   form.chkImmediate.UserClick();
   EXPECT_FALSE(form.optHourly.Checked());
@@ -314,6 +318,36 @@ TEST_F(DTEmailScreen, ShowDTEmailOpensModallyOnTheRecord) {
   EXPECT_EQ(InFile(u"2").Days, u"Immediate");
   EXPECT_EQ(InFile(u"2").SortKey, u"201303181502");
   EXPECT_EQ(InFile(u"1").Days, u"1234567");
+}
+
+// The automated job is known by its exact name; Cancel (lblClose) leaves the file as it
+// was; the three pictures show their hover picture.
+TEST_F(DTEmailScreen, SmallerRulesOfTheScreen) {
+  std::vector<Text> lines{u"0"};
+  for (int i = 1; i <= 12; ++i) lines.push_back(Row{base::FromNumber(i), u"Job"}.Line());
+  lines.push_back(Row{u"13", u"AutoBkupQvWin"}.Line());
+  PutSchedule(lines);
+  OpenScreen(u"1");
+  form.Sch_list_lv.UserClickRow(RowOf(u"13").Index());
+  ui.Queue(Answer::No());
+  Click(form.Pic_Delete);
+  ASSERT_EQ(ui.Questions().size(), 1u);
+  EXPECT_EQ(ui.Questions()[0].text, kit::GetMessage(app, 26));
+
+  form.Pic_Refresh.RaiseMouseMove({});
+  EXPECT_EQ(form.Pic_Refresh.PictureKey(), u"ref_ove");
+  form.Pic_Delete.RaiseMouseMove({});
+  EXPECT_EQ(form.Pic_Delete.PictureKey(), u"del_ove");
+  EXPECT_EQ(form.Pic_Refresh.PictureKey(), u"ref_gen");
+  form.RaiseMouseMove({});
+  EXPECT_EQ(form.Pic_Delete.PictureKey(), u"del_gen");
+
+  form.optHourly.UserClick();
+  EXPECT_TRUE(form.lblClose.Visible());
+  Click(form.lblClose);
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(InFile(u"13").Days, u"1234567");
+  EXPECT_EQ(ScheduleLines(), lines);
 }
 
 TEST_F(DTEmailScreen, MonthlyThirtyFirstInAThirtyDayMonthShowsThePresentDay) {
