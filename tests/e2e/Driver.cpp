@@ -68,6 +68,11 @@ bool PostKey(HWND menu, WPARAM vk) {
   return ok;
 }
 
+// The key that ends a menu (Enter, Escape): the menu acts on its press and goes at once,
+// often before a release could be posted to its window, so only the press is sent. That
+// the menu took it shows by the menu's going, which the caller waits for.
+bool PostClosingKey(HWND menu, WPARAM vk) { return Post(menu, WM_KEYDOWN, vk, 1); }
+
 }  // namespace
 
 WindowInfo Describe(HWND hwnd) {
@@ -183,14 +188,14 @@ bool ChooseMenuItemByArrows(DWORD pid, int downs, Ms timeout) {
   if (!menu) return false;
   for (int i = 0; i < downs; ++i)
     if (!PostKey(menu->hwnd, VK_DOWN)) return false;
-  if (!PostKey(menu->hwnd, VK_RETURN)) return false;
+  if (!PostClosingKey(menu->hwnd, VK_RETURN)) return false;
   return WaitForNoPopupMenu(pid, timeout);
 }
 
 bool DismissMenu(DWORD pid, Ms timeout) {
   auto menu = WaitForPopupMenu(pid, timeout);
   if (!menu) return false;
-  if (!PostKey(menu->hwnd, VK_ESCAPE)) return false;
+  if (!PostClosingKey(menu->hwnd, VK_ESCAPE)) return false;
   return WaitForNoPopupMenu(pid, timeout);
 }
 

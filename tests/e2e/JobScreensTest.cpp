@@ -252,7 +252,9 @@ class JobScreensTest : public EngineMonitorTest {
 
 TEST_F(JobScreensTest, TheJobListRunNowStopAndDelete) {
   Jobs(L"0", {LaterJob(), LaterJob(L"4", L"Photos")});
-  Scenario({L"files = 6", L"steps = 4", L"step_ms = 1000"});
+  // A file takes four seconds and the job far longer than the screens below, however
+  // slowly they come: only the stop ends it.
+  Scenario({L"files = 100", L"steps = 4", L"step_ms = 1000"});
   ASSERT_NE(Open(), nullptr);
 
   // Idle: the rows of the file, no status, nothing under the list.
@@ -299,8 +301,11 @@ TEST_F(JobScreensTest, TheJobListRunNowStopAndDelete) {
   Answer(ask, 0);
   HWND told = WaitForBox(L"The scheduled job will stop shortly.");
   ASSERT_NE(told, nullptr);
-  EXPECT_EQ(Word(), L"2");
   Answer(told, 0);
+  // The word is not read back here: by the time the box is seen the engine may have
+  // taken the "2" up after its file, written "0" and started the next job ("1"). Only
+  // the monitor writes "2", so the engine stopping on it is the proof that it was written.
+  ASSERT_TRUE(WaitForSimPrefix(L"stop word seen after file"));
   ASSERT_TRUE(WaitForSimPrefix(L"job 7 stopped"));
   ASSERT_TRUE(WaitForSimLine(L"job 0 Photos starts", Ms{60000}));
 
