@@ -1,6 +1,7 @@
 #include "jobs/DTEmailRules.h"
 
 #include <algorithm>
+#include <set>
 
 #include "base/Guarded.h"
 #include "frame/Logs.h"
@@ -160,6 +161,45 @@ Text StatusFor(const Text& stateLine) {
   if (stateLine == u"1") return u"In Progress";
   if (stateLine == u"2") return u"Stopping";
   return Text();
+}
+
+std::vector<EditorRow> EditorRows(AppState& app, const ScheduleEditor& ed, long nextJobIndex) {
+  std::vector<EditorRow> rows;
+  std::set<Text> shown;
+  const Text state = jobstore::Readfirstline(app, app.ScheduleFilePath);
+  for (size_t i = 0; i < ed.TempJobs.size(); ++i) {
+    const jobstore::ScheduleRecord& r = ed.TempJobs[i];
+    if (r.RecordNo.empty() || base::EqualsNoCase(r.Days, kNoSchedule)) continue;
+    if (!shown.insert(r.RecordNo).second) continue;
+    long long freq = 0;
+    base::ParseLong(base::Trim(r.FrequencyIndex), freq);
+    rows.push_back(
+        {u"QV_" + r.RecordNo,
+         r.BackupSetName,
+         {ScreenDate(app, r.NextRun), jobstore::GetFreNameFromIndex(static_cast<long>(freq)),
+          static_cast<long>(i) == nextJobIndex ? StatusFor(state) : Text(), r.Destination,
+          r.SortKey, r.RecordNo, r.UserName, DaysColumn(r)}});
+  }
+  return rows;
+}
+
+Text CurrentJobNo(AppState& app, long nextJobIndex) {
+  const Text state = jobstore::Readfirstline(app, app.ScheduleFilePath);
+  if (StatusFor(state).empty() || nextJobIndex < 0 ||
+      static_cast<size_t>(nextJobIndex) >= app.Jobs.size())
+    return Text();
+  return app.Jobs[static_cast<size_t>(nextJobIndex)].RecordNo;
+}
+
+void ClearDays(EditorChoices& c) {
+  c.timing.chkBox.fill(false);
+  c.timing.chkDaily = false;
+  c.chkDailyCaption = kDailyCaption;
+}
+
+void ForgetDeletedJob(AppState& app, ScheduleEditor& ed, const Text& recordNo) {
+  if (!jobstore::CheckRecordNo(app, recordNo))
+    std::erase_if(ed.TempJobs, [&](const auto& r) { return r.RecordNo == recordNo; });
 }
 
 }  // namespace jobs

@@ -14,17 +14,6 @@
 
 namespace jobs {
 
-namespace {
-
-const char16_t* const kDayNames[] = {u"Sunday",   u"Monday", u"Tuesday", u"Wednesday",
-                                     u"Thursday", u"Friday", u"Saturday"};
-constexpr char16_t kRestoreSet[] = u"Restore ItemSet";
-constexpr char16_t kDeleteRestoreUnderway[] =
-    u"The scheduled job can not be deleted as the restore operation is underway.";
-constexpr char16_t kStopQuestion[] = u"A scheduled job is underway.\r\nDo you want to stop it?";
-
-}  // namespace
-
 bool ShowDTEmail(frame::AppState& app, kit::Ui& ui, const base::Text& recordNo) {
   bool shown = false;
   base::Guarded(
@@ -154,12 +143,8 @@ void frmDTEmail::Form_Load() {
   base::Guarded(
       [&] {
         ed_.TempJobs.clear();
-        const std::pair<const char16_t*, double> columns[] = {
-            {u"Backupset", 2000}, {u"Next Transfer", 1900}, {u"Frequency", 1300},
-            {u"Status", 1100},    {u"Destination", 1500},   {u"DataSort", 0},
-            {u"No.", 600},        {u"User Name", 1200},     {u"Scheduled day(s)", 2400}};
         Sch_list_lv.ClearColumns();
-        for (const auto& [caption, width] : columns) Sch_list_lv.AddColumn(caption, width);
+        for (const auto& [caption, width] : kEditorColumns) Sch_list_lv.AddColumn(caption, width);
         Sch_list_lv.SetSortKey(5);
         Sch_list_lv.SetSorted(true);
         kit::ApplySkin(Sch_Start4_Next, kit::kSkinNormal);
@@ -319,22 +304,10 @@ void frmDTEmail::FillList() {
     kit::ListItem* selected = Sch_list_lv.SelectedItem();
     Text keep = selected ? selected->SubItem(6) : ed_.Identity.RecordNo;
     Sch_list_lv.ClearRows();
-    const Text state = jobstore::Readfirstline(app_, app_.ScheduleFilePath);
-    for (size_t i = 0; i < ed_.TempJobs.size(); ++i) {
-      const jobstore::ScheduleRecord& r = ed_.TempJobs[i];
-      if (r.RecordNo.empty() || base::EqualsNoCase(r.Days, kNoSchedule)) continue;
-      if (Sch_list_lv.FindKey(u"QV_" + r.RecordNo)) continue;
-      kit::ListItem& row = Sch_list_lv.AddRow(r.BackupSetName, u"QV_" + r.RecordNo);
-      long long freq = 0;
-      base::ParseLong(base::Trim(r.FrequencyIndex), freq);
-      row.SetSubItem(1, ScreenDate(app_, r.NextRun));
-      row.SetSubItem(2, jobstore::GetFreNameFromIndex(static_cast<long>(freq)));
-      row.SetSubItem(3, static_cast<long>(i) == nextJobIndex_ ? StatusFor(state) : Text());
-      row.SetSubItem(4, r.Destination);
-      row.SetSubItem(5, r.SortKey);
-      row.SetSubItem(6, r.RecordNo);
-      row.SetSubItem(7, r.UserName);
-      row.SetSubItem(8, DaysColumn(r));
+    for (const EditorRow& r : EditorRows(app_, ed_, nextJobIndex_)) {
+      kit::ListItem& row = Sch_list_lv.AddRow(r.name, r.key);
+      for (int i = 1; i <= static_cast<int>(r.cells.size()); ++i)
+        row.SetSubItem(i, r.cells[static_cast<size_t>(i - 1)]);
     }
     SelectRecord(keep);
   });
@@ -389,19 +362,13 @@ void frmDTEmail::Sch_list_lv_ItemClick(kit::ListItem& item) {
   ed_.bInRowChange = false;
 }
 
-Text frmDTEmail::CurrentJobNo() {
-  const Text state = jobstore::Readfirstline(app_, app_.ScheduleFilePath);
-  if (StatusFor(state).empty() || nextJobIndex_ < 0 ||
-      static_cast<size_t>(nextJobIndex_) >= app_.Jobs.size())
-    return Text();
-  return app_.Jobs[static_cast<size_t>(nextJobIndex_)].RecordNo;
-}
-
 void frmDTEmail::UpdateSelectedRow() {
   base::IgnoreFailure([&] {
     long long number = 0;
     base::ParseLong(ed_.Identity.RecordNo, number);
-    if (Sch_list_lv.Count() == 0 || number <= 0 || ed_.Identity.RecordNo == CurrentJobNo()) return;
+    if (Sch_list_lv.Count() == 0 || number <= 0 ||
+        ed_.Identity.RecordNo == CurrentJobNo(app_, nextJobIndex_))
+      return;
     const int place = GetListNoFromRecNo(ed_.Identity.RecordNo);
     if (place == 0) return;
     jobstore::ScheduleChoice choice = c_.timing;
@@ -529,10 +496,8 @@ void frmDTEmail::DeleteRecord() {
     jobstore::DB_DeleteRecord(app_, recordNo, app_.ScheduleFilePath);
     nextJobIndex_ = jobstore::DB_ReadSchdata(app_, Text(), app_.Jobs, false);
     // Only the global list is read again: the edits of the other rows wait in the
-    // temporary array for the main button. The deleted job leaves the array, so that
-    // the list no longer shows it (the save would pass over it anyway, being gone).
-    if (!jobstore::CheckRecordNo(app_, recordNo))
-      std::erase_if(ed_.TempJobs, [&](const auto& r) { return r.RecordNo == recordNo; });
+    // temporary array for the main button.
+    ForgetDeletedJob(app_, ed_, recordNo);
     FillList();
   }
   CheckForRecords();
@@ -548,9 +513,7 @@ void frmDTEmail::Pic_Delete_Click() {
                 kit::kResultOk)
           return;
         DeleteRecord();
-        c_.timing.chkBox.fill(false);
-        c_.timing.chkDaily = false;
-        c_.chkDailyCaption = kDailyCaption;
+        ClearDays(c_);
         Push();
         RefreshDayButtons();
         CheckForRecords();

@@ -156,7 +156,6 @@ class frmDTEmail : public kit::Form {
   void RefreshDayButtons();
   void SelectRecord(const Text& recordNo);
   kit::Picture& DayButtonAt(int index);
-  Text CurrentJobNo();
   void SetPictureEnabled(kit::Picture& picture, const Text& stem, bool enabled);
   void HoverPictures(const kit::Picture* over);
   int Ask(const Text& text, int icon, int buttons);
