@@ -359,6 +359,7 @@ void frmDTEmail::Sch_list_lv_ItemClick(kit::ListItem& item) {
   FillList();
   Sch_ShowSelectedRecord(next);
   SelectRecord(next);
+  if (kit::ListItem* row = Sch_list_lv.FindKey(u"QV_" + next)) row->EnsureVisible();
   ed_.bInRowChange = false;
 }
 
