@@ -1,7 +1,9 @@
 #include "jobs/DTEmailRules.h"
 
 #include <algorithm>
+#include <set>
 
+#include "base/Guarded.h"
 #include "frame/Logs.h"
 #include "frame/Settings.h"
 #include "jobstore/DBaction.h"
@@ -49,12 +51,17 @@ void FrequencyClick(AppState& app, ScheduleEditor& ed, EditorChoices& c, Frequen
     t.optMonthly = which == FrequencyControl::Monthly;
     t.chkDaily = false;
     t.chkBox.fill(false);
+    c.chkDailyCaption = kDailyCaption;
     t.bImmediate = t.chkImmediate;
     if (which == FrequencyControl::Immediate) {
       c.DTPickerEnabled = false;
       t.DTPicker = AtTimeOf(t.DTPicker, app.platform.clock->Now());
     } else {
       c.DTPickerEnabled = true;
+      // A new frequency gets a new suggested start, on its first allowed day.
+      base::Guarded([&] { jobstore::set_RecommendedTime(app, t); },
+                    frame::TraceFailure(app, u"Error Reason :",
+                                        u"in procedure set_RecommendedTime of Form frmDTEmail"));
     }
     ed.bRowCleared = false;
   } else {
@@ -76,8 +83,8 @@ void DayClick(ScheduleEditor& ed, EditorChoices& c) {
   t.bImmediate = false;
   c.DTPickerEnabled = true;
   t.chkDaily = CheckedDays(c) == 7;
-  // Unchecking the last day clears the row as unchecking a frequency does.
-  ed.bRowCleared = c.NoFrequency();
+  c.chkDailyCaption = t.chkDaily ? kDailyCaption : kWeekDaysCaption;
+  if (!c.NoFrequency()) ed.bRowCleared = false;
 }
 
 void DailyClick(ScheduleEditor& ed, EditorChoices& c) {
@@ -118,9 +125,7 @@ void CutoffClick(AppState& app, ScheduleEditor& ed, EditorChoices& c) {
   c.DTPCutoffTime = c.DTPCutoffTime.DateOnly();
 }
 
-Text DailyCaptionFor(const EditorChoices& c) {
-  return CheckedDays(c) == 7 || CheckedDays(c) == 0 ? Text(kDailyCaption) : Text(kWeekDaysCaption);
-}
+Text DailyCaptionFor(const EditorChoices& c) { return c.chkDailyCaption; }
 
 ChoiceEnables EnablesFor(const EditorChoices& c) {
   ChoiceEnables e;
@@ -156,6 +161,45 @@ Text StatusFor(const Text& stateLine) {
   if (stateLine == u"1") return u"In Progress";
   if (stateLine == u"2") return u"Stopping";
   return Text();
+}
+
+std::vector<EditorRow> EditorRows(AppState& app, const ScheduleEditor& ed, long nextJobIndex) {
+  std::vector<EditorRow> rows;
+  std::set<Text> shown;
+  const Text state = jobstore::Readfirstline(app, app.ScheduleFilePath);
+  for (size_t i = 0; i < ed.TempJobs.size(); ++i) {
+    const jobstore::ScheduleRecord& r = ed.TempJobs[i];
+    if (r.RecordNo.empty() || base::EqualsNoCase(r.Days, kNoSchedule)) continue;
+    if (!shown.insert(r.RecordNo).second) continue;
+    long long freq = 0;
+    base::ParseLong(base::Trim(r.FrequencyIndex), freq);
+    rows.push_back(
+        {u"QV_" + r.RecordNo,
+         r.BackupSetName,
+         {ScreenDate(app, r.NextRun), jobstore::GetFreNameFromIndex(static_cast<long>(freq)),
+          static_cast<long>(i) == nextJobIndex ? StatusFor(state) : Text(), r.Destination,
+          r.SortKey, r.RecordNo, r.UserName, DaysColumn(r)}});
+  }
+  return rows;
+}
+
+Text CurrentJobNo(AppState& app, long nextJobIndex) {
+  const Text state = jobstore::Readfirstline(app, app.ScheduleFilePath);
+  if (StatusFor(state).empty() || nextJobIndex < 0 ||
+      static_cast<size_t>(nextJobIndex) >= app.Jobs.size())
+    return Text();
+  return app.Jobs[static_cast<size_t>(nextJobIndex)].RecordNo;
+}
+
+void ClearDays(EditorChoices& c) {
+  c.timing.chkBox.fill(false);
+  c.timing.chkDaily = false;
+  c.chkDailyCaption = kDailyCaption;
+}
+
+void ForgetDeletedJob(AppState& app, ScheduleEditor& ed, const Text& recordNo) {
+  if (!jobstore::CheckRecordNo(app, recordNo))
+    std::erase_if(ed.TempJobs, [&](const auto& r) { return r.RecordNo == recordNo; });
 }
 
 }  // namespace jobs

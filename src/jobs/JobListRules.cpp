@@ -100,8 +100,15 @@ void FillListView(frame::AppState& app, JobList& list) {
     list.rows.push_back(std::move(row));
   }
   if (list.HasRows() && list.SelectedRow > 0) {
-    if (list.SelectedRow > list.Count()) throw std::out_of_range("Invalid property value");
-    list.markedRow = list.SelectedRow;
+    // A row deleted elsewhere (or the bottom row just deleted here) leaves SelectedRow
+    // beyond the last row: the mark fails, the failure goes to the trace and the list
+    // stands without a selection. The action that asked for the fill goes on.
+    base::Guarded(
+        [&] {
+          if (list.SelectedRow > list.Count()) throw base::Failure(380, "Invalid property value");
+          list.markedRow = list.SelectedRow;
+        },
+        frame::TraceFailure(app, u"Error Reason :", Where(u"FillListView")));
   } else if (list.HasRows()) {
     list.markedRow = 1;
     list.SelectedRow = 1;

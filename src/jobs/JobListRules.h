@@ -111,9 +111,9 @@ void LoadJobs(frame::AppState& app, JobList& list);
 Text NextTransferText(const Text& nextRun, const jobstore::LocaleFormats& locale);
 
 // Rebuilds the rows from the job array. A stored SelectedRow beyond the last row cannot
-// be marked: the fill stops there with std::out_of_range (the caller's handler traces
-// it) and the list stands without a selection. A row whose NextRun is no date keeps its
-// name only; the failure is traced and the next row is filled.
+// be marked: the fill traces that itself ("in procedure FillListView") and the list
+// stands without a selection; nothing reaches the caller. A row whose NextRun is no date
+// keeps its name only; the failure is traced and the next row is filled.
 void FillListView(frame::AppState& app, JobList& list);
 
 // Gives the buttons the state of an empty list.

@@ -58,6 +58,7 @@ void EditorChoices::SetFrequency(const Text& days) {
   timing.optHourly = false;
   timing.optMonthly = false;
   timing.chkImmediate = false;
+  chkDailyCaption = kDailyCaption;
   const Text word = base::Trim(days);
   if (base::EqualsNoCase(word, u"Immediate")) {
     timing.chkImmediate = true;
@@ -70,6 +71,7 @@ void EditorChoices::SetFrequency(const Text& days) {
       if (ch >= u'1' && ch <= u'7') timing.chkBox[static_cast<size_t>(ch - u'1')] = true;
     timing.chkDaily =
         std::all_of(timing.chkBox.begin(), timing.chkBox.end(), [](bool b) { return b; });
+    if (!timing.chkDaily) chkDailyCaption = kWeekDaysCaption;
   }
   timing.bImmediate = timing.chkImmediate;
   DTPickerEnabled = !timing.chkImmediate;

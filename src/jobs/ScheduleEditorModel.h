@@ -28,6 +28,10 @@ inline constexpr char16_t kMailNone[] = u"0";
 inline constexpr char16_t kMailOnFailure[] = u"2";
 inline constexpr char16_t kMailAlways[] = u"3";
 
+// The captions of chkDaily.
+inline constexpr char16_t kDailyCaption[] = u" Daily Schedule";
+inline constexpr char16_t kWeekDaysCaption[] = u" Week-Day(s)";
+
 // The result of a mail check that passed.
 inline constexpr int kMailValid = 100;
 
@@ -37,6 +41,8 @@ struct EditorChoices {
   // chkBox, chkDaily, optHourly, optMonthly, chkImmediate, DTPicker, DTPMonthly and
   // bImmediate, as the next-run rules read them.
   jobstore::ScheduleChoice timing;
+  // " Daily Schedule" or " Week-Day(s)": the day rules and the showing of a row set it.
+  Text chkDailyCaption = kDailyCaption;
   bool DTPickerEnabled = true;
   bool chkCutoffTime = false;
   base::DateTime DTPCutoffTime;
@@ -52,6 +58,8 @@ struct EditorChoices {
   // No frequency at all: no day, not daily, hourly, monthly or immediate.
   bool NoFrequency() const;
   // Exactly the frequency of a Days word (digits, "Hourly", "Monthly", "Immediate").
+  // The caption of chkDaily is " Daily Schedule", or " Week-Day(s)" for digits that
+  // check fewer than seven days.
   void SetFrequency(const Text& days);
 };
 

@@ -14,17 +14,6 @@
 
 namespace jobs {
 
-namespace {
-
-const char16_t* const kDayNames[] = {u"Sunday",   u"Monday", u"Tuesday", u"Wednesday",
-                                     u"Thursday", u"Friday", u"Saturday"};
-constexpr char16_t kRestoreSet[] = u"Restore ItemSet";
-constexpr char16_t kDeleteRestoreUnderway[] =
-    u"The scheduled job can not be deleted as the restore operation is underway.";
-constexpr char16_t kStopQuestion[] = u"A scheduled job is underway.\r\nDo you want to stop it?";
-
-}  // namespace
-
 bool ShowDTEmail(frame::AppState& app, kit::Ui& ui, const base::Text& recordNo) {
   bool shown = false;
   base::Guarded(
@@ -58,7 +47,6 @@ frmDTEmail::frmDTEmail(frame::AppState& app, kit::Ui& ui)
   DTPMonthly.SetFormat(kit::DateFormat::ShortDate);
   SchData_DTP.SetVisible(false);
   DTPickerTmp.SetVisible(false);
-  lblClose.SetVisible(false);
   Sch_Start4_Cancel.SetVisible(false);
   for (int i = 0; i < 7; ++i) {
     chkBox(i).SetCaption(kDayNames[i]);
@@ -112,6 +100,15 @@ frmDTEmail::frmDTEmail(frame::AppState& app, kit::Ui& ui)
       .Drag({this, &lblCapbar})
       .Hover({&Sch_Start4_Next});
 
+  // The pointer over a picture button shows its "_ove" picture, over the form all go
+  // back to "_gen"; a disabled one keeps "_dis".
+  for (kit::Picture* p : {&Pic_Delete, &Pic_Refresh, &Pic_Sttrf})
+    p->on.MouseMove = [this, p](const kit::MouseArgs&) { HoverPictures(p); };
+  on.MouseMove = [this, formMove = on.MouseMove](const kit::MouseArgs& a) {
+    if (formMove) formMove(a);
+    HoverPictures(nullptr);
+  };
+
   ed_.host.message = [this](const Text& text, int icon, int buttons) {
     return Ask(text, icon, buttons);
   };
@@ -146,12 +143,8 @@ void frmDTEmail::Form_Load() {
   base::Guarded(
       [&] {
         ed_.TempJobs.clear();
-        const std::pair<const char16_t*, double> columns[] = {
-            {u"Backupset", 2000}, {u"Next Transfer", 1900}, {u"Frequency", 1300},
-            {u"Status", 1100},    {u"Destination", 1500},   {u"DataSort", 0},
-            {u"No.", 600},        {u"User Name", 1200},     {u"Scheduled day(s)", 2400}};
         Sch_list_lv.ClearColumns();
-        for (const auto& [caption, width] : columns) Sch_list_lv.AddColumn(caption, width);
+        for (const auto& [caption, width] : kEditorColumns) Sch_list_lv.AddColumn(caption, width);
         Sch_list_lv.SetSortKey(5);
         Sch_list_lv.SetSorted(true);
         kit::ApplySkin(Sch_Start4_Next, kit::kSkinNormal);
@@ -200,6 +193,16 @@ void frmDTEmail::Form_Unload(int&) { ui_.Tips().Remove(); }
 void frmDTEmail::SetPictureEnabled(kit::Picture& picture, const Text& stem, bool enabled) {
   picture.SetPictureKey(stem + (enabled ? u"_gen" : u"_dis"));
   picture.SetEnabled(enabled);
+}
+
+void frmDTEmail::HoverPictures(const kit::Picture* over) {
+  const std::pair<kit::Picture*, const char16_t*> pictures[] = {
+      {&Pic_Delete, u"del"}, {&Pic_Refresh, u"ref"}, {&Pic_Sttrf, u"stop"}};
+  for (const auto& [picture, stem] : pictures) {
+    if (!picture->Enabled()) continue;
+    const Text want = Text(stem) + (picture == over ? u"_ove" : u"_gen");
+    if (picture->PictureKey() != want) picture->SetPictureKey(want);
+  }
 }
 
 void frmDTEmail::CheckForRecords() {
@@ -301,22 +304,10 @@ void frmDTEmail::FillList() {
     kit::ListItem* selected = Sch_list_lv.SelectedItem();
     Text keep = selected ? selected->SubItem(6) : ed_.Identity.RecordNo;
     Sch_list_lv.ClearRows();
-    const Text state = jobstore::Readfirstline(app_, app_.ScheduleFilePath);
-    for (size_t i = 0; i < ed_.TempJobs.size(); ++i) {
-      const jobstore::ScheduleRecord& r = ed_.TempJobs[i];
-      if (r.RecordNo.empty() || base::EqualsNoCase(r.Days, kNoSchedule)) continue;
-      if (Sch_list_lv.FindKey(u"QV_" + r.RecordNo)) continue;
-      kit::ListItem& row = Sch_list_lv.AddRow(r.BackupSetName, u"QV_" + r.RecordNo);
-      long long freq = 0;
-      base::ParseLong(base::Trim(r.FrequencyIndex), freq);
-      row.SetSubItem(1, ScreenDate(app_, r.NextRun));
-      row.SetSubItem(2, jobstore::GetFreNameFromIndex(static_cast<long>(freq)));
-      row.SetSubItem(3, static_cast<long>(i) == nextJobIndex_ ? StatusFor(state) : Text());
-      row.SetSubItem(4, r.Destination);
-      row.SetSubItem(5, r.SortKey);
-      row.SetSubItem(6, r.RecordNo);
-      row.SetSubItem(7, r.UserName);
-      row.SetSubItem(8, DaysColumn(r));
+    for (const EditorRow& r : EditorRows(app_, ed_, nextJobIndex_)) {
+      kit::ListItem& row = Sch_list_lv.AddRow(r.name, r.key);
+      for (int i = 1; i <= static_cast<int>(r.cells.size()); ++i)
+        row.SetSubItem(i, r.cells[static_cast<size_t>(i - 1)]);
     }
     SelectRecord(keep);
   });
@@ -368,22 +359,17 @@ void frmDTEmail::Sch_list_lv_ItemClick(kit::ListItem& item) {
   FillList();
   Sch_ShowSelectedRecord(next);
   SelectRecord(next);
+  if (kit::ListItem* row = Sch_list_lv.FindKey(u"QV_" + next)) row->EnsureVisible();
   ed_.bInRowChange = false;
-}
-
-Text frmDTEmail::CurrentJobNo() {
-  const Text state = jobstore::Readfirstline(app_, app_.ScheduleFilePath);
-  if (StatusFor(state).empty() || nextJobIndex_ < 0 ||
-      static_cast<size_t>(nextJobIndex_) >= app_.Jobs.size())
-    return Text();
-  return app_.Jobs[static_cast<size_t>(nextJobIndex_)].RecordNo;
 }
 
 void frmDTEmail::UpdateSelectedRow() {
   base::IgnoreFailure([&] {
     long long number = 0;
     base::ParseLong(ed_.Identity.RecordNo, number);
-    if (Sch_list_lv.Count() == 0 || number <= 0 || ed_.Identity.RecordNo == CurrentJobNo()) return;
+    if (Sch_list_lv.Count() == 0 || number <= 0 ||
+        ed_.Identity.RecordNo == CurrentJobNo(app_, nextJobIndex_))
+      return;
     const int place = GetListNoFromRecNo(ed_.Identity.RecordNo);
     if (place == 0) return;
     jobstore::ScheduleChoice choice = c_.timing;
@@ -510,7 +496,9 @@ void frmDTEmail::DeleteRecord() {
   if (Ask(kit::GetMessage(app_, 26), kit::kIconQuestion, kit::kButtonsYesNo) == kit::kResultYes) {
     jobstore::DB_DeleteRecord(app_, recordNo, app_.ScheduleFilePath);
     nextJobIndex_ = jobstore::DB_ReadSchdata(app_, Text(), app_.Jobs, false);
-    LoadTempJobs(app_, ed_);
+    // Only the global list is read again: the edits of the other rows wait in the
+    // temporary array for the main button.
+    ForgetDeletedJob(app_, ed_, recordNo);
     FillList();
   }
   CheckForRecords();
@@ -521,13 +509,12 @@ void frmDTEmail::Pic_Delete_Click() {
   base::Guarded(
       [&] {
         kit::ListItem* row = Sch_list_lv.SelectedItem();
-        if (row && base::EqualsNoCase(row->GetText(), kAutomatedSet) &&
+        if (row && row->GetText() == kAutomatedSet &&
             Ask(kit::GetMessage(app_, 326), kit::kIconQuestion, kit::kButtonsOkCancel) !=
                 kit::kResultOk)
           return;
         DeleteRecord();
-        c_.timing.chkBox.fill(false);
-        c_.timing.chkDaily = false;
+        ClearDays(c_);
         Push();
         RefreshDayButtons();
         CheckForRecords();

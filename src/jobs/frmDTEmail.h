@@ -59,10 +59,10 @@ class frmDTEmail : public kit::Form {
   void DTEmail_help_Click();
 
   // ---- Controls, in twips ----------------------------------------------------------
-  kit::Label lblCapbar{*this, u"lblCapbar", {180, 105, 8500, 300}};
+  kit::Label lblCapbar{*this, u"lblCapbar", {180, 105, 7600, 300}};
+  kit::Label lblClose{*this, u"lblClose", {8100, 105, 700, 255}, u"Cancel"};
   kit::Label DTEmail_help{*this, u"DTEmail_help", {8850, 105, 600, 255}, u"Help"};
   kit::Label DTEmail_Close{*this, u"DTEmail_Close", {9500, 105, 600, 255}, u"Close"};
-  kit::Label lblClose{*this, u"lblClose", {9500, 105, 600, 255}, u"Cancel"};
   kit::Label lblListTitle{
       *this, u"lblListTitle", {180, 570, 6000, 255}, u"Items scheduled for backup/restore"};
   kit::ListView Sch_list_lv{*this, u"Sch_list_lv", {180, 870, 9840, 2040}};
@@ -156,8 +156,8 @@ class frmDTEmail : public kit::Form {
   void RefreshDayButtons();
   void SelectRecord(const Text& recordNo);
   kit::Picture& DayButtonAt(int index);
-  Text CurrentJobNo();
   void SetPictureEnabled(kit::Picture& picture, const Text& stem, bool enabled);
+  void HoverPictures(const kit::Picture* over);
   int Ask(const Text& text, int icon, int buttons);
 
   frame::AppState& app_;

@@ -270,6 +270,7 @@ long DB_ReadSchdata(AppState& app, const Text& key, std::vector<ScheduleRecord>&
   const bool read = DB_ReadRecord(app, key, app.ScheduleFilePath, lines);
   store.ImmediateFound = false;
 
+  size_t kept = 0;
   if (read) {
     const LocaleFormats locale = LocaleOf(app);
     // The setting is read when the first record reaches its dates and then kept for the
@@ -286,18 +287,25 @@ long DB_ReadSchdata(AppState& app, const Text& key, std::vector<ScheduleRecord>&
     const size_t n = std::min(records.size(), lines.size());
     for (size_t i = 0; i < n; ++i) {
       ParsedLine parsed = ParseScheduleLine(lines[i], rule);
-      if (!parsed.hasSeparator) continue;  // the record stays empty and takes no part
-      ScheduleRecord& r = records[i];
+      if (!parsed.hasSeparator) continue;
+      const size_t at = key.empty() ? kept++ : i;
+      ScheduleRecord& r = records[at];
       r = std::move(parsed.record);
       if (!parsed.oldForm) RepairDays(r, locale);
       if (r.SortKey < smallestKey) {
         smallestKey = r.SortKey;
-        smallestIndex = static_cast<long>(i);
+        smallestIndex = static_cast<long>(at);
       }
       if (store.BackupNowMode && base::ToUpper(r.BackupSetName) == chosen &&
           r.SortKey == kImmediateKey)
         store.ImmediateFound = true;
     }
+  }
+  // A line without a separator is no record: with an empty key it is passed over, the
+  // records close up behind it and the count says how many were read.
+  if (key.empty()) {
+    records.resize(kept);
+    app.RecordCount = static_cast<long>(kept);
   }
 
   if (store.BackupNowMode && warn) {

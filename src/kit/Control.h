@@ -89,6 +89,7 @@ enum class Aspect : std::uint32_t {
   Style = 1u << 7,    // colours, font, flags such as word wrap or borderless
   Focus = 1u << 8,
   Lifecycle = 1u << 9,  // form loaded, unloaded, shown, hidden
+  Scroll = 1u << 11,    // a list asked to bring a row into view (once, at the asking)
 };
 constexpr Aspect operator|(Aspect a, Aspect b) {
   return static_cast<Aspect>(static_cast<std::uint32_t>(a) | static_cast<std::uint32_t>(b));

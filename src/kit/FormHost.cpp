@@ -31,7 +31,8 @@ namespace {
 // The aspects a host acts on share their bits with UiChange; focus and lifecycle
 // are handled here.
 UiChange ToChange(Aspect aspect) {
-  return static_cast<UiChange>(static_cast<std::uint32_t>(aspect) & 0xFFu);
+  constexpr std::uint32_t kShared = 0xFFu | static_cast<std::uint32_t>(Aspect::Scroll);
+  return static_cast<UiChange>(static_cast<std::uint32_t>(aspect) & kShared);
 }
 
 static_assert(static_cast<int>(Role::Window) == static_cast<int>(platform::UiRole::Window) &&
@@ -186,6 +187,7 @@ platform::UiControl FormHost::Describe(const Control& c) {
       d.checkboxes = lv.Checkboxes();
       d.fullRowSelect = lv.FullRowSelect();
       d.hideSelection = lv.HideSelection();
+      d.visibleRow = lv.VisibleRow();
       break;
     }
     case ControlKind::ProgressBar: {

@@ -76,6 +76,8 @@ void ListItem::SetIconKey(const Text& key) {
   owner_->RowChanged(*this, false);
 }
 
+void ListItem::EnsureVisible() { owner_->EnsureVisible(Index()); }
+
 Text ListItem::SortText(int key) const { return key == 0 ? text_ : SubItem(key); }
 
 // ---- ListView ----------------------------------------------------------------
@@ -123,13 +125,21 @@ ListItem& ListView::AddRow(const Text& text, const Text& key) {
 
 void ListView::RemoveRow(int index1) {
   rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(Slot(index1, rows_.size(), "row index")));
+  visibleRow_ = 0;
   Touch(Aspect::Items);
 }
 
 void ListView::ClearRows() {
   if (rows_.empty()) return;
   rows_.clear();
+  visibleRow_ = 0;
   Touch(Aspect::Items);
+}
+
+void ListView::EnsureVisible(int index1) {
+  Slot(index1, rows_.size(), "row index");
+  visibleRow_ = index1;
+  Touch(Aspect::Scroll);
 }
 
 ListItem& ListView::Item(int index1) { return *rows_[Slot(index1, rows_.size(), "row index")]; }
@@ -245,6 +255,7 @@ void ListView::RestoreDesign() {
   s_ = design_;
   columns_ = designColumns_;
   rows_.clear();
+  visibleRow_ = 0;
 }
 
 }  // namespace kit

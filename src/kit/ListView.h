@@ -40,6 +40,8 @@ class ListItem {
   // status icons of a job or session list.
   const Text& IconKey() const { return iconKey_; }
   void SetIconKey(const Text& key);
+  // Scrolls the list so that the row shows (ListView::EnsureVisible).
+  void EnsureVisible();
   // The text of sort key `key`: 0 the row's text, n sub-item n.
   Text SortText(int key) const;
 
@@ -85,6 +87,11 @@ class ListView : public Control {
   ListItem& Item(int index1);
   const ListItem& Item(int index1) const;
   ListItem* FindKey(TextView key);
+  // Asks the list to scroll, as little as needed, so that row `index1` shows: the
+  // design asks for it where a row must be seen, apart from selecting it.
+  void EnsureVisible(int index1);
+  // The row last asked to be made visible; 0 for none, or once rows were removed.
+  int VisibleRow() const { return visibleRow_; }
   // The selected row, or null.
   ListItem* SelectedItem() const;
   int SelectedIndex() const;  // 0 when none
@@ -132,6 +139,7 @@ class ListView : public Control {
   std::vector<ListColumn> columns_;
   std::vector<ListColumn> designColumns_;
   std::vector<std::unique_ptr<ListItem>> rows_;
+  int visibleRow_ = 0;
 };
 
 }  // namespace kit

@@ -141,6 +141,9 @@ struct UiControl {
   bool checkboxes = false;
   bool fullRowSelect = true;
   bool hideSelection = false;
+  // The row (from 1) last asked to be made visible; 0 for none. A change with
+  // UiChange::Scroll asks the host to scroll it into view, as little as needed.
+  int visibleRow = 0;
   // ComboBox: the entries, and the chosen one (-1 for none)
   std::vector<Text> items;
   int listIndex = -1;
@@ -212,6 +215,7 @@ enum class UiChange : std::uint32_t {
   Items = 1u << 6,
   Style = 1u << 7,
   Menu = 1u << 10,
+  Scroll = 1u << 11,  // scroll a list so that its `visibleRow` shows
   All = 0xFFFFFFFFu,
 };
 constexpr UiChange operator|(UiChange a, UiChange b) {

@@ -174,6 +174,22 @@ TEST_P(UiHostContract, ComboBoxAndListShowTheirEntriesAndAChoiceIsReported) {
   const UiHandle lv = Host().CreateControl(window, 0, list);
   EXPECT_EQ(world_->Read(lv).items, (std::vector<Text>{u"Documents", u"Photos"}));
   EXPECT_EQ(world_->Read(lv).rowImages, (std::vector<bool>{true, false}));
+
+  // Forty rows in a list that holds a few: a Scroll change brings the asked row into
+  // view without selecting it.
+  list.rows.clear();
+  for (int i = 1; i <= 40; ++i) {
+    platform::UiListRow r;
+    r.text = u"Set " + base::FromNumber(i);
+    list.rows.push_back(r);
+  }
+  Host().UpdateControl(lv, list, UiChange::Items);
+  list.visibleRow = 35;
+  Host().UpdateControl(lv, list, UiChange::Scroll);
+  world_->Pump();
+  const auto seen = world_->Read(lv);
+  ASSERT_EQ(seen.rowsInView.size(), 40u);
+  EXPECT_TRUE(seen.rowsInView[34]) << "the asked row is out of view";
   Host().DestroyForm(window);
 }
 

@@ -41,6 +41,7 @@ class FakeUiWorld : public UiWorld {
     for (const platform::UiListRow& row : s.rows) {
       seen.items.push_back(row.text);
       seen.rowImages.push_back(!row.image.empty());
+      seen.rowsInView.push_back(true);  // the fake has no page: every row shows
     }
     return seen;
   }

@@ -29,6 +29,7 @@ class Win32UiWorld : public UiWorld {
     seen.items = p.items;
     seen.listIndex = p.listIndex;
     seen.rowImages = p.rowImages;
+    seen.rowsInView = p.rowsInView;
     return seen;
   }
   void Click(platform::UiHandle control) override { probe_.Click(control); }

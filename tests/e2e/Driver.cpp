@@ -71,8 +71,12 @@ bool PostKeys(HWND menu, const std::vector<WPARAM>& keys) {
   HANDLE thread = OpenThread(THREAD_SUSPEND_RESUME, FALSE, tid);
   const bool held = thread != nullptr && SuspendThread(thread) != static_cast<DWORD>(-1);
   bool ok = true;
-  for (WPARAM vk : keys)
-    ok = ok && Post(menu, WM_KEYDOWN, vk, 1) && Post(menu, WM_KEYUP, vk, 0xC0000001);
+  // The last key ends the menu (Enter, Escape): the menu acts on its press and goes at
+  // once, so it is sent as a press only; that the menu took it shows by its going.
+  for (size_t i = 0; i < keys.size(); ++i) {
+    ok = ok && Post(menu, WM_KEYDOWN, keys[i], 1);
+    if (i + 1 < keys.size()) ok = ok && Post(menu, WM_KEYUP, keys[i], 0xC0000001);
+  }
   if (held) ResumeThread(thread);
   if (thread != nullptr) CloseHandle(thread);
   return ok;

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -88,8 +89,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Check(number >= 1);
 
   // Update the record the flags point at (if the load made one), then check the file.
+  // The load keeps only the lines with a separator: record `pick` is the pick-th of them.
   size_t pick = app.Jobs.empty() ? 0 : (flags >> 5) % app.Jobs.size();
-  const auto hit = jobstore::FindSeparator(before.size() > pick + 1 ? before[pick + 1] : Text());
+  std::optional<jobstore::SeparatorHit> hit;
+  for (size_t i = 1, seen = 0; i < before.size() && !hit; ++i) {
+    auto found = jobstore::FindSeparator(before[i]);
+    if (found && seen++ == pick) hit = found;
+  }
   if (!app.Jobs.empty() && hit) {
     jobstore::ScheduleRecord r = app.Jobs[pick];
     const bool remove = (flags & 16) != 0;

@@ -91,7 +91,8 @@ EditOptions Parse(const std::vector<std::string>& args) {
       ++kinds;
       o.frequency = Frequency::Days;
       const Text list = take("--days needs day digits");
-      for (const Text& d : base::Split(list, u",")) {
+      // An empty list: every day unchecked, as a user can leave them.
+      for (const Text& d : list.empty() ? std::vector<Text>{} : base::Split(list, u",")) {
         if (d.size() != 1 || d[0] < u'1' || d[0] > u'7')
           throw Bad{"--days takes digits 1 (Sunday) to 7 (Saturday) separated by commas"};
         o.days[static_cast<size_t>(d[0] - u'1')] = true;

@@ -48,10 +48,17 @@ code=0; out=$(run "${now[@]}" edit 1 --time 7:00:00 --daily --mail "me@.com" --n
 code=0; run edit 1 --hourly >/dev/null || code=$?
 [ "$code" = 2 ] || fail "missing --time exited $code"
 
-# --none: the job leaves the file.
-code=0; run "${now[@]}" edit 3 --time 12:30:00 --none >/dev/null || code=$?
+# No day left: the weekday job stays, as a daily one.
+code=0; run "${now[@]}" edit 3 --time 12:30:00 --days "" >/dev/null || code=$?
+[ "$code" = 0 ] || fail "--days '' exited $code"
+job3=$(run list | grep '^3|')
+IFS='|' read -r _ _ next _ freq key days _ <<<"$job3"
+[ "$freq|$days|$next" = "3|1234567|11-25-2026 12:30:00" ] || fail "job 3 not daily: $job3"
+
+# --none on the hourly job: it leaves the file.
+code=0; run "${now[@]}" edit 2 --time 12:30:00 --none >/dev/null || code=$?
 [ "$code" = 0 ] || fail "--none exited $code"
-[ -z "$(run list | grep '^3|')" ] || fail "job 3 is still there"
+[ -z "$(run list | grep '^2|')" ] || fail "job 2 is still there"
 [ "$(run list | wc -l)" = 2 ] || fail "expected two jobs left"
 
 [ $failures -eq 0 ] && echo "qvjobs edit ($mode): all checks passed"

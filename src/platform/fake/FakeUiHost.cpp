@@ -151,6 +151,8 @@ void FakeUiHost::UpdateControl(UiHandle control, const UiControl& state, UiChang
   it->second.state = state;
   ++it->second.updates;
   it->second.lastChanges = changes;
+  if (Has(changes, UiChange::Scroll) && state.kind == UiKind::ListView && state.visibleRow > 0)
+    it->second.scrolledTo.push_back(state.visibleRow);
 }
 
 void FakeUiHost::FocusControl(UiHandle window, UiHandle control) {

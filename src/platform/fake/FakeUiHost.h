@@ -88,6 +88,7 @@ class FakeUiHost : public IUiHost {
     UiControl state;
     int updates = 0;
     UiChange lastChanges = UiChange::None;
+    std::vector<int> scrolledTo;  // a list's rows brought into view, in order
   };
   std::map<UiHandle, FormRecord> forms;
   std::map<UiHandle, ControlRecord> controls;

@@ -372,6 +372,10 @@ void Win32UiHost::ApplyControl(ControlRec& c, UiChange changes) {
   }
   if (Has(changes, UiChange::Style) && s.kind == UiKind::ListView && !c.listBuilt)
     ApplyList(c, true);
+  // After the rows, so that a row added in the same update can be scrolled to.
+  if (Has(changes, UiChange::Scroll) && s.kind == UiKind::ListView && s.visibleRow >= 1 &&
+      s.visibleRow <= ListView_GetItemCount(hwnd))
+    ListView_EnsureVisible(hwnd, s.visibleRow - 1, FALSE);
   if (Has(changes, UiChange::Enabled)) {
     if ((IsWindowEnabled(hwnd) != FALSE) != s.enabled) EnableWindow(hwnd, s.enabled ? TRUE : FALSE);
   }

@@ -77,7 +77,10 @@ ProbeState UiProbe::Read(UiHandle h) {
     seen.listIndex = static_cast<int>(SendMessageW(hwnd, CB_GETCURSEL, 0, 0));
   } else if (cls == WC_LISTVIEWW) {
     const int count = ListView_GetItemCount(hwnd);
+    const int top = ListView_GetTopIndex(hwnd);
+    const int page = ListView_GetCountPerPage(hwnd);
     for (int i = 0; i < count; ++i) {
+      seen.rowsInView.push_back(i >= top && i < top + page);
       wchar_t text[512] = {};
       LVITEMW item{};
       item.mask = LVIF_TEXT | LVIF_IMAGE;

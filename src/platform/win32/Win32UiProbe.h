@@ -26,6 +26,7 @@ struct ProbeState {
   std::vector<base::Text> items;
   int listIndex = -1;
   std::vector<bool> rowImages;
+  std::vector<bool> rowsInView;  // a list's rows: whether each lies in the visible page
   // The accessible role number and name a screen reader gets in this process.
   long role = 0;
   base::Text name;

@@ -172,6 +172,42 @@ TEST_F(JobActionsTest, DeleteIsRefusedForAnyStatus) {
   EXPECT_EQ(Schedule().size(), 3u);
 }
 
+// The selected row is beyond the last one after a refill: the fill traces its own
+// failure and the list stands without a selection; the action itself goes on and the
+// user sees no box from the fill.
+TEST_F(JobActionsTest, AFillBeyondTheLastRowIsNoErrorOfTheAction) {
+  const Rec a{u"3", u"Alpha"}, b{u"7", u"Beta"}, c{u"8", u"Gamma"};
+  PutSchedule(u"0", {a, b, c});
+  Open(3);
+  ui.Queue(A::Yes());
+  actions.Pic_Delete_Click();
+  EXPECT_EQ(Asked(), std::vector<Text>{Msg(26)});
+  EXPECT_EQ(Schedule(), (std::vector<Text>{u"0", a.Line(), b.Line()}));
+  EXPECT_EQ(list.Count(), 2);
+  EXPECT_EQ(list.markedRow, 0);
+  EXPECT_TRUE(TraceHas(u"in procedure FillListView of Form SchedulerFrm"));
+  EXPECT_TRUE(TraceHas(u"Exit DeleteRecord"));
+
+  // The list shrank under the screen before the question: the delete still asks and
+  // removes the number read from the row.
+  PutSchedule(u"0", {a, b, c});
+  Open(3);
+  PutSchedule(u"0", {b, c});
+  ui.Queue(A::Yes());
+  actions.Pic_Delete_Click();
+  EXPECT_EQ(Asked().back(), Msg(26));
+  EXPECT_EQ(Schedule(), (std::vector<Text>{u"0", b.Line()}));
+
+  // Run now on the bottom row of a list that shrank: the record is added and told.
+  PutSchedule(u"0", {a, b, c});
+  Open(3);
+  PutSchedule(u"0", {c});
+  actions.Pic_Imme_Click();
+  EXPECT_EQ(Asked().back(), Msg(564));
+  EXPECT_EQ(Schedule().size(), 3u);
+  for (const Text& asked : Asked()) EXPECT_EQ(base::InStr(asked, u"Unable to"), 0u) << U8(asked);
+}
+
 TEST_F(JobActionsTest, StopWritesTwoOnlyOverOne) {
   PutSchedule(u"1", {kDocs, kRunning});
   Open(1);

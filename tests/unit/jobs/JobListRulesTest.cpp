@@ -79,6 +79,16 @@ TEST_F(JobListTest, EmptyNextRunAndBadDates) {
   EXPECT_EQ(list.rows[2].Number(), u"3");
 }
 
+TEST_F(JobListTest, ALineWithoutSeparatorMakesNoRow) {
+  PutLines(app.ScheduleFilePath,
+           {u"1", kDocs.Line(), u"random \u00FB bytes", u"", kRunning.Line()});
+  Refresh();
+  ASSERT_EQ(list.Count(), 2);
+  EXPECT_EQ(list.rows[0].Name(), u"Documents");
+  // The running job is still the one with the smallest key.
+  EXPECT_EQ(list.rows[1].Status(), u"In Progress");
+}
+
 TEST_F(JobListTest, TheDisplayFollowsTheSystemsShortDate) {
   PutSchedule(u"0", {kDocs});
   fake.locale.shortDateFormat = u"dd.MM.yyyy";
@@ -115,7 +125,9 @@ TEST_F(JobListTest, SelectionSurvivesARebuildAndAStaleOneIsTraced) {
   EXPECT_EQ(list.markedRow, 0);
   EXPECT_EQ(list.SelectedRow, 3);
   EXPECT_GE(told, 1);  // the screen still saw the new rows
-  EXPECT_TRUE(TraceHas(u"in procedure RefreshListView of Form SchedulerFrm"));
+  // The fill itself traces it; nothing reaches the caller's handler.
+  EXPECT_TRUE(TraceHas(u"in procedure FillListView of Form SchedulerFrm"));
+  EXPECT_FALSE(TraceHas(u"in procedure RefreshListView of Form SchedulerFrm"));
 }
 
 TEST_F(JobListTest, ButtonsFollowTheList) {

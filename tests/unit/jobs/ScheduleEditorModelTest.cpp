@@ -3,6 +3,7 @@
 #include <random>
 
 #include "DTEmailFixture.h"
+#include "jobs/DTEmailRules.h"
 #include "kit/MessageTable.h"
 
 namespace jobs::test {
@@ -357,6 +358,45 @@ TEST_F(EditorTest, EditingOneRowLeavesTheOthersAsLoaded) {
       }
     }
   }
+}
+
+// The list's rows from the temporary array: records without a job have none, a number
+// shows once, and only the next job carries the state line's status.
+TEST_F(EditorTest, ListRowsLeaveOutRecordsWithoutAJob) {
+  PutSchedule({u"2", Row{u"4", u"Photos"}.Line(), Row{u"6", u"Music"}.Line()});
+  auto record = [](const Text& no, const Text& name, const Text& days) {
+    ScheduleRecord r;
+    r.RecordNo = no;
+    r.BackupSetName = name;
+    r.NextRun = u"03-20-2013 9:00:00";
+    r.FrequencyIndex = u"4";
+    r.SortKey = u"201303200900";
+    r.Days = days;
+    return r;
+  };
+  ed.TempJobs = {record(u"4", u"Photos", u"4"), record(u"5", u"Gone", u"no schedule"),
+                 record(u"4", u"Again", u"1"), record(u"", u"Nameless", u"1"),
+                 record(u"6", u"Music", u"")};
+  const std::vector<EditorRow> rows = EditorRows(app, ed, 4);
+  ASSERT_EQ(rows.size(), 2u);
+  EXPECT_EQ(rows[0].key, u"QV_4");
+  EXPECT_EQ(rows[0].name, u"Photos");
+  EXPECT_EQ(rows[0].cells[0], u"3/20/2013 9:00:00");
+  EXPECT_EQ(rows[0].cells[1], u"Weekly");
+  EXPECT_EQ(rows[0].cells[2], u"");
+  EXPECT_EQ(rows[0].cells[7], u"Wednesday");
+  EXPECT_EQ(rows[1].key, u"QV_6");
+  EXPECT_EQ(rows[1].cells[2], u"Stopping");
+  EXPECT_EQ(rows[1].cells[5], u"6");
+  EXPECT_EQ(rows[1].cells[7], u"Weekly") << "no days: the frequency's name";
+
+  // The running job is the next one of the file while the word says so.
+  const long next = jobstore::DB_ReadSchdata(app, Text(), app.Jobs, false);
+  ASSERT_GE(next, 0);
+  EXPECT_EQ(CurrentJobNo(app, next), app.Jobs[static_cast<size_t>(next)].RecordNo);
+  PutSchedule({u"0", Row{u"4", u"Photos"}.Line(), Row{u"6", u"Music"}.Line()});
+  EXPECT_EQ(CurrentJobNo(app, next), u"");
+  EXPECT_EQ(CurrentJobNo(app, 7), u"");
 }
 
 }  // namespace

@@ -2,8 +2,10 @@
 // click rules, the row change, the Delete key, the pictures and the main button.
 #include "DTEmailFixture.h"
 #include "jobs/frmDTEmail.h"
+#include "kit/HostedUi.h"
 #include "kit/MessageTable.h"
 #include "kit/ScriptedUi.h"
+#include "platform/fake/FakeUiHost.h"
 
 namespace jobs::test {
 namespace {
@@ -87,10 +89,39 @@ TEST_F(DTEmailScreen, DayButtonsAndTheDailyCaption) {
     Click(*p);
   EXPECT_TRUE(form.chkDaily.Checked());
   EXPECT_EQ(form.chkDaily.Caption(), u" Daily Schedule");
+  // Unchecking Daily clears the days and the caption, nothing more: the row is not
+  // marked cleared, and the main button saves it as daily.
   form.chkDaily.UserClick();
   EXPECT_EQ(form.Pic_Fri_Day.PictureKey(), u"gen");
   EXPECT_FALSE(form.chkBox(5).Checked());
+  EXPECT_EQ(form.chkDaily.Caption(), u" Week-Day(s)");
+  EXPECT_FALSE(form.Editor().bRowCleared);
+  Click(form.Sch_Start4_Next);
+  EXPECT_EQ(InFile(u"1").Days, u"1234567");
+  EXPECT_EQ(InFile(u"1").FrequencyIndex, u"3");
+}
+
+// A weekly job whose only day is unchecked stays in the file, as a daily job; only the
+// uncheck of the last frequency (hourly, monthly, immediate) takes a job out.
+TEST_F(DTEmailScreen, UncheckingTheLastDayKeepsTheJobAsDaily) {
+  PutSchedule(
+      {u"0", Row{u"1", u"Docs", u"03-20-2013 9:00:00", u"4", u"201303200900", u"4"}.Line(),
+       Row{u"2", u"Other", u"03-25-2013 6:41:00", u"0", u"201303250641", u"Hourly"}.Line()});
+  OpenScreen(u"1");
+  Click(form.Pic_Wed_Day);
+  EXPECT_FALSE(form.chkBox(3).Checked());
+  EXPECT_EQ(form.chkDaily.Caption(), u" Week-Day(s)");
+  EXPECT_FALSE(form.Editor().bRowCleared);
+  // Leaving the row saves it as daily too, and the other row's hourly uncheck clears it.
+  form.Sch_list_lv.UserClickRow(RowOf(u"2").Index());
+  EXPECT_EQ(TempRow(form.Editor(), u"1")->Days, u"1234567");
+  form.optHourly.UserClick();
   EXPECT_TRUE(form.Editor().bRowCleared);
+  Click(form.Sch_Start4_Next);
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(InFile(u"1").Days, u"1234567");
+  EXPECT_EQ(InFile(u"1").SortKey, u"201303190900");
+  EXPECT_EQ(InFile(u"2").RecordNo, u"");
 }
 
 TEST_F(DTEmailScreen, FrequencyClickAsksToEnableAndShowsInTheRow) {
@@ -99,7 +130,7 @@ TEST_F(DTEmailScreen, FrequencyClickAsksToEnableAndShowsInTheRow) {
   frame::WriteSetting(app, u"DisableAllSchdulers", u"1");
   OpenScreen(u"1");
   ui.Queue(Answer::Yes());
-  form.DTPicker.SetValue(base::DateTime{2013, 3, 18, 16, 30, 0});
+  form.DTPicker.SetValue(base::DateTime{2013, 3, 18, 16, 30, 17});
   form.optHourly.UserClick();
   ASSERT_EQ(ui.Questions().size(), 1u);
   EXPECT_EQ(ui.Questions()[0].text,
@@ -109,7 +140,11 @@ TEST_F(DTEmailScreen, FrequencyClickAsksToEnableAndShowsInTheRow) {
   EXPECT_FALSE(form.chkBox(3).Checked());
   EXPECT_EQ(form.Pic_Wed_Day.PictureKey(), u"gen");
   EXPECT_EQ(RowOf(u"1").SubItem(8), u"Hourly");
-  EXPECT_EQ(RowOf(u"1").SubItem(1), u"3/18/2013 16:30:00");
+  // The new frequency took a suggested start (whole minutes), and the row shows its run.
+  const base::DateTime suggested = form.DTPicker.Value();
+  EXPECT_EQ(suggested.second, 0);
+  EXPECT_NE(suggested.hour * 100 + suggested.minute, 1630);
+  EXPECT_EQ(RowOf(u"1").SubItem(1).substr(0, 10), u"3/18/2013 ");
 
   form.chkImmediate.UserClick();
   EXPECT_FALSE(form.optHourly.Checked());
@@ -240,6 +275,30 @@ TEST_F(DTEmailScreen, DeleteKeyAndDeletePicture) {
   EXPECT_EQ(ui.UnansweredCount(), 0);
 }
 
+// The Delete picture removes one job from the file; what the user changed on the other
+// rows is still saved at Close, and the deleted job is not written back.
+TEST_F(DTEmailScreen, DeletePictureKeepsTheEditsOfTheOtherRows) {
+  PutSchedule({u"0", Row{u"1", u"Docs", u"03-20-2013 9:00:00", u"4", u"201303200900", u"4"}.Line(),
+               Row{u"2", u"Other"}.Line(), Row{u"3", u"Third"}.Line()});
+  OpenScreen(u"1");
+  form.optHourly.UserClick();
+  form.DTPicker.SetValue(base::DateTime{2013, 3, 18, 16, 30, 0});
+  form.Sch_list_lv.UserClickRow(RowOf(u"2").Index());
+  ui.Queue(Answer::Yes());
+  Click(form.Pic_Delete);
+  EXPECT_EQ(ui.Questions().back().text, kit::GetMessage(app, 26));
+  EXPECT_EQ(InFile(u"2").RecordNo, u"");
+  EXPECT_EQ(form.Sch_list_lv.FindKey(u"QV_2"), nullptr);
+  EXPECT_EQ(form.Sch_list_lv.Count(), 2);
+  Click(form.Sch_Start4_Next);
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(InFile(u"1").Days, u"Hourly");
+  EXPECT_EQ(InFile(u"1").NextRun, u"03-18-2013 16:30:00");
+  EXPECT_EQ(InFile(u"2").RecordNo, u"");
+  EXPECT_EQ(InFile(u"3").Days, u"1234567");
+  EXPECT_EQ(ui.UnansweredCount(), 0);
+}
+
 TEST_F(DTEmailScreen, ShowDTEmailOpensModallyOnTheRecord) {
   PutSchedule({u"0", Row{u"1", u"First"}.Line(),
                Row{u"2", u"Second", u"03-20-2013 9:00:00", u"4", u"201303200900", u"4"}.Line()});
@@ -261,6 +320,69 @@ TEST_F(DTEmailScreen, ShowDTEmailOpensModallyOnTheRecord) {
   EXPECT_EQ(InFile(u"2").Days, u"Immediate");
   EXPECT_EQ(InFile(u"2").SortKey, u"201303181502");
   EXPECT_EQ(InFile(u"1").Days, u"1234567");
+}
+
+// On a host, the row the user moves to is selected and scrolled into view: a long list
+// does not leave the edited job out of sight.
+TEST_F(DTEmailScreen, TheRowChangeBringsTheNewRowIntoView) {
+  std::vector<Text> lines{u"0"};
+  for (int i = 1; i <= 30; ++i) lines.push_back(Row{base::FromNumber(i), u"Set"}.Line());
+  PutSchedule(lines);
+  platform::FakeUiHost host;
+  kit::HostedUi hosted{host};
+  frmDTEmail screen{app, hosted};
+  screen.Load();
+  jobstore::DB_ReadSchdata(app, Text(), app.Jobs, false);
+  LoadTempJobs(app, screen.Editor());
+  screen.Sch_ShowSelectedRecord(u"1");
+  hosted.Show(screen);
+  const platform::UiHandle window = hosted.Forms().WindowOf(screen);
+  const platform::UiHandle list = hosted.Forms().HandleOf(screen.Sch_list_lv);
+  host.Events(window)->OnActivate(window, true);  // the list is filled at activation
+  const kit::ListItem* item = screen.Sch_list_lv.FindKey(u"QV_27");
+  ASSERT_NE(item, nullptr);
+  const int row = item->Index();
+
+  host.Events(window)->OnList(window, list, {platform::UiListWhat::RowClick, row, false});
+  const auto& shown = host.controls.at(list);
+  ASSERT_FALSE(shown.scrolledTo.empty()) << "the new row was not made visible";
+  const int seen = shown.scrolledTo.back();
+  ASSERT_GE(seen, 1);
+  ASSERT_LE(static_cast<size_t>(seen), shown.state.rows.size());
+  const platform::UiListRow& r = shown.state.rows[static_cast<size_t>(seen - 1)];
+  EXPECT_TRUE(r.selected);
+  EXPECT_EQ(r.subItems[5], u"27");
+  EXPECT_EQ(screen.lblBkSetName.Caption(), u"Backup/Restore set name - 'Set'");
+}
+
+// The automated job is known by its exact name; Cancel (lblClose) leaves the file as it
+// was; the three pictures show their hover picture.
+TEST_F(DTEmailScreen, SmallerRulesOfTheScreen) {
+  std::vector<Text> lines{u"0"};
+  for (int i = 1; i <= 12; ++i) lines.push_back(Row{base::FromNumber(i), u"Job"}.Line());
+  lines.push_back(Row{u"13", u"AutoBkupQvWin"}.Line());
+  PutSchedule(lines);
+  OpenScreen(u"1");
+  form.Sch_list_lv.UserClickRow(RowOf(u"13").Index());
+  ui.Queue(Answer::No());
+  Click(form.Pic_Delete);
+  ASSERT_EQ(ui.Questions().size(), 1u);
+  EXPECT_EQ(ui.Questions()[0].text, kit::GetMessage(app, 26));
+
+  form.Pic_Refresh.RaiseMouseMove({});
+  EXPECT_EQ(form.Pic_Refresh.PictureKey(), u"ref_ove");
+  form.Pic_Delete.RaiseMouseMove({});
+  EXPECT_EQ(form.Pic_Delete.PictureKey(), u"del_ove");
+  EXPECT_EQ(form.Pic_Refresh.PictureKey(), u"ref_gen");
+  form.RaiseMouseMove({});
+  EXPECT_EQ(form.Pic_Delete.PictureKey(), u"del_gen");
+
+  form.optHourly.UserClick();
+  EXPECT_TRUE(form.lblClose.Visible());
+  Click(form.lblClose);
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(InFile(u"13").Days, u"1234567");
+  EXPECT_EQ(ScheduleLines(), lines);
 }
 
 TEST_F(DTEmailScreen, MonthlyThirtyFirstInAThirtyDayMonthShowsThePresentDay) {

@@ -117,15 +117,28 @@ TEST_F(ReadTest, ShortRecordsTakeTheDefaultsOfTheTail) {
   EXPECT_EQ(j[4].EngineFlag, u"0");
 }
 
-TEST_F(ReadTest, LinesWithoutSeparatorStayEmptyAndAreNeverTheNextJob) {
-  Text a = kWorkedLine;
-  PutSchedule({u"1", u"garbage line", a, u""});
-  EXPECT_EQ(DB_NumberOfRecord(app, SchedulePath()), 3);
+// A line without a field separator is no record: the load passes over it, whatever it
+// holds (a word, a blank line, stray bytes, one letter five million times).
+TEST_F(ReadTest, LinesWithoutSeparatorAreIgnored) {
+  const Text a = kWorkedLine;
+  const Text b = Join({u"14", u"Photos", u"03-19-2013 6:41:00", u"", u"", u"3", u"", u"", u"", u"",
+                       u"", u"", u"", u"", u"", u"201303190641"},
+                      kB);
+  Text junk;
+  for (char16_t ch = 0x20; ch < 0x2000; ch += 37) junk += ch == 0x08 ? u'x' : ch;
+  PutSchedule({u"1", u"garbage line", a, u"", junk, Text(5u << 19, u'Q'), b});
+  EXPECT_EQ(DB_NumberOfRecord(app, SchedulePath()), 6);  // it counts lines
   EXPECT_EQ(Load(), 1);
-  ASSERT_EQ(app.Jobs.size(), 3u);
-  EXPECT_EQ(app.Jobs[0], ScheduleRecord());
-  EXPECT_EQ(app.Jobs[1].RecordNo, u"12");
-  EXPECT_EQ(app.Jobs[2], ScheduleRecord());
+  ASSERT_EQ(app.Jobs.size(), 2u);
+  EXPECT_EQ(app.RecordCount, 2);
+  EXPECT_EQ(app.Jobs[0].RecordNo, u"12");
+  EXPECT_EQ(app.Jobs[1].RecordNo, u"14");
+  EXPECT_EQ(GetIndexFromRecordNo(app, u"14"), 2);
+  // Nothing but such lines: no record at all.
+  PutSchedule({u"0", u"garbage", junk});
+  EXPECT_EQ(Load(), 0);
+  EXPECT_TRUE(app.Jobs.empty());
+  EXPECT_EQ(app.RecordCount, 0);
 }
 
 TEST_F(ReadTest, OnlyTheStateLineOrNoFileGivesNothing) {

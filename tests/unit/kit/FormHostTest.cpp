@@ -4,6 +4,8 @@
 // told and lets the test play the user through the same calls.
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "kit/Controls.h"
 #include "kit/HostedUi.h"
 #include "kit/ListView.h"
@@ -167,6 +169,18 @@ TEST_F(FormHostTest, ChangesReachTheHostAsTheAspectThatChanged) {
   form.lvItems.Item(2).SetSelected(true);
   EXPECT_TRUE(State(form.lvItems).rows[1].selected);
   EXPECT_EQ(fake.controls.at(H(form.lvItems)).lastChanges, UiChange::Items);
+  // Scrolling is asked for on its own, and every time it is asked for: the user may
+  // have scrolled away from the row in between.
+  const auto& scrolled = fake.controls.at(H(form.lvItems)).scrolledTo;
+  EXPECT_TRUE(scrolled.empty()) << "a selection scrolled by itself";
+  form.lvItems.Item(2).EnsureVisible();
+  form.lvItems.EnsureVisible(2);
+  EXPECT_EQ(scrolled, (std::vector<int>{2, 2}));
+  EXPECT_EQ(fake.controls.at(H(form.lvItems)).lastChanges, UiChange::Scroll);
+  EXPECT_THROW(form.lvItems.EnsureVisible(3), std::out_of_range);
+  EXPECT_EQ(scrolled.size(), 2u);
+  form.lvItems.RemoveRow(2);
+  EXPECT_EQ(State(form.lvItems).visibleRow, 0) << "the asked row is gone";
 
   form.pbDisk.SetValue(250);  // held to the range
   EXPECT_EQ(State(form.pbDisk).value, 100);

@@ -135,10 +135,20 @@ TEST_F(QvJobsEditTest, QuestionsAreAnsweredByTheAnswerOption) {
 }
 
 TEST_F(QvJobsEditTest, NoneRemovesTheJobAndAJobInProgressIsLeftAlone) {
-  Put({u"1", Rec(u"1", u"A", u"000000000000", u"2"), Rec(u"2", u"B", u"201303250641", u"2")});
+  Put({u"1", Rec(u"1", u"A", u"000000000000", u"2"), Rec(u"2", u"B", u"201303250641", u"Hourly")});
   EXPECT_EQ(Run({"edit", "1", "--time", "9:00:00", "--hourly"}), 1);
   EXPECT_EQ(Run({"edit", "2", "--time", "9:00:00", "--none"}), 0);
   EXPECT_EQ(Lines(), (std::vector<Text>{u"1", Rec(u"1", u"A", u"000000000000", u"2")}));
+}
+
+// An empty day list unchecks every day as a user would: the job stays, as a daily one.
+TEST_F(QvJobsEditTest, NoDaysSavesTheJobAsDaily) {
+  Put({u"0", Rec(u"1", u"A", u"201303250641", u"2"), Rec(u"2", u"B", u"201303200641", u"23456")});
+  EXPECT_EQ(Run({"edit", "1", "--time", "9:00:00", "--days", ""}), 0);
+  EXPECT_EQ(Run({"edit", "2", "--time", "9:00:00", "--none"}), 0);
+  EXPECT_EQ(List(),
+            "1|A|03-19-2013 9:00:00|03-18-2013 10:15:20|3|201303190900|1234567|jsmith|0|\n"
+            "2|B|03-19-2013 9:00:00|03-18-2013 10:15:20|3|201303190900|1234567|jsmith|0|\n");
 }
 
 TEST_F(QvJobsEditTest, BadArgumentsExitWithTwoAndChangeNothing) {

@@ -50,15 +50,14 @@ TEST_F(QvJobsTest, ListShowsTheRecordsAsLoaded) {
   Put({u"1", Rec(u"3", u"Caf\u00E9", u"03-25-2013 6:41:00", u"201303250641", u""), u"no separator",
        Rec(u"7", u"B", u"03-20-2013 6:41:00", u"201303200641", u"246")});
   EXPECT_EQ(Run({"list"}), kExitOk);
-  // The weekly record's empty Days is shown repaired; the separator-less line is an empty record.
+  // The weekly record's empty Days is shown repaired; the separator-less line is no record.
   EXPECT_EQ(
       out,
       "3|Caf\xC3\xA9|03-25-2013 6:41:00|03-18-2013 15:02:33|4|201303250641|2|jsmith|3|a@b.c;d@e.f\n"
-      "|||||||||\n"
       "7|B|03-20-2013 6:41:00|03-18-2013 15:02:33|4|201303200641|246|jsmith|3|a@b.c;d@e.f\n");
   EXPECT_EQ(err, "");
   EXPECT_EQ(Run({"next"}), kExitOk);
-  EXPECT_EQ(out, "2 7\n");
+  EXPECT_EQ(out, "1 7\n");
   EXPECT_EQ(Run({"--root", "C:\\QV\\", "state"}), kExitOk);
   EXPECT_EQ(out, "1\n");
 }
