@@ -15,16 +15,21 @@ mode=${4:-native}
 failures=0
 fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
 
-run() {
-  if [ "$mode" = wine ]; then
-    /usr/lib/wine/wine64 "$qvjobs" "$@"
-  else
-    "$qvjobs" "$@"
-  fi
-}
-# The marker as the program spells it.
+# A path as the program spells it.
 native_path() {
   if [ "$mode" = wine ]; then echo "Z:${1//\//\\}"; else echo "$1"; fi
+}
+# qvjobs on the data root DIR; `start` runs it in place of the (background) shell, so
+# that its process is the one killed.
+run() { (start "$@"); }
+start() {
+  local dir=$1
+  shift
+  if [ "$mode" = wine ]; then
+    exec "${QV_WINE:-/usr/lib/wine/wine64}" "$qvjobs" --root "$(native_path "$dir")" "$@"
+  else
+    exec "$qvjobs" --root "$dir" "$@"
+  fi
 }
 
 rm -rf "$work"
@@ -32,7 +37,7 @@ mkdir -p "$work/base"
 "$repo/tools/make-demo-root.sh" "$work/base" >/dev/null
 root="$work/root"
 now=(--now "11-25-2026 8:00:00")
-first=$(run --root "$work/base" list 2>/dev/null | head -1 | cut -d'|' -f1)
+first=$(run "$work/base" list 2>/dev/null </dev/null | head -1 | cut -d'|' -f1)
 commands=("edit $first --time 9:30:00 --daily" "delete $first" "run-now $first" "set-state 2")
 
 reset() { rm -rf "$root"; cp -a "$work/base" "$root"; }
@@ -44,7 +49,7 @@ declare -A new
 for command in "${commands[@]}"; do
   reset
   # shellcheck disable=SC2086
-  run --root "$root" --answer yes "${now[@]}" $command >/dev/null 2>&1 </dev/null
+  run "$root" --answer yes "${now[@]}" $command >/dev/null 2>&1 </dev/null
   new[$command]=$(schedule)
   [ "${new[$command]}" != "$old" ] || fail "$command changed nothing when left to finish"
 done
@@ -65,7 +70,7 @@ for command in "${commands[@]}"; do
     fi
     # shellcheck disable=SC2086
     QV_WRITE_PAUSE="$step|$file|$(native_path "$marker")" \
-      run --root "$root" --answer yes "${now[@]}" $command >/dev/null 2>&1 </dev/null &
+      start "$root" --answer yes "${now[@]}" $command >/dev/null 2>&1 </dev/null &
     pid=$!
     for ((wait = 0; wait < 600; wait++)); do
       [ -e "$marker" ] && break
@@ -80,7 +85,7 @@ for command in "${commands[@]}"; do
     fi
     kill -9 "$pid" 2>/dev/null
     wait "$pid" 2>/dev/null
-    [ "$mode" = wine ] && wineserver -w 2>/dev/null
+    kill -0 "$pid" 2>/dev/null && fail "'$command' paused at $step outlived its kill"
     points=$((points + 1))
     got=$(schedule)
     left=$(temporaries)
@@ -98,7 +103,7 @@ for command in "${commands[@]}"; do
           fail "'$command' killed half way through an append: the schedule is neither old nor new"
         ;;
     esac
-    run --root "$root" list >/dev/null 2>&1 </dev/null
+    run "$root" list >/dev/null 2>&1 </dev/null
     [ "$(temporaries)" = 0 ] || fail "the start after '$command' killed at $step left a temporary file"
     [ "$(schedule)" = "$got" ] || fail "the start after '$command' killed at $step changed the schedule"
     echo "killed '$command' at $step: the schedule is $([ "$got" = "$old" ] && echo old || echo new), $left temporary file(s) left"
