@@ -5,7 +5,11 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include <cstdio>
 #include <cwchar>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <vector>
@@ -503,6 +507,107 @@ TEST_F(JobScreensTest, BackupNowInBothModesAndItsSecondRefused) {
   EXPECT_EQ(CellText(list, 0, 1), L"My Corvane/");
   Shot("backup-now-relative");
   Press(screen, L"lbl_cmdClose");
+}
+
+}  // namespace
+}  // namespace e2e
+
+namespace e2e {
+namespace {
+
+std::string FileBytes(const std::filesystem::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+int Temporaries(const std::filesystem::path& folder) {
+  int n = 0;
+  std::error_code ec;
+  for (const auto& entry : std::filesystem::directory_iterator(folder, ec))
+    if (entry.path().extension() == L".qvtmp") ++n;
+  return n;
+}
+
+// The monitor stopped at one step of the editor's save (QV_WRITE_PAUSE) and ended there
+// with TerminateProcess: before the replace the schedule is the old bytes and the
+// temporary file lies beside it, after it the schedule is the saved one; the next start
+// removes the temporary file and leaves the schedule alone.
+TEST_F(JobScreensTest, KilledAtEachStepOfTheEditorsSave) {
+  const std::wstring music = LaterJob(), weekly = WeeklyJob(), photos = LaterJob(L"4", L"Photos");
+  const struct {
+    const wchar_t* step;
+    const wchar_t* file;
+    bool replaced;
+  } points[] = {{L"written", L"scheduleData.txt.qvtmp", false},
+                {L"flushed", L"scheduleData.txt", false},
+                {L"replacing", L"scheduleData.txt", false},
+                {L"replaced", L"scheduleData.txt", true}};
+  const auto schedule = Folder().CommonFile(L"scheduleData.txt");
+  const auto marker = Folder().Root() / L"paused";
+  int killed = 0;
+  for (const auto& point : points) {
+    SCOPED_TRACE(Utf8(point.step));
+    Jobs(L"0", {music, weekly, photos});
+    const std::string old = FileBytes(schedule);
+    std::filesystem::remove(marker);
+    const std::wstring pause =
+        std::wstring(point.step) + L"|" + point.file + L"|" + marker.wstring();
+    SetEnvironmentVariableW(L"QV_WRITE_PAUSE", pause.c_str());
+    Process* monitor = StartAndWait(L"Min");
+    SetEnvironmentVariableW(L"QV_WRITE_PAUSE", nullptr);
+    ASSERT_NE(monitor, nullptr);
+    pid_ = monitor->Pid();
+    auto w = MainWindow(pid_);
+    ASSERT_TRUE(w.has_value());
+    main_ = w->hwnd;
+
+    HWND screen = OpenJobList();
+    ASSERT_NE(screen, nullptr);
+    HWND list = FindByName(screen, L"Sch_list_lv");
+    ASSERT_TRUE(WaitUntil([&] { return RowCount(list) == 3; }));
+    ASSERT_TRUE(DoubleClickRow(list, 1));
+    HWND editor = WaitForScreen(L"optHourly");
+    ASSERT_NE(editor, nullptr) << "the double click opened no editor";
+    HWND hourly = FindByName(editor, L"optHourly");
+    ASSERT_TRUE(ClickControl(hourly));
+    ASSERT_TRUE(WaitUntil([&] { return Describe(hourly).check == BST_CHECKED; }));
+    Press(editor, L"Sch_Start4_Next");
+    ASSERT_TRUE(WaitUntil([&] { return std::filesystem::exists(marker); }, Ms{20000}))
+        << "the save never reached the step";
+    Kill(monitor);
+    TerminateProcessesUnder(Folder().Root());
+    ++killed;
+
+    const std::string got = FileBytes(schedule);
+    if (point.replaced) {
+      const Lines file = ScheduleLines();
+      ASSERT_EQ(file.size(), 4u);
+      EXPECT_EQ(file[1], music);
+      EXPECT_EQ(file[3], photos);
+      const auto fields = Fields(file[2]);
+      ASSERT_EQ(fields.size(), 20u);
+      EXPECT_EQ(fields[19], L"Hourly");
+      EXPECT_EQ(Temporaries(Folder().Common()), 0);
+    } else {
+      EXPECT_EQ(got, old) << "the schedule changed before its replace";
+      EXPECT_EQ(Temporaries(Folder().Common()), 1);
+    }
+
+    // The next start clears up what the killed one left, and only that (its trace alone
+    // tells when it has).
+    std::filesystem::remove(Folder().Trace());
+    Process* next = StartAndWait(L"Min");
+    ASSERT_NE(next, nullptr);
+    if (!point.replaced) {
+      EXPECT_TRUE(
+          WaitForTraceLine(Folder(), L"Removed 1 unfinished write(s) left by an earlier run."));
+    }
+    EXPECT_EQ(Temporaries(Folder().Common()), 0);
+    EXPECT_EQ(FileBytes(schedule), got);
+    Kill(next);
+    TerminateProcessesUnder(Folder().Root());
+  }
+  std::printf("killed at %d steps of the editor's save\n", killed);
 }
 
 }  // namespace
