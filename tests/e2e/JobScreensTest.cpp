@@ -700,6 +700,19 @@ TEST_F(JobScreensTest, DISABLED_FullDiskRefusedHonestly) {
   Answer(sure, 0);
   refused(L"Unable to delete the record. Reason : ", "delete-refused");
 
+  TrayItem(3);
+  HWND backupNow = WaitForScreen(L"LstBackupSet");
+  ASSERT_NE(backupNow, nullptr) << "Backup Now opened nothing";
+  HWND sets = FindByName(backupNow, L"LstBackupSet");
+  ASSERT_TRUE(WaitUntil([&] { return RowCount(sets) >= 1; }));
+  ASSERT_TRUE(SelectRow(sets, 0));
+  Press(backupNow, L"lbl_cmdBackupNow");
+  refused(L"Unable to schedule the record immediately. Reason : ", "backup-now-refused");
+  EXPECT_TRUE(IsWindow(backupNow) && IsWindowVisible(backupNow))
+      << "Backup Now closed on a failure";
+  Press(backupNow, L"lbl_cmdClose");
+  ASSERT_TRUE(WaitUntil([&] { return !IsWindow(backupNow) || !IsWindowVisible(backupNow); }));
+
   ASSERT_TRUE(DoubleClickRow(list, 0));
   HWND editor = WaitForScreen(L"optHourly");
   ASSERT_NE(editor, nullptr) << "the double click opened no editor";

@@ -21,6 +21,11 @@ fi
 trap 'rm -f "$runs/$name/QVCOMMON"; umount "$mnt"' EXIT
 "$repo/tools/make-demo-root.sh" "$work/demo" >/dev/null
 cp -a "$work/demo/QVCOMMON/." "$mnt/"
+# A backup set for Backup Now to list.
+{
+  printf '\xff\xfe'
+  printf 'Documents\b1\r\n' | iconv -f UTF-8 -t UTF-16LE
+} >"$mnt/BacksetData.txt"
 
 "${QV_WINE:-/usr/lib/wine/wine64}" "$exe" --gtest_also_run_disabled_tests \
   --gtest_filter="$name" &
