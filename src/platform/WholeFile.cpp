@@ -1,5 +1,7 @@
 #include "platform/WholeFile.h"
 
+#include "platform/WritePause.h"
+
 namespace platform {
 
 namespace {
@@ -23,8 +25,11 @@ WriteResult WriteWholeFile(IFileSystem& fs, const Text& path, std::string_view b
     fs.DeleteFile(temporary);  // what part of it was written goes; the original is untouched
     return failed;
   }
+  PauseIfAsked(WriteStep::Flushed, path);
   switch (fs.Replace(temporary, path, evenReadOnly)) {
-    case IFileSystem::ReplaceResult::Done: return WriteResult::Success();
+    case IFileSystem::ReplaceResult::Done:
+      PauseIfAsked(WriteStep::Replaced, path);
+      return WriteResult::Success();
     case IFileSystem::ReplaceResult::Failed: {
       WriteResult failed = WriteResult::Failure(ReasonOf(fs));
       fs.DeleteFile(temporary);

@@ -5,7 +5,12 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include <cstdio>
 #include <cwchar>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -543,6 +548,229 @@ TEST_F(JobScreensTest, BackupNowInBothModesAndItsSecondRefused) {
   EXPECT_EQ(CellText(list, 0, 1), L"My Corvane/");
   Shot("backup-now-relative");
   Press(screen, L"lbl_cmdClose");
+}
+
+}  // namespace
+}  // namespace e2e
+
+namespace e2e {
+namespace {
+
+std::string FileBytes(const std::filesystem::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+int Temporaries(const std::filesystem::path& folder) {
+  int n = 0;
+  std::error_code ec;
+  for (const auto& entry : std::filesystem::directory_iterator(folder, ec))
+    if (entry.path().extension() == L".qvtmp") ++n;
+  return n;
+}
+
+// The monitor stopped at one step of the editor's save (QV_WRITE_PAUSE) and ended there
+// with TerminateProcess: before the replace the schedule is the old bytes and the
+// temporary file lies beside it, after it the schedule is the saved one; the next start
+// removes the temporary file and leaves the schedule alone.
+TEST_F(JobScreensTest, KilledAtEachStepOfTheEditorsSave) {
+  const std::wstring music = LaterJob(), weekly = WeeklyJob(), photos = LaterJob(L"4", L"Photos");
+  const struct {
+    const wchar_t* step;
+    const wchar_t* file;
+    bool replaced;
+  } points[] = {{L"written", L"scheduleData.txt.qvtmp", false},
+                {L"flushed", L"scheduleData.txt", false},
+                {L"replacing", L"scheduleData.txt", false},
+                {L"replaced", L"scheduleData.txt", true}};
+  const auto schedule = Folder().CommonFile(L"scheduleData.txt");
+  const auto marker = Folder().Root() / L"paused";
+  int killed = 0;
+  for (const auto& point : points) {
+    SCOPED_TRACE(Utf8(point.step));
+    Jobs(L"0", {music, weekly, photos});
+    const std::string old = FileBytes(schedule);
+    std::filesystem::remove(marker);
+    const std::wstring pause =
+        std::wstring(point.step) + L"|" + point.file + L"|" + marker.wstring();
+    SetEnvironmentVariableW(L"QV_WRITE_PAUSE", pause.c_str());
+    Process* monitor = StartAndWait(L"Min");
+    SetEnvironmentVariableW(L"QV_WRITE_PAUSE", nullptr);
+    ASSERT_NE(monitor, nullptr);
+    pid_ = monitor->Pid();
+    auto w = MainWindow(pid_);
+    ASSERT_TRUE(w.has_value());
+    main_ = w->hwnd;
+
+    HWND screen = OpenJobList();
+    ASSERT_NE(screen, nullptr);
+    HWND list = FindByName(screen, L"Sch_list_lv");
+    ASSERT_TRUE(WaitUntil([&] { return RowCount(list) == 3; }));
+    ASSERT_TRUE(DoubleClickRow(list, 1));
+    HWND editor = WaitForScreen(L"optHourly");
+    ASSERT_NE(editor, nullptr) << "the double click opened no editor";
+    HWND hourly = FindByName(editor, L"optHourly");
+    ASSERT_TRUE(ClickControl(hourly));
+    ASSERT_TRUE(WaitUntil([&] { return Describe(hourly).check == BST_CHECKED; }));
+    Press(editor, L"Sch_Start4_Next");
+    ASSERT_TRUE(WaitUntil([&] { return std::filesystem::exists(marker); }, Ms{20000}))
+        << "the save never reached the step";
+    Kill(monitor);
+    TerminateProcessesUnder(Folder().Root());
+    ++killed;
+
+    const std::string got = FileBytes(schedule);
+    if (point.replaced) {
+      const Lines file = ScheduleLines();
+      ASSERT_EQ(file.size(), 4u);
+      EXPECT_EQ(file[1], music);
+      EXPECT_EQ(file[3], photos);
+      const auto fields = Fields(file[2]);
+      ASSERT_EQ(fields.size(), 20u);
+      EXPECT_EQ(fields[19], L"Hourly");
+      EXPECT_EQ(Temporaries(Folder().Common()), 0);
+    } else {
+      EXPECT_EQ(got, old) << "the schedule changed before its replace";
+      EXPECT_EQ(Temporaries(Folder().Common()), 1);
+    }
+
+    // The next start clears up what the killed one left, and only that (its trace alone
+    // tells when it has).
+    std::filesystem::remove(Folder().Trace());
+    Process* next = StartAndWait(L"Min");
+    ASSERT_NE(next, nullptr);
+    if (!point.replaced) {
+      EXPECT_TRUE(
+          WaitForTraceLine(Folder(), L"Removed 1 unfinished write(s) left by an earlier run."));
+    }
+    EXPECT_EQ(Temporaries(Folder().Common()), 0);
+    EXPECT_EQ(FileBytes(schedule), got);
+    Kill(next);
+    TerminateProcessesUnder(Folder().Root());
+  }
+  std::printf("killed at %d steps of the editor's save\n", killed);
+}
+
+}  // namespace
+}  // namespace e2e
+
+namespace e2e {
+namespace {
+
+// Every file of the data folder and its bytes, but for the filler and the trace (whose
+// appends may still fit in the last page the disk gave it; it is checked for whole lines).
+std::map<std::wstring, std::string> FolderBytes(const std::filesystem::path& folder,
+                                                const std::wstring& except) {
+  std::map<std::wstring, std::string> files;
+  std::error_code ec;
+  for (const auto& entry : std::filesystem::directory_iterator(folder, ec)) {
+    const std::wstring name = entry.path().filename().wstring();
+    if (entry.is_regular_file(ec) && name != except && name != L"SerTraceFile.txt")
+      files[name] = FileBytes(entry.path());
+  }
+  return files;
+}
+
+// Writes `path` until the disk refuses more; true when it was refused.
+bool FillDisk(const std::filesystem::path& path) {
+  HANDLE h = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                         FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (h == INVALID_HANDLE_VALUE) return false;
+  std::string block(4096, 'x');
+  DWORD put = 0;
+  bool refused = false;
+  for (int i = 0; i < 4096 && !refused; ++i)
+    refused = !WriteFile(h, block.data(), static_cast<DWORD>(block.size()), &put, nullptr) ||
+              put < block.size();
+  // The last few bytes, one by one.
+  for (int i = 0; i < 4096 && refused; ++i)
+    if (!WriteFile(h, block.data(), 1, &put, nullptr) || put == 0) break;
+  CloseHandle(h);
+  return refused;
+}
+
+// Run from tests/e2e/full-disk-e2e.sh, which mounts the small disk: run now, delete and
+// the editor's save on a full disk show their failure with the system's reason, change
+// no byte of any file, and leave the monitor answering; with space again the save goes
+// through.
+TEST_F(JobScreensTest, DISABLED_FullDiskRefusedHonestly) {
+  const auto root = Folder().Root();
+  ASSERT_TRUE(WriteAnsiFile(root / L"want-full-disk", {L"1"}));
+  ASSERT_TRUE(
+      WaitUntil([&] { return std::filesystem::exists(root / L"full-disk-ready"); }, Ms{20000}))
+      << "no small disk came: this test runs from full-disk-e2e.sh";
+  ASSERT_NE(Open(), nullptr);
+  HWND screen = OpenJobList();
+  ASSERT_NE(screen, nullptr);
+  HWND list = FindByName(screen, L"Sch_list_lv");
+  ASSERT_TRUE(WaitUntil([&] { return RowCount(list) >= 2; }));
+
+  const auto filler = Folder().CommonFile(L"filler");
+  ASSERT_TRUE(FillDisk(filler)) << "the disk took 16 MB: it is not the small one";
+  const auto before = FolderBytes(Folder().Common(), L"filler");
+  const std::string traceBefore = FileBytes(Folder().Trace());
+  auto answers = [&] {
+    DWORD_PTR r = 0;
+    return SendMessageTimeoutW(main_, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 5000, &r) != 0;
+  };
+  auto refused = [&](const std::wstring& text, const std::string& shot) {
+    HWND box = WaitForBox(text);
+    EXPECT_NE(box, nullptr) << "no box saying " << Utf8(text);
+    if (box == nullptr) return;
+    Sleep(300);  // the box paints itself after it shows
+    Shot(shot);
+    Answer(box, 0);
+    EXPECT_EQ(FolderBytes(Folder().Common(), L"filler"), before) << "after " << shot;
+    const std::string trace = FileBytes(Folder().Trace());
+    EXPECT_EQ(trace.substr(0, traceBefore.size()), traceBefore) << "after " << shot;
+    EXPECT_TRUE(trace.size() >= 4 &&
+                trace.compare(trace.size() - 4, 4, std::string("\r\0\n\0", 4)) == 0)
+        << "half a line in the trace after " << shot;
+    EXPECT_TRUE(answers()) << "after " << shot;
+  };
+
+  ASSERT_TRUE(SelectRow(list, 0));
+  Press(screen, L"Pic_Imme");
+  refused(L"Unable to schedule the record immediately. Reason : ", "run-now-refused");
+
+  ASSERT_TRUE(SelectRow(list, 0));
+  Press(screen, L"Pic_Delete");
+  HWND sure = WaitForBox(L"Are you sure you want to delete the scheduled record?");
+  ASSERT_NE(sure, nullptr);
+  Answer(sure, 0);
+  refused(L"Unable to delete the record. Reason : ", "delete-refused");
+
+  TrayItem(3);
+  HWND backupNow = WaitForScreen(L"LstBackupSet");
+  ASSERT_NE(backupNow, nullptr) << "Backup Now opened nothing";
+  HWND sets = FindByName(backupNow, L"LstBackupSet");
+  ASSERT_TRUE(WaitUntil([&] { return RowCount(sets) >= 1; }));
+  ASSERT_TRUE(SelectRow(sets, 0));
+  Press(backupNow, L"lbl_cmdBackupNow");
+  refused(L"Unable to schedule the record immediately. Reason : ", "backup-now-refused");
+  EXPECT_TRUE(IsWindow(backupNow) && IsWindowVisible(backupNow))
+      << "Backup Now closed on a failure";
+  Press(backupNow, L"lbl_cmdClose");
+  ASSERT_TRUE(WaitUntil([&] { return !IsWindow(backupNow) || !IsWindowVisible(backupNow); }));
+
+  ASSERT_TRUE(DoubleClickRow(list, 0));
+  HWND editor = WaitForScreen(L"optHourly");
+  ASSERT_NE(editor, nullptr) << "the double click opened no editor";
+  HWND hourly = FindByName(editor, L"optHourly");
+  ASSERT_TRUE(ClickControl(hourly));
+  ASSERT_TRUE(WaitUntil([&] { return Describe(hourly).check == BST_CHECKED; }));
+  Press(editor, L"Sch_Start4_Next");
+  refused(L"The changes to the schedule could not be saved. Reason : ", "save-refused");
+  EXPECT_TRUE(IsWindow(editor) && IsWindowVisible(editor)) << "the editor closed on a failure";
+
+  // Space again: the same save goes through.
+  ASSERT_TRUE(std::filesystem::remove(filler));
+  Press(editor, L"Sch_Start4_Next");
+  EXPECT_TRUE(WaitUntil([&] { return !IsWindow(editor) || !IsWindowVisible(editor); }))
+      << "the save with space again left the editor open";
+  EXPECT_NE(FolderBytes(Folder().Common(), L"filler").at(L"scheduleData.txt"),
+            before.at(L"scheduleData.txt"));
+  EXPECT_TRUE(answers());
 }
 
 }  // namespace

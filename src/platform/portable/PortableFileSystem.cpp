@@ -1,5 +1,7 @@
 #include "platform/portable/PortableFileSystem.h"
 
+#include "platform/WritePause.h"
+
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
@@ -161,7 +163,7 @@ enum class Put { Truncate, Append, TruncateAndFlush };
 
 // Writes so that a full disk, a short write and a failed close are all seen (errno
 // holds the reason when the result is false).
-bool PutBytes(const fs::path& path, std::string_view bytes, Put how) {
+bool PutBytes(const fs::path& path, std::string_view bytes, Put how, base::TextView name) {
 #ifdef _WIN32
   // On Windows the product uses Win32FileSystem; this version is only compared with it,
   // and the library's stream has no way to ask for the flush to the disk.
@@ -174,7 +176,17 @@ bool PutBytes(const fs::path& path, std::string_view bytes, Put how) {
 #else
   std::FILE* file = std::fopen(path.c_str(), how == Put::Append ? "ab" : "wb");
   if (file == nullptr) return false;
-  bool ok = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+  // A test may stop an append half way, or a whole write before its flush.
+  std::size_t first = 0;
+  if (how == Put::Append && PauseAsked(WriteStep::Appending, name)) first = bytes.size() / 2;
+  bool ok = true;
+  if (first > 0) {
+    ok = std::fwrite(bytes.data(), 1, first, file) == first && std::fflush(file) == 0;
+    if (ok) PauseHere();
+  }
+  const std::size_t rest = bytes.size() - first;
+  ok = ok && std::fwrite(bytes.data() + first, 1, rest, file) == rest;
+  if (how == Put::TruncateAndFlush) PauseIfAsked(WriteStep::Written, name);
   ok = ok && std::fflush(file) == 0;
   if (ok && how == Put::TruncateAndFlush) ok = ::fsync(::fileno(file)) == 0;
   int saved = errno;
@@ -208,17 +220,17 @@ bool PortableFileSystem::Failed(int errorNumber) {
 
 bool PortableFileSystem::WriteAll(const Text& path, std::string_view bytes) {
   errno = 0;
-  return PutBytes(ToNative(path), bytes, Put::Truncate) || Failed(errno);
+  return PutBytes(ToNative(path), bytes, Put::Truncate, path) || Failed(errno);
 }
 
 bool PortableFileSystem::Append(const Text& path, std::string_view bytes) {
   errno = 0;
-  return PutBytes(ToNative(path), bytes, Put::Append) || Failed(errno);
+  return PutBytes(ToNative(path), bytes, Put::Append, path) || Failed(errno);
 }
 
 bool PortableFileSystem::WriteFlushed(const Text& path, std::string_view bytes) {
   errno = 0;
-  return PutBytes(ToNative(path), bytes, Put::TruncateAndFlush) || Failed(errno);
+  return PutBytes(ToNative(path), bytes, Put::TruncateAndFlush, path) || Failed(errno);
 }
 
 IFileSystem::ReplaceResult PortableFileSystem::Replace(const Text& from, const Text& to,
@@ -243,6 +255,7 @@ IFileSystem::ReplaceResult PortableFileSystem::Replace(const Text& from, const T
       return ReplaceResult::Failed;
     }
   }
+  PauseIfAsked(WriteStep::Replacing, to);
   fs::rename(source, target, ec);
   if (ec) {
     Failed(ec);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "platform/WritePause.h"
 #include "platform/win32/Win32Handles.h"
 
 namespace platform {
@@ -161,6 +162,14 @@ bool Win32FileSystem::Append(const Text& path, std::string_view bytes) noexcept 
   FileHandle file(::CreateFileW(Wide(path), FILE_APPEND_DATA | SYNCHRONIZE, kShareAll, nullptr,
                                 OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file) return Failed();
+  // A test may stop the append half way.
+  if (PauseAsked(WriteStep::Appending, path) && bytes.size() > 1) {
+    const std::size_t half = bytes.size() / 2;
+    if (!WriteEverything(file.Get(), bytes.substr(0, half))) return Failed();
+    ::FlushFileBuffers(file.Get());
+    PauseHere();
+    bytes.remove_prefix(half);
+  }
   return WriteEverything(file.Get(), bytes) || Failed();
 }
 
@@ -169,6 +178,7 @@ bool Win32FileSystem::WriteFlushed(const Text& path, std::string_view bytes) noe
                                 FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file) return Failed();
   if (!WriteEverything(file.Get(), bytes)) return Failed();
+  PauseIfAsked(WriteStep::Written, path);
   return ::FlushFileBuffers(file.Get()) != FALSE || Failed();
 }
 
@@ -186,6 +196,7 @@ IFileSystem::ReplaceResult Win32FileSystem::Replace(const Text& from, const Text
   // Another program (the engine) may have the file open for a moment: try again
   // for about half a second before giving the decision back.
   constexpr int kTries = 10;
+  PauseIfAsked(WriteStep::Replacing, to);
   for (int attempt = 1;; ++attempt) {
     if (::MoveFileExW(Wide(from), Wide(to), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
       return ReplaceResult::Done;
