@@ -34,6 +34,11 @@ bool FaultyFileSystem::DeleteFile(const Text& path) {
   return in_.DeleteFile(path);
 }
 
+bool FaultyFileSystem::DeleteFileWithoutForce(const Text& path) {
+  if (plan_.Draw("IFileSystem::DeleteFileWithoutForce", {F::Error})) return false;
+  return in_.DeleteFileWithoutForce(path);
+}
+
 std::optional<std::string> FaultyFileSystem::ReadAll(const Text& path) {
   const auto fault = plan_.Draw("IFileSystem::ReadAll", {F::Error, F::Short, F::Empty});
   if (fault == F::Error) return std::nullopt;
@@ -80,6 +85,34 @@ bool FaultyFileSystem::Append(const Text& path, std::string_view bytes) {
   }
   return in_.Append(path, bytes);
 }
+
+bool FaultyFileSystem::WriteFlushed(const Text& path, std::string_view bytes) {
+  if (onWrite) onWrite(path, bytes);
+  const auto fault = plan_.Draw("IFileSystem::WriteFlushed", {F::Error, F::Short});
+  if (fault == F::Error) return false;
+  if (fault == F::Short) {
+    // The disk filled part way, or the flush failed after part of it went out.
+    in_.WriteAll(path, bytes.substr(0, plan_.ShortLength(bytes.size())));
+    return false;
+  }
+  return in_.WriteFlushed(path, bytes);
+}
+
+platform::IFileSystem::ReplaceResult FaultyFileSystem::Replace(const Text& from, const Text& to,
+                                                               bool evenReadOnly) {
+  // Refused outright, or held by another program past the retry.
+  const auto fault = plan_.Draw("IFileSystem::Replace", {F::Error, F::Timeout});
+  if (fault == F::Error) return ReplaceResult::Failed;
+  if (fault == F::Timeout) return ReplaceResult::Held;
+  return in_.Replace(from, to, evenReadOnly);
+}
+
+bool FaultyFileSystem::Truncate(const Text& path, std::uint64_t size) {
+  if (plan_.Draw("IFileSystem::Truncate", {F::Error})) return false;
+  return in_.Truncate(path, size);
+}
+
+Text FaultyFileSystem::LastErrorText() { return in_.LastErrorText(); }
 
 std::vector<FileEntry> FaultyFileSystem::List(const Text& folder, const Text& pattern) {
   const auto fault = plan_.Draw("IFileSystem::List", {F::Empty, F::Short});
@@ -179,6 +212,11 @@ platform::Rect FaultySystemInfo::Screen() {
 Text FaultySystemInfo::ComputerName() {
   if (plan_.Draw("ISystemInfo::ComputerName", {F::Empty})) return Text();
   return in_.ComputerName();
+}
+
+Text FaultySystemInfo::SystemFolder() {
+  if (plan_.Draw("ISystemInfo::SystemFolder", {F::Empty})) return Text();
+  return in_.SystemFolder();
 }
 
 std::optional<Text> FaultySystemInfo::Environment(const Text& name) {

@@ -23,12 +23,17 @@ class FaultyFileSystem : public platform::IFileSystem {
   bool FolderExists(const Text& path) override;
   bool CreateFolder(const Text& path) override;
   bool DeleteFile(const Text& path) override;
+  bool DeleteFileWithoutForce(const Text& path) override;
   std::optional<std::string> ReadAll(const Text& path) override;
   std::optional<std::string> ReadRange(const Text& path, std::uint64_t offset,
                                        std::size_t count) override;
   std::optional<std::uint64_t> FileSize(const Text& path) override;
   bool WriteAll(const Text& path, std::string_view bytes) override;
   bool Append(const Text& path, std::string_view bytes) override;
+  bool WriteFlushed(const Text& path, std::string_view bytes) override;
+  ReplaceResult Replace(const Text& from, const Text& to, bool evenReadOnly) override;
+  bool Truncate(const Text& path, std::uint64_t size) override;
+  Text LastErrorText() override;
   std::vector<platform::FileEntry> List(const Text& folder, const Text& pattern) override;
   bool SetCurrentFolder(const Text& path) override;
 
@@ -106,6 +111,7 @@ class FaultySystemInfo : public platform::ISystemInfo {
   platform::Rect WorkArea() override;
   platform::Rect Screen() override;
   Text ComputerName() override;
+  Text SystemFolder() override;
   Text ProgramFolder() override { return in_.ProgramFolder(); }
   Text ProgramFileName() override { return in_.ProgramFileName(); }
   Text CommandLine() override { return in_.CommandLine(); }

@@ -70,6 +70,13 @@ void FaultyUiHost::TrackTip(UiHandle tip, long x, long y, UiHandle control) {
   in_.TrackTip(tip, x, y, control);
 }
 
+void FaultyUiHost::ShowNormal(UiHandle window) {
+  const auto fault = plan_.Draw("IUiHost::ShowNormal", {F::Error, F::Throw});
+  if (fault == F::Throw) plan_.Throw("IUiHost::ShowNormal");
+  if (fault == F::Error) return;
+  in_.ShowNormal(window);
+}
+
 void FaultyUiHost::ShowPlainTip(const Text& text) {
   if (plan_.Draw("IUiHost::ShowPlainTip", {F::Error})) return;
   in_.ShowPlainTip(text);

@@ -44,6 +44,10 @@ class FaultyUiHost : public platform::IUiHost {
   void RunModal(platform::UiHandle window) override { in_.RunModal(window); }
   void EndModal(platform::UiHandle window) override { in_.EndModal(window); }
   void BeginDrag(platform::UiHandle window) override { in_.BeginDrag(window); }
+  void ShowNormal(platform::UiHandle window) override;
+  std::uintptr_t NativeWindow(platform::UiHandle window) override {
+    return in_.NativeWindow(window);
+  }
   std::uint32_t PopupMenu(platform::UiHandle window,
                           const std::vector<platform::UiMenuItem>& items) override;
 
