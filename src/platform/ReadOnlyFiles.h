@@ -19,6 +19,7 @@ class ReadOnlyFileSystem : public IFileSystem {
   bool FolderExists(const Text& path) override { return inner_.FolderExists(path); }
   bool CreateFolder(const Text& path) override { return Refuse(path); }
   bool DeleteFile(const Text& path) override { return Refuse(path); }
+  bool DeleteFileWithoutForce(const Text& path) override { return Refuse(path); }
   std::optional<std::string> ReadAll(const Text& path) override { return inner_.ReadAll(path); }
   std::optional<std::string> ReadRange(const Text& path, std::uint64_t offset,
                                        std::size_t count) override {
@@ -27,6 +28,15 @@ class ReadOnlyFileSystem : public IFileSystem {
   std::optional<std::uint64_t> FileSize(const Text& path) override { return inner_.FileSize(path); }
   bool WriteAll(const Text& path, std::string_view) override { return Refuse(path); }
   bool Append(const Text& path, std::string_view) override { return Refuse(path); }
+  bool WriteFlushed(const Text& path, std::string_view) override { return Refuse(path); }
+  ReplaceResult Replace(const Text&, const Text& to, bool) override {
+    Refuse(to);
+    return ReplaceResult::Failed;
+  }
+  bool Truncate(const Text& path, std::uint64_t) override { return Refuse(path); }
+  Text LastErrorText() override {
+    return refused_.empty() ? inner_.LastErrorText() : Text(u"Access is denied.");
+  }
   std::vector<FileEntry> List(const Text& folder, const Text& pattern) override {
     return inner_.List(folder, pattern);
   }
