@@ -44,16 +44,12 @@ std::optional<std::string> ReadWhole(AppState& app, const Text& path) {
 }
 
 // The lines of a file that is to be written back line by line, or nullopt when the read
-// was cut: fewer bytes than the file holds, or a last line without its line end.
+// was cut: fewer bytes than the file holds. A last line without its line end is no
+// sign of a cut read: other programs write such files, and they are rewritten as read.
 std::optional<std::vector<Text>> ReadLinesWhole(AppState& app, const Text& path) {
   auto bytes = ReadWhole(app, path);
   if (!bytes) return std::nullopt;
-  const Text units = base::DecodeUtf16Le(*bytes).units;
-  if (!units.empty() && units.back() != u'\n') {
-    TraceCutRead(app, path);
-    return std::nullopt;
-  }
-  return TextFile::SplitLines(units);
+  return TextFile::SplitLines(base::DecodeUtf16Le(*bytes).units);
 }
 
 void TraceMonitorError(AppState& app, const base::ErrorInfo& error, const Text& procedure) {

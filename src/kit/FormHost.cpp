@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/Guarded.h"
 #include "kit/Controls.h"
 #include "kit/ListView.h"
 #include "kit/Menu.h"
@@ -319,7 +320,13 @@ void FormHost::Build(Tracked& t) {
       if (it == t.handles.end()) continue;  // inside something that is not drawn
       container = it->second;
     }
-    UiHandle h = host_.CreateControl(t.window, container, Describe(*c));
+    // A control the host failed to make is left out and told to the failure sink; the
+    // others, and the form's timers after them, are still set up.
+    UiHandle h = 0;
+    base::Guarded([&] { h = host_.CreateControl(t.window, container, Describe(*c)); },
+                  [&](const base::ErrorInfo& e) {
+                    if (failureSink_) base::IgnoreFailure([&] { failureSink_(*c, e); });
+                  });
     if (h == 0) continue;
     t.handles[c] = h;
     t.controls[h] = c;

@@ -77,8 +77,11 @@ inline void ForgetKilledServers() {
 class RegisteredService {
  public:
   RegisteredService(const std::filesystem::path& exe, const std::wstring& start) {
-    ok_ = Run(L"sc create \"QVWin Service\" binPath= \"" + exe.wstring() + L"\" start= " + start) ==
-          0;
+    // The service manager may still hold the name of a service deleted a moment ago (by
+    // the test before, or another test program): it is free once that deletion is done.
+    const std::wstring create =
+        L"sc create \"QVWin Service\" binPath= \"" + exe.wstring() + L"\" start= " + start;
+    ok_ = WaitUntil([&] { return Run(create) == 0; });
   }
   ~RegisteredService() {
     if (SC_HANDLE m = OpenSCManagerW(nullptr, nullptr, SC_MANAGER_ALL_ACCESS)) {
