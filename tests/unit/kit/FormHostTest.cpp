@@ -6,6 +6,7 @@
 
 #include <stdexcept>
 
+#include "base/Guarded.h"
 #include "kit/Controls.h"
 #include "kit/HostedUi.h"
 #include "kit/ListView.h"
@@ -584,6 +585,32 @@ TEST(FormHostFailures, ATimerTheHostRefusedIsAskedForAgainAtTheFormsNextChange) 
   host.FireTimer(host.timers.begin()->first);
   EXPECT_EQ(form.ticks, 1);
   EXPECT_EQ(seen.size(), 1u);
+}
+
+// A host that fails to make one control: the window, its other controls and its timers
+// are still set up, and the failure reaches the sink.
+class OneControlFailsHost : public platform::FakeUiHost {
+ public:
+  platform::UiHandle CreateControl(platform::UiHandle window, platform::UiHandle container,
+                                   const platform::UiControl& control) override {
+    if (control.name == u"lblStatus") throw base::Failure(7, "Out of memory");
+    return FakeUiHost::CreateControl(window, container, control);
+  }
+};
+
+TEST(FormHostFailures, AControlTheHostFailedToMakeLeavesTheTimersRunning) {
+  OneControlFailsHost host;
+  frmSample form;
+  kit::HostedUi ui{host};
+  std::vector<Text> seen;
+  ui.Forms().SetFailureSink([&](kit::Control& c, const base::ErrorInfo& e) {
+    seen.push_back(c.Name() + u": " + e.description);
+  });
+  ui.Show(form);
+  EXPECT_EQ(seen, std::vector<Text>{u"lblStatus: Out of memory"});
+  ASSERT_EQ(host.timers.size(), 1u);
+  host.FireTimer(host.timers.begin()->first);
+  EXPECT_EQ(form.ticks, 1);
 }
 
 }  // namespace
