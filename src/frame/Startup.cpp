@@ -1,6 +1,7 @@
 #include "frame/Startup.h"
 
 #include <cmath>
+#include <limits>
 
 #include "base/Guarded.h"
 #include "frame/Logs.h"
@@ -85,7 +86,11 @@ namespace {
 std::optional<long> ToTwips(const Text& value) {
   if (!base::IsNumeric(value)) return std::nullopt;
   // Halves go to the even neighbour, as the conversion of the stored text always did.
-  return static_cast<long>(std::nearbyint(base::LeadingNumber(value)));
+  const double twips = std::nearbyint(base::LeadingNumber(value));
+  // A number beyond what a long holds converts to nothing, like one that is no number.
+  constexpr double kLimit = -static_cast<double>(std::numeric_limits<long>::min());
+  if (!(twips >= -kLimit && twips < kLimit)) return std::nullopt;
+  return static_cast<long>(twips);
 }
 
 void RestoreGeometry(AppState& app, IStartupSteps& steps) {

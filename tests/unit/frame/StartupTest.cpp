@@ -152,6 +152,16 @@ TEST_F(StartupTest, GeometryIsAppliedOnlyWhenAllFourKeysAreThere) {
   EXPECT_EQ(s.geometry, (std::vector<std::optional<long>>{7000, 5000, std::nullopt, 20}));
 }
 
+TEST_F(StartupTest, APlaceTooLargeForANumberIsPassedOverOnItsOwn) {
+  SetIni(u"LDPI", u"MonWidth", u"99999999999999999999999");
+  SetIni(u"LDPI", u"MonHeight", u"-99999999999999999999");
+  SetIni(u"LDPI", u"MonTop", u"9223372036854775807");
+  SetIni(u"LDPI", u"MonLeft", u"-30");
+  ASSERT_EQ(frame::Main(app, steps), MainResult::Run);
+  EXPECT_EQ(steps.geometry,
+            (std::vector<std::optional<long>>{std::nullopt, std::nullopt, std::nullopt, -30}));
+}
+
 TEST_F(StartupTest, BacksetPathPrefersTheCommonFile) {
   app.UserName = u" jo ";
   frame::SetBacksetFilePath(app);
