@@ -19,12 +19,12 @@ namespace {
 
 using base::Text;
 
-#define Check(condition)                                                                        \
-  do {                                                                                          \
-    if (!(condition)) {                                                                         \
+#define Check(condition)                                                                       \
+  do {                                                                                         \
+    if (!(condition)) {                                                                        \
       std::fprintf(stderr, "fuzz_backup_sets: broken at line %d: %s\n", __LINE__, #condition); \
-      std::abort();                                                                             \
-    }                                                                                           \
+      std::abort();                                                                            \
+    }                                                                                          \
   } while (false)
 
 Text Same(const Text& t) { return base::ToUpper(base::Trim(t)); }

@@ -17,12 +17,12 @@ namespace {
 
 using base::Text;
 
-#define Check(condition)                                                                      \
-  do {                                                                                        \
-    if (!(condition)) {                                                                       \
+#define Check(condition)                                                                     \
+  do {                                                                                       \
+    if (!(condition)) {                                                                      \
       std::fprintf(stderr, "fuzz_mail_list: broken at line %d: %s\n", __LINE__, #condition); \
-      std::abort();                                                                           \
-    }                                                                                         \
+      std::abort();                                                                          \
+    }                                                                                        \
   } while (false)
 
 bool HasLineBreak(const Text& t) { return t.find_first_of(u"\r\n") != Text::npos; }
@@ -63,7 +63,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (!address.empty()) {
     const Text wanted = base::ToLower(base::Trim(address));
     bool found = false;
-    for (const Text& a : saved) found = found || a == address || base::ToLower(base::Trim(a)) == wanted;
+    for (const Text& a : saved)
+      found = found || a == address || base::ToLower(base::Trim(a)) == wanted;
     Check(found);
   }
   // The save joins the full path to the program folder, so the file keeps its bytes.
