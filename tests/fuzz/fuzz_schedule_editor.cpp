@@ -1,7 +1,8 @@
-// Arbitrary choices and mail texts through the schedule editor's checks and its save,
-// over arbitrary bytes as scheduleData.txt. Beyond "no crash, no hang": the file still
-// loads afterwards, a refused check leaves it as it was, and a job in progress keeps
-// its line.
+// Arbitrary choices and mail texts through the schedule editor's list, its clicks, its
+// checks and its save, over arbitrary bytes as scheduleData.txt. Beyond "no crash, no
+// hang": the list shows each numbered job once, the running job is one of the file's,
+// the file still loads afterwards, a refused check leaves it as it was, and a job in
+// progress keeps its line.
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -59,15 +60,32 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   jobs::EditorChoices c;
   ed.host.message = [&](const Text&, int, int) { return answer % 2 ? 6 : 7; };
   jobs::LoadEditorSettings(app, c);
-  jobstore::DB_ReadSchdata(app, Text(), app.Jobs, false);
+  const long nextJob = jobstore::DB_ReadSchdata(app, Text(), app.Jobs, false);
   jobs::LoadTempJobs(app, ed);
+
+  // The list shows each numbered job once, keyed by its number.
+  const std::vector<jobs::EditorRow> rows = jobs::EditorRows(app, ed, nextJob);
+  Check(rows.size() <= ed.TempJobs.size());
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    for (std::size_t j = 0; j < i; ++j) Check(rows[j].key != rows[i].key);
+    bool known = false;
+    for (const auto& r : ed.TempJobs)
+      known = known || (!r.RecordNo.empty() && rows[i].key == u"QV_" + r.RecordNo);
+    Check(known);
+  }
+  const Text running = jobs::CurrentJobNo(app, nextJob);
+  if (!running.empty()) {
+    bool known = false;
+    for (const auto& r : app.Jobs) known = known || r.RecordNo == running;
+    Check(known);
+  }
   if (!ed.TempJobs.empty()) {
     const Text no = ed.TempJobs[pick % ed.TempJobs.size()].RecordNo;
     jobs::ShowRecordChoices(app, ed, no, c);
   }
 
   auto& t = c.timing;
-  switch (kind % 6) {
+  switch (kind % 8) {
     case 0:
       for (int i = 0; i < 7; ++i) t.chkBox[static_cast<size_t>(i)] = (days >> i) & 1;
       jobs::DayClick(ed, c);
@@ -88,6 +106,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       jobs::FrequencyClick(app, ed, c, jobs::FrequencyControl::Immediate);
       break;
     case 4: c.SetFrequency(Text()); break;
+    case 5:
+      c.ChkEmailNotification = days & 1;
+      jobs::MailClick(app, c);
+      break;
+    case 6:
+      c.chkCutoffTime = days & 1;
+      jobs::CutoffClick(app, ed, c);
+      break;
     default: t.chkDaily = !t.chkDaily; jobs::DailyClick(ed, c);
   }
   t.DTPicker = base::DateTime{2013, 3, 18, hour, minute, 0};
