@@ -114,10 +114,13 @@ test:
 	  sed 's/^/  /' $(WIN_DIR)/ctest-retried.txt; else echo "needed a second run: none"; fi; \
 	exit $$status
 
-# A short run of every fuzz target as part of the tests (FUZZ_SMOKE seconds each,
-# JOBS of them at a time); `make fuzz` is the long run. A target that finds a crash
-# fails the test.
-FUZZ_SMOKE ?= 10
+# Every fuzz target replays its whole corpus in tests/fuzz/corpus/<name> (each file run
+# once; a target without one fails) as part of the tests, JOBS of them at a time, then
+# fuzzes on for FUZZ_SMOKE seconds (0: the replay only); `make fuzz` is the long run.
+# UBSan stops at its first finding here, so that undefined behaviour fails the run as a
+# crash does (the fuzz tree builds its checks recoverable).
+FUZZ_SMOKE ?= 0
+FUZZ_ENV = UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
 fuzz-build: deps $(FUZZ_DIR)/CMakeCache.txt
 	cmake -S . -B $(FUZZ_DIR) >/dev/null
 	cmake --build $(FUZZ_DIR) -j$(JOBS) --target fuzz_targets
@@ -125,7 +128,11 @@ fuzz-build: deps $(FUZZ_DIR)/CMakeCache.txt
 test-fuzz: fuzz-build
 	@smoke() { name=$$(basename "$$1"); corpus=$(FUZZ_DIR)/corpus/$$name; mkdir -p $$corpus; \
 	  seeds=tests/fuzz/corpus/$$name; [ -d $$seeds ] || seeds=; \
-	  if "$$1" -max_total_time=$(FUZZ_SMOKE) -timeout=10 $$corpus $$seeds >$(FUZZ_DIR)/$$name.log 2>&1; \
+	  if { [ -n "$$seeds" ] || { echo "no corpus in tests/fuzz/corpus/$$name"; false; }; } \
+	      >$(FUZZ_DIR)/$$name.log 2>&1 && \
+	    $(FUZZ_ENV) "$$1" -runs=0 -timeout=10 -rss_limit_mb=2048 $$seeds >>$(FUZZ_DIR)/$$name.log 2>&1 && \
+	    { [ $(FUZZ_SMOKE) = 0 ] || $(FUZZ_ENV) "$$1" -max_total_time=$(FUZZ_SMOKE) -timeout=10 \
+	      -rss_limit_mb=2048 $$corpus $$seeds; } >>$(FUZZ_DIR)/$$name.log 2>&1; \
 	  then echo passed >$(FUZZ_DIR)/$$name.result; else echo FAILED >$(FUZZ_DIR)/$$name.result; fi; }; \
 	targets=$$(find $(FUZZ_DIR)/tests/fuzz -maxdepth 1 -type f -executable -name 'fuzz_*' 2>/dev/null | sort); \
 	rm -f $(FUZZ_DIR)/*.result; running=0; \
@@ -195,7 +202,8 @@ fuzz: deps $(FUZZ_DIR)/CMakeCache.txt
 	@found=0; for f in $$(find $(FUZZ_DIR) -type f -executable -name 'fuzz_*' | sort); do \
 	  found=1; name=$$(basename $$f); corpus=$(FUZZ_DIR)/corpus/$$name; mkdir -p $$corpus; \
 	  seeds=tests/fuzz/corpus/$$name; [ -d $$seeds ] || seeds=; \
-	  echo "== $$name"; "$$f" -max_total_time=$(FUZZ_SECONDS) -print_final_stats=1 $$corpus $$seeds; \
+	  echo "== $$name"; $(FUZZ_ENV) "$$f" -max_total_time=$(FUZZ_SECONDS) -timeout=10 -rss_limit_mb=2048 \
+	    -print_final_stats=1 $$corpus $$seeds; \
 	done; [ $$found = 1 ] || echo "fuzz: no fuzz targets yet"
 
 clean:
