@@ -88,10 +88,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Check(!std::isnan(left));
     monitor::KnobPercent({100, 3000, 200}, left);
   }
-  const Text idle = fx.fake.profile.GetString(u"AUTOPAUSE", u"BackupIdleState", Text(),
-                                              frame::kProfileBufferChars, fx.Common(u"AutoPause.ini"));
+  const Text idle =
+      fx.fake.profile.GetString(u"AUTOPAUSE", u"BackupIdleState", Text(),
+                                frame::kProfileBufferChars, fx.Common(u"AutoPause.ini"));
   const bool autoPause = base::Trim(frame::ReadSetting(fx.app, monitor::kAutoPauseKey)) == u"1";
-  for (auto pass : {monitor::SliderPass::Load, monitor::SliderPass::First, monitor::SliderPass::Second})
+  for (auto pass :
+       {monitor::SliderPass::Load, monitor::SliderPass::First, monitor::SliderPass::Second})
     monitor::ChooseSliderLimit(pass, autoPause, idle, data[0] % 6);
 
   if (auto f = notify::ReadQuotaFigures(fx.app)) {
@@ -105,11 +107,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   const int service = frame::EngineIsService(fx.app);
   Check(service == 0 || service == 1);
-  monitor::WebManageChoice(base::Trim(frame::ReadAccountKey(fx.app, u"Corvane", u"WebManage", true)),
-                           !base::IsBlank(frame::ReadSetting(fx.app, u"alice", true)));
-  monitor::ReadHelperAnswer(fx.fake.profile.GetString(u"OLWA", u"ErrVal", Text(),
-                                                      frame::kProfileBufferChars,
-                                                      fx.Common(u"qvwin.ini")));
+  monitor::WebManageChoice(
+      base::Trim(frame::ReadAccountKey(fx.app, u"Corvane", u"WebManage", true)),
+      !base::IsBlank(frame::ReadSetting(fx.app, u"alice", true)));
+  monitor::ReadHelperAnswer(fx.fake.profile.GetString(
+      u"OLWA", u"ErrVal", Text(), frame::kProfileBufferChars, fx.Common(u"qvwin.ini")));
 
   jobs::EditorChoices choices;
   jobs::LoadEditorSettings(fx.app, choices);

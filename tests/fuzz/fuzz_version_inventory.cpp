@@ -16,13 +16,13 @@ namespace {
 
 using base::Text;
 
-#define Check(condition)                                                                 \
-  do {                                                                                   \
-    if (!(condition)) {                                                                  \
+#define Check(condition)                                                                \
+  do {                                                                                  \
+    if (!(condition)) {                                                                 \
       std::fprintf(stderr, "fuzz_version_inventory: broken at line %d: %s\n", __LINE__, \
-                   #condition);                                                          \
-      std::abort();                                                                      \
-    }                                                                                    \
+                   #condition);                                                         \
+      std::abort();                                                                     \
+    }                                                                                   \
   } while (false)
 
 class Reader {
@@ -52,8 +52,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   testkit::FrameFixture fx;
   fx.fake.system.programFolder = folder;
   // The files of the list in its order; the last two have no column and never show.
-  const Text files[] = {u"CorvaneForWindows_955.exe", u"QVWinSrv.dll", u"QVBackground_955.exe",
-                        u"QVMonitor.exe",             u"QVPatch.dll",  u"QVWINHelp.chm"};
+  const Text files[] = {u"CorvaneForWindows_955.exe",
+                        u"QVWinSrv.dll",
+                        u"QVBackground_955.exe",
+                        u"QVMonitor.exe",
+                        u"QVPatch.dll",
+                        u"QVWINHelp.chm"};
   std::vector<Text> expected;
   for (std::size_t i = 0; i < 6; ++i) {
     const std::uint8_t present = in.Byte();
