@@ -1,0 +1,53 @@
+// Arbitrary bytes as the activity log the monitor window lists: the tail reader with
+// an arbitrary chunk size and count, and the parse of every line it gives. Beyond "no
+// crash, no hang": the tail reader agrees with a read of the whole file, gives at most
+// the lines asked for, each cut at its NUL, trimmed and not blank, and a line without
+// a colon has no row.
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "monitor/LogView.h"
+#include "platform/fake/FakeFileSystem.h"
+
+namespace {
+
+using base::Text;
+
+#define Check(condition)                                                                         \
+  do {                                                                                           \
+    if (!(condition)) {                                                                          \
+      std::fprintf(stderr, "fuzz_activity_log: broken at line %d: %s\n", __LINE__, #condition); \
+      std::abort();                                                                              \
+    }                                                                                            \
+  } while (false)
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  if (size < 2) return 0;
+  const std::size_t chunk = 1 + data[0] % 64;
+  const std::size_t count = data[1] % 40;
+  const std::string bytes(reinterpret_cast<const char*>(data) + 2, size - 2);
+
+  platform::FakeFileSystem fs;
+  fs.AddFolders(u"C:\\QV\\QVCOMMON");
+  const Text path = u"C:\\QV\\QVCOMMON\\QVWServiceLog.txt";
+  fs.PutFile(path, bytes);
+
+  std::size_t pauses = 0;
+  const auto tail = monitor::ReadNewestLines(fs, path, count, [&] { ++pauses; }, chunk);
+  const auto whole = monitor::ReadNewestLinesWhole(fs, path, count);
+  Check(tail.has_value() && whole.has_value());
+  Check(*tail == *whole);
+  Check(tail->size() <= count);
+  for (const Text& line : *tail) {
+    Check(!base::IsBlank(line) && line == base::Trim(line));
+    Check(line.find(u'\0') == Text::npos);
+    const auto row = monitor::ParseLogLine(line);
+    if (line.find(u':') == Text::npos) Check(!row);
+  }
+  return 0;
+}
