@@ -16,12 +16,12 @@ namespace {
 
 using base::Text;
 
-#define Check(condition)                                                                         \
-  do {                                                                                           \
-    if (!(condition)) {                                                                          \
+#define Check(condition)                                                                        \
+  do {                                                                                          \
+    if (!(condition)) {                                                                         \
       std::fprintf(stderr, "fuzz_activity_log: broken at line %d: %s\n", __LINE__, #condition); \
-      std::abort();                                                                              \
-    }                                                                                            \
+      std::abort();                                                                             \
+    }                                                                                           \
   } while (false)
 
 }  // namespace
@@ -38,7 +38,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fs.PutFile(path, bytes);
 
   std::size_t pauses = 0;
-  const auto tail = monitor::ReadNewestLines(fs, path, count, [&] { ++pauses; }, chunk);
+  const auto tail = monitor::ReadNewestLines(
+      fs, path, count, [&] { ++pauses; }, chunk);
   const auto whole = monitor::ReadNewestLinesWhole(fs, path, count);
   Check(tail.has_value() && whole.has_value());
   Check(*tail == *whole);
