@@ -46,7 +46,8 @@ std::vector<ProcessEntry> ProcessesNamed(const wchar_t* exe) {
   PROCESSENTRY32W entry{};
   entry.dwSize = sizeof entry;
   for (BOOL more = Process32FirstW(snapshot, &entry); more; more = Process32NextW(snapshot, &entry))
-    if (_wcsicmp(entry.szExeFile, exe) == 0) found.push_back({entry.th32ProcessID, entry.cntThreads});
+    if (_wcsicmp(entry.szExeFile, exe) == 0)
+      found.push_back({entry.th32ProcessID, entry.cntThreads});
   CloseHandle(snapshot);
   return found;
 }
@@ -68,8 +69,8 @@ long HandleCount(DWORD pid) {
     Entry entries[1];
   };
   using Query = LONG(WINAPI*)(ULONG, PVOID, ULONG, PULONG);
-  auto query = reinterpret_cast<Query>(
-      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation")));
+  auto query = reinterpret_cast<Query>(reinterpret_cast<void*>(
+      GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation")));
   if (query == nullptr) return -1;
   std::vector<unsigned char> buffer(1 << 16);
   for (int tries = 0; tries < 12; ++tries) {

@@ -100,9 +100,11 @@ stateWord() { iconv -f UTF-16 -t UTF-8 "$common/scheduleData.txt" 2>/dev/null | 
 # The demo data: three jobs, an account, the background engine. The engine's scenario:
 # no pause between calls ("as fast as it makes them"), enough calls for a transfer of
 # a good part of the cycle.
+# The engine makes about 80 calls a second here: a transfer takes about half the cycle.
 "$repo/tools/make-demo-root.sh" "$folder" --reset >/dev/null
 printf '%s\r\n' "# the long run: progress calls back to back" "poll_ms = 500" \
-  "files = ${QV_SOAK_FILES:-12}" "file_size = 25000000" "steps = ${QV_SOAK_STEPS:-150}" \
+  "files = ${QV_SOAK_FILES:-12}" "file_size = 25000000" \
+  "steps = ${QV_SOAK_STEPS:-$((cycle * 10 / 3))}" \
   "step_ms = ${QV_SOAK_STEP_MS:-0}" "step_seconds = 2" >"$folder/engine-sim.ini"
 
 missedBackupKeys() {
@@ -142,8 +144,9 @@ sleep 2
 startEngineIfDown
 
 # The sampler: seconds since the start, the job cycle, then what the probe reads
-# (pid, working set KB, private KB, handles, GDI, USER, threads) and the Linux side
-# of the same process (resident KB, anonymous resident KB, threads).
+# (pid, working set KB, private KB, handles, GDI, USER, threads), the Linux side of
+# the same process (resident KB, anonymous resident KB, threads), and the state word
+# ("0" between transfers).
 cycleFile="$work/cycle"
 echo 0 >"$cycleFile"
 (
@@ -155,7 +158,8 @@ echo 0 >"$cycleFile"
       linux=$(awk '/^VmRSS:/{r=$2} /^RssAnon:/{a=$2} /^Threads:/{t=$2} END{print r, a, t}' \
         "/proc/$lpid/status")
     fi
-    echo "$(($(date +%s) - started)) $(cat "$cycleFile") $line $linux" >>"$samples"
+    word=$(stateWord)
+    echo "$(($(date +%s) - started)) $(cat "$cycleFile") $line $linux ${word:-?}" >>"$samples"
     sleep "$sampleEvery"
   done
 ) &
@@ -220,12 +224,13 @@ kill "$sampler" 2>/dev/null || true
 wait "$sampler" 2>/dev/null || true
 sampler=
 
-jobs=$(grep -c 'UpdateMonitor.*?stop\|?stop' "$common/engine-sim.log" 2>/dev/null || true)
-calls=$(grep -c '' "$common/engine-sim.log" 2>/dev/null || true)
-say "$n cycles, engine log: $calls lines, $jobs job ends"
+jobs=$(grep -c ' ended files=' "$common/engine-sim.log" 2>/dev/null || true)
+calls=$(grep -c '^sent ' "$common/engine-sim.log" 2>/dev/null || true)
+say "$n cycles, $jobs jobs ended, $calls progress calls sent"
+[ "${jobs:-0}" -ge $((n / 2)) ] || fail "only ${jobs:-0} of $n jobs ended"
 
 python3 "$repo/tests/e2e/soak-wine-report.py" "$samples" "$events" "$work/soak-wine.md" \
-  "$minutes" "$sampleEvery" "$cycle" || failures=$((failures + 1))
+  "$minutes" "$sampleEvery" "$cycle" "${calls:-0}" || failures=$((failures + 1))
 cat "$work/soak-wine.md"
 [ $failures -eq 0 ] && say "passed"
 exit $((failures > 0))
