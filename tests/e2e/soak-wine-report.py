@@ -95,12 +95,12 @@ def main():
     skip = max(1, len(cycles) // 5)
     kept = set(cycles[skip:])
     # The low point of a cycle is taken between two transfers: with a sample a minute
-    # and a job every 90 s, cycles are taken together until a group has three samples
+    # and a job every 90 s, cycles are taken together until a group has two samples
     # taken while no transfer ran.
     groups, group = [], []
     for c in sorted(kept):
         group.append(c)
-        if sum(1 for r in measured if r["cycle"] in group and r["idle"]) >= 3:
+        if sum(1 for r in measured if r["cycle"] in group and r["idle"]) >= 2:
             groups.append(group)
             group = []
     if group and groups:
@@ -110,7 +110,7 @@ def main():
     first = "the monitor's first process, and " if len({r["pid"] for r in rows}) > 1 else ""
     w("Warm-up: " + first + "cycles %d to %d of the process measured (pid %d); "
       "slopes over the low points between transfers of cycles %d to %d, in %d groups of "
-      "at least three such samples.\n" % (cycles[0], cycles[skip - 1], last_pid, min(kept), max(kept), len(groups)))
+      "at least two such samples.\n" % (cycles[0], cycles[skip - 1], last_pid, min(kept), max(kept), len(groups)))
 
     hours = max(1e-9, (rows[-1]["t"] - rows[0]["t"]) / 3600.0)
     wine_kb = WINE_KB_PER_CALL * calls / hours
@@ -137,13 +137,11 @@ def main():
             low = min(inside, key=lambda r: r[key])
             lows.append((low["t"] / 3600.0, low[key]))
         n = len(lows)
-        if n == 0:
-            w("| %s | - | - | - | - | - | %s | no sample between transfers |" % (name, LIMITS[name]))
+        if n < 2:
+            # One low point has no slope: the run was too short to tell.
+            w("| %s | - | - | - | - | - | %s | too few low points (%d) |" % (name, LIMITS[name], n))
             failed += 1
             continue
-        if n < 2:
-            lows.append(lows[0])
-            n = 2
         mx = sum(x for x, _ in lows) / n
         my = sum(y for _, y in lows) / n
         sxx = sum((x - mx) ** 2 for x, _ in lows)
@@ -151,8 +149,11 @@ def main():
         limit = LIMITS[name]
         if name.endswith("KB"):
             # Less than 1 MB over the window measured cannot be told from the wobble of
-            # the heap (a short run's slope per hour is that wobble times many).
-            limit = max(limit, 1024 / span) + wine_kb
+            # the heap (a short run's slope per hour is that wobble times many); 2 MB when
+            # the window is shorter than one round of the six events, as each then comes
+            # for the first time inside it and loads its code and pictures.
+            floor = 1024 if len(kept) >= 6 else 2048
+            limit = max(limit, floor / span) + wine_kb
         ok = slope <= limit
         failed += not ok
         values = [r[key] for r in measured if r["cycle"] in kept]
