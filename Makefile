@@ -165,7 +165,7 @@ SOAK_MINUTES ?= 30
 SOAK_SAMPLE  ?= 60
 SOAK_CYCLE   ?= 90
 soak-wine: artwork-tool windows
-	tools/with-wine.sh build/soak-prefix -- bash tests/e2e/soak-wine.sh . $(WIN_DIR)/stage \
+	tools/with-wine.sh $(WIN_DIR)/soak-prefix -- bash tests/e2e/soak-wine.sh . $(WIN_DIR)/stage \
 	  $(WIN_DIR)/tests/e2e/qvsoakprobe.exe $(WIN_DIR)/soak-wine $(SOAK_MINUTES) $(SOAK_SAMPLE) \
 	  $(SOAK_CYCLE)
 
