@@ -51,7 +51,7 @@ qvjobs() { (cd "$folder" && "$wine" "$folder/qvjobs.exe" "$@" </dev/null 2>&1 | 
 linuxPid() {
   local pid
   for pid in $(pgrep -f "$1" 2>/dev/null); do
-    if tr '\0' '\n' <"/proc/$pid/environ" 2>/dev/null | grep -qxF "WINEPREFIX=$prefix"; then
+    if { tr '\0' '\n' <"/proc/$pid/environ"; } 2>/dev/null | grep -qxF "WINEPREFIX=$prefix"; then
       echo "$pid"
       return 0
     fi
