@@ -28,7 +28,7 @@ export CCACHE_SLOPPINESS ?= pch_defines,time_macros
 
 CTEST = ctest -j$(JOBS) --output-on-failure --no-tests=error
 
-.PHONY: all deps build native windows artwork-tool test test-native test-windows test-fuzz fuzz-build check run bench bench-startup fuzz soak clean
+.PHONY: all deps build native windows artwork-tool test test-native test-windows test-fuzz fuzz-build check run bench bench-startup fuzz soak soak-wine clean
 
 all: native
 
@@ -163,6 +163,18 @@ soak: native
 	failed=$$(grep -L '^0$$' $(NATIVE_DIR)/soak/*.rc | wc -l); \
 	echo "soak: seeds $(SOAK_FIRST)-$(SOAK_LAST), $(SOAK_TICKS) ticks each, $$failed with findings"; \
 	[ $$failed -eq 0 ]
+
+# The real QVMonitor.exe under Wine beside the simulated engine for SOAK_MINUTES, a job
+# every SOAK_CYCLE seconds, sampled from outside every SOAK_SAMPLE seconds, in a prefix
+# of its own (docs/reliability.md). The table lands in $(WIN_DIR)/soak-wine/soak-wine.md.
+# `make test` runs a 3-minute version (e2e_soak_wine).
+SOAK_MINUTES ?= 30
+SOAK_SAMPLE  ?= 60
+SOAK_CYCLE   ?= 90
+soak-wine: artwork-tool windows
+	tools/with-wine.sh $(WIN_DIR)/soak-prefix -- bash tests/e2e/soak-wine.sh . $(WIN_DIR)/stage \
+	  $(WIN_DIR)/tests/e2e/qvsoakprobe.exe $(WIN_DIR)/soak-wine $(SOAK_MINUTES) $(SOAK_SAMPLE) \
+	  $(SOAK_CYCLE)
 
 # The monitor from its program folder with the demo data (tools/make-demo-root.sh),
 # on the user's display when DISPLAY is set, else on a private headless one; the
