@@ -78,7 +78,7 @@ void BM_Update(benchmark::State& state) {
   jobstore::DB_ReadSchdata(app, Text(), app.Jobs, false);
   jobstore::ScheduleRecord r = app.Jobs[app.Jobs.size() / 2];
   for (auto _ : state) {
-    jobstore::DB_WriteSchdata(app, r, false);
+    static_cast<void>(jobstore::DB_WriteSchdata(app, r, false));
     state.PauseTiming();
     store.Reset();
     state.ResumeTiming();
@@ -98,7 +98,7 @@ void BM_LoadAndRewrite(benchmark::State& state) {
   for (auto _ : state) {
     jobstore::DB_ReadSchdata(app, Text(), app.Jobs, false);
     jobstore::ScheduleRecord r = app.Jobs.front();
-    jobstore::DB_WriteSchdata(app, r, false);
+    static_cast<void>(jobstore::DB_WriteSchdata(app, r, false));
     state.PauseTiming();
     store.Reset();
     state.ResumeTiming();

@@ -37,7 +37,8 @@ void StopTransfer(AppState& app) {
   base::Guarded(
       [&] {
         if (ScheduleFileExists(app) && StateWord(app) == kWordRunning)
-          jobstore::SetStateWord(app, app.ScheduleFilePath, kWordStopAsked);
+          // The write traces its own failure.
+          static_cast<void>(jobstore::SetStateWord(app, app.ScheduleFilePath, kWordStopAsked));
       },
       [&](const base::ErrorInfo& e) {
         frame::TraceError(app, u"Unable to stop the transfer. \r\nReason: ", e);
@@ -81,7 +82,8 @@ bool IsBackingUp(AppState& app, const StopWindowSteps& window) {
         // From here on the engine must not be stopped, whatever the user answers.
         answer = true;
         if (AskYesNo(app, kAskStopService) == kAnswerNo) return;
-        jobstore::SetStateWord(app, app.ScheduleFilePath, kWordStopAsked);
+        // The write traces its own failure; the window shows the stop asked either way.
+        static_cast<void>(jobstore::SetStateWord(app, app.ScheduleFilePath, kWordStopAsked));
         if (window.setStopping) window.setStopping();
         ShowInformation(app, kStopIsSet);
         if (window.redraw) window.redraw();

@@ -27,7 +27,8 @@ class ISecureStore {
   virtual ~ISecureStore() = default;
   virtual Text ReadSecure(const Text& keyName) = 0;
   // The system's reason when the value could not be stored.
-  virtual platform::WriteResult WriteSecure(const Text& keyName, const Text& value) = 0;
+  [[nodiscard]] virtual platform::WriteResult WriteSecure(const Text& keyName,
+                                                          const Text& value) = 0;
 };
 
 struct AppState {

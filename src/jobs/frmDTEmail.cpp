@@ -494,7 +494,8 @@ void frmDTEmail::DeleteRecord() {
   nextJobIndex_ = jobstore::DB_ReadSchdata(app_, Text(), app_.Jobs, false);
   FillList();
   if (Ask(kit::GetMessage(app_, 26), kit::kIconQuestion, kit::kButtonsYesNo) == kit::kResultYes) {
-    jobstore::DB_DeleteRecord(app_, recordNo, app_.ScheduleFilePath);
+    // The write traces its own failure; the list is read again either way.
+    static_cast<void>(jobstore::DB_DeleteRecord(app_, recordNo, app_.ScheduleFilePath));
     nextJobIndex_ = jobstore::DB_ReadSchdata(app_, Text(), app_.Jobs, false);
     // Only the global list is read again: the edits of the other rows wait in the
     // temporary array for the main button.
@@ -557,7 +558,8 @@ void frmDTEmail::StopTransfer() {
   if (row && row->SubItem(3) == u"In Progress") {
     if (Ask(kStopQuestion, kit::kIconQuestion, kit::kButtonsYesNo) == kit::kResultYes &&
         jobstore::ReadStateLine(app_, app_.ScheduleFilePath) == u"1") {
-      jobstore::SetStateWord(app_, app_.ScheduleFilePath, u"2");
+      // The write traces its own failure; the answer is the same either way.
+      static_cast<void>(jobstore::SetStateWord(app_, app_.ScheduleFilePath, u"2"));
       Ask(kit::GetMessage(app_, 305), kit::kIconInfo, kit::kButtonsOk);
       Pic_Refresh_Click();
     }

@@ -11,9 +11,6 @@ namespace jobs {
 
 namespace {
 
-constexpr char16_t kGen[] = u"_gen";
-constexpr char16_t kOver[] = u"_ove";
-constexpr char16_t kDown[] = u"_dwn";
 constexpr char16_t kDisabled[] = u"_dis";
 
 Text Where(const Text& procedure) {
@@ -55,8 +52,6 @@ frmManageScheduledJobs::frmManageScheduledJobs(frame::AppState& app, kit::Ui& ui
   // Escape and Alt+C close whatever has the focus.
   SetKeyPreview(true);
   list_.changed = [this] { Mirror(); };
-  pictures_ = {{&Pic_Edit, u"edit", 1}, {&Pic_Stcomp, u"stcomp", 2}, {&Pic_Delete, u"del", 3},
-               {&Pic_Imme, u"imme", 4}, {&Pic_Sttrf, u"stop", 5},    {&Pic_Refresh, u"ref", 6}};
 
   using S = frmManageScheduledJobs;
   using kit::KeyStroke;
@@ -85,52 +80,19 @@ frmManageScheduledJobs::frmManageScheduledJobs(frame::AppState& app, kit::Ui& ui
       .On(Timer1.on.Timer, &S::Timer1_Timer)
       .On(Sch_list_lv.on.ItemClick, &S::Sch_list_lv_ItemClick)
       .On(Sch_list_lv.on.DblClick, &S::Sch_list_lv_DblClick)
-      .On(Sch_list_lv.on.KeyUp, &S::Sch_list_lv_KeyUp);
-
-  // The six picture buttons behave alike: pressed picture under the left button, hover
-  // picture under the pointer and with the focus (the others back to normal).
-  for (const PictureSet& set : pictures_) {
-    kit::Picture* b = set.button;
-    b->on.MouseDown = [this, b](const kit::MouseArgs& a) {
-      if (a.button == kit::kLeftButton) Show(*b, kDown);
-    };
-    b->on.MouseMove = [this, b, n = set.number](const kit::MouseArgs&) {
-      Show(*b, kOver);
-      ResetButtonImages(n);
-    };
-    b->on.GotFocus = [this, b] { Show(*b, kOver); };
-    b->on.LostFocus = [this, b] { Show(*b, kGen); };
-  }
-  SchcmdClose.on.MouseMove = [this](const kit::MouseArgs&) {
-    ResetButtonImages(0);
-    kit::ApplySkin(SchcmdClose, kit::kSkinHover);
-  };
-  SchcmdClose.Lbl().on.MouseMove = SchcmdClose.on.MouseMove;
-  // Over the form itself the tip and every hover picture go.
-  on.MouseMove = [this](const kit::MouseArgs&) {
-    ResetButtonImages(0);
-    kit::ApplySkin(SchcmdClose, kit::kSkinNormal);
-  };
+      .On(Sch_list_lv.on.KeyUp, &S::Sch_list_lv_KeyUp)
+      // The six picture buttons behave alike: pressed picture under the left button,
+      // hover picture under the pointer and with the focus (the others back to normal);
+      // over the close button or the form every picture goes back to normal.
+      .Faces(pictures_)
+      .Hover({&SchcmdClose});
 }
 
-const frmManageScheduledJobs::PictureSet* frmManageScheduledJobs::SetOf(
-    const kit::Picture& button) const {
-  for (const PictureSet& set : pictures_)
-    if (set.button == &button) return &set;
-  return nullptr;
-}
-
-// A disabled button keeps its disabled picture whatever the pointer does.
-void frmManageScheduledJobs::Show(kit::Picture& button, const char16_t* suffix) {
-  const PictureSet* set = SetOf(button);
-  if (set == nullptr) return;
-  const Text want = Text(set->base) + (button.Enabled() ? suffix : kDisabled);
-  if (button.PictureKey() != want) button.SetPictureKey(want);
-}
-
+// The table counts from 1 in the order of the button numbers; 0 keeps none.
 void frmManageScheduledJobs::ResetButtonImages(int under) {
-  for (const PictureSet& set : pictures_)
-    if (set.number != under) Show(*set.button, kGen);
+  const auto& all = pictures_.Entries();
+  const bool known = under >= 1 && under <= static_cast<int>(all.size());
+  pictures_.ShowNormalBut(known ? all[static_cast<size_t>(under) - 1].picture : nullptr);
 }
 
 void frmManageScheduledJobs::SetColumnHeaders() {
@@ -158,7 +120,7 @@ void frmManageScheduledJobs::Mirror() {
   for (kit::Picture* b : {&Pic_Edit, &Pic_Delete, &Pic_Imme, &Pic_Sttrf}) {
     b->SetEnabled(list_.buttonsEnabled);
     const bool disabledPicture = base::EndsWith(b->PictureKey(), kDisabled);
-    if (!list_.buttonsEnabled || disabledPicture) Show(*b, kGen);
+    if (!list_.buttonsEnabled || disabledPicture) pictures_.Show(*b, kit::Face::Normal);
   }
 }
 
@@ -192,32 +154,32 @@ void frmManageScheduledJobs::Form_Unload(int&) {
 }
 
 void frmManageScheduledJobs::Pic_Edit_Click() {
-  Show(Pic_Edit, kOver);
+  pictures_.Show(Pic_Edit, kit::Face::Over);
   actions_.Pic_Edit_Click();
 }
 
 void frmManageScheduledJobs::Pic_Delete_Click() {
-  Show(Pic_Delete, kOver);
+  pictures_.Show(Pic_Delete, kit::Face::Over);
   actions_.Pic_Delete_Click();
 }
 
 void frmManageScheduledJobs::Pic_Imme_Click() {
-  Show(Pic_Imme, kOver);
+  pictures_.Show(Pic_Imme, kit::Face::Over);
   actions_.Pic_Imme_Click();
 }
 
 void frmManageScheduledJobs::Pic_Sttrf_Click() {
-  Show(Pic_Sttrf, kOver);
+  pictures_.Show(Pic_Sttrf, kit::Face::Over);
   actions_.Pic_Sttrf_Click();
 }
 
 void frmManageScheduledJobs::Pic_Stcomp_Click() {
   actions_.Pic_Stcomp_Click();
-  Show(Pic_Stcomp, kGen);
+  pictures_.Show(Pic_Stcomp, kit::Face::Normal);
 }
 
 void frmManageScheduledJobs::Pic_Refresh_Click() {
-  Show(Pic_Refresh, kOver);
+  pictures_.Show(Pic_Refresh, kit::Face::Over);
   base::Guarded(
       [&] {
         app_.Store.BackupNowMode = false;

@@ -8,6 +8,7 @@
 #include "jobs/JobListRules.h"
 #include "jobs/JobPrompts.h"
 #include "kit/Controls.h"
+#include "kit/Design.h"
 #include "kit/Form.h"
 #include "kit/ListView.h"
 #include "kit/Ui.h"
@@ -86,15 +87,8 @@ class frmManageScheduledJobs : public kit::Form {
   void Form_Unload(int& cancel) override;
 
  private:
-  struct PictureSet {
-    kit::Picture* button;
-    const char16_t* base;  // "edit" gives edit_gen, edit_ove, edit_dwn, edit_dis
-    int number;            // as ResetButtonImages counts them
-  };
   void SetColumnHeaders();
   void Mirror();
-  void Show(kit::Picture& button, const char16_t* suffix);
-  const PictureSet* SetOf(const kit::Picture& button) const;
   void CloseScreen();
 
   frame::AppState& app_;
@@ -103,7 +97,15 @@ class frmManageScheduledJobs : public kit::Form {
   UiPrompts prompts_;
   JobActions actions_;
   unsigned long mirroredFills_ = 0;
-  std::vector<PictureSet> pictures_;
+  // The picture buttons in the order ResetButtonImages numbers them ("edit" gives
+  // edit_gen, edit_ove, edit_dwn, edit_dis).
+  kit::PictureFaces pictures_{{{&Pic_Edit, u"edit"},
+                               {&Pic_Stcomp, u"stcomp"},
+                               {&Pic_Delete, u"del"},
+                               {&Pic_Imme, u"imme"},
+                               {&Pic_Sttrf, u"stop"},
+                               {&Pic_Refresh, u"ref"}},
+                              {u"_gen", u"_ove", u"_dwn", u"_dis"}};
 };
 
 }  // namespace jobs

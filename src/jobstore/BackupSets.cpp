@@ -210,7 +210,9 @@ void DB_WriteBackdata(AppState& app, const std::vector<Text>& list, const Text& 
         if (folder.empty() && app.platform.system) folder = app.platform.system->ProgramFolder();
         // The caller hands over a full path and this joins it to the program folder
         // all the same: the write goes nowhere and Mailid.txt keeps its content. Kept.
-        DB_WriteLines(app, lines, folder + u"\\" + fileName, static_cast<long>(lines.size()));
+        // The write traces its own failure.
+        static_cast<void>(
+            DB_WriteLines(app, lines, folder + u"\\" + fileName, static_cast<long>(lines.size())));
       },
       [&](const base::ErrorInfo& e) {
         TraceError(app, e, u"in procedure DB_WriteBackdata of Module DBaction");

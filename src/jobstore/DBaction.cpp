@@ -320,7 +320,9 @@ long DB_ReadSchdata(AppState& app, const Text& key, std::vector<ScheduleRecord>&
                       store.ChosenSetName + u"'.",
                   kIconInformation);
     } else if (const BackupNowRow* row = store.LstBackupSet.Selected()) {
-      DB_AddImmediateRecord(app, records, static_cast<long>(records.size()) + 1, row->RecordNo);
+      // It tells the user itself whether the job could be set up.
+      static_cast<void>(DB_AddImmediateRecord(app, records, static_cast<long>(records.size()) + 1,
+                                              row->RecordNo));
     }
   }
   return smallestIndex;

@@ -102,7 +102,7 @@ class ScheduleFileEdit {
   // Delete the record's number, EngineFlag "0", then (unless bNoSch) append its line.
   void Put(ScheduleRecord& record, bool bNoSch);
   // Writes when anything changed; traces as the single steps do.
-  WriteResult Commit(const Text& procedure);
+  [[nodiscard]] WriteResult Commit(const Text& procedure);
   // The content as it stands now; nullopt for an absent (or unreadable) file.
   const std::optional<std::string>& Bytes() const { return bytes_; }
 
@@ -122,19 +122,20 @@ class ScheduleFileEdit {
 
 // Delete, then (unless bNoSch) append the record at the end, in one write. EngineFlag
 // becomes "0".
-WriteResult DB_WriteSchdata(AppState& app, ScheduleRecord& record, bool bNoSch, bool spare = false);
-WriteResult DB_DeleteRecord(AppState& app, const Text& recordNo, const Text& path);
-WriteResult DB_WriteFirstLine(AppState& app);
-WriteResult DB_WriteRecord(AppState& app, const Text& line, const Text& path);
-WriteResult DB_WriteLines(AppState& app, const std::vector<Text>& lines, const Text& path,
-                          long count);
-WriteResult SetStateWord(AppState& app, const Text& path, const Text& value);
+[[nodiscard]] WriteResult DB_WriteSchdata(AppState& app, ScheduleRecord& record, bool bNoSch,
+                                          bool spare = false);
+[[nodiscard]] WriteResult DB_DeleteRecord(AppState& app, const Text& recordNo, const Text& path);
+[[nodiscard]] WriteResult DB_WriteFirstLine(AppState& app);
+[[nodiscard]] WriteResult DB_WriteRecord(AppState& app, const Text& line, const Text& path);
+[[nodiscard]] WriteResult DB_WriteLines(AppState& app, const std::vector<Text>& lines,
+                                        const Text& path, long count);
+[[nodiscard]] WriteResult SetStateWord(AppState& app, const Text& path, const Text& value);
 long DB_GetNewSchRecordNo(AppState& app, long count);
 // Makes the Backup Now record of the selected row at records[count - 1] and writes it;
 // says so, or that it could not be written and why.
 // `sourceRecordNo` is the row's hidden column: "-1" for a set without a job.
-WriteResult DB_AddImmediateRecord(AppState& app, std::vector<ScheduleRecord>& records, long count,
-                                  const Text& sourceRecordNo);
+[[nodiscard]] WriteResult DB_AddImmediateRecord(AppState& app, std::vector<ScheduleRecord>& records,
+                                                long count, const Text& sourceRecordNo);
 
 // The present moment as the job store writes it: "mm-dd-yyyy H:mm:ss" through the locale.
 Text NowText(AppState& app);

@@ -91,6 +91,7 @@ bool Form::Unload(UnloadMode mode) {
   activeControl_ = nullptr;
   SetVisible(false);
   Touch(Aspect::Lifecycle);
+  for (const auto& hook : unloadHooks_) Shield(hook);
   return true;
 }
 

@@ -134,6 +134,10 @@ class Form : public Control {
   int DragRequests() const { return dragRequests_; }
   void SetDragHandler(std::function<void()> handler) { dragHandler_ = std::move(handler); }
 
+  // Run, in the order given, each time the form has unloaded (after Form_Unload let it
+  // go): what lives with the form's windows goes with them.
+  void AddUnloadHook(std::function<void()> hook) { unloadHooks_.push_back(std::move(hook)); }
+
   // Told once when the form object is destroyed, so that a renderer that follows
   // it lets go (the form's controls are already gone by then).
   void SetGoneHandler(std::function<void(Form&)> handler) { goneHandler_ = std::move(handler); }
@@ -235,6 +239,7 @@ class Form : public Control {
   } design_;
 
   ChangeListener listener_;
+  std::vector<std::function<void()>> unloadHooks_;
   std::uint64_t changeCount_ = 0;
   FailureSink failureSink_;
   int failureCount_ = 0;

@@ -147,6 +147,11 @@ void TipService::Remove() {
     plain_.reset();
   }
   balloon_.reset();
+  tipForm_ = nullptr;
+}
+
+void TipService::RemoveOf(const Form& form) {
+  if (tipForm_ == &form) Remove();
 }
 
 void TipService::ShowTip(int button, const Text& text, const Control& window, bool plainMode) {
@@ -154,6 +159,7 @@ void TipService::ShowTip(int button, const Text& text, const Control& window, bo
     Remove();
     return;
   }
+  tipForm_ = &window.Owner();
   if (plainMode) {
     plain_ = PlainTip{CutTipText(text)};
     if (backend_ != nullptr) backend_->ShowPlain(plain_->text);

@@ -160,6 +160,8 @@ class TipService {
   void ButtonMouseUp(const Control& control, int button);
   // Removes whatever tip is up (a left click, a form click, an unload).
   void Remove();
+  // Removes the tip if it stands over a control of `form` (the form is unloading).
+  void RemoveOf(const Form& form);
 
   // The tip key of a control: the form's name, a point and the control's name; a
   // skinned button's label answers for its button.
@@ -172,6 +174,7 @@ class TipService {
   TipBackend* backend_;
   std::unique_ptr<CBalloonToolTip> balloon_;
   std::optional<PlainTip> plain_;
+  const Form* tipForm_ = nullptr;  // the form of the control the tip stands over
 };
 
 }  // namespace kit

@@ -34,20 +34,10 @@ Dialupdisconnect::Dialupdisconnect(frame::AppState& app, kit::Ui& ui)
       .Press(Picture1, &S::Picture1_Click)
       .Press(Picture2, &S::Picture2_Click)
       .Drag({this, &lblCapbar})
-      .On(Disconnectcountdown.on.Timer, &S::Disconnectcountdown_Timer);
-  // Both buttons light up under the pointer, each in its own skin.
-  for (kit::PictureButton* b : {&Disconnect, &cancel}) {
-    b->on.MouseMove = [this, b](const kit::MouseArgs&) { LightButtons(b); };
-    b->Lbl().on.MouseMove = b->on.MouseMove;
-  }
-  on.MouseMove = [this](const kit::MouseArgs&) { LightButtons(nullptr); };
-}
-
-void Dialupdisconnect::LightButtons(const kit::PictureButton* over) {
-  const int wide = over == &Disconnect ? kit::kSkinHover : kit::kSkinNormal;
-  if (Disconnect.SkinState() != wide) kit::ApplySkin(Disconnect, wide, kWideButton);
-  const int narrow = over == &cancel ? kit::kSkinHover : kit::kSkinNormal;
-  if (cancel.SkinState() != narrow) kit::ApplySkin(cancel, narrow);
+      .On(Disconnectcountdown.on.Timer, &S::Disconnectcountdown_Timer)
+      // Both buttons light up under the pointer, each in its own skin.
+      .Hover({&Disconnect}, kWideButton, kWideButton)
+      .Hover({&cancel});
 }
 
 void Dialupdisconnect::Form_Load() {

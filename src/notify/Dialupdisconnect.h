@@ -36,8 +36,6 @@ class Dialupdisconnect : public kit::Form {
   void Form_Load() override;
 
  private:
-  void LightButtons(const kit::PictureButton* over);
-
   frame::AppState& app_;
   kit::Ui& ui_;
   int counter_ = 0;

@@ -42,15 +42,9 @@ frmBKErrNotify::frmBKErrNotify(frame::AppState& app, kit::Ui& ui,
       .Key(kit::KeyStroke::Up, kit::kEscape, &S::cancel_Click)
       .Key(kit::KeyStroke::Up, kit::Alt('C'), &S::cancel_Click)
       .Drag({this, &lblCapbar})
-      .Hover({&cancel});
-  // The Close button's tip is the one of the job-end notice, on purpose.
-  for (kit::Control* c : std::initializer_list<kit::Control*>{&cancel, &cancel.Lbl()}) {
-    auto press = c->on.MouseUp;
-    c->on.MouseUp = [this, press](const kit::MouseArgs& a) {
-      ui_.Tips().ShowTip(a.button, kit::GetToolTipText(u"bkupjobnotify.cancel"), cancel);
-      if (press) press(a);
-    };
-  }
+      .Hover({&cancel})
+      // The Close button's tip is the one of the job-end notice, on purpose.
+      .TipsOf(u"bkupjobnotify", {&cancel});
 }
 
 void frmBKErrNotify::Form_Load() {

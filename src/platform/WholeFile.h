@@ -36,12 +36,12 @@ inline constexpr char16_t kTemporaryPattern[] = u"*.qvtmp";
 
 // The whole file, all or nothing. `evenReadOnly` replaces a read-only file too (its
 // mark goes with it); otherwise a read-only file is refused and left as it is.
-WriteResult WriteWholeFile(IFileSystem& fs, const Text& path, std::string_view bytes,
-                           bool evenReadOnly = false);
+[[nodiscard]] WriteResult WriteWholeFile(IFileSystem& fs, const Text& path, std::string_view bytes,
+                                         bool evenReadOnly = false);
 
 // `bytes` at the end of the file, created when missing. On failure the file is cut
 // back to its old length (removed again when the append had created it).
-WriteResult AppendWhole(IFileSystem& fs, const Text& path, std::string_view bytes);
+[[nodiscard]] WriteResult AppendWhole(IFileSystem& fs, const Text& path, std::string_view bytes);
 
 // Removes the temporary files that a crash in the middle of a whole write left in
 // `folder`; returns how many were removed.

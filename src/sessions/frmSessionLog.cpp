@@ -67,14 +67,10 @@ frmSessionLog::frmSessionLog(frame::AppState& app, kit::Ui& ui, SessionFilter fi
       .On(chkSelectAll.on.Click, &S::chkSelectAll_Click)
       .On(LstSessionLogView.on.DblClick, &S::LstSessionLogView_DblClick)
       .On(LstSessionLogView.on.ColumnClick, &S::LstSessionLogView_ColumnClick)
-      .On(LstSessionLogView.on.ItemCheck, &S::LstSessionLogView_ItemCheck);
-  // The buttons light up under the pointer in their own skin; over the form all go
-  // back (the design's Form_MouseMove).
-  for (kit::PictureButton* b : {&cmdView, &cmdDelete, &cmdCloseSessionLog}) {
-    b->on.MouseMove = [this, b](const kit::MouseArgs&) { Hover(b); };
-    b->Lbl().on.MouseMove = b->on.MouseMove;
-  }
-  on.MouseMove = [this](const kit::MouseArgs& args) { Form_MouseMove(args); };
+      .On(LstSessionLogView.on.ItemCheck, &S::LstSessionLogView_ItemCheck)
+      // The buttons light up under the pointer in their own skin; over the form all go
+      // back (the design's Form_MouseMove).
+      .Hover({&cmdView, &cmdDelete, &cmdCloseSessionLog}, kButtonSkin, kButtonHoverSkin);
 }
 
 void frmSessionLog::Form_Load() {
@@ -94,18 +90,6 @@ void frmSessionLog::Form_Load() {
 }
 
 void frmSessionLog::Form_Unload(int&) { ui_.Tips().Remove(); }
-
-void frmSessionLog::Form_MouseMove(const kit::MouseArgs&) { Hover(nullptr); }
-
-void frmSessionLog::Hover(kit::PictureButton* over) {
-  for (kit::PictureButton* b : {&cmdView, &cmdDelete, &cmdCloseSessionLog}) {
-    // A button in its disabled skin keeps it.
-    if (b->SkinState() == kit::kSkinDisabled || !b->Enabled()) continue;
-    const int want = b == over ? kit::kSkinHover : kit::kSkinNormal;
-    if (b->SkinState() != want)
-      kit::ApplySkin(*b, want, want == kit::kSkinHover ? kButtonHoverSkin : kButtonSkin);
-  }
-}
 
 void frmSessionLog::ListSessionFiles() {
   EnumSessionFileList.clear();

@@ -28,7 +28,6 @@ class frmSessionLog : public kit::Form {
   frmSessionLog(frame::AppState& app, kit::Ui& ui, SessionFilter filter = {});
 
   // The design's public operations.
-  void Form_MouseMove(const kit::MouseArgs& args);
   void ListSessionFiles();
   void FindSessionFiles(int nStartIdx, int nEndIdx);
 
@@ -82,7 +81,6 @@ class frmSessionLog : public kit::Form {
   // Step 7: the buttons' skin by the count (and on the delete path their state too).
   void SetButtonsFor(bool afterDelete);
   void Apply(const PageStep& step);
-  void Hover(kit::PictureButton* over);
   int Count() const { return static_cast<int>(EnumSessionFileList.size()); }
 
   frame::AppState& app_;

@@ -18,8 +18,8 @@ Text Decrypt(frame::AppState& app, const Text& scrambled);
 
 Text ValueFilePath(frame::AppState& app, const Text& keyName, ValueKind kind);
 // The file is replaced whole, read-only or not; on failure it keeps its old line.
-platform::WriteResult WriteValueFile(frame::AppState& app, const Text& keyName, const Text& value,
-                                     ValueKind kind);
+[[nodiscard]] platform::WriteResult WriteValueFile(frame::AppState& app, const Text& keyName,
+                                                   const Text& value, ValueKind kind);
 Text ReadValueFile(frame::AppState& app, const Text& keyName, ValueKind kind);
 
 // What the settings routines use when their secure flag is set.

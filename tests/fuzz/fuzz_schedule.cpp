@@ -108,7 +108,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const bool cleanEnd =
         !units.oddByte && (units.units.empty() || base::EndsWith(units.units, u"\n"));
     const bool exact = !r.RecordNo.empty() || !goodState || cleanEnd || remove;
-    jobstore::DB_WriteSchdata(app, r, remove);
+    static_cast<void>(jobstore::DB_WriteSchdata(app, r, remove));
 
     std::vector<Text> expected;
     if (!r.RecordNo.empty()) {
@@ -135,12 +135,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       Check(back.hasSeparator);
       if (!back.oldForm) Check(jobstore::BuildScheduleLine(back.record) == expected.back());
     }
-    jobstore::DB_DeleteRecord(app, app.Jobs.back().RecordNo, app.ScheduleFilePath);
+    static_cast<void>(
+        jobstore::DB_DeleteRecord(app, app.Jobs.back().RecordNo, app.ScheduleFilePath));
   }
 
   // The state word changes the first unit and nothing else.
   const std::string current = fake.fs.Bytes(app.ScheduleFilePath);
-  jobstore::SetStateWord(app, app.ScheduleFilePath, u"2");
+  static_cast<void>(jobstore::SetStateWord(app, app.ScheduleFilePath, u"2"));
   const base::Utf16Content was = base::DecodeUtf16Le(current);
   const base::Utf16Content now = base::DecodeUtf16Le(fake.fs.Bytes(app.ScheduleFilePath));
   Check(now.units == u"2" + base::Mid(was.units, 2));

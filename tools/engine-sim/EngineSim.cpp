@@ -259,9 +259,9 @@ class Engine {
     log_->Line(u"job " + record.RecordNo + u" " + setName + u" starts");
     const Text firstKey = record.SortKey;
     // The engine's marks of a running job: the word and the running key.
-    jobstore::SetStateWord(app_, app_.ScheduleFilePath, u"1");
+    static_cast<void>(jobstore::SetStateWord(app_, app_.ScheduleFilePath, u"1"));
     record.SortKey = jobstore::kRunningKey;
-    jobstore::DB_WriteSchdata(app_, record, false);
+    static_cast<void>(jobstore::DB_WriteSchdata(app_, record, false));
 
     app_.CurrentLogName = u"Schedule " + setName;
     app_.CurrentSessionFile = u"Schedule " + TwoDigits(started.month) + u"-" +
@@ -309,16 +309,16 @@ class Engine {
     monitor.Call(stop, scenario_.withOptionals, scenario_.via);
 
     // The word goes back to "0" and the job to its next run (or out of the file).
-    jobstore::SetStateWord(app_, app_.ScheduleFilePath, u"0");
+    static_cast<void>(jobstore::SetStateWord(app_, app_.ScheduleFilePath, u"0"));
     const auto from = base::ParseFileDate(record.NextRun);
     const auto next = NextRunAfter(record, from.value_or(started), win32_.clock.Now());
     if (next) {
       record.NextRun = base::FormatFileDate(*next);
       record.SortKey = base::FormatSortKey(*next);
-      jobstore::DB_WriteSchdata(app_, record, false);
+      static_cast<void>(jobstore::DB_WriteSchdata(app_, record, false));
       log_->Line(u"job " + record.RecordNo + u" next " + record.NextRun);
     } else {
-      jobstore::DB_DeleteRecord(app_, record.RecordNo, app_.ScheduleFilePath);
+      static_cast<void>(jobstore::DB_DeleteRecord(app_, record.RecordNo, app_.ScheduleFilePath));
       log_->Line(u"job " + record.RecordNo + u" removed (" + firstKey + u")");
     }
 

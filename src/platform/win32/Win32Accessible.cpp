@@ -1,4 +1,5 @@
 #include "platform/win32/Win32Accessible.h"
+#include "platform/win32/Win32Handles.h"
 
 #include <oleacc.h>
 
@@ -51,7 +52,10 @@ namespace {
 class KitAccessible final : public IAccessible {
  public:
   KitAccessible(IAccessible* standard, long role, Text name, long state)
-      : standard_(standard), role_(role), name_(std::move(name)), state_(state) {}
+      : standard_(ComPtr<IAccessible>::Attach(standard)),
+        role_(role),
+        name_(std::move(name)),
+        state_(state) {}
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** out) override {
     if (out == nullptr) return E_POINTER;
@@ -176,11 +180,11 @@ class KitAccessible final : public IAccessible {
   }
 
  private:
-  ~KitAccessible() { standard_->Release(); }
+  ~KitAccessible() = default;
   static bool Self(const VARIANT& v) { return v.vt == VT_I4 && v.lVal == CHILDID_SELF; }
 
   LONG refs_ = 1;
-  IAccessible* standard_;
+  ComPtr<IAccessible> standard_;
   long role_;
   Text name_;
   long state_;
@@ -204,11 +208,11 @@ LRESULT AnswerGetObject(HWND hwnd, WPARAM wp, LPARAM lp, const UiControl& state)
   // object says that as its value.
   const bool holdsText = state.kind == UiKind::TextBox || state.kind == UiKind::ComboBox ||
                          state.kind == UiKind::DatePicker;
-  auto* answer = new KitAccessible(standard, AccessibleRole(state.role),
-                                   holdsText ? Text() : AccessibleName(state.caption), flags);
-  const LRESULT result = LresultFromObject(__uuidof(IAccessible), wp, answer);
-  answer->Release();
-  return result;
+  // The answer starts with one reference, ours, given back once the result holds its own.
+  const auto answer = ComPtr<IAccessible>::Attach(
+      new KitAccessible(standard, AccessibleRole(state.role),
+                        holdsText ? Text() : AccessibleName(state.caption), flags));
+  return LresultFromObject(__uuidof(IAccessible), wp, answer.Get());
 }
 
 }  // namespace platform::win32

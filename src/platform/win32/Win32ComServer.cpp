@@ -37,13 +37,12 @@ Text FromBstr(const BSTR* value) {
 }
 
 // The type library embedded in this program, for IDispatch.
-ITypeInfo* LoadMonitorTypeInfo() {
-  ITypeLib* lib = nullptr;
+win32::ComPtr<ITypeInfo> LoadMonitorTypeInfo() {
+  win32::ComPtr<ITypeLib> lib;
+  win32::ComPtr<ITypeInfo> info;
   const Text path = ProgramPath();
-  if (FAILED(::LoadTypeLibEx(Wide(path), REGKIND_NONE, &lib)) || !lib) return nullptr;
-  ITypeInfo* info = nullptr;
-  lib->GetTypeInfoOfGuid(IID__IMonitor, &info);
-  lib->Release();
+  if (FAILED(::LoadTypeLibEx(Wide(path), REGKIND_NONE, lib.Out())) || !lib) return info;
+  lib->GetTypeInfoOfGuid(IID__IMonitor, info.Out());
   return info;
 }
 
@@ -137,12 +136,9 @@ class MonitorObject final : public _IMonitor {
  public:
   MonitorObject(std::unique_ptr<IMonitorCallback> callback, ITypeInfo* typeInfo,
                 std::shared_ptr<ComFailureSink> failureSink)
-      : callback_(std::move(callback)), typeInfo_(typeInfo), failureSink_(std::move(failureSink)) {
-    if (typeInfo_) typeInfo_->AddRef();
-  }
-  ~MonitorObject() {
-    if (typeInfo_) typeInfo_->Release();
-  }
+      : callback_(std::move(callback)),
+        typeInfo_(win32::ComPtr<ITypeInfo>::Share(typeInfo)),
+        failureSink_(std::move(failureSink)) {}
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** out) noexcept override {
     if (!out) return E_POINTER;
@@ -171,20 +167,20 @@ class MonitorObject final : public _IMonitor {
     *info = nullptr;
     if (index != 0 || !typeInfo_) return DISP_E_BADINDEX;
     typeInfo_->AddRef();
-    *info = typeInfo_;
+    *info = typeInfo_.Get();
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
                                           DISPID* ids) noexcept override {
     if (!typeInfo_) return E_NOTIMPL;
-    return ::DispGetIDsOfNames(typeInfo_, names, count, ids);
+    return ::DispGetIDsOfNames(typeInfo_.Get(), names, count, ids);
   }
   HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* params,
                                    VARIANT* result, EXCEPINFO* excep,
                                    UINT* argErr) noexcept override {
     if (!typeInfo_) return E_NOTIMPL;
-    return ::DispInvoke(static_cast<_IMonitor*>(this), typeInfo_, id, flags, params, result, excep,
-                        argErr);
+    return ::DispInvoke(static_cast<_IMonitor*>(this), typeInfo_.Get(), id, flags, params, result,
+                        excep, argErr);
   }
 
   HRESULT STDMETHODCALLTYPE get_dTransferRate(double* value) noexcept override {
@@ -252,19 +248,16 @@ class MonitorObject final : public _IMonitor {
   }
 
   std::unique_ptr<IMonitorCallback> callback_;
-  ITypeInfo* typeInfo_ = nullptr;
+  win32::ComPtr<ITypeInfo> typeInfo_;
   std::shared_ptr<ComFailureSink> failureSink_;
 };
 
 class MonitorFactory final : public IClassFactory {
  public:
   MonitorFactory(MonitorCallbackFactory make, std::shared_ptr<ComFailureSink> failureSink)
-      : make_(std::move(make)), failureSink_(std::move(failureSink)) {
-    typeInfo_ = LoadMonitorTypeInfo();
-  }
-  ~MonitorFactory() {
-    if (typeInfo_) typeInfo_->Release();
-  }
+      : make_(std::move(make)),
+        typeInfo_(LoadMonitorTypeInfo()),
+        failureSink_(std::move(failureSink)) {}
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** out) noexcept override {
     if (!out) return E_POINTER;
@@ -296,9 +289,10 @@ class MonitorFactory final : public IClassFactory {
             hr = E_FAIL;
             return;
           }
-          auto* object = new MonitorObject(std::move(callback), typeInfo_, failureSink_);
+          // The new object's first reference is ours; the client's comes from the query.
+          const auto object = win32::ComPtr<_IMonitor>::Attach(
+              new MonitorObject(std::move(callback), typeInfo_.Get(), failureSink_));
           hr = object->QueryInterface(riid, out);
-          object->Release();
         },
         [&](const base::ErrorInfo& e) { ReportCallFailure(failureSink_, u"CreateInstance", e); });
     return hr;
@@ -309,7 +303,7 @@ class MonitorFactory final : public IClassFactory {
  private:
   std::atomic<ULONG> refs_{1};
   MonitorCallbackFactory make_;
-  ITypeInfo* typeInfo_ = nullptr;
+  win32::ComPtr<ITypeInfo> typeInfo_;
   std::shared_ptr<ComFailureSink> failureSink_;
 };
 
@@ -337,13 +331,12 @@ bool Win32ComServer::RegisterServer() noexcept {
     // itself is written, so that the class is found at all.
     if (RegisteredServer() != u"\"" + exe + u"\"")
       ok = ClassKeys(HKEY_CLASSES_ROOT, Text(), exe, true);
-    ITypeLib* lib = nullptr;
-    if (SUCCEEDED(::LoadTypeLibEx(Wide(exe), REGKIND_NONE, &lib)) && lib) {
+    win32::ComPtr<ITypeLib> lib;
+    if (SUCCEEDED(::LoadTypeLibEx(Wide(exe), REGKIND_NONE, lib.Out())) && lib) {
       const Text folder = exe.substr(0, exe.rfind(u'\\'));
       std::wstring dir(folder.begin(), folder.end());
       std::wstring path(exe.begin(), exe.end());
-      ::RegisterTypeLibForUser(lib, path.data(), dir.data());
-      lib->Release();
+      ::RegisterTypeLibForUser(lib.Get(), path.data(), dir.data());
     } else {
       ok = false;
     }
@@ -358,16 +351,15 @@ bool Win32ComServer::RegisterClassObject(MonitorCallbackFactory factory) noexcep
     RevokeClassObject();
     // The calls must arrive on this (the window's) thread: an apartment of its own.
     ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    auto* f = new MonitorFactory(std::move(factory), failureSink_);
+    auto f =
+        win32::ComPtr<IClassFactory>::Attach(new MonitorFactory(std::move(factory), failureSink_));
     DWORD cookie = 0;
-    const HRESULT hr = ::CoRegisterClassObject(CLSID_IMonitor, f, CLSCTX_LOCAL_SERVER,
+    const HRESULT hr = ::CoRegisterClassObject(CLSID_IMonitor, f.Get(), CLSCTX_LOCAL_SERVER,
                                                REGCLS_MULTIPLEUSE, &cookie);
-    if (FAILED(hr)) {
-      f->Release();
-      return;
-    }
+    if (FAILED(hr)) return;
     cookie_ = cookie;
-    factory_ = f;
+    // Held from here by the server until it is revoked.
+    factory_ = f.Detach();
     ok = true;
   });
   return ok;
@@ -376,8 +368,10 @@ bool Win32ComServer::RegisterClassObject(MonitorCallbackFactory factory) noexcep
 void Win32ComServer::RevokeClassObject() noexcept {
   if (cookie_ != 0) ::CoRevokeClassObject(cookie_);
   cookie_ = 0;
-  if (factory_) static_cast<IClassFactory*>(factory_)->Release();
-  factory_ = nullptr;
+  // The reference taken at registration is given back here, once.
+  win32::ComPtr<IClassFactory>::Attach(
+      static_cast<IClassFactory*>(std::exchange(factory_, nullptr)))
+      .Reset();
 }
 
 }  // namespace platform

@@ -1,7 +1,8 @@
 #pragma once
 // Owners of Windows handles. Whatever a function or a record of the Windows code
 // creates and must give back (GDI objects, icons, menus, windows, kernel, find and
-// service handles, registry keys, device contexts) is held by one of these, so it
+// service handles, registry keys, device contexts, HTTP handles, strings of the
+// automation allocator, COM interfaces) is held by one of these, so it
 // is given back exactly once, whichever way the owner goes. No release call is
 // written by hand outside this header; a handle handed over to the system (a region
 // given to SetWindowRgn, a submenu appended to its menu) leaves its holder through
@@ -9,6 +10,9 @@
 #include "platform/win32/Win32Text.h"
 
 #include <commctrl.h>
+#include <oleauto.h>
+#include <unknwn.h>
+#include <winhttp.h>
 
 #include <type_traits>
 #include <utility>
@@ -73,6 +77,8 @@ inline void CloseFind(HANDLE h) noexcept { ::FindClose(h); }
 inline void CloseServiceManagerHandle(SC_HANDLE h) noexcept { ::CloseServiceHandle(h); }
 inline void CloseKey(HKEY key) noexcept { ::RegCloseKey(key); }
 inline void DestroyImageListHandle(HIMAGELIST list) noexcept { ::ImageList_Destroy(list); }
+inline void CloseInternet(HINTERNET h) noexcept { ::WinHttpCloseHandle(h); }
+inline void FreeBstr(BSTR text) noexcept { ::SysFreeString(text); }
 }  // namespace detail
 
 using UniqueBitmap = Unique<HBITMAP, &detail::DeleteGdiObject>;
@@ -88,6 +94,54 @@ using UniqueFindHandle = Unique<HANDLE, &detail::CloseFind>;
 using UniqueServiceHandle = Unique<SC_HANDLE, &detail::CloseServiceManagerHandle>;
 using UniqueKey = Unique<HKEY, &detail::CloseKey>;
 using UniqueImageList = Unique<HIMAGELIST, &detail::DestroyImageListHandle>;
+using UniqueInternet = Unique<HINTERNET, &detail::CloseInternet>;  // session, connection, request
+using UniqueBstr = Unique<BSTR, &detail::FreeBstr>;
+
+// One reference to a COM interface, given back with Release once. A pointer the
+// holder takes over (Attach, Out) is counted already; Share adds a reference.
+template <class I>
+class ComPtr {
+ public:
+  ComPtr() noexcept = default;
+  ~ComPtr() { Reset(); }
+  ComPtr(ComPtr&& other) noexcept : p_(other.Detach()) {}
+  ComPtr& operator=(ComPtr&& other) noexcept {
+    if (this != &other) Reset(other.Detach());
+    return *this;
+  }
+  ComPtr(const ComPtr&) = delete;
+  ComPtr& operator=(const ComPtr&) = delete;
+
+  // Takes over a reference the caller was given.
+  static ComPtr Attach(I* p) noexcept {
+    ComPtr c;
+    c.p_ = p;
+    return c;
+  }
+  // Takes a reference of its own to `p`.
+  static ComPtr Share(I* p) noexcept {
+    if (p != nullptr) p->AddRef();
+    return Attach(p);
+  }
+
+  I* Get() const noexcept { return p_; }
+  I* operator->() const noexcept { return p_; }
+  explicit operator bool() const noexcept { return p_ != nullptr; }
+  void Reset(I* p = nullptr) noexcept {
+    I* old = std::exchange(p_, p);
+    if (old != nullptr) old->Release();
+  }
+  [[nodiscard]] I* Detach() noexcept { return std::exchange(p_, nullptr); }
+  // For calls that return the interface through a pointer; what was held goes first.
+  I** Out() noexcept {
+    Reset();
+    return &p_;
+  }
+  void** OutVoid() noexcept { return reinterpret_cast<void**>(Out()); }
+
+ private:
+  I* p_ = nullptr;
+};
 
 // An object selected into a device context for the holder's lifetime; the one it
 // replaced is selected back at the end.

@@ -4,6 +4,8 @@
 // Win32Text.h brings <windows.h> first.
 #include <winhttp.h>
 
+#include "platform/win32/Win32Handles.h"
+
 #include <algorithm>
 #include <string>
 
@@ -20,21 +22,6 @@ constexpr std::size_t kMaxReply = 1 << 20;
 constexpr char16_t kUserAgent[] = u"CorvaneMonitor/9.5.5";
 // WINHTTP_FLAG_SECURE_PROTOCOL_TLS1_3, which older headers do not have.
 constexpr DWORD kSecureProtocolTls13 = 0x00002000;
-
-class HttpHandle {
- public:
-  explicit HttpHandle(HINTERNET h = nullptr) : h_(h) {}
-  ~HttpHandle() {
-    if (h_) WinHttpCloseHandle(h_);
-  }
-  HttpHandle(const HttpHandle&) = delete;
-  HttpHandle& operator=(const HttpHandle&) = delete;
-  HINTERNET get() const { return h_; }
-  explicit operator bool() const { return h_ != nullptr; }
-
- private:
-  HINTERNET h_;
-};
 
 struct Exchange {
   bool replied = false;  // an HTTP reply came back (whatever its status)
@@ -84,40 +71,42 @@ Exchange Perform(const Text& address, const Text& pathAndQuery, const Text& verb
     x.failure = u"the address is not an https:// address; nothing was sent";
     return x;
   }
-  HttpHandle session(WinHttpOpen(Wide(Text(kUserAgent)), WINHTTP_ACCESS_TYPE_DEFAULT_PROXY,
-                                 WINHTTP_NO_PROXY_NAME, WINHTTP_NO_PROXY_BYPASS, 0));
+  win32::UniqueInternet session(WinHttpOpen(Wide(Text(kUserAgent)),
+                                            WINHTTP_ACCESS_TYPE_DEFAULT_PROXY,
+                                            WINHTTP_NO_PROXY_NAME, WINHTTP_NO_PROXY_BYPASS, 0));
   if (!session) {
     x.failure = Reason(GetLastError());
     return x;
   }
-  WinHttpSetTimeouts(session.get(), 10000, 10000, 30000, 30000);
+  WinHttpSetTimeouts(session.Get(), 10000, 10000, 30000, 30000);
   // TLS 1.3 as well as 1.2 where the system offers it. A system that does not know
   // 1.3 refuses the pair, and then has 1.2 alone; the certificate is checked either way.
   DWORD protocols = WINHTTP_FLAG_SECURE_PROTOCOL_TLS1_2 | kSecureProtocolTls13;
-  if (!WinHttpSetOption(session.get(), WINHTTP_OPTION_SECURE_PROTOCOLS, &protocols,
+  if (!WinHttpSetOption(session.Get(), WINHTTP_OPTION_SECURE_PROTOCOLS, &protocols,
                         sizeof(protocols))) {
     protocols = WINHTTP_FLAG_SECURE_PROTOCOL_TLS1_2;
-    WinHttpSetOption(session.get(), WINHTTP_OPTION_SECURE_PROTOCOLS, &protocols, sizeof(protocols));
+    WinHttpSetOption(session.Get(), WINHTTP_OPTION_SECURE_PROTOCOLS, &protocols, sizeof(protocols));
   }
-  HttpHandle connection(WinHttpConnect(session.get(), Wide(where->host), where->port, 0));
+  win32::UniqueInternet connection(
+      WinHttpConnect(session.Get(), Wide(where->host), where->port, 0));
   if (!connection) {
     x.failure = Reason(GetLastError());
     return x;
   }
   const Text path = where->basePath + pathAndQuery;
-  HttpHandle request(WinHttpOpenRequest(connection.get(), Wide(verb), Wide(path), nullptr,
-                                        WINHTTP_NO_REFERER, WINHTTP_DEFAULT_ACCEPT_TYPES,
-                                        WINHTTP_FLAG_SECURE));
+  win32::UniqueInternet request(
+      WinHttpOpenRequest(connection.Get(), Wide(verb), Wide(path), nullptr, WINHTTP_NO_REFERER,
+                         WINHTTP_DEFAULT_ACCEPT_TYPES, WINHTTP_FLAG_SECURE));
   if (!request) {
     x.failure = Reason(GetLastError());
     return x;
   }
   // A reply that sends us elsewhere is a reply, not a place to send the data to.
   DWORD redirects = WINHTTP_OPTION_REDIRECT_POLICY_NEVER;
-  WinHttpSetOption(request.get(), WINHTTP_OPTION_REDIRECT_POLICY, &redirects, sizeof(redirects));
+  WinHttpSetOption(request.Get(), WINHTTP_OPTION_REDIRECT_POLICY, &redirects, sizeof(redirects));
   const Text headers =
       body.empty() ? Text() : Text(u"Content-Type: application/x-www-form-urlencoded\r\n");
-  if (!WinHttpSendRequest(request.get(),
+  if (!WinHttpSendRequest(request.Get(),
                           headers.empty() ? WINHTTP_NO_ADDITIONAL_HEADERS : Wide(headers),
                           headers.empty() ? 0 : static_cast<DWORD>(-1L), WINHTTP_NO_REQUEST_DATA, 0,
                           static_cast<DWORD>(body.size()), 0)) {
@@ -128,29 +117,29 @@ Exchange Perform(const Text& address, const Text& pathAndQuery, const Text& verb
   while (written < body.size()) {
     const DWORD chunk = static_cast<DWORD>(std::min(kUploadChunk, body.size() - written));
     DWORD done = 0;
-    if (!WinHttpWriteData(request.get(), body.data() + written, chunk, &done) || done == 0) {
+    if (!WinHttpWriteData(request.Get(), body.data() + written, chunk, &done) || done == 0) {
       x.failure = Reason(GetLastError());
       return x;
     }
     written += done;
     if (progress) progress(static_cast<long>(written * 100 / body.size()));
   }
-  if (!WinHttpReceiveResponse(request.get(), nullptr)) {
+  if (!WinHttpReceiveResponse(request.Get(), nullptr)) {
     x.failure = Reason(GetLastError());
     return x;
   }
   x.replied = true;
   DWORD code = 0, size = sizeof(code);
-  WinHttpQueryHeaders(request.get(), WINHTTP_QUERY_STATUS_CODE | WINHTTP_QUERY_FLAG_NUMBER,
+  WinHttpQueryHeaders(request.Get(), WINHTTP_QUERY_STATUS_CODE | WINHTTP_QUERY_FLAG_NUMBER,
                       WINHTTP_HEADER_NAME_BY_INDEX, &code, &size, WINHTTP_NO_HEADER_INDEX);
   x.statusCode = code;
-  x.statusText = QueryText(request.get(), WINHTTP_QUERY_STATUS_TEXT);
+  x.statusText = QueryText(request.Get(), WINHTTP_QUERY_STATUS_TEXT);
   for (;;) {
     DWORD available = 0;
-    if (!WinHttpQueryDataAvailable(request.get(), &available) || available == 0) break;
+    if (!WinHttpQueryDataAvailable(request.Get(), &available) || available == 0) break;
     std::string part(available, '\0');
     DWORD read = 0;
-    if (!WinHttpReadData(request.get(), part.data(), available, &read) || read == 0) break;
+    if (!WinHttpReadData(request.Get(), part.data(), available, &read) || read == 0) break;
     x.body.append(part.data(), read);
     if (x.body.size() > kMaxReply) break;
   }

@@ -1,5 +1,6 @@
 #include "platform/win32/Win32Text.h"
 #include "platform/win32/Win32OsNameProvider.h"
+#include "platform/win32/Win32Handles.h"
 
 #include <objbase.h>
 #include <oleauto.h>
@@ -32,9 +33,9 @@ std::optional<Text> Win32OsNameProvider::OsName() noexcept {
     CLSID clsid{};
     if (FAILED(::CLSIDFromProgID(kProgId, &clsid))) return std::nullopt;
 
-    IDispatch* object = nullptr;
-    if (FAILED(::CoCreateInstance(clsid, nullptr, CLSCTX_SERVER, IID_IDispatch,
-                                  reinterpret_cast<void**>(&object))) ||
+    win32::ComPtr<IDispatch> object;
+    if (FAILED(
+            ::CoCreateInstance(clsid, nullptr, CLSCTX_SERVER, IID_IDispatch, object.OutVoid())) ||
         !object)
       return std::nullopt;
 
@@ -54,7 +55,6 @@ std::optional<Text> Win32OsNameProvider::OsName() noexcept {
       }
       ::VariantClear(&result);
     }
-    object->Release();
     return name;
   });
 }

@@ -16,46 +16,34 @@ constexpr int kScales[] = {100, 125, 150, 200};
 // Larger files than this are not pictures of ours; they are not decoded.
 constexpr UINT kMaxSide = 8192;
 
-template <class T>
-struct ComRelease {
-  void operator()(T* object) const noexcept { object->Release(); }
-};
-template <class T>
-using ComPtr = std::unique_ptr<T, ComRelease<T>>;
-
 // What a COM call hands out through its out parameter, owned at once; empty when
 // the call failed.
 template <class T, class Call>
 ComPtr<T> Obtain(Call&& call) {
-  T* raw = nullptr;
-  const HRESULT hr = call(&raw);
-  ComPtr<T> owned(raw);
-  if (FAILED(hr)) owned.reset();
+  ComPtr<T> owned;
+  const HRESULT hr = call(owned.Out());
+  if (FAILED(hr)) owned.Reset();
   return owned;
 }
-
-struct DcDeleter {
-  void operator()(HDC dc) const noexcept { DeleteDC(dc); }
-};
 
 // A memory DC with a bitmap selected into it; the DC's own bitmap goes back in
 // before the DC is deleted.
 class MemoryDc {
  public:
   MemoryDc(HDC like, HBITMAP bitmap) : dc_(CreateCompatibleDC(like)) {
-    if (dc_) old_ = SelectObject(dc_.get(), bitmap);
+    if (dc_) old_ = SelectObject(dc_.Get(), bitmap);
   }
   ~MemoryDc() {
-    if (dc_ && old_) SelectObject(dc_.get(), old_);
+    if (dc_ && old_) SelectObject(dc_.Get(), old_);
   }
   MemoryDc(const MemoryDc&) = delete;
   MemoryDc& operator=(const MemoryDc&) = delete;
 
-  HDC Get() const { return dc_.get(); }
+  HDC Get() const { return dc_.Get(); }
   explicit operator bool() const { return dc_ && old_; }
 
  private:
-  std::unique_ptr<HDC__, DcDeleter> dc_;
+  UniqueDC dc_;
   HGDIOBJ old_ = nullptr;
 };
 
@@ -120,7 +108,7 @@ class Pictures::Decoder {
         [&](IWICFormatConverter** c) { return factory_->CreateFormatConverter(c); });
     UINT w = 0, h = 0;
     if (!frame || !converter ||
-        FAILED(converter->Initialize(frame.get(), GUID_WICPixelFormat32bppPBGRA,
+        FAILED(converter->Initialize(frame.Get(), GUID_WICPixelFormat32bppPBGRA,
                                      WICBitmapDitherTypeNone, nullptr, 0.0,
                                      WICBitmapPaletteTypeCustom)) ||
         FAILED(converter->GetSize(&w, &h)) || w == 0 || h == 0 || w > kMaxSide || h > kMaxSide)
@@ -134,7 +122,7 @@ class Pictures::Decoder {
     info.bmiHeader.biBitCount = 32;
     info.bmiHeader.biCompression = BI_RGB;
     void* bits = nullptr;
-    GdiObject<HBITMAP> dib(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+    UniqueBitmap dib(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
     if (!dib || !bits ||
         FAILED(converter->CopyPixels(nullptr, w * 4, w * 4 * h, static_cast<BYTE*>(bits))))
       return out;
@@ -198,7 +186,7 @@ const Bitmap* Pictures::Find(const base::Text& key, int targetHeight) {
 }
 
 void Pictures::Draw(HDC dc, const Bitmap& bmp, int x, int y, int w, int h) {
-  MemoryDc src(dc, bmp.handle.get());
+  MemoryDc src(dc, bmp.handle.Get());
   if (!src) return;
   BLENDFUNCTION blend{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
   SetStretchBltMode(dc, HALFTONE);
@@ -208,7 +196,7 @@ void Pictures::Draw(HDC dc, const Bitmap& bmp, int x, int y, int w, int h) {
 namespace {
 
 // A clear top-down 32-bit DIB section of w by h, and its pixels.
-GdiObject<HBITMAP> ClearDib(HDC like, int w, int h, void** bits) {
+UniqueBitmap ClearDib(HDC like, int w, int h, void** bits) {
   BITMAPINFO info{};
   info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
   info.bmiHeader.biWidth = w;
@@ -216,7 +204,7 @@ GdiObject<HBITMAP> ClearDib(HDC like, int w, int h, void** bits) {
   info.bmiHeader.biPlanes = 1;
   info.bmiHeader.biBitCount = 32;
   info.bmiHeader.biCompression = BI_RGB;
-  return GdiObject<HBITMAP>(CreateDIBSection(like, &info, DIB_RGB_COLORS, bits, nullptr, 0));
+  return UniqueBitmap(CreateDIBSection(like, &info, DIB_RGB_COLORS, bits, nullptr, 0));
 }
 
 }  // namespace
@@ -225,16 +213,16 @@ namespace {
 
 // A clear w by h DIB with `paint` drawn on it, its pixels then handed to `finish`.
 template <class Paint, class Finish>
-GdiObject<HBITMAP> DrawnDib(int w, int h, Paint paint, Finish finish) {
+UniqueBitmap DrawnDib(int w, int h, Paint paint, Finish finish) {
   if (w <= 0 || h <= 0) return {};
   void* bits = nullptr;
   win32::WindowDC screen(nullptr);
-  GdiObject<HBITMAP> out = ClearDib(screen.Get(), w, h, &bits);
+  UniqueBitmap out = ClearDib(screen.Get(), w, h, &bits);
   if (!out || bits == nullptr) return {};
   {
     win32::UniqueDC dc(CreateCompatibleDC(screen.Get()));
     if (!dc) return {};
-    win32::Selected selected(dc.Get(), out.get());
+    win32::Selected selected(dc.Get(), out.Get());
     paint(dc.Get());
     GdiFlush();
   }
@@ -244,7 +232,7 @@ GdiObject<HBITMAP> DrawnDib(int w, int h, Paint paint, Finish finish) {
 
 }  // namespace
 
-GdiObject<HBITMAP> Pictures::Placeholder(int w, int h) {
+UniqueBitmap Pictures::Placeholder(int w, int h) {
   return DrawnDib(
       w, h,
       [&](HDC dc) {
@@ -256,7 +244,7 @@ GdiObject<HBITMAP> Pictures::Placeholder(int w, int h) {
       });
 }
 
-GdiObject<HBITMAP> Pictures::Straight(const Bitmap& bmp, int w, int h) {
+UniqueBitmap Pictures::Straight(const Bitmap& bmp, int w, int h) {
   if (!bmp.handle) return {};
   // Blended onto clear pixels the picture comes out premultiplied, at the size asked;
   // then each colour is divided by its alpha.
@@ -282,7 +270,7 @@ void Pictures::DrawFace(HDC dc, const Bitmap& bmp, const RECT& r) {
     Draw(dc, bmp, r.left, r.top, w, h);
     return;
   }
-  MemoryDc src(dc, bmp.handle.get());
+  MemoryDc src(dc, bmp.handle.Get());
   if (!src) return;
   BLENDFUNCTION blend{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
   GdiAlphaBlend(dc, r.left, r.top, end, h, src.Get(), 0, 0, end, bmp.height, blend);
@@ -292,10 +280,10 @@ void Pictures::DrawFace(HDC dc, const Bitmap& bmp, const RECT& r) {
 }
 
 void Pictures::DrawPlaceholder(HDC dc, const RECT& r) {
-  const GdiObject<HBRUSH> fill(CreateSolidBrush(RGB(0xEA, 0xEF, 0xF1)));
-  if (fill) FillRect(dc, &r, fill.get());
-  const GdiObject<HBRUSH> edge(CreateSolidBrush(RGB(0xB8, 0xC3, 0xC8)));
-  if (edge) FrameRect(dc, &r, edge.get());
+  const UniqueBrush fill(CreateSolidBrush(RGB(0xEA, 0xEF, 0xF1)));
+  if (fill) FillRect(dc, &r, fill.Get());
+  const UniqueBrush edge(CreateSolidBrush(RGB(0xB8, 0xC3, 0xC8)));
+  if (edge) FrameRect(dc, &r, edge.Get());
 }
 
 HICON Pictures::LoadIconFile(const base::Text& path, int cx, int cy) {

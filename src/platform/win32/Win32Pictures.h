@@ -7,6 +7,8 @@
 // edges whether or not its form was scaled.
 #include "platform/win32/Win32Text.h"
 
+#include "platform/win32/Win32Handles.h"
+
 #include <map>
 #include <memory>
 #include <type_traits>
@@ -15,15 +17,8 @@
 
 namespace platform::win32 {
 
-// A GDI object (bitmap, brush ...) owned by a unique_ptr.
-struct GdiObjectDeleter {
-  void operator()(HGDIOBJ object) const noexcept { DeleteObject(object); }
-};
-template <class Handle>
-using GdiObject = std::unique_ptr<std::remove_pointer_t<Handle>, GdiObjectDeleter>;
-
 struct Bitmap {
-  GdiObject<HBITMAP> handle;  // a top-down 32-bit DIB section, premultiplied alpha
+  UniqueBitmap handle;  // a top-down 32-bit DIB section, premultiplied alpha
   int width = 0;
   int height = 0;
   int scale = 100;  // the file's scale in percent
@@ -52,9 +47,9 @@ class Pictures {
   static void DrawFace(HDC dc, const Bitmap& bmp, const RECT& r);
   // The picture at w by h as a 32-bit DIB with straight alpha, for what wants it so
   // (the platform's image lists); null when it cannot be made.
-  static GdiObject<HBITMAP> Straight(const Bitmap& bmp, int w, int h);
+  static UniqueBitmap Straight(const Bitmap& bmp, int w, int h);
   // The placeholder as such a bitmap.
-  static GdiObject<HBITMAP> Placeholder(int w, int h);
+  static UniqueBitmap Placeholder(int w, int h);
   // What stands in for a picture whose file is missing.
   static void DrawPlaceholder(HDC dc, const RECT& r);
 

@@ -1,5 +1,6 @@
 #include "platform/win32/Win32Text.h"
 #include "platform/win32/Win32ProcessList.h"
+#include "platform/win32/Win32Handles.h"
 
 #include <psapi.h>
 #include <tlhelp32.h>
@@ -111,13 +112,13 @@ bool Win32ProcessList::CloseHandle(OsHandle handle) noexcept {
 }
 
 std::uint64_t Win32ProcessList::ProcessStartTime(std::uint32_t processId) noexcept {
-  HANDLE process = ::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, processId);
-  if (process == nullptr) return 0;
+  const win32::UniqueHandle process(
+      ::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, processId));
+  if (!process) return 0;
   FILETIME created{}, exited{}, kernel{}, user{};
   std::uint64_t start = 0;
-  if (::GetProcessTimes(process, &created, &exited, &kernel, &user))
+  if (::GetProcessTimes(process.Get(), &created, &exited, &kernel, &user))
     start = (static_cast<std::uint64_t>(created.dwHighDateTime) << 32) | created.dwLowDateTime;
-  ::CloseHandle(process);
   return start;
 }
 

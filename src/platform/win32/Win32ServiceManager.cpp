@@ -1,5 +1,6 @@
 #include "platform/win32/Win32Text.h"
 #include "platform/win32/Win32ServiceManager.h"
+#include "platform/win32/Win32Handles.h"
 
 #include <winsvc.h>
 
@@ -84,10 +85,12 @@ bool Win32ServiceManager::ServiceInstalled(const Text& serviceName) noexcept {
     const DWORD lastError = ::GetLastError();
     const std::wstring key =
         L"SYSTEM\\CurrentControlSet\\Services\\" + std::wstring(Wide(serviceName));
-    HKEY handle = nullptr;
-    const LSTATUS status =
-        ::RegOpenKeyExW(HKEY_LOCAL_MACHINE, key.c_str(), 0, KEY_QUERY_VALUE, &handle);
-    if (status == ERROR_SUCCESS) ::RegCloseKey(handle);
+    LSTATUS status = ERROR_SUCCESS;
+    {
+      // The key is closed before the last error is put back.
+      win32::UniqueKey handle;
+      status = ::RegOpenKeyExW(HKEY_LOCAL_MACHINE, key.c_str(), 0, KEY_QUERY_VALUE, handle.Out());
+    }
     ::SetLastError(lastError);
     return status != ERROR_FILE_NOT_FOUND;
   });

@@ -42,7 +42,7 @@ int Win32UiHost::RowImage(ControlRec& c, const Text& key) {
   auto straight = picture != nullptr ? Pictures::Straight(*picture, side, side)
                                      : Pictures::Placeholder(side, side);
   if (!straight) return I_IMAGENONE;
-  const int index = ImageList_Add(c.rowImages.Get(), straight.get(), nullptr);
+  const int index = ImageList_Add(c.rowImages.Get(), straight.Get(), nullptr);
   if (index < 0) return I_IMAGENONE;
   c.rowImageKeys.push_back(key);
   return index;

@@ -1,4 +1,5 @@
 #include "platform/win32/Win32UiHost.h"
+#include "platform/win32/Win32Handles.h"
 #include "platform/win32/Win32UiProbe.h"
 
 #include <commctrl.h>
@@ -26,10 +27,10 @@ std::wstring ClassOf(HWND hwnd) {
 }
 
 void ReadAccessible(HWND hwnd, ProbeState& seen) {
-  IAccessible* acc = nullptr;
-  if (FAILED(AccessibleObjectFromWindow(hwnd, OBJID_CLIENT, __uuidof(IAccessible),
-                                        reinterpret_cast<void**>(&acc))) ||
-      acc == nullptr)
+  ComPtr<IAccessible> acc;
+  if (FAILED(
+          AccessibleObjectFromWindow(hwnd, OBJID_CLIENT, __uuidof(IAccessible), acc.OutVoid())) ||
+      !acc)
     return;
   VARIANT self;
   self.vt = VT_I4;
@@ -41,12 +42,9 @@ void ReadAccessible(HWND hwnd, ProbeState& seen) {
   VariantInit(&state);
   if (SUCCEEDED(acc->get_accState(self, &state)) && state.vt == VT_I4)
     seen.focusable = (state.lVal & STATE_SYSTEM_FOCUSABLE) != 0;
-  BSTR name = nullptr;
-  if (SUCCEEDED(acc->get_accName(self, &name)) && name != nullptr) {
-    seen.name = FromWide(name, SysStringLen(name));
-    SysFreeString(name);
-  }
-  acc->Release();
+  UniqueBstr name;
+  if (SUCCEEDED(acc->get_accName(self, name.Out())) && name)
+    seen.name = FromWide(name.Get(), SysStringLen(name.Get()));
 }
 
 }  // namespace

@@ -193,7 +193,7 @@ class DailyTimerTest : public ProcessScanTest {
 };
 
 TEST_F(DailyTimerTest, EndsBothEngineProgramsBetweenTransfers) {
-  jobstore::SetStateWord(app, app.ScheduleFilePath, u"0");
+  static_cast<void>(jobstore::SetStateWord(app, app.ScheduleFilePath, u"0"));
   const auto id = engine::StartDailyTimer(app);
   ASSERT_NE(id, 0u);
   EXPECT_EQ(fake.ui.timers.at(id).intervalMs, 86400000u);
@@ -203,10 +203,10 @@ TEST_F(DailyTimerTest, EndsBothEngineProgramsBetweenTransfers) {
 
 TEST_F(DailyTimerTest, LeavesARunningTransferAndAMissingFileAlone) {
   engine::TimerProc(app);  // no schedule file
-  jobstore::SetStateWord(app, app.ScheduleFilePath, u"1");
+  static_cast<void>(jobstore::SetStateWord(app, app.ScheduleFilePath, u"1"));
   ASSERT_EQ(jobstore::ReadStateLine(app, app.ScheduleFilePath), u"1");
   engine::TimerProc(app);
-  jobstore::SetStateWord(app, app.ScheduleFilePath, u"2");
+  static_cast<void>(jobstore::SetStateWord(app, app.ScheduleFilePath, u"2"));
   engine::TimerProc(app);
   EXPECT_TRUE(fake.processes.terminated.empty());
 }

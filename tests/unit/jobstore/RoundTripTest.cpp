@@ -164,7 +164,7 @@ TEST_F(RoundTrip, UpdateAndDeleteTouchOnlyTheirRecord) {
     }
 
     const bool remove = g.Chance(30);
-    DB_WriteSchdata(app, r, remove);
+    static_cast<void>(DB_WriteSchdata(app, r, remove));
 
     std::vector<Text> expected;
     if (remove) {
@@ -202,7 +202,7 @@ TEST_F(RoundTrip, StateWordAndNewNumber) {
     for (int k = 1; k < next; ++k) EXPECT_EQ(used.count(k), 1u) << "seed " << seed << " k " << k;
 
     const Text word = Text(1, u'0' + g.Int(0, 2));
-    SetStateWord(app, SchedulePath(), word);
+    static_cast<void>(SetStateWord(app, SchedulePath(), word));
     std::string after = ScheduleBytes();
     ASSERT_EQ(after.size(), before.size());
     EXPECT_EQ(after.substr(0, 2), before.substr(0, 2));

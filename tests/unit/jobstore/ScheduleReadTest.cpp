@@ -41,7 +41,7 @@ TEST_F(ReadTest, WorkedRecordWritesBackByteForByte) {
   ScheduleRecord r = WorkedRecord();
   r.Password = u"secret";  // never reaches the file: position 18 is always "1"
   r.EngineFlag = u"7";     // the writer always stores "0"
-  DB_WriteSchdata(app, r, false);
+  static_cast<void>(DB_WriteSchdata(app, r, false));
   EXPECT_EQ(ScheduleBytes(), FileBytes({u"0", kWorkedLine}));
   EXPECT_EQ(r.EngineFlag, u"0");
   EXPECT_EQ(BuildScheduleLine(WorkedRecord()), kWorkedLine);

@@ -27,7 +27,7 @@ TEST_F(WriteTest, UpdateMovesTheRecordToTheEndInTheNewForm) {
   ScheduleRecord r = app.Jobs[1];
   ASSERT_EQ(r.RecordNo, u"4");
   r.BackupSetName = u"Renamed";
-  DB_WriteSchdata(app, r, false);
+  static_cast<void>(DB_WriteSchdata(app, r, false));
 
   auto lines = ScheduleLines();
   ASSERT_EQ(lines.size(), 4u);
@@ -49,7 +49,7 @@ TEST_F(WriteTest, UpdateWithNoScheduleOnlyRemoves) {
   PutSchedule({u"0", Rec(u"1"), Rec(u"2"), u"loose text", Rec(u"3")});
   ScheduleRecord r;
   r.RecordNo = u"2";
-  DB_WriteSchdata(app, r, true);
+  static_cast<void>(DB_WriteSchdata(app, r, true));
   // A line without a separator is lost at the rewrite, as the design has it.
   EXPECT_EQ(ScheduleBytes(), FileBytes({u"0", Rec(u"1"), Rec(u"3")}));
   EXPECT_EQ(app.RecordCount, 2);
@@ -62,21 +62,21 @@ TEST_F(WriteTest, UpdateWithNoScheduleOnlyRemoves) {
 
 TEST_F(WriteTest, DeleteComparesTheWholeNumberAndKeepsAnyFirstLine) {
   PutSchedule({u"garbage first", Rec(u"1"), Rec(u"12"), Rec(u"121"), Rec(u"12", u"Twice")});
-  DB_DeleteRecord(app, u"12", SchedulePath());
+  static_cast<void>(DB_DeleteRecord(app, u"12", SchedulePath()));
   EXPECT_EQ(ScheduleLines(), (std::vector<Text>{u"garbage first", Rec(u"1"), Rec(u"121")}));
 
   // Nothing happens for an empty number or an absent file.
   std::string before = ScheduleBytes();
-  DB_DeleteRecord(app, u"", SchedulePath());
+  static_cast<void>(DB_DeleteRecord(app, u"", SchedulePath()));
   EXPECT_EQ(ScheduleBytes(), before);
-  DB_DeleteRecord(app, u"1", Common(u"none.txt"));
+  static_cast<void>(DB_DeleteRecord(app, u"1", Common(u"none.txt")));
   EXPECT_FALSE(fake.fs.FileExists(Common(u"none.txt")));
 }
 
 TEST_F(WriteTest, DeleteOnAnotherFileHasNoStateLine) {
   Text path = Common(u"other.txt");
   fake.fs.PutFile(path, FileBytes({Join({u"1", u"a"}, kB), Join({u"2", u"b"}, kB), u"x"}));
-  DB_DeleteRecord(app, u"1", path);
+  static_cast<void>(DB_DeleteRecord(app, u"1", path));
   EXPECT_EQ(Lines(path), std::vector<Text>{Join({u"2", u"b"}, kB)});
 }
 
@@ -85,7 +85,7 @@ TEST_F(WriteTest, DamagedStateLineEmptiesTheFileAtTheNextUpdate) {
   ScheduleRecord r;
   r.RecordNo = u"5";
   r.BackupSetName = u"New";
-  DB_WriteSchdata(app, r, false);
+  static_cast<void>(DB_WriteSchdata(app, r, false));
   auto lines = ScheduleLines();
   ASSERT_EQ(lines.size(), 2u);
   EXPECT_EQ(lines[0], u"0");
@@ -93,25 +93,25 @@ TEST_F(WriteTest, DamagedStateLineEmptiesTheFileAtTheNextUpdate) {
 }
 
 TEST_F(WriteTest, FirstLineIsMadeWhenMissingAndLeftAloneWhenGood) {
-  DB_WriteFirstLine(app);
+  static_cast<void>(DB_WriteFirstLine(app));
   EXPECT_EQ(ScheduleBytes(), FileBytes({u"0"}));
 
   PutSchedule({u"2", Rec(u"1")});
   std::string good = ScheduleBytes();
   int writes = fake.fs.WriteCount();
-  DB_WriteFirstLine(app);
+  static_cast<void>(DB_WriteFirstLine(app));
   EXPECT_EQ(ScheduleBytes(), good);
   EXPECT_EQ(fake.fs.WriteCount(), writes);
 
   PutSchedule({u"", Rec(u"1")});
-  DB_WriteFirstLine(app);
+  static_cast<void>(DB_WriteFirstLine(app));
   EXPECT_EQ(ScheduleBytes(), FileBytes({u"0"}));
 }
 
 TEST_F(WriteTest, AnAbsentFileIsCreatedByTheFirstUpdate) {
   ScheduleRecord r;
   r.RecordNo = u"1";
-  DB_WriteSchdata(app, r, false);
+  static_cast<void>(DB_WriteSchdata(app, r, false));
   EXPECT_EQ(ScheduleLines(), (std::vector<Text>{u"0", BuildScheduleLine(r)}));
   EXPECT_EQ(BuildScheduleLine(r), Text(u"1") + Text(34, u'\b') + u"1\b\b0\b\b");
 }
@@ -121,17 +121,17 @@ TEST_F(WriteTest, StateWordChangesOnlyTheFirstCharacter) {
   // An odd trailing byte and a lone LF must survive the rewrite.
   std::string bytes = ScheduleBytes() + base::EncodeUtf16Le(u"tail\n") + "\x7f";
   fake.fs.PutFile(SchedulePath(), bytes);
-  SetStateWord(app, SchedulePath(), u" 2 ");
+  static_cast<void>(SetStateWord(app, SchedulePath(), u" 2 "));
   std::string expected = bytes;
   expected[2] = '2';
   EXPECT_EQ(ScheduleBytes(), expected);
 
   fake.fs.DeleteFile(SchedulePath());
-  SetStateWord(app, SchedulePath(), u"2");
+  static_cast<void>(SetStateWord(app, SchedulePath(), u"2"));
   EXPECT_EQ(ScheduleBytes(), FileBytes({u"2"}));
 
   // A value of two characters makes the state line two long: the caller's business.
-  SetStateWord(app, SchedulePath(), u"21");
+  static_cast<void>(SetStateWord(app, SchedulePath(), u"21"));
   EXPECT_EQ(ScheduleLines(), std::vector<Text>{u"21"});
 }
 
@@ -248,7 +248,7 @@ TEST_F(WriteTest, ImmediateRecordUsesTheLocaleTimeSeparator) {
   fake.locale.timeSeparator = u".";
   app.Store.LstBackupSet.Rows = {{u"Docs", u"", u"", u"-1"}};
   app.Store.LstBackupSet.SelectedRow = 1;
-  DB_AddImmediateRecord(app, app.Jobs, 1, u"-1");
+  static_cast<void>(DB_AddImmediateRecord(app, app.Jobs, 1, u"-1"));
   ASSERT_EQ(app.Jobs.size(), 1u);
   EXPECT_EQ(app.Jobs[0].NextRun, u"03-18-2013 15.02.33");
   EXPECT_EQ(app.Jobs[0].RecordNo, u"1");
@@ -292,9 +292,9 @@ TEST_F(TornReadTest, AScheduleReadShortIsNotWrittenBackAndTheTraceSaysSo) {
                               whole.size() - 41};
   for (std::size_t cut : cuts) {
     cutting.cutAt = cut;
-    DB_DeleteRecord(app, u"12", SchedulePath());
-    SetStateWord(app, SchedulePath(), u"2");
-    DB_WriteFirstLine(app);
+    static_cast<void>(DB_DeleteRecord(app, u"12", SchedulePath()));
+    static_cast<void>(SetStateWord(app, SchedulePath(), u"2"));
+    static_cast<void>(DB_WriteFirstLine(app));
     EXPECT_EQ(cutting.Bytes(SchedulePath()), whole) << "cut at " << cut;
   }
   int traced = 0;
@@ -306,8 +306,8 @@ TEST_F(TornReadTest, AScheduleReadShortIsNotWrittenBackAndTheTraceSaysSo) {
   EXPECT_EQ(traced, 9);
 
   // Read whole, the same calls do their work.
-  DB_DeleteRecord(app, u"12", SchedulePath());
-  SetStateWord(app, SchedulePath(), u"2");
+  static_cast<void>(DB_DeleteRecord(app, u"12", SchedulePath()));
+  static_cast<void>(SetStateWord(app, SchedulePath(), u"2"));
   const auto lines = platform::TextFile::ReadLines(cutting, SchedulePath()).value();
   ASSERT_EQ(lines.size(), 2u);
   EXPECT_EQ(lines[0], u"2");

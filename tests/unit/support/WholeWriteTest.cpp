@@ -59,11 +59,11 @@ class SameBytesTest : public JobStoreTest {
   std::optional<std::string> Stepwise(const std::optional<std::string>& start, ScheduleRecord r,
                                       bool bNoSch, long& count) {
     Reset(start);
-    DB_DeleteRecord(app, r.RecordNo, SchedulePath());
+    static_cast<void>(DB_DeleteRecord(app, r.RecordNo, SchedulePath()));
     r.EngineFlag = u"0";
     if (!bNoSch) {
-      DB_WriteFirstLine(app);
-      DB_WriteRecord(app, BuildScheduleLine(r), SchedulePath());
+      static_cast<void>(DB_WriteFirstLine(app));
+      static_cast<void>(DB_WriteRecord(app, BuildScheduleLine(r), SchedulePath()));
     }
     count = app.RecordCount;
     return Current();
