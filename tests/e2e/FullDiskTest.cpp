@@ -78,8 +78,8 @@ class FullDiskTest : public JobScreensTest {
     DWORD_PTR r = 0;
     return SendMessageTimeoutW(w, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 5000, &r) != 0;
   }
-  // The screenshot once every window of the monitor has painted what it shows, and its
-  // thread has been idle since (the picture reaches the display then).
+  // The screenshot once no window of the monitor has anything left to paint, and the
+  // monitor has answered twice since.
   void PaintedShot(const std::string& what) {
     const bool painted = WaitUntil([&] {
       for (const WindowInfo& w : FindTopLevel(WindowQuery{L"", kMonitorClass, pid_, true}))
@@ -240,13 +240,16 @@ TEST_F(FullDiskTest, EveryWriteIsRefusedHonestlyAndGoesThroughWithSpaceAgain) {
   refused(L"The changes to the schedule could not be saved. Reason : ", "save-refused");
   EXPECT_TRUE(StillThere(editor)) << "the editor closed on a failure";
 
-  // Space again: the same save goes through, and so does the slider.
+  // Space again: the same save goes through, and so do the box and the slider.
   ASSERT_TRUE(std::filesystem::remove(filler));
   Press(editor, L"Sch_Start4_Next");
   EXPECT_TRUE(WaitUntil([&] { return !StillThere(editor); }))
       << "the save with space again left the editor open";
   EXPECT_NE(FolderBytes(Folder().Common(), L"filler").at(L"scheduleData.txt"),
             before.at(L"scheduleData.txt"));
+  ASSERT_TRUE(ClickControl(autoPause));
+  Settle(main_);
+  EXPECT_NE(Check(autoPause), checked) << "the box did not change with space on the disk";
   DragKnob(knob, -60);
   Settle(main_);
   EXPECT_NE(LeftOf(knob), knobAt) << "the slider did not move with space on the disk";
