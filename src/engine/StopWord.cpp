@@ -82,8 +82,9 @@ bool IsBackingUp(AppState& app, const StopWindowSteps& window) {
         // From here on the engine must not be stopped, whatever the user answers.
         answer = true;
         if (AskYesNo(app, kAskStopService) == kAnswerNo) return;
-        // The write traces its own failure; the window shows the stop asked either way.
-        static_cast<void>(jobstore::SetStateWord(app, app.ScheduleFilePath, kWordStopAsked));
+        // A word that could not be written (traced by the store) stops nothing: the
+        // window does not say that it will.
+        if (!jobstore::SetStateWord(app, app.ScheduleFilePath, kWordStopAsked)) return;
         if (window.setStopping) window.setStopping();
         ShowInformation(app, kStopIsSet);
         if (window.redraw) window.redraw();

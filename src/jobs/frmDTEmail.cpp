@@ -557,9 +557,8 @@ void frmDTEmail::StopTransfer() {
   kit::ListItem* row = Sch_list_lv.SelectedItem();
   if (row && row->SubItem(3) == u"In Progress") {
     if (Ask(kStopQuestion, kit::kIconQuestion, kit::kButtonsYesNo) == kit::kResultYes &&
-        jobstore::ReadStateLine(app_, app_.ScheduleFilePath) == u"1") {
-      // The write traces its own failure; the answer is the same either way.
-      static_cast<void>(jobstore::SetStateWord(app_, app_.ScheduleFilePath, u"2"));
+        jobstore::ReadStateLine(app_, app_.ScheduleFilePath) == u"1" &&
+        jobstore::SetStateWord(app_, app_.ScheduleFilePath, u"2")) {
       Ask(kit::GetMessage(app_, 305), kit::kIconInfo, kit::kButtonsOk);
       Pic_Refresh_Click();
     }

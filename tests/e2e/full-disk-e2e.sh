@@ -2,14 +2,13 @@
 # full-disk-e2e.sh REPO TEST_EXE WORK_DIR
 # The real monitor on a full disk: a small tmpfs with the demo data becomes the program
 # folder's QVCOMMON (a link put in by this script once the test has made its program
-# folder and asks for it), and JobScreensTest.DISABLED_FullDiskRefusedHonestly fills it
-# and drives the monitor. Skipped (exit 77) with a message where mounting is refused.
+# folder and asks for it), and the one test of TEST_EXE fills it and drives the monitor. Skipped (exit 77) with a message where mounting is refused.
 set -uo pipefail
 repo=${1:?usage: full-disk-e2e.sh REPO TEST_EXE WORK_DIR}
 exe=${2:?}
 work=${3:?}
 runs="$(dirname "$exe")/runs"
-name=JobScreensTest.DISABLED_FullDiskRefusedHonestly
+name=FullDiskTest.EveryWriteIsRefusedHonestlyAndGoesThroughWithSpaceAgain
 mnt="$work/mnt"
 
 rm -rf "$work"
@@ -27,8 +26,7 @@ cp -a "$work/demo/QVCOMMON/." "$mnt/"
   printf 'Documents\b1\r\n' | iconv -f UTF-8 -t UTF-16LE
 } >"$mnt/BacksetData.txt"
 
-"${QV_WINE:-/usr/lib/wine/wine64}" "$exe" --gtest_also_run_disabled_tests \
-  --gtest_filter="$name" &
+"${QV_WINE:-/usr/lib/wine/wine64}" "$exe" --gtest_filter="$name" &
 pid=$!
 for ((i = 0; i < 600; i++)); do
   [ -e "$runs/$name/want-full-disk" ] && break

@@ -18,7 +18,7 @@ struct SoakOptions {
   std::uint64_t seed = 1;
   long ticks = 10000;         // progress ticks to run
   double probability = 0.02;  // of each platform call failing
-  bool shortWrites = false;   // writes that stop part way (left out unless asked)
+  bool shortWrites = true;    // writes that stop part way (--no-short-writes leaves them out)
   long memorySample = 100;    // ticks between two counts of live allocations
 };
 

@@ -1,5 +1,5 @@
 // qvsoak: the monitor on failing platform calls, seed after seed.
-//   qvsoak [--seeds FIRST-LAST] [--ticks N] [--probability P] [--short-writes] [--sites]
+//   qvsoak [--seeds FIRST-LAST] [--ticks N] [--probability P] [--no-short-writes] [--sites]
 // Prints one summary per seed and the findings; exits 1 when any seed found something.
 #include <cstdio>
 #include <cstdlib>
@@ -26,13 +26,13 @@ int main(int argc, char** argv) {
     } else if (a == "--probability") {
       options.probability = std::atof(next);
       ++i;
-    } else if (a == "--short-writes") {
-      options.shortWrites = true;
+    } else if (a == "--no-short-writes") {
+      options.shortWrites = false;
     } else if (a == "--sites") {
       sites = true;
     } else {
       std::cerr << "usage: qvsoak [--seeds FIRST-LAST] [--ticks N] [--probability P] "
-                   "[--short-writes] [--sites]\n";
+                   "[--no-short-writes] [--sites]\n";
       return 2;
     }
   }

@@ -78,9 +78,22 @@ run() {
     2>"$work/err.txt" </dev/null
   code=$?
 }
+# The state word as the engine leaves it, overwritten in place: a full disk and a
+# folder the user may not write still let the test put it there.
+put_word() {
+  printf '%s\0' "$1" | dd of="$mount_point/QVCOMMON/scheduleData.txt" bs=1 seek=2 \
+    conv=notrunc 2>/dev/null
+  before=$(snapshot)
+}
 runs=0
+# Stop needs a running job ("1"), Stop completely a stop the engine did not take up
+# ("2"; it waits its nine seconds first).
 for command in "run-now $first" "backup-now $set_name" \
-  "edit $first --time 9:30:00 --daily" "delete $first" "set-state 2"; do
+  "edit $first --time 9:30:00 --daily" "delete $first" "set-state 2" "1:stop" \
+  "2:stop-completely"; do
+  case $command in
+    [0-9]:*) put_word "${command%%:*}" && command=${command#*:} ;;
+  esac
   read -r -a words <<<"$command"
   # A set name may hold blanks: backup-now takes all that follows.
   [ "${words[0]}" = backup-now ] && words=(backup-now "$set_name")
@@ -99,6 +112,7 @@ echo "ran $runs changing commands on a $mode data root"
 
 if [ "$mode" = full ]; then
   rm -f "$mount_point/fill" "$mount_point/fill2"
+  put_word 0
   run run-now "$first"
   [ "$code" = 0 ] || fail "with room again run-now exited $code: $(cat "$work/err.txt")"
   grep -q "A record has been added" "$work/out.txt" || fail "no success line with room again"

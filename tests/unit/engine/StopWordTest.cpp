@@ -122,6 +122,25 @@ TEST_F(StopWordTest, IsBackingUpOnAnythingButNoAsksTheEngineToStop) {
   EXPECT_EQ(order, expected);
 }
 
+TEST_F(StopWordTest, IsBackingUpOnAFullDiskClaimsNoStop) {
+  Word(u"1");
+  const std::string before = fake.fs.Bytes(app.ScheduleFilePath);
+  std::vector<Text> shown;
+  int stopping = 0;
+  app.Store.ShowMessage = [&](const Text& text, int, int buttons) {
+    shown.push_back(text);
+    return buttons == 4 ? 6 : 1;  // Yes
+  };
+  fake.fs.SetSpaceLeft(0);
+  // Still true: the engine must not be stopped under a running transfer.
+  EXPECT_TRUE(engine::IsBackingUp(app, {[&] { ++stopping; }, nullptr}));
+  fake.fs.SetSpaceLeft(std::nullopt);
+  EXPECT_EQ(fake.fs.Bytes(app.ScheduleFilePath), before);
+  EXPECT_EQ(stopping, 0) << "the window showed a stop that was never asked for";
+  ASSERT_EQ(shown.size(), 1u) << "only the question, no word of a stop";
+  EXPECT_FALSE(app.LastWriteFailure.empty());
+}
+
 TEST_F(StopWordTest, CanPauseReadsTheFirstByteSoAUnicodeFileRefuses) {
   EXPECT_TRUE(engine::CanPause(app));  // absent
   Word(u"0");                          // written with its byte-order mark

@@ -6,6 +6,7 @@
 #include <random>
 
 #include "../jobstore/JobStoreFixture.h"
+#include "frame/Logs.h"
 #include "frame/Settings.h"
 #include "frame/Startup.h"
 #include "platform/WholeFile.h"
@@ -347,6 +348,50 @@ TEST_F(FailingWriteTest, AFailedAppendIsCutBackToItsOldLength) {
   fake.fs.SetSpaceLeft(std::nullopt);
   EXPECT_TRUE(DB_WriteRecord(app, Rec(u"2"), SchedulePath()).ok);
   EXPECT_EQ(ScheduleBytes(), FileBytes({u"0", Rec(u"1"), Rec(u"2")}));
+}
+
+TEST_F(FailingWriteTest, EveryAppenderLeavesNoHalfLineWhateverFails) {
+  struct Appender {
+    const char* name;
+    Text path;
+    std::function<void()> run;
+  };
+  app.CurrentLogName = u"job1";
+  fake.fs.AddFolders(Common(u"logs"));
+  const std::vector<Appender> appenders = {
+      {"trace", Common(u"SerTraceFile.txt"), [&] { frame::WriteTrace(app, u"a traced line"); }},
+      {"activity log", Common(u"logs\\job1.txt"),
+       [&] { frame::WriteActivityLog(app, u"a logged line", 1); }},
+      {"schedule record", SchedulePath(), [&] { DB_WriteRecord(app, Rec(u"2"), SchedulePath()); }},
+  };
+  struct Failure {
+    const char* name;
+    std::function<void(const Text& path)> arm;
+  };
+  const std::vector<Failure> failures = {
+      {"failed append", [&](const Text&) { fake.fs.FailAt(Step::Append); }},
+      {"disk full half way", [&](const Text&) { fake.fs.SetSpaceLeft(7); }},
+      {"disk full", [&](const Text&) { fake.fs.SetSpaceLeft(0); }},
+      {"read-only file", [&](const Text& path) { fake.fs.SetReadOnly(path, true); }},
+  };
+  for (const Appender& appender : appenders) {
+    for (const Failure& failure : failures) {
+      SCOPED_TRACE(std::string(appender.name) + ", " + failure.name);
+      platform::TextFile::WriteLines(fake.fs, appender.path, {u"0", Rec(u"1")});
+      const std::string before = fake.fs.Bytes(appender.path);
+      failure.arm(appender.path);
+      appender.run();
+      fake.fs.SetSpaceLeft(std::nullopt);
+      fake.fs.SetReadOnly(appender.path, false);
+      EXPECT_EQ(ShowBytes(fake.fs.Bytes(appender.path)), ShowBytes(before));
+      EXPECT_TRUE(NoTemporaries());
+    }
+    // With nothing failing the same call adds its line: the checks above look at the
+    // file it writes.
+    const std::size_t before = fake.fs.Bytes(appender.path).size();
+    appender.run();
+    EXPECT_GT(fake.fs.Bytes(appender.path).size(), before) << appender.name;
+  }
 }
 
 // --- A process killed in the middle -----------------------------------------------

@@ -1,0 +1,260 @@
+#pragma once
+// The job screens seen from outside: the cells of another process's list view, its
+// selection and double click, the schedule's fields, and the base of the tests that
+// open Manage Scheduled Jobs, Backup Now and the schedule editor beside the engine.
+#include <windows.h>
+#include <commctrl.h>
+
+#include <cstdio>
+#include <cwchar>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "EngineSupport.h"
+#include "MonitorFixture.h"
+
+namespace e2e {
+
+inline std::string FileBytes(const std::filesystem::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+// Record 9: a daily job whose next run is far away, so the engine leaves it alone.
+inline std::wstring LaterJob(const std::wstring& no = L"9", const std::wstring& name = L"Music") {
+  // A record as the file holds it, field after field.
+  // clang-format off
+  return Record({no, name, L"01-02-2099 6:30:00", L"01-01-2020 4:00:00", L"My Corvane/",
+                 L"3", L"2", L"0", L"", L"", L"", L"", L"0", L"1", L"0", L"209901020630",
+                 L"jsmith", L"1", L"0", L"1234567"});
+  // clang-format on
+}
+
+// The text of a cell of another process's list view (row and column from 0).
+inline std::wstring CellText(HWND list, int row, int column) {
+  DWORD pid = 0;
+  GetWindowThreadProcessId(list, &pid);
+  HANDLE p = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid);
+  if (p == nullptr) return L"<no process>";
+  constexpr int kChars = 512;
+  const size_t bytes = sizeof(LVITEMW) + kChars * sizeof(wchar_t);
+  auto* remote = static_cast<char*>(VirtualAllocEx(p, nullptr, bytes, MEM_COMMIT, PAGE_READWRITE));
+  std::wstring text = L"<no memory>";
+  if (remote != nullptr) {
+    LVITEMW item{};
+    item.iSubItem = column;
+    item.cchTextMax = kChars;
+    item.pszText = reinterpret_cast<wchar_t*>(remote + sizeof(LVITEMW));
+    WriteProcessMemory(p, remote, &item, sizeof(item), nullptr);
+    DWORD_PTR n = 0;
+    SendMessageTimeoutW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
+                        reinterpret_cast<LPARAM>(remote), SMTO_ABORTIFHUNG, 5000, &n);
+    wchar_t buffer[kChars] = {};
+    ReadProcessMemory(p, item.pszText, buffer, sizeof(buffer), nullptr);
+    text.assign(buffer, static_cast<size_t>(n));
+    VirtualFreeEx(p, remote, 0, MEM_RELEASE);
+  }
+  CloseHandle(p);
+  return text;
+}
+
+inline int RowCount(HWND list) {
+  DWORD_PTR rows = 0;
+  if (!SendMessageTimeoutW(list, LVM_GETITEMCOUNT, 0, 0, SMTO_ABORTIFHUNG, 5000, &rows)) return -1;
+  return static_cast<int>(rows);
+}
+
+// Selects row `row` (from 0) as a click would: the list tells the selection change.
+inline bool SelectRow(HWND list, int row) {
+  DWORD pid = 0;
+  GetWindowThreadProcessId(list, &pid);
+  HANDLE p = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid);
+  if (p == nullptr) return false;
+  auto* remote = VirtualAllocEx(p, nullptr, sizeof(LVITEMW), MEM_COMMIT, PAGE_READWRITE);
+  bool ok = false;
+  if (remote != nullptr) {
+    LVITEMW item{};
+    item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    item.state = LVIS_SELECTED | LVIS_FOCUSED;
+    WriteProcessMemory(p, remote, &item, sizeof(item), nullptr);
+    DWORD_PTR r = 0;
+    ok = SendMessageTimeoutW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row),
+                             reinterpret_cast<LPARAM>(remote), SMTO_ABORTIFHUNG, 5000, &r) != 0;
+    VirtualFreeEx(p, remote, 0, MEM_RELEASE);
+  }
+  CloseHandle(p);
+  return ok;
+}
+
+// Sends `message` to a window of another process with `data` placed in that process's
+// memory, and reads `data` back from there afterwards.
+template <typename T>
+inline bool SendRemote(HWND w, UINT message, WPARAM wp, T& data) {
+  DWORD pid = 0;
+  GetWindowThreadProcessId(w, &pid);
+  HANDLE p = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid);
+  if (p == nullptr) return false;
+  void* remote = VirtualAllocEx(p, nullptr, sizeof(T), MEM_COMMIT, PAGE_READWRITE);
+  bool ok = false;
+  if (remote != nullptr) {
+    DWORD_PTR r = 0;
+    ok = WriteProcessMemory(p, remote, &data, sizeof(T), nullptr) &&
+         SendMessageTimeoutW(w, message, wp, reinterpret_cast<LPARAM>(remote), SMTO_ABORTIFHUNG,
+                             5000, &r) != 0 &&
+         ReadProcessMemory(p, remote, &data, sizeof(T), nullptr);
+    VirtualFreeEx(p, remote, 0, MEM_RELEASE);
+  }
+  CloseHandle(p);
+  return ok;
+}
+
+// A double click on row `row` (from 0) as the list gets it from the mouse.
+inline bool DoubleClickRow(HWND list, int row) {
+  RECT r{};
+  r.left = LVIR_LABEL;
+  if (!SendRemote(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), r)) return false;
+  const LPARAM at = MAKELPARAM(r.left + 6, (r.top + r.bottom) / 2);
+  return Post(list, WM_LBUTTONDOWN, MK_LBUTTON, at) && Post(list, WM_LBUTTONUP, 0, at) &&
+         Post(list, WM_LBUTTONDBLCLK, MK_LBUTTON, at) && Post(list, WM_LBUTTONUP, 0, at);
+}
+
+// The row (from 0) whose cell `column` holds `text`, or -1.
+inline int RowWith(HWND list, int column, const std::wstring& text) {
+  for (int row = 0; row < RowCount(list); ++row)
+    if (CellText(list, row, column) == text) return row;
+  return -1;
+}
+
+inline std::optional<SYSTEMTIME> PickerTime(HWND picker) {
+  SYSTEMTIME t{};
+  if (!SendRemote(picker, DTM_GETSYSTEMTIME, 0, t)) return std::nullopt;
+  return t;
+}
+
+inline SYSTEMTIME AddMinutes(SYSTEMTIME t, int minutes) {
+  FILETIME f{};
+  SystemTimeToFileTime(&t, &f);
+  ULARGE_INTEGER u{};
+  u.LowPart = f.dwLowDateTime;
+  u.HighPart = f.dwHighDateTime;
+  u.QuadPart += static_cast<ULONGLONG>(minutes) * 60 * 10000000;
+  f.dwLowDateTime = u.LowPart;
+  f.dwHighDateTime = u.HighPart;
+  FileTimeToSystemTime(&f, &t);
+  return t;
+}
+
+// "mm-dd-yyyy H:mm:ss", as the schedule file writes a moment, and the sort key of it.
+inline std::wstring FileDate(const SYSTEMTIME& t) {
+  wchar_t b[32];
+  swprintf(b, 32, L"%02u-%02u-%04u %u:%02u:%02u", t.wMonth, t.wDay, t.wYear, t.wHour, t.wMinute,
+           t.wSecond);
+  return b;
+}
+inline std::wstring SortKey(const SYSTEMTIME& t) {
+  wchar_t b[16];
+  swprintf(b, 16, L"%04u%02u%02u%02u%02u", t.wYear, t.wMonth, t.wDay, t.wHour, t.wMinute);
+  return b;
+}
+
+inline std::vector<std::wstring> Fields(const std::wstring& line) {
+  std::vector<std::wstring> fields;
+  size_t from = 0;
+  for (size_t at; (at = line.find(L"\b\b", from)) != std::wstring::npos; from = at + 2)
+    fields.push_back(line.substr(from, at - from));
+  fields.push_back(line.substr(from));
+  return fields;
+}
+
+class JobScreensTest : public EngineMonitorTest {
+ protected:
+  HWND Open() {
+    Process* p = StartAndWait(L"Min");
+    if (p == nullptr) return nullptr;
+    pid_ = p->Pid();
+    auto w = MainWindow(pid_);
+    main_ = w ? w->hwnd : nullptr;
+    return main_;
+  }
+  void Jobs(const std::wstring& word, const Lines& records) {
+    Lines lines{word};
+    lines.insert(lines.end(), records.begin(), records.end());
+    ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"scheduleData.txt"), lines));
+  }
+  Lines ScheduleLines() {
+    return ReadTextFile(Folder().CommonFile(L"scheduleData.txt")).value_or(Lines{});
+  }
+  // A top-level window of the monitor that holds the control `name`.
+  HWND WaitForScreen(const std::wstring& name, Ms timeout = kWait) {
+    HWND found = nullptr;
+    WaitUntil(
+        [&] {
+          for (const WindowInfo& w : FindTopLevel(WindowQuery{L"", kMonitorClass, pid_, true}))
+            if (w.hwnd != main_ && FindByName(w.hwnd, name) != nullptr) found = w.hwnd;
+          return found != nullptr;
+        },
+        timeout);
+    return found;
+  }
+  // Item `n` of the tray menu (5: Manage all the Scheduled Jobs, 3: Backup Now).
+  void TrayItem(int n) {
+    ASSERT_TRUE(PostTrayMouse(main_, WM_RBUTTONUP));
+    ASSERT_TRUE(ChooseMenuItemByArrows(pid_, n));
+  }
+  HWND OpenJobList() {
+    TrayItem(5);
+    HWND screen = WaitForScreen(L"Sch_list_lv");
+    EXPECT_NE(screen, nullptr) << "Manage all the Scheduled Jobs opened nothing";
+    return screen;
+  }
+  HWND WaitForBox(const std::wstring& text, Ms timeout = kWait) {
+    HWND found = nullptr;
+    WaitUntil(
+        [&] {
+          for (const WindowInfo& w : FindTopLevel(WindowQuery{L"", kMonitorClass, pid_, true})) {
+            if (w.hwnd == main_) continue;
+            for (const WindowInfo& c : ListChildren(w.hwnd))
+              if (c.text.rfind(text, 0) == 0) found = w.hwnd;
+          }
+          return found != nullptr;
+        },
+        timeout);
+    return found;
+  }
+  void Answer(HWND box, const std::wstring& control) {
+    HWND button = FindByName(box, control);
+    ASSERT_NE(button, nullptr);
+    ASSERT_TRUE(ClickControl(button));
+    ASSERT_TRUE(WaitUntil([&] { return !IsWindow(box) || !IsWindowVisible(box); }))
+        << "the box stayed up";
+  }
+  void Answer(HWND box, int index) {
+    Answer(box, L"lbl_cmdButton(" + std::to_wstring(index) + L")");
+  }
+  void Press(HWND screen, const wchar_t* name) {
+    HWND c = FindByName(screen, name);
+    ASSERT_NE(c, nullptr) << Utf8(name);
+    ASSERT_TRUE(ClickControl(c));
+  }
+  bool WaitForSimPrefix(const std::wstring& prefix, Ms timeout = Ms{60000}) {
+    return WaitUntil(
+        [&] {
+          for (const auto& l : SimLog())
+            if (l.rfind(prefix, 0) == 0) return true;
+          return false;
+        },
+        timeout);
+  }
+  void Close(HWND screen) {
+    Press(screen, L"Sch_Close");
+    ASSERT_TRUE(WaitUntil([&] { return !IsWindow(screen) || !IsWindowVisible(screen); }));
+  }
+
+  DWORD pid_ = 0;
+  HWND main_ = nullptr;
+};
+
+}  // namespace e2e
