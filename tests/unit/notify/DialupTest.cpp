@@ -9,10 +9,8 @@ namespace {
 using base::Text;
 using testkit::U8;
 
-class DialupTest : public ::testing::Test, public testkit::FrameFixture {
+class DialupTest : public ::testing::Test, public testkit::CommonFixture {
  protected:
-  DialupTest() { fake.fs.AddFolders(u"C:\\QV\\QVCOMMON"); }
-
   // The activity log's messages without their stamps ("" for an empty line).
   std::vector<Text> Activity() {
     std::vector<Text> out;
@@ -22,7 +20,6 @@ class DialupTest : public ::testing::Test, public testkit::FrameFixture {
     }
     return out;
   }
-  std::vector<Text> Trace() { return Lines(Common(u"SerTraceFile.txt")); }
 };
 
 TEST_F(DialupTest, NoConnection) {

@@ -19,12 +19,9 @@ namespace {
 using base::Text;
 using testkit::U8;
 
-class NoticesTest : public ::testing::Test, public testkit::FrameFixture {
+class NoticesTest : public ::testing::Test, public testkit::CommonFixture {
  protected:
-  NoticesTest() {
-    fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
-    fake.clock.now = {2026, 11, 15, 10, 0, 0};
-  }
+  NoticesTest() { fake.clock.now = {2026, 11, 15, 10, 0, 0}; }
   void Request(const std::vector<Text>& lines) {
     platform::TextFile::WriteLines(fake.fs, Common(notify::kJobRequestFile), lines);
   }
