@@ -25,7 +25,8 @@ TEST(FileDate, ReadsEveryWrittenFormAndRefusesImpossibleDates) {
   // What the product writes, it reads back.
   for (const DateTime& dt : {DateTime{2013, 3, 25, 6, 41, 0}, DateTime{1999, 12, 31, 23, 59, 59},
                              DateTime{2024, 2, 29, 12, 0, 5}}) {
-    EXPECT_EQ(base::ParseFileDate(base::FormatFileDate(dt)), dt) << base::ToUtf8(FormatFileDate(dt));
+    EXPECT_EQ(base::ParseFileDate(base::FormatFileDate(dt)), dt)
+        << base::ToUtf8(FormatFileDate(dt));
   }
   EXPECT_EQ(base::FormatFileDate({2013, 3, 5, 6, 4, 0}), u"03-05-2013 6:04:00");
   EXPECT_EQ(base::FormatSortKey({2013, 3, 25, 6, 41, 59}), u"201303250641");
@@ -69,8 +70,8 @@ TEST(Numbers, ParseLongTakesOnlyWholeNumbersAndLeavesTheTargetOnFailure) {
   EXPECT_EQ(n, -12);
   EXPECT_TRUE(base::ParseLong(u"+0042", n));
   EXPECT_EQ(n, 42);
-  for (const char16_t* bad : {u"", u" ", u"+", u"-", u"1.0", u"12a", u"1 2", u"0x10",
-                              u"99999999999999999999"}) {
+  for (const char16_t* bad :
+       {u"", u" ", u"+", u"-", u"1.0", u"12a", u"1 2", u"0x10", u"99999999999999999999"}) {
     n = 7;
     EXPECT_FALSE(base::ParseLong(bad, n)) << base::ToUtf8(bad);
     EXPECT_EQ(n, 7) << base::ToUtf8(bad);
@@ -88,13 +89,19 @@ TEST(Numbers, ParseLongTakesOnlyWholeNumbersAndLeavesTheTargetOnFailure) {
 
 TEST(Utf16, ContentComesBackByteForByteAndTextIsSplitAsWritten) {
   // An unpaired surrogate and a stray last byte survive a read and a write.
-  const std::string bytes = std::string(base::kUtf16Bom) + std::string("A\0\x00\xD8" "B\0" "\x7F", 7);
+  const std::string bytes = std::string(base::kUtf16Bom) + std::string(
+                                                               "A\0\x00\xD8"
+                                                               "B\0"
+                                                               "\x7F",
+                                                               7);
   const base::Utf16Content c = base::DecodeUtf16Le(bytes);
   EXPECT_TRUE(c.hasBom);
   EXPECT_EQ(c.units, (Text{u'A', char16_t{0xD800}, u'B'}));
   ASSERT_TRUE(c.oddByte.has_value());
   EXPECT_EQ(base::EncodeUtf16Le(c), bytes);
-  EXPECT_EQ(base::ToUtf8(c.units), "A\xEF\xBF\xBD" "B");
+  EXPECT_EQ(base::ToUtf8(c.units),
+            "A\xEF\xBF\xBD"
+            "B");
   EXPECT_EQ(base::FromUtf8(base::ToUtf8(u"\u00FB\U0001F600")), u"\u00FB\U0001F600");
   EXPECT_FALSE(base::DecodeUtf16Le(std::string_view("A\0", 2)).hasBom);
 
