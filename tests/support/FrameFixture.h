@@ -43,6 +43,16 @@ struct FrameFixture {
       if (l == line) return true;
     return false;
   }
+  // A log's messages without their kind and stamp ("" for an empty line).
+  std::vector<base::Text> Messages(const base::Text& log) {
+    std::vector<base::Text> out;
+    for (const base::Text& line : Lines(log)) {
+      const std::size_t at = line.find(u" : ", line.find(u" : ") + 3);
+      out.push_back(at == base::Text::npos ? line : line.substr(at + 3));
+    }
+    return out;
+  }
+  std::vector<base::Text> Activity() { return Messages(app.ServiceLogPath); }
   bool TraceMentions(const base::Text& part) {
     for (const base::Text& l : Trace())
       if (l.find(part) != base::Text::npos) return true;
