@@ -199,7 +199,9 @@ TEST_F(MonitorWindowTest, ServiceFormIsStartedByTheServiceManagerAndShownRunning
 TEST_F(MonitorWindowTest, ATransferIsDrawnInThePaneAndItsEndBringsBackTheIdlePane) {
   Schedule(L"0", ImmediateJob());
   // Four seconds between calls: time enough for a Refresh to draw each before the next.
-  Scenario({L"files = 2", L"steps = 4", L"step_ms = 4000", L"[call]",
+  // The scripted call, then two generated calls a file: the third call is the first
+  // file's second, and the job ends after the fifth.
+  Scenario({L"files = 2", L"steps = 2", L"step_ms = 4000", L"[call]",
             L"sFileName = C:\\Data\\Tom & Jerry.avi", L"TimeRemaining = 13:00:00"});
   HWND w = Open(L"");
   ASSERT_NE(w, nullptr);

@@ -1,6 +1,7 @@
 // The screen gallery: every element of the screen kit on the Windows host, each
 // saved as a picture under build/screenshots/kit/ for people to look at. The checks
-// here are only that each element came up; the pictures are the point.
+// here are that each element came up and, for the skinned button, that each state
+// shows its own face.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -107,17 +108,39 @@ TEST_F(KitGallery, RoundedStrippedFormInTheCornerWithItsBalloonTip) {
   Shot("notify-hover");
 }
 
+// Each state shows its own face of the skin: the normal face light enough for a dark
+// label, the hover face dark enough for a white one, and the pressed and disabled
+// faces unlike both. Each is read on the screen beside the label, at mid height.
 TEST_F(KitGallery, SkinnedButtonInEachState) {
+  PointerAside();
   frmSkins form;
   Attached attached{ui, form};
   ui.Show(form);
   HWND window = host.WindowHandle(ui.Forms().WindowOf(form));
   ASSERT_TRUE(PumpUntil(host, [&] { return window != nullptr && IsWindowVisible(window); }));
+  auto face = [&](const kit::PictureButton& b) {
+    RECT r{};
+    GetWindowRect(Hwnd(b), &r);
+    HDC screen = GetDC(nullptr);
+    const COLORREF c = GetPixel(screen, r.left + (r.right - r.left) / 10, (r.top + r.bottom) / 2);
+    ReleaseDC(nullptr, screen);
+    return c;
+  };
+  auto light = [](COLORREF c) { return GetRValue(c) + GetGValue(c) + GetBValue(c); };
   // The pressed face shows while the left button is held on the button.
   Press(Hwnd(form.pressed));
   Shot("skinned-buttons");
+  const COLORREF normal = face(form.normal), hover = face(form.hover), pressed = face(form.pressed),
+                 disabled = face(form.disabled);
   Release();
   Pump(host, Ms{200});
+  EXPECT_GT(light(normal), 3 * 180) << std::hex << normal;
+  EXPECT_LT(light(hover), 3 * 160) << std::hex << hover;
+  EXPECT_NE(pressed, normal);
+  EXPECT_NE(pressed, hover);
+  EXPECT_NE(disabled, normal);
+  EXPECT_NE(disabled, hover);
+  EXPECT_NE(face(form.pressed), pressed) << "released, the pressed face goes";
 }
 
 TEST_F(KitGallery, ThePlatformsControlsShowTheModelAndReportTheUser) {

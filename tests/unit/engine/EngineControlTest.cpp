@@ -28,10 +28,9 @@ class EngineControlTest : public ::testing::Test, public FrameFixture {
   FakeServiceManager::Service& Service() { return *fake.services.Find(u"QVWin Service"); }
   std::vector<std::string>& Calls() { return fake.services.calls; }
   void SetEngineType(const Text& type) {
-    fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+    AddCommon();
     fake.profile.WriteString(u"Corvane", Text(u"Type"), type, Common(u"QVDetails.ini"));
   }
-  std::vector<Text> Trace() { return Lines(Common(u"SerTraceFile.txt")); }
 };
 
 TEST_F(EngineControlTest, StatusQueriesWithReadAccessAndNamesEveryState) {

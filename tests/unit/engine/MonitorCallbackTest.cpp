@@ -32,10 +32,7 @@ UpdateMonitorArgs Call(const Text& file = u"C:\\Data\\report.doc") {
   return a;
 }
 
-class MonitorCallbackTest : public ::testing::Test, public FrameFixture {
- protected:
-  std::vector<Text> Trace() { return Lines(Common(u"SerTraceFile.txt")); }
-};
+class MonitorCallbackTest : public ::testing::Test, public FrameFixture {};
 
 TEST(TimeLeftTest, PlausibilityNeedsAGigabytePerHourAfterTheFirst) {
   EXPECT_TRUE(IsTimeLeftPlausible(0, 0));

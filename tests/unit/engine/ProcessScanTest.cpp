@@ -185,7 +185,7 @@ TEST_F(ProcessScanTest, ScanForAGivenName) {
 class DailyTimerTest : public ProcessScanTest {
  protected:
   void SetUp() override {
-    fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+    AddCommon();
     fake.processes.Add(8, u"C:\\QV\\QVWin Service_955.exe");
     fake.processes.Add(12, u"C:\\QV\\QVBackground_955.exe");
     engine::CreateEngines(app);
@@ -212,7 +212,6 @@ TEST_F(DailyTimerTest, LeavesARunningTransferAndAMissingFileAlone) {
 }
 
 TEST_F(DailyTimerTest, OnlyABackgroundEngineGetsTheTimer) {
-  fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
   fake.profile.WriteString(u"Corvane", Text(u"Type"), Text(u"service"), Common(u"QVDetails.ini"));
   EXPECT_EQ(engine::StartDailyTimer(app), 0u);
   EXPECT_TRUE(fake.ui.timers.empty());

@@ -17,7 +17,7 @@ class StopWordTest : public ::testing::Test, public FrameFixture {
  protected:
   void SetUp() override { engine::CreateEngines(app); }  // background engine by default
   void Word(const Text& w) {
-    fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+    AddCommon();
     platform::TextFile::WriteLines(fake.fs, app.ScheduleFilePath, {w, u"12\b\bDocuments\b\bx"});
   }
   Text FirstLine() {
@@ -174,7 +174,7 @@ TEST_F(StopWordTest, TheWordOfARunningEngineStays) {
 
 TEST_F(StopWordTest, ClearingLooksAtTheActiveEngineOnly) {
   // A service engine that is down counts, even though the background program runs.
-  fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+  AddCommon();
   fake.profile.WriteString(u"Corvane", Text(u"Type"), Text(u"service"), Common(u"QVDetails.ini"));
   engine::CreateEngines(app);
   EngineRuns();
@@ -209,7 +209,7 @@ class BrokenScheduleDisk : public platform::FakeFileSystem {
 class LastResortTest : public ::testing::Test, public FrameFixture {
  protected:
   void SetUp() override {
-    disk.AddFolders(u"C:\\QV\\QVCOMMON");
+    disk.AddFolders(testkit::kCommonFolder);
     app.platform.fs = &disk;
     engine::CreateEngines(app);
   }

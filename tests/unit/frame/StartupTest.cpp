@@ -34,10 +34,9 @@ struct RecordingSteps : frame::IStartupSteps {
 class StartupTest : public ::testing::Test, public FrameFixture {
  protected:
   void SetIni(const Text& section, const Text& key, const Text& value) {
-    fake.fs.AddFolders(Common(u""));
+    AddCommon();
     fake.profile.WriteString(section, key, value, Common(u"qvwin.ini"));
   }
-  std::vector<Text> Trace() { return Lines(Common(u"SerTraceFile.txt")); }
   RecordingSteps steps;
 };
 
@@ -144,7 +143,7 @@ TEST_F(StartupTest, GeometryIsAppliedOnlyWhenAllFourKeysAreThere) {
                       {u"MonHeight", u"5000.5"},
                       {u"MonTop", u"x"},
                       {u"MonLeft", u" 20 "}}) {
-    f.fake.fs.AddFolders(f.Common(u""));
+    f.AddCommon();
     f.fake.profile.WriteString(u"LDPI", k, v, f.Common(u"qvwin.ini"));
   }
   ASSERT_EQ(frame::Main(f.app, s), MainResult::Run);

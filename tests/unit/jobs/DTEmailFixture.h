@@ -75,12 +75,9 @@ struct Shown {
   int buttons;
 };
 
-class EditorTest : public ::testing::Test, public testkit::FrameFixture {
+class EditorTest : public ::testing::Test, public testkit::UserFixture {
  protected:
   EditorTest() {
-    fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
-    fake.clock.now = base::DateTime{2013, 3, 18, 15, 2, 33};
-    app.UserName = u"jsmith";
     ed.host.message = [this](const Text& text, int icon, int buttons) {
       shown.push_back({text, icon, buttons});
       return answer;
@@ -89,17 +86,8 @@ class EditorTest : public ::testing::Test, public testkit::FrameFixture {
     ed.host.unloadScreen = [this] { ++unloads; };
   }
 
-  void PutSchedule(const std::vector<Text>& lines) {
-    std::string bytes(base::kUtf16Bom);
-    for (const Text& l : lines) bytes += base::EncodeUtf16Le(l + u"\r\n");
-    fake.fs.PutFile(app.ScheduleFilePath, bytes);
-  }
+  void PutSchedule(const std::vector<Text>& lines) { PutLines(app.ScheduleFilePath, lines); }
   std::vector<Text> ScheduleLines() { return Lines(app.ScheduleFilePath); }
-  std::vector<Text> Trace() { return Lines(Common(u"SerTraceFile.txt")); }
-  bool Traced(const Text& line) {
-    auto t = Trace();
-    return std::find(t.begin(), t.end(), line) != t.end();
-  }
 
   // Opens the editor on a record as the job list does.
   void Open(const Text& recordNo) {
@@ -125,6 +113,6 @@ class EditorTest : public ::testing::Test, public testkit::FrameFixture {
   int unloads = 0;
 };
 
-inline std::string U8(const Text& t) { return base::ToUtf8(t); }
+using testkit::U8;
 
 }  // namespace jobs::test

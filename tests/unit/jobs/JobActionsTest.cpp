@@ -113,7 +113,7 @@ TEST_F(JobActionsTest, RunNowOnARowWithoutANumberIsTraced) {
   Open(1);
   actions.Pic_Imme_Click();
   EXPECT_TRUE(Asked().empty());
-  EXPECT_TRUE(TraceHas(u"in procedure Pic_Imme_Click of Form SchedulerFrm"));
+  EXPECT_TRUE(TraceMentions(u"in procedure Pic_Imme_Click of Form SchedulerFrm"));
   EXPECT_EQ(Schedule().size(), 2u);
 }
 
@@ -133,8 +133,8 @@ TEST_F(JobActionsTest, DeleteAsksAfterAReloadAndDeletesTheNumberReadBefore) {
   EXPECT_EQ(fills.front(), 3);
   EXPECT_EQ(fills.back(), 2);
   EXPECT_EQ(Schedule(), (std::vector<Text>{u"0", kRunning.Line(), kAuto.Line()}));
-  EXPECT_TRUE(TraceHas(u"Enter DeleteRecord"));
-  EXPECT_TRUE(TraceHas(u"Exit DeleteRecord"));
+  EXPECT_TRUE(TraceMentions(u"Enter DeleteRecord"));
+  EXPECT_TRUE(TraceMentions(u"Exit DeleteRecord"));
 }
 
 TEST_F(JobActionsTest, DeleteOfTheAutomatedJobAndAnswersNo) {
@@ -161,7 +161,7 @@ TEST_F(JobActionsTest, DeleteIsRefusedForAnyStatus) {
   actions.Pic_Delete_Click();
   EXPECT_EQ(Asked(), std::vector<Text>{Msg(296)});
   EXPECT_EQ(ui.Questions()[0].icon, kit::kIconWarning);
-  EXPECT_FALSE(TraceHas(u"Exit DeleteRecord"));
+  EXPECT_FALSE(TraceMentions(u"Exit DeleteRecord"));
   Rec restore = kRunning;
   restore.name = u"RESTORE ITEMSET";
   PutSchedule(u"1", {kDocs, restore});
@@ -185,8 +185,8 @@ TEST_F(JobActionsTest, AFillBeyondTheLastRowIsNoErrorOfTheAction) {
   EXPECT_EQ(Schedule(), (std::vector<Text>{u"0", a.Line(), b.Line()}));
   EXPECT_EQ(list.Count(), 2);
   EXPECT_EQ(list.markedRow, 0);
-  EXPECT_TRUE(TraceHas(u"in procedure FillListView of Form SchedulerFrm"));
-  EXPECT_TRUE(TraceHas(u"Exit DeleteRecord"));
+  EXPECT_TRUE(TraceMentions(u"in procedure FillListView of Form SchedulerFrm"));
+  EXPECT_TRUE(TraceMentions(u"Exit DeleteRecord"));
 
   // The list shrank under the screen before the question: the delete still asks and
   // removes the number read from the row.
@@ -218,13 +218,13 @@ TEST_F(JobActionsTest, StopWritesTwoOnlyOverOne) {
   actions.Pic_Sttrf_Click();
   EXPECT_EQ(Asked().back(), Msg(29));
   EXPECT_EQ(Schedule()[0], u"1");
-  EXPECT_FALSE(TraceHas(u"Exit StopTransfer"));
+  EXPECT_FALSE(TraceMentions(u"Exit StopTransfer"));
   ui.Queue(A::Yes());
   actions.Pic_Sttrf_Click();
   EXPECT_EQ(Asked().back(), Msg(30));
   EXPECT_EQ(Schedule()[0], u"2");
   EXPECT_EQ(list.rows[1].Status(), u"Stopping");
-  EXPECT_TRUE(TraceHas(u"Exit StopTransfer"));
+  EXPECT_TRUE(TraceMentions(u"Exit StopTransfer"));
   // The list still says "In Progress" but the engine already has "2": nothing more.
   PutSchedule(u"1", {kDocs, kRunning});
   jobs::RefreshListView(app, list);
@@ -249,8 +249,8 @@ TEST_F(JobActionsTest, StopCompletelyClearsAnUntakenStopAfterNineSeconds) {
   actions.Pic_Stcomp_Click();
   EXPECT_EQ(fake.clock.sleptMs, 18000u);
   EXPECT_EQ(Schedule()[0], u"1");
-  EXPECT_TRUE(TraceHas(u"Enter Clear Stop Transfer"));
-  EXPECT_TRUE(TraceHas(u"Exit Clear Stop Transfer"));
+  EXPECT_TRUE(TraceMentions(u"Enter Clear Stop Transfer"));
+  EXPECT_TRUE(TraceMentions(u"Exit Clear Stop Transfer"));
 }
 
 TEST_F(JobActionsTest, EditChecksThenOpensTheEditor) {
@@ -270,7 +270,8 @@ TEST_F(JobActionsTest, EditChecksThenOpensTheEditor) {
   // Without an editor in the build the trace says so.
   jobs::JobActions bare(app, list, prompts, 10);
   bare.Pic_Edit_Click();
-  EXPECT_TRUE(TraceHas(u"Pic_Edit_Click: the schedule editor screen is not part of this build"));
+  EXPECT_TRUE(
+      TraceMentions(u"Pic_Edit_Click: the schedule editor screen is not part of this build"));
   // A plug-in set is refused before any other question.
   PutSchedule(u"0", {Rec{u"8", u"QVExchBrick Mon"}});
   Open(1);

@@ -75,7 +75,7 @@ TEST_F(JobListTest, EmptyNextRunAndBadDates) {
   EXPECT_EQ(list.rows[0].Number(), u"");
   // A NextRun that is no date ends its row after the name; the next row is filled.
   EXPECT_EQ(list.rows[1].cells, std::vector<Text>{u"Bad"});
-  EXPECT_TRUE(TraceHas(u"in procedure FillListView of Form SchedulerFrm"));
+  EXPECT_TRUE(TraceMentions(u"in procedure FillListView of Form SchedulerFrm"));
   EXPECT_EQ(list.rows[2].Number(), u"3");
 }
 
@@ -126,8 +126,8 @@ TEST_F(JobListTest, SelectionSurvivesARebuildAndAStaleOneIsTraced) {
   EXPECT_EQ(list.SelectedRow, 3);
   EXPECT_GE(told, 1);  // the screen still saw the new rows
   // The fill itself traces it; nothing reaches the caller's handler.
-  EXPECT_TRUE(TraceHas(u"in procedure FillListView of Form SchedulerFrm"));
-  EXPECT_FALSE(TraceHas(u"in procedure RefreshListView of Form SchedulerFrm"));
+  EXPECT_TRUE(TraceMentions(u"in procedure FillListView of Form SchedulerFrm"));
+  EXPECT_FALSE(TraceMentions(u"in procedure RefreshListView of Form SchedulerFrm"));
 }
 
 TEST_F(JobListTest, ButtonsFollowTheList) {

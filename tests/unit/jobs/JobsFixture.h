@@ -40,32 +40,16 @@ class RecordingPrompts : public jobs::UiPrompts {
   std::vector<Text> downloads;
 };
 
-class JobsTest : public ::testing::Test, public testkit::FrameFixture {
+class JobsTest : public ::testing::Test, public testkit::UserFixture {
  protected:
-  JobsTest() : prompts(app, ui) {
-    fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
-    app.BacksetFilePath = Common(u"BacksetData.txt");
-    app.UserName = u"jsmith";
-    fake.clock.now = base::DateTime{2013, 3, 18, 15, 2, 33};
-  }
+  JobsTest() : prompts(app, ui) {}
 
   void PutSchedule(const Text& state, const std::vector<Rec>& records) {
     std::vector<Text> lines{state};
     for (const Rec& r : records) lines.push_back(r.Line());
     PutLines(app.ScheduleFilePath, lines);
   }
-  void PutLines(const Text& path, const std::vector<Text>& lines) {
-    std::string bytes(base::kUtf16Bom);
-    for (const Text& l : lines) bytes += base::EncodeUtf16Le(l + u"\r\n");
-    fake.fs.PutFile(path, bytes);
-  }
   std::vector<Text> Schedule() { return Lines(app.ScheduleFilePath); }
-  std::vector<Text> Trace() { return Lines(Common(u"SerTraceFile.txt")); }
-  bool TraceHas(const Text& text) {
-    for (const Text& l : Trace())
-      if (base::InStr(l, text) > 0) return true;
-    return false;
-  }
   void SetIni(const Text& key, const Text& value) { frame::WriteSetting(app, key, value); }
 
   // The texts of the message boxes so far, in order.

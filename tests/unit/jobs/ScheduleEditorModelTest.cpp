@@ -66,8 +66,8 @@ TEST_F(EditorTest, MailValidationCodesAndTrace) {
   EXPECT_EQ(code(u"a@b.com,c@.org"), 105);
   EXPECT_EQ(code(u"a@bcom"), 105);
   EXPECT_EQ(code(u"   "), 104);
-  EXPECT_TRUE(Traced(u"Enter Sch_Mail_validate"));
-  EXPECT_TRUE(Traced(u"Exit Sch_Mail_validate 104"));
+  EXPECT_TRUE(TraceHas(u"Enter Sch_Mail_validate"));
+  EXPECT_TRUE(TraceHas(u"Exit Sch_Mail_validate 104"));
   c.ChkEmailNotification = false;
   EXPECT_EQ(code(u"not an address"), 100);
 }
@@ -156,8 +156,8 @@ TEST_F(EditorTest, NoChoiceSavesAsDailyAndTracesTheFill) {
   EXPECT_EQ(r.SortKey, u"201303181600");
   EXPECT_EQ(r.CreatedOn, u"03-18-2013 15:02:33");
   EXPECT_EQ(r.JobKind, u"2");
-  EXPECT_TRUE(Traced(u"Enter Sch_Filldata_Start6"));
-  EXPECT_TRUE(Traced(u"Exit Sch_Filldata_Start6"));
+  EXPECT_TRUE(TraceHas(u"Enter Sch_Filldata_Start6"));
+  EXPECT_TRUE(TraceHas(u"Exit Sch_Filldata_Start6"));
   // The screen was unloaded by the check and again by the main button.
   EXPECT_EQ(unloads, 2);
 }

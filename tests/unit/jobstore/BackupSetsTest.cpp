@@ -28,7 +28,7 @@ TEST_F(SetsTest, SetNameIsTheTextBeforeTheFirstBackspace) {
 TEST_F(SetsTest, MirrorListLeavesOutTheSpecialSetsAndDuplicates) {
   SetIni(u"Corvane", u"UserName", u"jsmith");
   fake.fs.PutFile(app.BacksetFilePath,
-                  FileBytes({Set(u"Docs"), Set(u"restore itemset"), Set(u"AUTOEXCHANGE01"),
+                  Utf16File({Set(u"Docs"), Set(u"restore itemset"), Set(u"AUTOEXCHANGE01"),
                              Set(u"AutoBkupQVWin"), u"plain line", u"   ", Set(u"DOCS"),
                              Set(u"Default BackupSet"), u"other plain"}));
   EXPECT_EQ(FillBackupNowList(app), BackupNowOutcome::Show);
@@ -49,7 +49,7 @@ TEST_F(SetsTest, MirrorModeMessages) {
   // No set file at all.
   EXPECT_EQ(FillBackupNowList(app), BackupNowOutcome::Close);
   // A set file holding only sets that are never offered.
-  fake.fs.PutFile(app.BacksetFilePath, FileBytes({Set(u"autobkupqvwin")}));
+  fake.fs.PutFile(app.BacksetFilePath, Utf16File({Set(u"autobkupqvwin")}));
   SetIni(u"Corvane", u"MIRROR", u" 1 ");
   EXPECT_EQ(FillBackupNowList(app), BackupNowOutcome::Close);
   ASSERT_EQ(messages.size(), 2u);
@@ -90,7 +90,7 @@ TEST_F(SetsTest, RelativeModeWithoutScheduleOrWithOthersJobs) {
 
 TEST_F(SetsTest, MailListReadsUniqueAddresses) {
   fake.fs.PutFile(app.MailFilePath,
-                  FileBytes({u"a@x.com", u"A@X.COM", u"b@y.org", u"", u"a@x.com"}));
+                  Utf16File({u"a@x.com", u"A@X.COM", u"b@y.org", u"", u"a@x.com"}));
   std::vector<Text> shown;
   Sch_LoadMailidList(app, &shown);
   EXPECT_EQ(app.Store.MailIdList, (std::vector<Text>{u"a@x.com", u"b@y.org", u""}));
@@ -100,7 +100,7 @@ TEST_F(SetsTest, MailListReadsUniqueAddresses) {
 }
 
 TEST_F(SetsTest, MailListOnAScreenWithoutTheControlStopsAtTheFirstRow) {
-  fake.fs.PutFile(app.MailFilePath, FileBytes({u"a@x.com"}));
+  fake.fs.PutFile(app.MailFilePath, Utf16File({u"a@x.com"}));
   Sch_LoadMailidList(app, nullptr);
   EXPECT_EQ(app.Store.MailIdList, std::vector<Text>{u"a@x.com"});
   EXPECT_EQ(Trace().back(),
@@ -111,7 +111,7 @@ TEST_F(SetsTest, MailListOnAScreenWithoutTheControlStopsAtTheFirstRow) {
 TEST_F(SetsTest, SavingAnAddressKeepsTenAndNeverReachesTheFile) {
   std::vector<Text> ten;
   for (int i = 0; i < 10; ++i) ten.push_back(u"u" + base::FromNumber(i) + u"@x.com");
-  fake.fs.PutFile(app.MailFilePath, FileBytes(ten));
+  fake.fs.PutFile(app.MailFilePath, Utf16File(ten));
   const std::string before = fake.fs.Bytes(app.MailFilePath);
   Sch_LoadMailidList(app, nullptr);
 

@@ -27,25 +27,17 @@ inline Text Join(const std::vector<Text>& fields, const Text& sep) {
   return base::Join(fields, sep);
 }
 
-// The bytes of a UTF-16 text file with BOM and CR LF after every line.
-inline std::string FileBytes(const std::vector<Text>& lines) {
-  std::string bytes(base::kUtf16Bom);
-  for (const Text& l : lines) bytes += base::EncodeUtf16Le(l + u"\r\n");
-  return bytes;
-}
+using testkit::U8;
+using testkit::Utf16File;
 
 struct Message {
   Text text;
   int icon;
 };
 
-class JobStoreTest : public ::testing::Test, public testkit::FrameFixture {
+class JobStoreTest : public ::testing::Test, public testkit::UserFixture {
  protected:
   JobStoreTest() {
-    fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
-    app.BacksetFilePath = Common(u"BacksetData.txt");
-    app.UserName = u"jsmith";
-    fake.clock.now = base::DateTime{2013, 3, 18, 15, 2, 33};
     app.Store.ShowMessage = [this](const Text& text, int icon, int) {
       messages.push_back({text, icon});
       return 1;
@@ -53,12 +45,9 @@ class JobStoreTest : public ::testing::Test, public testkit::FrameFixture {
   }
 
   Text SchedulePath() const { return app.ScheduleFilePath; }
-  void PutSchedule(const std::vector<Text>& lines) {
-    fake.fs.PutFile(SchedulePath(), FileBytes(lines));
-  }
+  void PutSchedule(const std::vector<Text>& lines) { PutLines(SchedulePath(), lines); }
   std::string ScheduleBytes() { return fake.fs.Bytes(SchedulePath()); }
   std::vector<Text> ScheduleLines() { return Lines(SchedulePath()); }
-  std::vector<Text> Trace() { return Lines(Common(u"SerTraceFile.txt")); }
   void SetIni(const Text& section, const Text& key, const Text& value) {
     fake.profile.WriteString(section, key, value, Common(u"qvwin.ini"));
   }
@@ -67,7 +56,5 @@ class JobStoreTest : public ::testing::Test, public testkit::FrameFixture {
 
   std::vector<Message> messages;
 };
-
-inline std::string U8(const Text& t) { return base::ToUtf8(t); }
 
 }  // namespace jobstore::test

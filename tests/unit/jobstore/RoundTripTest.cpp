@@ -178,7 +178,7 @@ TEST_F(RoundTrip, UpdateAndDeleteTouchOnlyTheirRecord) {
       // A state line that is not one character costs every record.
       expected = {u"0", BuildScheduleLine(r)};
     }
-    ASSERT_EQ(ScheduleBytes(), FileBytes(expected)) << "seed " << seed;
+    ASSERT_EQ(ScheduleBytes(), Utf16File(expected)) << "seed " << seed;
   }
 }
 

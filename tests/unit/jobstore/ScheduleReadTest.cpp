@@ -42,7 +42,7 @@ TEST_F(ReadTest, WorkedRecordWritesBackByteForByte) {
   r.Password = u"secret";  // never reaches the file: position 18 is always "1"
   r.EngineFlag = u"7";     // the writer always stores "0"
   static_cast<void>(DB_WriteSchdata(app, r, false));
-  EXPECT_EQ(ScheduleBytes(), FileBytes({u"0", kWorkedLine}));
+  EXPECT_EQ(ScheduleBytes(), Utf16File({u"0", kWorkedLine}));
   EXPECT_EQ(r.EngineFlag, u"0");
   EXPECT_EQ(BuildScheduleLine(WorkedRecord()), kWorkedLine);
 }
@@ -158,7 +158,7 @@ TEST_F(ReadTest, OnlyTheStateLineOrNoFileGivesNothing) {
 
 TEST_F(ReadTest, CountSkipsTheStateLineOnlyOfTheScheduleFile) {
   PutSchedule({u"0", kWorkedLine});
-  fake.fs.PutFile(Common(u"Mailid.txt"), FileBytes({u"a@b.com", u"c@d.com"}));
+  fake.fs.PutFile(Common(u"Mailid.txt"), Utf16File({u"a@b.com", u"c@d.com"}));
   // The path is compared upper-cased.
   EXPECT_EQ(DB_NumberOfRecord(app, base::ToUpper(SchedulePath())), 1);
   EXPECT_EQ(DB_NumberOfRecord(app, Common(u"Mailid.txt")), 2);

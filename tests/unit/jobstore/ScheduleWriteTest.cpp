@@ -51,7 +51,7 @@ TEST_F(WriteTest, UpdateWithNoScheduleOnlyRemoves) {
   r.RecordNo = u"2";
   static_cast<void>(DB_WriteSchdata(app, r, true));
   // A line without a separator is lost at the rewrite, as the design has it.
-  EXPECT_EQ(ScheduleBytes(), FileBytes({u"0", Rec(u"1"), Rec(u"3")}));
+  EXPECT_EQ(ScheduleBytes(), Utf16File({u"0", Rec(u"1"), Rec(u"3")}));
   EXPECT_EQ(app.RecordCount, 2);
   EXPECT_EQ(r.EngineFlag, u"0");
   // Every rewritten line goes to the trace.
@@ -75,7 +75,7 @@ TEST_F(WriteTest, DeleteComparesTheWholeNumberAndKeepsAnyFirstLine) {
 
 TEST_F(WriteTest, DeleteOnAnotherFileHasNoStateLine) {
   Text path = Common(u"other.txt");
-  fake.fs.PutFile(path, FileBytes({Join({u"1", u"a"}, kB), Join({u"2", u"b"}, kB), u"x"}));
+  fake.fs.PutFile(path, Utf16File({Join({u"1", u"a"}, kB), Join({u"2", u"b"}, kB), u"x"}));
   static_cast<void>(DB_DeleteRecord(app, u"1", path));
   EXPECT_EQ(Lines(path), std::vector<Text>{Join({u"2", u"b"}, kB)});
 }
@@ -94,7 +94,7 @@ TEST_F(WriteTest, DamagedStateLineEmptiesTheFileAtTheNextUpdate) {
 
 TEST_F(WriteTest, FirstLineIsMadeWhenMissingAndLeftAloneWhenGood) {
   static_cast<void>(DB_WriteFirstLine(app));
-  EXPECT_EQ(ScheduleBytes(), FileBytes({u"0"}));
+  EXPECT_EQ(ScheduleBytes(), Utf16File({u"0"}));
 
   PutSchedule({u"2", Rec(u"1")});
   std::string good = ScheduleBytes();
@@ -105,7 +105,7 @@ TEST_F(WriteTest, FirstLineIsMadeWhenMissingAndLeftAloneWhenGood) {
 
   PutSchedule({u"", Rec(u"1")});
   static_cast<void>(DB_WriteFirstLine(app));
-  EXPECT_EQ(ScheduleBytes(), FileBytes({u"0"}));
+  EXPECT_EQ(ScheduleBytes(), Utf16File({u"0"}));
 }
 
 TEST_F(WriteTest, AnAbsentFileIsCreatedByTheFirstUpdate) {
@@ -128,7 +128,7 @@ TEST_F(WriteTest, StateWordChangesOnlyTheFirstCharacter) {
 
   fake.fs.DeleteFile(SchedulePath());
   static_cast<void>(SetStateWord(app, SchedulePath(), u"2"));
-  EXPECT_EQ(ScheduleBytes(), FileBytes({u"2"}));
+  EXPECT_EQ(ScheduleBytes(), Utf16File({u"2"}));
 
   // A value of two characters makes the state line two long: the caller's business.
   static_cast<void>(SetStateWord(app, SchedulePath(), u"21"));
@@ -278,7 +278,7 @@ class TornReadTest : public JobStoreTest {
     fake.Get().fs = &cutting;
     const Text second =
         Join({u"13", u"Photos"}, kB) + kWorkedLine.substr(kWorkedLine.find(kB + u"03-25-2013"));
-    whole = FileBytes({u"0", kWorkedLine, second});
+    whole = Utf16File({u"0", kWorkedLine, second});
     cutting.PutFile(SchedulePath(), whole);
   }
   CuttingFileSystem cutting;

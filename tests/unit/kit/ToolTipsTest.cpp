@@ -70,7 +70,6 @@ TEST(ToolTips, RightButtonUpOpensTheBalloonAndAnyOtherClickRemovesIt) {
   EXPECT_EQ(plan.text, u"Exit this screen");
   EXPECT_EQ(plan.parent, &form.cancel) << "the label's tip hangs on its button";
   EXPECT_EQ(plan.style & kit::kTipStyleBalloon, kit::kTipStyleBalloon);
-  EXPECT_EQ(plan.toolFlags, 17u);
   ASSERT_NE(tips.Balloon(), nullptr);
   EXPECT_EQ(tips.Balloon()->VisibleTime(), 60000);
   EXPECT_EQ(tips.Balloon()->DelayTime(), 0);
@@ -101,40 +100,66 @@ TEST(ToolTips, RightButtonUpOpensTheBalloonAndAnyOtherClickRemovesIt) {
   EXPECT_EQ(backend.plainDestroyed, 1);
 }
 
-TEST(ToolTips, FlagsAndMessagesFollowTheProperties) {
+// The tool flags as the renderer reads them: a tip that comes with the pointer hooks
+// its tool; an on-demand one is tracked instead and never comes up by itself.
+TEST(ToolTips, OnDemandAndCentredTipsAreToldApartByTheRenderer) {
+  constexpr std::uint32_t kIdIsWindow = 0x1, kCentre = 0x2, kHook = 0x10, kTrack = 0x20;
   kit::CBalloonToolTip tip;
-  struct FlagCase {
-    bool centered, onDemand;
-    std::uint32_t flags;
-  };
-  for (FlagCase c : {FlagCase{false, false, 17}, FlagCase{true, false, 19},
-                     FlagCase{false, true, 289}, FlagCase{true, true, 35}}) {
-    tip.SetCentered(c.centered);
-    tip.SetPopupOnDemand(c.onDemand);
-    EXPECT_EQ(tip.ToolFlags(), c.flags);
+  for (bool centred : {false, true}) {
+    for (bool onDemand : {false, true}) {
+      tip.SetCentered(centred);
+      tip.SetPopupOnDemand(onDemand);
+      const std::uint32_t flags = tip.ToolFlags();
+      EXPECT_EQ((flags & kCentre) != 0, centred) << centred << onDemand;
+      EXPECT_EQ((flags & kTrack) != 0, onDemand) << centred << onDemand;
+      EXPECT_EQ((flags & kHook) != 0, !onDemand) << centred << onDemand;
+      EXPECT_NE(flags & kIdIsWindow, 0u);
+    }
   }
+}
 
+// The new window gets what the properties say, the tool before anything about it, and
+// nothing for a property that was never given.
+TEST(ToolTips, ThePlanCarriesTheGivenPropertiesAndOnlyThose) {
   bkupjobnotify form;
+  auto find = [](const kit::TipPlan& plan, unsigned message, std::int64_t wParam = -1) {
+    for (std::size_t i = 0; i < plan.messages.size(); ++i) {
+      const kit::TipMessage& m = plan.messages[i];
+      if (m.message == message && (wParam < 0 || m.wParam == wParam)) return static_cast<int>(i);
+    }
+    return -1;
+  };
   kit::CBalloonToolTip plain;
   plain.SetVisibleTime(5000);
   plain.SetDelayTime(7);
-  auto messages = plain.Plan(form.cancel).messages;
-  ASSERT_EQ(messages.size(), 4u);
-  EXPECT_EQ(messages[0].message, kit::kTtmSetMaxTipWidth);
-  EXPECT_EQ(messages[1].message, kit::kTtmAddTool);
-  EXPECT_EQ(messages[2], (kit::TipMessage{kit::kTtmSetDelayTime, 2, 5000}));
-  EXPECT_EQ(messages[3], (kit::TipMessage{kit::kTtmSetDelayTime, 3, 7}));
-  EXPECT_EQ(plain.Plan(form.cancel).style & kit::kTipStyleBalloon, 0u) << "style 0 is standard";
+  const kit::TipPlan p = plain.Plan(form.cancel);
+  EXPECT_EQ(p.style & kit::kTipStyleBalloon, 0u) << "style 0 is the standard tip";
+  ASSERT_GE(find(p, kit::kTtmSetDelayTime, 2), 0);
+  EXPECT_EQ(p.messages[find(p, kit::kTtmSetDelayTime, 2)].lParam, 5000) << "visible time";
+  EXPECT_EQ(p.messages[find(p, kit::kTtmSetDelayTime, 3)].lParam, 7) << "delay before";
+  for (unsigned unset :
+       {kit::kTtmSetTitle, kit::kTtmSetTipBkColor, kit::kTtmSetTipTextColor, kit::kWmSetFont}) {
+    EXPECT_EQ(find(p, unset), -1) << unset;
+  }
 
   kit::CBalloonToolTip full;
+  full.SetStyle(1);
   full.SetIcon(1);
   full.SetBackColor(0x00FFEEDD);
   full.SetForeColor(0x00112233);
   full.SetTipFont({u"Tahoma", 8});
-  std::vector<unsigned> order;
-  for (const auto& m : full.Plan(form.cancel).messages) order.push_back(m.message);
-  EXPECT_EQ(order, (std::vector<unsigned>{1048, 1028, 1056, 1044, 1043, 48, 1027, 1027}));
-  EXPECT_EQ(kit::CBalloonToolTip::PackPoint(10, 3), 10 + 3 * 65536);
+  const kit::TipPlan f = full.Plan(form.cancel);
+  EXPECT_NE(f.style & kit::kTipStyleBalloon, 0u);
+  const int tool = find(f, kit::kTtmAddTool);
+  ASSERT_GE(tool, 0);
+  for (unsigned message : {kit::kTtmSetTitle, kit::kTtmSetTipBkColor, kit::kTtmSetTipTextColor,
+                           kit::kWmSetFont, kit::kTtmSetDelayTime}) {
+    EXPECT_GT(find(f, message), tool) << message;
+  }
+  EXPECT_EQ(f.messages[find(f, kit::kTtmSetTitle)].wParam, 1) << "the icon";
+  EXPECT_EQ(f.messages[find(f, kit::kTtmSetTipBkColor)].wParam, 0x00FFEEDD);
+  EXPECT_EQ(f.messages[find(f, kit::kTtmSetTipTextColor)].wParam, 0x00112233);
+  EXPECT_EQ(f.font, (kit::TipFontInfo{u"Tahoma", 8}));
 }
 
 }  // namespace

@@ -8,9 +8,9 @@
 namespace {
 
 using base::Text;
-using monitortest::MonitorTest;
+using monitortest::MonitorFormTest;
 
-class MonitorKeyboardTest : public MonitorTest {
+class MonitorKeyboardTest : public MonitorFormTest {
  protected:
   void Down(int key, int shift = 0) {
     kit::KeyArgs a{key, shift};

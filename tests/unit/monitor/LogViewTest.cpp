@@ -15,14 +15,14 @@ using base::Text;
 using monitor::ParseLogLine;
 using monitor::ReadNewestLines;
 using monitor::ReadNewestLinesWhole;
-using monitortest::MonitorTest;
+using monitortest::MonitorFormTest;
 using monitortest::U8;
 
 const Text kLog = u"C:\\QV\\QVCOMMON\\QVWServiceLog.txt";
 
 std::string Bytes16(const Text& t) { return base::EncodeUtf16Le(t); }
 
-class LogViewTest : public MonitorTest {
+class LogViewTest : public MonitorFormTest {
  protected:
   void Log(const std::vector<Text>& lines) { platform::TextFile::WriteLines(fake.fs, kLog, lines); }
   std::vector<Text> Rows() {

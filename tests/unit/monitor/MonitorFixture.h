@@ -128,10 +128,9 @@ class MapSecureStore : public frame::ISecureStore {
   std::map<Text, Text> values;
 };
 
-class MonitorTest : public ::testing::Test, public testkit::FrameFixture {
+class MonitorFormTest : public ::testing::Test, public testkit::CommonFixture {
  protected:
-  MonitorTest() : screens(log) {
-    fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+  MonitorFormTest() : screens(log) {
     app.secureStore = &secure;
     auto service = std::make_shared<ScriptedEngine>(app, "service", log, true);
     auto background = std::make_shared<ScriptedEngine>(app, "background", log, false);
@@ -165,12 +164,6 @@ class MonitorTest : public ::testing::Test, public testkit::FrameFixture {
   }
   void StateWord(const Text& word) {
     platform::TextFile::WriteLines(fake.fs, app.ScheduleFilePath, {word});
-  }
-  std::vector<Text> Trace() { return Lines(Common(u"SerTraceFile.txt")); }
-  bool TraceHas(const Text& line) {
-    for (const Text& l : Trace())
-      if (l == line) return true;
-    return false;
   }
 
   // One progress call of the engine, as the COM shell hands it on.
@@ -206,6 +199,6 @@ class MonitorTest : public ::testing::Test, public testkit::FrameFixture {
   std::vector<unsigned> terminated;
 };
 
-inline std::string U8(const Text& t) { return base::ToUtf8(t); }
+using testkit::U8;
 
 }  // namespace monitortest

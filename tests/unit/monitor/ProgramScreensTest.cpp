@@ -13,7 +13,7 @@ namespace {
 
 TEST(ProgramScreensTest, TheMenusOpenTheJobScreens) {
   testkit::FrameFixture fx;
-  fx.fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+  fx.AddCommon();
   kit::ScriptedUi ui;
   monitor::ProgramScreens screens(fx.app, ui);
   fx.app.Store.BackupNowMode = true;

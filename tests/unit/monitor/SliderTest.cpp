@@ -8,10 +8,10 @@ namespace {
 
 using base::Text;
 using monitor::frmQVWinService;
-using monitortest::MonitorTest;
+using monitortest::MonitorFormTest;
 using Pass = frmQVWinService::SliderPass;
 
-class SliderTest : public MonitorTest {
+class SliderTest : public MonitorFormTest {
  protected:
   void Limits(const Text& autoPause, const Text& plain, const Text& paused) {
     Setting(u"AUTOPAUSECHECK", autoPause);

@@ -10,10 +10,10 @@
 namespace {
 
 using base::Text;
-using monitortest::MonitorTest;
+using monitortest::MonitorFormTest;
 using monitortest::U8;
 
-class StatusTest : public MonitorTest {
+class StatusTest : public MonitorFormTest {
  protected:
   struct Shown {
     Text light, word;

@@ -7,11 +7,11 @@
 namespace {
 
 using base::Text;
-using monitortest::MonitorTest;
+using monitortest::MonitorFormTest;
 
 const Text kLog = u"C:\\QV\\QVCOMMON\\QVWServiceLog.txt";
 
-class TickTest : public MonitorTest {
+class TickTest : public MonitorFormTest {
  protected:
   void LogLines(int n) {
     std::vector<Text> lines;

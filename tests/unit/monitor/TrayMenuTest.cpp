@@ -10,9 +10,9 @@
 namespace {
 
 using base::Text;
-using monitortest::MonitorTest;
+using monitortest::MonitorFormTest;
 
-class TrayMenuTest : public MonitorTest {
+class TrayMenuTest : public MonitorFormTest {
  protected:
   platform::UiHandle Icon() {
     EXPECT_EQ(fake.ui.trayIcons.size(), 1u);

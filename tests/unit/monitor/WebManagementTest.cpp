@@ -9,7 +9,7 @@
 namespace {
 
 using base::Text;
-using monitortest::MonitorTest;
+using monitortest::MonitorFormTest;
 
 const Text kHelper = u"C:\\QV\\Corvane_Web.exe";
 
@@ -34,7 +34,7 @@ class HelperShell : public platform::FakeShell {
   Text ini_;
 };
 
-class WebManagementTest : public MonitorTest {
+class WebManagementTest : public MonitorFormTest {
  protected:
   WebManagementTest() : shell(fake, Common(u"qvwin.ini")) {
     fake.Get().shell = &shell;

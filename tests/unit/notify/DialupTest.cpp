@@ -9,21 +9,7 @@ namespace {
 using base::Text;
 using testkit::U8;
 
-class DialupTest : public ::testing::Test, public testkit::FrameFixture {
- protected:
-  DialupTest() { fake.fs.AddFolders(u"C:\\QV\\QVCOMMON"); }
-
-  // The activity log's messages without their stamps ("" for an empty line).
-  std::vector<Text> Activity() {
-    std::vector<Text> out;
-    for (const Text& line : Lines(app.ServiceLogPath)) {
-      const std::size_t at = line.find(u" : ", line.find(u" : ") + 3);
-      out.push_back(at == Text::npos ? line : line.substr(at + 3));
-    }
-    return out;
-  }
-  std::vector<Text> Trace() { return Lines(Common(u"SerTraceFile.txt")); }
-};
+class DialupTest : public ::testing::Test, public testkit::CommonFixture {};
 
 TEST_F(DialupTest, NoConnection) {
   EXPECT_EQ(notify::ConnectionsText(app), Text(u"No active connections found"));

@@ -12,14 +12,12 @@ using base::DateTime;
 using base::Text;
 using testkit::U8;
 
-class MissedBackupTest : public ::testing::Test, public testkit::FrameFixture {
+class MissedBackupTest : public ::testing::Test, public testkit::CommonFixture {
  protected:
-  MissedBackupTest() { fake.fs.AddFolders(u"C:\\QV\\QVCOMMON"); }
-
   Text UserFile(const Text& user) { return Common(user + u"\\qvwinserver.ini"); }
   void SetUser(const Text& user, const Text& days, const Text& err, const Text& failed,
                const Text& msg) {
-    fake.fs.AddFolders(u"C:\\QV\\QVCOMMON\\" + user);
+    fake.fs.AddFolders(Common(user));
     for (auto [key, value] : {std::pair<Text, Text>{u"NoofDays", days},
                               {u"Notify_Err", err},
                               {u"DateFailed", failed},

@@ -83,7 +83,7 @@ TEST(NextJobTest, ComposeTakesTheKeyForTheTimeAndTheTextForTheSeconds) {
 class NextJobFileTest : public ::testing::Test, public testkit::FrameFixture {};
 
 TEST_F(NextJobFileTest, TheJobThatSortsFirstIsTheNextOne) {
-  fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+  AddCommon();
   fake.clock.now = {2026, 11, 15, 10, 0, 0};
   auto record = [](Text no, Text set, Text next, Text key) {
     jobstore::ScheduleRecord r;

@@ -19,24 +19,13 @@ namespace {
 using base::Text;
 using testkit::U8;
 
-class NoticesTest : public ::testing::Test, public testkit::FrameFixture {
+class NoticesTest : public ::testing::Test, public testkit::CommonFixture {
  protected:
-  NoticesTest() {
-    fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
-    fake.clock.now = {2026, 11, 15, 10, 0, 0};
-  }
+  NoticesTest() { fake.clock.now = {2026, 11, 15, 10, 0, 0}; }
   void Request(const std::vector<Text>& lines) {
     platform::TextFile::WriteLines(fake.fs, Common(notify::kJobRequestFile), lines);
   }
   bool RequestLeft() { return fake.fs.FileExists(Common(notify::kJobRequestFile)); }
-  std::vector<Text> Activity() {
-    std::vector<Text> out;
-    for (const Text& line : Lines(app.ServiceLogPath)) {
-      const std::size_t at = line.find(u" : ", line.find(u" : ") + 3);
-      out.push_back(at == Text::npos ? line : line.substr(at + 3));
-    }
-    return out;
-  }
 
   kit::ScriptedUi ui;
   int sessionLogs = 0;
@@ -286,16 +275,8 @@ TEST_F(NoticesTest, TheDialupLinesGoToTheJobsLogAndItsSessionFile) {
   const std::vector<Text> expected{u"Successfully disconnected 'Office' connection",
                                    u"Successfully logged out", u""};
   EXPECT_EQ(Activity(), expected);
-  auto messages = [&](const Text& path) {
-    std::vector<Text> out;
-    for (const Text& line : Lines(path)) {
-      const std::size_t at = line.find(u" : ", line.find(u" : ") + 3);
-      out.push_back(at == Text::npos ? line : line.substr(at + 3));
-    }
-    return out;
-  };
-  EXPECT_EQ(messages(Common(u"logs\\Mail.txt")), expected);
-  EXPECT_EQ(messages(Common(u"Session\\" + session)), expected);
+  EXPECT_EQ(Messages(Common(u"logs\\Mail.txt")), expected);
+  EXPECT_EQ(Messages(Common(u"Session\\" + session)), expected);
   EXPECT_FALSE(fake.fs.FileExists(Common(u"logs\\.txt")));
 
   // A cancel after a one-line request: the job's log, and no session file any more.
@@ -303,9 +284,9 @@ TEST_F(NoticesTest, TheDialupLinesGoToTheJobsLogAndItsSessionFile) {
   notices.DialupCheck();
   dialup.cancel.RaiseMouseUp({kit::kLeftButton});
   EXPECT_EQ(
-      messages(Common(u"logs\\Photos.txt")),
+      Messages(Common(u"logs\\Photos.txt")),
       (std::vector<Text>{u"Dial-up disconnection canceled", u"Successfully logged out", u""}));
-  EXPECT_EQ(messages(Common(u"Session\\" + session)), expected);
+  EXPECT_EQ(Messages(Common(u"Session\\" + session)), expected);
   EXPECT_EQ(app.CurrentSessionFile, u"");
 
   // The job-end notice names the log of the job that ended; an empty request keeps it.

@@ -9,9 +9,8 @@ namespace {
 
 using base::Text;
 
-class RequestsTest : public ::testing::Test, public testkit::FrameFixture {
+class RequestsTest : public ::testing::Test, public testkit::CommonFixture {
  protected:
-  RequestsTest() { fake.fs.AddFolders(u"C:\\QV\\QVCOMMON"); }
   Text JobFile() { return Common(notify::kJobRequestFile); }
   Text DialupFile() { return Common(notify::kDialupRequestFile); }
 };

@@ -5,6 +5,7 @@
 #include "base/Utf16.h"
 #include "platform/TextFile.h"
 #include "platform/fake/FakePlatform.h"
+#include "support/TextFiles.h"
 
 namespace qvjobs {
 namespace {
@@ -41,7 +42,7 @@ Text Rec(const Text& no, const Text& name, const Text& key, const Text& days,
 class QvJobsEditTest : public ::testing::Test {
  protected:
   QvJobsEditTest() {
-    fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+    fake.fs.AddFolders(testkit::kCommonFolder);
     fake.clock.now = base::DateTime{2013, 3, 18, 10, 15, 20};  // a Monday
   }
   int Run(std::vector<std::string> args) {
@@ -50,9 +51,7 @@ class QvJobsEditTest : public ::testing::Test {
     return RunQvJobs(args, fake.Get(), u"C:\\QV", out, err);
   }
   void Put(const std::vector<Text>& lines) {
-    std::string bytes(base::kUtf16Bom);
-    for (const Text& l : lines) bytes += base::EncodeUtf16Le(l + u"\r\n");
-    fake.fs.PutFile(kSchedule, bytes);
+    fake.fs.PutFile(kSchedule, testkit::Utf16File(lines));
   }
   std::vector<Text> Lines() {
     return platform::TextFile::ReadLines(fake.fs, kSchedule).value_or(std::vector<Text>{});

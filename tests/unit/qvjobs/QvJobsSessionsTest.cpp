@@ -13,6 +13,7 @@
 #include "platform/portable/PortableServices.h"
 #include "sessions/frmSessionLog.h"
 #include "support/TempDir.h"
+#include "support/TextFiles.h"
 
 namespace qvjobs {
 namespace {
@@ -23,7 +24,7 @@ const Text kFolder = u"C:\\QV\\QVCOMMON\\Session";
 
 class QvJobsSessionsTest : public ::testing::Test {
  protected:
-  QvJobsSessionsTest() { fake.fs.AddFolders(u"C:\\QV\\QVCOMMON"); }
+  QvJobsSessionsTest() { fake.fs.AddFolders(testkit::kCommonFolder); }
   int Run(std::vector<std::string> args) {
     out.clear();
     err.clear();

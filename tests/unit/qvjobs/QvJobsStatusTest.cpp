@@ -7,19 +7,16 @@
 #include "base/Utf16.h"
 #include "platform/ReadOnlyFiles.h"
 #include "platform/fake/FakePlatform.h"
+#include "support/TextFiles.h"
 
 namespace qvjobs {
 namespace {
 
 using base::Text;
 
-const Text kCommon = u"C:\\QV\\QVCOMMON";
+const Text kCommon = testkit::kCommonFolder;
 
-std::string Utf16File(const std::vector<Text>& lines) {
-  std::string bytes(base::kUtf16Bom);
-  for (const Text& l : lines) bytes += base::EncodeUtf16Le(l + u"\r\n");
-  return bytes;
-}
+using testkit::Utf16File;
 
 Text Rec(const Text& no, const Text& name, const Text& next, const Text& key) {
   // clang-format off

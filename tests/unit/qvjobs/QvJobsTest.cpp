@@ -5,6 +5,7 @@
 #include "base/Utf16.h"
 #include "platform/TextFile.h"
 #include "platform/fake/FakePlatform.h"
+#include "support/TextFiles.h"
 
 namespace qvjobs {
 namespace {
@@ -12,12 +13,6 @@ namespace {
 using base::Text;
 
 const Text kSchedule = u"C:\\QV\\QVCOMMON\\scheduleData.txt";
-
-std::string FileBytes(const std::vector<Text>& lines) {
-  std::string bytes(base::kUtf16Bom);
-  for (const Text& l : lines) bytes += base::EncodeUtf16Le(l + u"\r\n");
-  return bytes;
-}
 
 Text Rec(const Text& no, const Text& name, const Text& next, const Text& key, const Text& days) {
   // A record as the file holds it, field after field.
@@ -32,7 +27,7 @@ Text Rec(const Text& no, const Text& name, const Text& next, const Text& key, co
 class QvJobsTest : public ::testing::Test {
  protected:
   QvJobsTest() {
-    fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+    fake.fs.AddFolders(testkit::kCommonFolder);
     fake.clock.now = base::DateTime{2013, 3, 18, 10, 15, 20};  // a Monday
   }
   int Run(std::vector<std::string> args) {
@@ -40,7 +35,9 @@ class QvJobsTest : public ::testing::Test {
     err.clear();
     return RunQvJobs(args, fake.Get(), u"C:\\QV", out, err);
   }
-  void Put(const std::vector<Text>& lines) { fake.fs.PutFile(kSchedule, FileBytes(lines)); }
+  void Put(const std::vector<Text>& lines) {
+    fake.fs.PutFile(kSchedule, testkit::Utf16File(lines));
+  }
 
   platform::FakePlatform fake;
   std::string out, err;
@@ -220,10 +217,8 @@ TEST_F(QvJobsTest, AWriteThatFailsExitsOneWithTheReasonAndNoSuccessLine) {
 
 TEST_F(QvJobsTest, BackupNowAndThePlugInOffer) {
   fake.profile.WriteString(u"Corvane", u"UserName", u"jsmith", u"C:\\QV\\QVCOMMON\\qvwin.ini");
-  std::string sets(base::kUtf16Bom);
-  for (const Text& l : {Text(u"Docs\b1"), Text(u"QVExchBrick Mon\b1")})
-    sets += base::EncodeUtf16Le(l + u"\r\n");
-  fake.fs.PutFile(u"C:\\QV\\QVCOMMON\\BacksetData.txt", sets);
+  fake.fs.PutFile(u"C:\\QV\\QVCOMMON\\BacksetData.txt",
+                  testkit::Utf16File({u"Docs\b1", u"QVExchBrick Mon\b1"}));
   EXPECT_EQ(Run({"backup-now", "Docs"}), kExitOk);
   EXPECT_EQ(out,
             "You have successfully set up an immediate backup of your scheduled Backup set "

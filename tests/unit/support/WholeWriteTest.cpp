@@ -118,14 +118,14 @@ TEST_F(SameBytesTest, UpdateAndRemovalGiveTheSequencesBytesInOneWrite) {
       std::nullopt,
       std::string(),
       bom,
-      FileBytes({u"0"}),
-      FileBytes({u"1", Rec(u"1"), Rec(u"2"), Rec(u"3")}),
-      FileBytes({u"10", Rec(u"1"), Rec(u"2")}),  // a damaged first line costs every record
-      FileBytes({u"", Rec(u"2")}),
-      FileBytes({u"  ", Rec(u"2")}),
-      FileBytes({Rec(u"2"), Rec(u"3")}),  // a record where the state line belongs
-      FileBytes({u"2", u"loose text", Rec(u"2"), Rec(u"2", u"Twice"), Rec(u"12")}),
-      FileBytes({u"0", Join({u"2", u"Old", u"x"}, kU), Rec(u"4")}),
+      Utf16File({u"0"}),
+      Utf16File({u"1", Rec(u"1"), Rec(u"2"), Rec(u"3")}),
+      Utf16File({u"10", Rec(u"1"), Rec(u"2")}),  // a damaged first line costs every record
+      Utf16File({u"", Rec(u"2")}),
+      Utf16File({u"  ", Rec(u"2")}),
+      Utf16File({Rec(u"2"), Rec(u"3")}),  // a record where the state line belongs
+      Utf16File({u"2", u"loose text", Rec(u"2"), Rec(u"2", u"Twice"), Rec(u"12")}),
+      Utf16File({u"0", Join({u"2", u"Old", u"x"}, kU), Rec(u"4")}),
       bom + Utf16(u"0\n" + Rec(u"2") + u"\n" + Rec(u"5")),  // LF only, no end on the last line
       Utf16(u"0\r\n" + Rec(u"3") + u"\r\n"),                // no byte-order mark
       bom + Utf16(u"1\r\n" + Rec(u"3")),                    // the last line unended
@@ -139,7 +139,7 @@ TEST_F(SameBytesTest, UpdateAndRemovalGiveTheSequencesBytesInOneWrite) {
   for (int i = 0; i < 300; ++i) {
     std::vector<Text> lines{firsts[random() % firsts.size()]};
     for (unsigned n = random() % 6; n > 0; --n) lines.push_back(bodies[random() % bodies.size()]);
-    std::string bytes = FileBytes(lines);
+    std::string bytes = Utf16File(lines);
     if (random() % 5 == 0) bytes.resize(bytes.size() - 2);  // the last CR LF missing
     starts.push_back(bytes);
   }
@@ -177,7 +177,7 @@ struct Writer {
 
 std::vector<Writer> Writers() {
   auto schedule = [](JobStoreTest& t) {
-    t.fake.fs.PutFile(t.app.ScheduleFilePath, FileBytes({u"1", Rec(u"1"), Rec(u"2"), Rec(u"3")}));
+    t.fake.fs.PutFile(t.app.ScheduleFilePath, Utf16File({u"1", Rec(u"1"), Rec(u"2"), Rec(u"3")}));
     return t.app.ScheduleFilePath;
   };
   return {
@@ -197,7 +197,7 @@ std::vector<Writer> Writers() {
        [](JobStoreTest& t) { return SetStateWord(t.app, t.app.ScheduleFilePath, u"2"); }},
       {"first line reset",
        [](JobStoreTest& t) {
-         t.fake.fs.PutFile(t.app.ScheduleFilePath, FileBytes({u"10", Rec(u"1")}));
+         t.fake.fs.PutFile(t.app.ScheduleFilePath, Utf16File({u"10", Rec(u"1")}));
          return t.app.ScheduleFilePath;
        },
        [](JobStoreTest& t) { return DB_WriteFirstLine(t.app); }},
@@ -324,7 +324,7 @@ TEST_F(FailingWriteTest, AFileHeldByAnotherProgramIsWrittenInPlaceAndTraced) {
   const WriteResult result = SetStateWord(app, SchedulePath(), u"2");
   EXPECT_TRUE(result.ok);
   EXPECT_TRUE(result.inPlace);
-  EXPECT_EQ(ScheduleBytes(), FileBytes({u"2", Rec(u"1")}));
+  EXPECT_EQ(ScheduleBytes(), Utf16File({u"2", Rec(u"1")}));
   EXPECT_EQ(Trace().back(),
             u"Written in place, the file is held by another program: " + SchedulePath());
   EXPECT_TRUE(NoTemporaries());
@@ -347,7 +347,7 @@ TEST_F(FailingWriteTest, AFailedAppendIsCutBackToItsOldLength) {
   EXPECT_FALSE(fake.fs.FileExists(fresh));
   fake.fs.SetSpaceLeft(std::nullopt);
   EXPECT_TRUE(DB_WriteRecord(app, Rec(u"2"), SchedulePath()).ok);
-  EXPECT_EQ(ScheduleBytes(), FileBytes({u"0", Rec(u"1"), Rec(u"2")}));
+  EXPECT_EQ(ScheduleBytes(), Utf16File({u"0", Rec(u"1"), Rec(u"2")}));
 }
 
 TEST_F(FailingWriteTest, EveryAppenderLeavesNoHalfLineWhateverFails) {
