@@ -76,10 +76,7 @@ void JobActions::EditRow() {
     return;
   }
   const Text recordNo = row->Number();
-  if (!openEditor_ || !openEditor_(recordNo))
-    frame::WriteTrace(app_,
-                      u"Pic_Edit_Click: the schedule editor screen is not part of this build "
-                      u"yet; nothing was opened.");
+  if (openEditor_) openEditor_(recordNo);
 }
 
 void JobActions::ShowSelectedRecord() {

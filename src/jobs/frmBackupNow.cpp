@@ -20,14 +20,15 @@ Text Where(const Text& procedure) {
 
 }  // namespace
 
-jobstore::BackupNowOutcome ShowBackupNow(frame::AppState& app, kit::Ui& ui) {
+BackupNowResult ShowBackupNow(frame::AppState& app, kit::Ui& ui, const BackupNowArgs&) {
   UiPrompts prompts(app, ui);
-  const jobstore::BackupNowOutcome outcome = PrepareBackupNow(app, prompts);
-  if (outcome == jobstore::BackupNowOutcome::Show) {
+  BackupNowResult result{.outcome = PrepareBackupNow(app, prompts)};
+  if (result.outcome == jobstore::BackupNowOutcome::Show) {
     frmBackupNow form(app, ui);
     ui.ShowModal(form);
+    result.shown = true;
   }
-  return outcome;
+  return result;
 }
 
 frmBackupNow::frmBackupNow(frame::AppState& app, kit::Ui& ui)

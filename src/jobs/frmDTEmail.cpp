@@ -14,8 +14,8 @@
 
 namespace jobs {
 
-bool ShowDTEmail(frame::AppState& app, kit::Ui& ui, const base::Text& recordNo) {
-  bool shown = false;
+DTEmailResult ShowDTEmail(frame::AppState& app, kit::Ui& ui, const DTEmailArgs& args) {
+  DTEmailResult result;
   base::Guarded(
       [&] {
         frmDTEmail form(app, ui);
@@ -24,12 +24,12 @@ bool ShowDTEmail(frame::AppState& app, kit::Ui& ui, const base::Text& recordNo) 
         // file, the selected job shown, then the screen.
         jobstore::DB_ReadSchdata(app, Text(), app.Jobs, false);
         LoadTempJobs(app, form.Editor());
-        form.Sch_ShowSelectedRecord(recordNo);
-        shown = true;
+        form.Sch_ShowSelectedRecord(args.recordNo);
+        result.shown = true;
         ui.ShowModal(form);
       },
       frame::TraceFailure(app, u"Error Reason :", u"in procedure Form_Load of Form frmDTEmail"));
-  return shown;
+  return result;
 }
 
 frmDTEmail::frmDTEmail(frame::AppState& app, kit::Ui& ui)

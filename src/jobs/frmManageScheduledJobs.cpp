@@ -22,10 +22,11 @@ Text Where(const Text& procedure) {
 
 }  // namespace
 
-void ShowManageScheduledJobs(frame::AppState& app, kit::Ui& ui,
-                             const ManageScheduledJobsArgs& args) {
+ManageScheduledJobsResult ShowManageScheduledJobs(frame::AppState& app, kit::Ui& ui,
+                                                  const ManageScheduledJobsArgs& args) {
   frmManageScheduledJobs form(app, ui, args.openEditor);
   ui.ShowModal(form);
+  return {.shown = true};
 }
 
 frmManageScheduledJobs::frmManageScheduledJobs(frame::AppState& app, kit::Ui& ui,

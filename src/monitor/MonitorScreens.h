@@ -17,14 +17,13 @@ class MonitorScreens {
   // Tick step 21: the missed-backup and failure notice.
   virtual void CheckMissedBackup() = 0;
 
-  // The screens of the menus. Each answers whether it opened a screen; the window
-  // writes to the trace when one did not.
-  virtual bool OpenBackupNow() = 0;            // mnuBackupNow
-  virtual bool OpenUpdatePassword() = 0;       // mnuChangePassword
-  virtual bool OpenManageScheduledJobs() = 0;  // mnuManSchJob
-  virtual bool OpenErrorReport() = 0;          // mnusenderrorreport, mnusenderrorrpt
-  virtual bool OpenAbout() = 0;                // AboutMenu
-  virtual bool OpenSessionLog() = 0;           // mnuviewlog, and the job-end notice's View Log
+  // The screens of the menus.
+  virtual void OpenBackupNow() = 0;            // mnuBackupNow
+  virtual void OpenUpdatePassword() = 0;       // mnuChangePassword
+  virtual void OpenManageScheduledJobs() = 0;  // mnuManSchJob
+  virtual void OpenErrorReport() = 0;          // mnusenderrorreport, mnusenderrorrpt
+  virtual void OpenAbout() = 0;                // AboutMenu
+  virtual void OpenSessionLog() = 0;           // mnuviewlog, and the job-end notice's View Log
 };
 
 }  // namespace monitor

@@ -130,27 +130,21 @@ void frmQVWinService::mnuLaunch_Click() {
                                Text(), 1);
 }
 
-void frmQVWinService::mnuBackupNow_Click() {
-  if (!screens_->OpenBackupNow()) NotAvailable(u"mnuBackupNow", u"Backup Now");
-}
+void frmQVWinService::mnuBackupNow_Click() { screens_->OpenBackupNow(); }
 
 void frmQVWinService::mnuChangePassword_Click() {
   if (base::IsBlank(app_.UserName)) return;
-  if (!screens_->OpenUpdatePassword()) NotAvailable(u"mnuChangePassword", u"Update Password");
+  screens_->OpenUpdatePassword();
 }
 
 void frmQVWinService::mnuManSchJob_Click() {
   app_.Store.BackupNowMode = false;
-  if (!screens_->OpenManageScheduledJobs()) NotAvailable(u"mnuManSchJob", u"Manage Scheduled Jobs");
+  screens_->OpenManageScheduledJobs();
 }
 
-void frmQVWinService::mnuviewlog_Click() {
-  if (!screens_->OpenSessionLog()) NotAvailable(u"mnuviewlog", u"Session Log");
-}
+void frmQVWinService::mnuviewlog_Click() { screens_->OpenSessionLog(); }
 
-void frmQVWinService::SendErrorReport_Click() {
-  if (!screens_->OpenErrorReport()) NotAvailable(u"Send Error Report", u"Feedback Report");
-}
+void frmQVWinService::SendErrorReport_Click() { screens_->OpenErrorReport(); }
 
 void frmQVWinService::LocalHelpMenu_Click() { kit::ShowHelpFile(app_, *this, kMainWindowTopic); }
 
@@ -161,7 +155,7 @@ void frmQVWinService::WebsiteMenu_Click() {
 
 void frmQVWinService::AboutMenu_Click() {
   if (app_.platform.sound != nullptr) app_.platform.sound->PlayAlias(u"SystemStart");
-  if (!screens_->OpenAbout()) NotAvailable(u"AboutMenu", u"About");
+  screens_->OpenAbout();
 }
 
 void frmQVWinService::StartAuto_Click() {

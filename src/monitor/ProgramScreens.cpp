@@ -17,13 +17,10 @@ ProgramScreens::ProgramScreens(frame::AppState& app, kit::Ui& ui,
       ui_(ui),
       notices_(std::make_unique<notify::Notices>(
           app, ui,
-          notify::NoticeHooks{[this] { return OpenSessionLog(); },
+          notify::NoticeHooks{[this] { OpenSessionLog(); },
                               // The notice's link opens the report beside the monitor,
                               // where the menu opens it modally.
-                              [this] {
-                                support::ShowErrorReportModeless(app_, ui_);
-                                return true;
-                              },
+                              [this] { support::ShowErrorReportModeless(app_, ui_); },
                               std::move(labelFontSize)})) {}
 
 ProgramScreens::~ProgramScreens() = default;
@@ -37,26 +34,20 @@ void ProgramScreens::CheckMissedBackup() {
                 frame::TraceFailure(app_, u"Error in Monitor progress timer "));
 }
 
-// The screens of the menus come with their folders; each is one
-// call here, such as `return jobs::ShowBackupNow(app_, ui_, {}).opened;`.
-bool ProgramScreens::OpenBackupNow() {
-  jobs::ShowBackupNow(app_, ui_);
-  return true;
-}
-bool ProgramScreens::OpenUpdatePassword() { return support::ShowUpdatePassword(app_, ui_); }
+// The screens of the menus: one call each, with the screen's arguments. What a screen
+// answers is its own business; the menus go on either way.
+void ProgramScreens::OpenBackupNow() { jobs::ShowBackupNow(app_, ui_, {}); }
+void ProgramScreens::OpenUpdatePassword() { support::ShowUpdatePassword(app_, ui_, {}); }
 // The job list opens the schedule editor through its hook.
-bool ProgramScreens::OpenManageScheduledJobs() {
-  jobs::ShowManageScheduledJobs(
-      app_, ui_, {[this](const base::Text& no) { return jobs::ShowDTEmail(app_, ui_, no); }});
-  return true;
+void ProgramScreens::OpenManageScheduledJobs() {
+  jobs::ShowManageScheduledJobs(app_, ui_, {.openEditor = [this](const base::Text& no) {
+                                  jobs::ShowDTEmail(app_, ui_, {.recordNo = no});
+                                }});
 }
-bool ProgramScreens::OpenErrorReport() { return support::ShowErrorReport(app_, ui_); }
-bool ProgramScreens::OpenAbout() { return support::ShowAbout(app_, ui_); }
+void ProgramScreens::OpenErrorReport() { support::ShowErrorReport(app_, ui_, {}); }
+void ProgramScreens::OpenAbout() { support::ShowAbout(app_, ui_, {}); }
 
 // Not modal, as the job-end notice has it; the menu opens the same screen.
-bool ProgramScreens::OpenSessionLog() {
-  sessions::ShowSessionLog(app_, ui_);
-  return true;
-}
+void ProgramScreens::OpenSessionLog() { sessions::ShowSessionLog(app_, ui_); }
 
 }  // namespace monitor

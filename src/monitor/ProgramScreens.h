@@ -1,8 +1,7 @@
 #pragma once
 // The program's screens behind the monitor window's hooks: the one place that calls
 // the screens of the job, session, notice and account folders, each through its one
-// call with its arguments and result. A screen that is not part of this build yet
-// answers that it opened nothing, and the window says so in the trace.
+// call with its arguments and result.
 #include <functional>
 #include <memory>
 
@@ -27,12 +26,12 @@ class ProgramScreens : public MonitorScreens {
   void Dialupdisconnect() override;
   void CheckMissedBackup() override;
 
-  bool OpenBackupNow() override;
-  bool OpenUpdatePassword() override;
-  bool OpenManageScheduledJobs() override;
-  bool OpenErrorReport() override;
-  bool OpenAbout() override;
-  bool OpenSessionLog() override;
+  void OpenBackupNow() override;
+  void OpenUpdatePassword() override;
+  void OpenManageScheduledJobs() override;
+  void OpenErrorReport() override;
+  void OpenAbout() override;
+  void OpenSessionLog() override;
 
   notify::Notices& Notices() { return *notices_; }
 

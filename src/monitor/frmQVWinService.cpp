@@ -178,11 +178,6 @@ int frmQVWinService::Ask(long code, int icon, int buttons) {
   return ui_.MessageBox(kit::GetMessage(app_, code), icon, buttons, app_.AppTitle);
 }
 
-void frmQVWinService::NotAvailable(const Text& item, const Text& screen) {
-  frame::WriteTrace(app_, item + u": the " + screen +
-                              u" screen is not part of this build yet; nothing was opened.");
-}
-
 // ---- Load ---------------------------------------------------------------------------
 
 void frmQVWinService::Form_Load() {

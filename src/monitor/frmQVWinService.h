@@ -251,7 +251,6 @@ class frmQVWinService : public kit::Form {
   Text ReadLimit(const Text& key);
   void Shutdown(bool killDailyTimer);
   void Sleep(std::uint32_t ms);
-  void NotAvailable(const Text& item, const Text& screen);
   int Ask(long code, int icon, int buttons);
 
   frame::AppState& app_;

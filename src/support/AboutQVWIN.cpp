@@ -75,10 +75,10 @@ void AboutQVWIN::lblcopy_Click() { Unload(); }
 
 void AboutQVWIN::lblshortclose_Click() { Unload(); }
 
-bool ShowAbout(frame::AppState& app, kit::Ui& ui) {
+AboutResult ShowAbout(frame::AppState& app, kit::Ui& ui, const AboutArgs&) {
   AboutQVWIN form(app, ui);
   ui.ShowModal(form);
-  return true;
+  return {.shown = true};
 }
 
 }  // namespace support

@@ -116,10 +116,10 @@ void frmErrorReport::cmdSend_Click() {
 
 void frmErrorReport::cmdExit_Click() { Unload(); }
 
-bool ShowErrorReport(frame::AppState& app, kit::Ui& ui) {
+ErrorReportResult ShowErrorReport(frame::AppState& app, kit::Ui& ui, const ErrorReportArgs&) {
   frmErrorReport form(app, ui);
   ui.ShowModal(form);
-  return true;
+  return {.shown = true, .sendFailed = form.SendFailed()};
 }
 
 void ShowErrorReportModeless(frame::AppState& app, kit::Ui& ui) {

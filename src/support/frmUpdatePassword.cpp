@@ -101,10 +101,11 @@ void frmUpdatePassword::Picture1_Click() { kit::ShowHelpFile(app_, *this, kHelpT
 
 void frmUpdatePassword::Picture2_Click() { Unload(); }
 
-bool ShowUpdatePassword(frame::AppState& app, kit::Ui& ui) {
+UpdatePasswordResult ShowUpdatePassword(frame::AppState& app, kit::Ui& ui,
+                                        const UpdatePasswordArgs&) {
   frmUpdatePassword form(app, ui);
   ui.ShowModal(form);
-  return true;
+  return {.shown = true};
 }
 
 }  // namespace support

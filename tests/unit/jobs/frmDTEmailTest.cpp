@@ -315,7 +315,7 @@ TEST_F(DTEmailScreen, ShowDTEmailOpensModallyOnTheRecord) {
     Click(screen.Sch_Start4_Next);
     EXPECT_FALSE(screen.IsLoaded());
   });
-  EXPECT_TRUE(ShowDTEmail(app, modal, u"2"));
+  EXPECT_TRUE(ShowDTEmail(app, modal, {.recordNo = u"2"}).shown);
   EXPECT_EQ(scripted, 1);
   EXPECT_EQ(InFile(u"2").Days, u"Immediate");
   EXPECT_EQ(InFile(u"2").SortKey, u"201303181502");

@@ -83,7 +83,7 @@ TEST_F(SupportScreensTest, UpdatePasswordAppliedByTheFormStoresAndCloses) {
     form.cmdUpdate.RaiseMouseUp({kit::kLeftButton});
     EXPECT_FALSE(form.IsLoaded());
   });
-  EXPECT_TRUE(support::ShowUpdatePassword(app, ui));
+  EXPECT_TRUE(support::ShowUpdatePassword(app, ui, {}).shown);
   EXPECT_EQ(ui.Questions().back().text, kit::GetMessage(app, 48));
   EXPECT_EQ(frame::ReadSetting(app, u"mary", true), u"newpass");
 }
