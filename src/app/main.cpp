@@ -8,7 +8,7 @@
 #include "frame/Startup.h"
 #include "frame/StartupTimes.h"
 #include "kit/HostedUi.h"
-#include "monitor/MonitorProgram.h"
+#include "program/MonitorProgram.h"
 #include "platform/win32/Win32Platform.h"
 #include "support/ValueFiles.h"
 
@@ -16,7 +16,7 @@ namespace {
 
 // The engine may call the monitor as soon as the window's load has started it, so the
 // one running monitor serves the progress class before the engines are even made.
-class ServingMonitorProgram : public monitor::MonitorProgram {
+class ServingMonitorProgram : public program::MonitorProgram {
  public:
   ServingMonitorProgram(frame::AppState& app, kit::Ui& ui, platform::Win32ComServer& com)
       : MonitorProgram(app, ui), com_(com) {}

@@ -1,9 +1,10 @@
 #pragma once
 // What the monitor window hands to the screens and notices of the other folders:
 // three steps of the tick and the screens its menus open. The window only knows this
-// interface; monitor::ProgramScreens is its one implementation in the program, and
-// the only caller of the screens' own calls (each modal screen has one call with its
-// arguments and its result, in its folder). Tests put a recording one in its place.
+// interface; program::ProgramScreens, in the one folder above all screens, is its one
+// implementation in the program and the only caller of the screens' own calls (each
+// modal screen has one call with its arguments and its result, in its folder). Tests
+// put a recording one in its place.
 namespace monitor {
 
 class MonitorScreens {

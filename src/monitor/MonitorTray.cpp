@@ -130,21 +130,27 @@ void frmQVWinService::mnuLaunch_Click() {
                                Text(), 1);
 }
 
-void frmQVWinService::mnuBackupNow_Click() { screens_->OpenBackupNow(); }
+void frmQVWinService::mnuBackupNow_Click() {
+  if (screens_) screens_->OpenBackupNow();
+}
 
 void frmQVWinService::mnuChangePassword_Click() {
   if (base::IsBlank(app_.UserName)) return;
-  screens_->OpenUpdatePassword();
+  if (screens_) screens_->OpenUpdatePassword();
 }
 
 void frmQVWinService::mnuManSchJob_Click() {
   app_.Store.BackupNowMode = false;
-  screens_->OpenManageScheduledJobs();
+  if (screens_) screens_->OpenManageScheduledJobs();
 }
 
-void frmQVWinService::mnuviewlog_Click() { screens_->OpenSessionLog(); }
+void frmQVWinService::mnuviewlog_Click() {
+  if (screens_) screens_->OpenSessionLog();
+}
 
-void frmQVWinService::SendErrorReport_Click() { screens_->OpenErrorReport(); }
+void frmQVWinService::SendErrorReport_Click() {
+  if (screens_) screens_->OpenErrorReport();
+}
 
 void frmQVWinService::LocalHelpMenu_Click() { kit::ShowHelpFile(app_, *this, kMainWindowTopic); }
 
@@ -155,7 +161,7 @@ void frmQVWinService::WebsiteMenu_Click() {
 
 void frmQVWinService::AboutMenu_Click() {
   if (app_.platform.sound != nullptr) app_.platform.sound->PlayAlias(u"SystemStart");
-  screens_->OpenAbout();
+  if (screens_) screens_->OpenAbout();
 }
 
 void frmQVWinService::StartAuto_Click() {

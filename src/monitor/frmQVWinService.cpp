@@ -53,10 +53,7 @@ frmQVWinService::frmQVWinService(frame::AppState& app, kit::Ui& ui, MonitorScree
     : Form(u"frmQVWinService", {1200, 1200, 7440, 4860}, u"Corvane for Windows Monitor"),
       app_(app),
       ui_(ui),
-      ownScreens_(screens ? nullptr
-                          : std::make_unique<ProgramScreens>(
-                                app, ui, [this] { return txtRsyncFileName1.FontSize(); })),
-      screens_(screens ? screens : ownScreens_.get()),
+      screens_(screens),
       tray_(app.platform.ui) {
   SetFrameFlags(true, true, false);
   Label1.SetFontSize(9.75);
@@ -364,10 +361,14 @@ void frmQVWinService::Progress_Timer() {
           if ((frame::EngineIsService(app_) == 1 || app_.TransferSeen) && Visible())
             ShowLogInWindow();
         });
-        base::IgnoreFailure([&] { screens_->senddesktopnotify(); });  // 17
-        base::IgnoreFailure([&] { screens_->Dialupdisconnect(); });   // 18
-        Indicate_ServiceStatus();                                     // 19
-        base::IgnoreFailure([&] {                                     // 20
+        base::IgnoreFailure([&] {
+          if (screens_) screens_->senddesktopnotify();
+        });  // 17
+        base::IgnoreFailure([&] {
+          if (screens_) screens_->Dialupdisconnect();
+        });                        // 18
+        Indicate_ServiceStatus();  // 19
+        base::IgnoreFailure([&] {  // 20
           if (!app_.StopSeen) return;
           if (StatusTabSelected()) {
             pic_Status.SetPictureKey(kTabStatusSelected);
@@ -378,8 +379,10 @@ void frmQVWinService::Progress_Timer() {
           app_.TransferSeen = false;
         });
         base::IgnoreFailure([&] { UpdateTrayTip(); });
-        base::IgnoreFailure([&] { screens_->CheckMissedBackup(); });  // 21
-        base::IgnoreFailure([&] {                                     // 22
+        base::IgnoreFailure([&] {
+          if (screens_) screens_->CheckMissedBackup();
+        });                        // 21
+        base::IgnoreFailure([&] {  // 22
           const bool liveFile = t.dFileSize != 0 && t.iFileProg != 0 && !t.sFileName.empty();
           if (app_.PaneFlag == u"1" && !liveFile) {
             pic_Status_Click();

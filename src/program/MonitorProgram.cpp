@@ -1,13 +1,17 @@
-#include "monitor/MonitorProgram.h"
+#include "program/MonitorProgram.h"
 
 #include "engine/EngineObjects.h"
 #include "frame/Logs.h"
 #include "kit/HostedUi.h"
 
-namespace monitor {
+namespace program {
 
-MonitorProgram::MonitorProgram(frame::AppState& app, kit::Ui& ui, MonitorScreens* screens)
-    : ui_(ui), window_(app, ui, screens) {
+MonitorProgram::MonitorProgram(frame::AppState& app, kit::Ui& ui)
+    : ui_(ui),
+      // The job-end notification measures its names in the font of the window's
+      // file-name label.
+      screens_(app, ui, [this] { return window_.txtRsyncFileName1.FontSize(); }),
+      window_(app, ui, &screens_) {
   if (auto* hosted = dynamic_cast<kit::HostedUi*>(&ui_)) {
     kit::FormHost& forms = hosted->Forms();
     window_.SetWindowHandle([&forms, this] { return forms.WindowOf(window_); });
@@ -48,4 +52,4 @@ void MonitorProgram::SetTerminate(std::function<void(unsigned)> terminate) {
   window_.SetTerminate(std::move(terminate));
 }
 
-}  // namespace monitor
+}  // namespace program

@@ -1,10 +1,11 @@
 #pragma once
 // The monitor window as frame::Main sees it: the steps Main asks of the layers above
-// it, carried out on frmQVWinService. The program creates one over its process state
-// and its screen service and hands it to Main:
+// it, carried out on frmQVWinService, with the program's screens behind the window's
+// hooks. The program creates one over its process state and its screen service and
+// hands it to Main:
 //
 //   kit::HostedUi ui(*app.platform.ui);
-//   monitor::MonitorProgram program(app, ui);
+//   program::MonitorProgram program(app, ui);
 //   program.SetTerminate([](unsigned code) { TerminateProcess(GetCurrentProcess(), code); });
 //   if (frame::Main(app, program) != frame::MainResult::Run) return 0;
 //   return app.platform.ui->RunMessageLoop();
@@ -13,15 +14,14 @@
 
 #include "frame/Startup.h"
 #include "kit/Ui.h"
-#include "monitor/MonitorScreens.h"
 #include "monitor/frmQVWinService.h"
+#include "program/ProgramScreens.h"
 
-namespace monitor {
+namespace program {
 
 class MonitorProgram : public frame::IStartupSteps {
  public:
-  // `screens` are the other folders' parts; null for none yet.
-  MonitorProgram(frame::AppState& app, kit::Ui& ui, MonitorScreens* screens = nullptr);
+  MonitorProgram(frame::AppState& app, kit::Ui& ui);
   ~MonitorProgram() override;
 
   void CreateEngines(frame::AppState& app) override;
@@ -35,11 +35,14 @@ class MonitorProgram : public frame::IStartupSteps {
   // How the shutdown items end the process; see frmQVWinService::SetTerminate.
   void SetTerminate(std::function<void(unsigned exitCode)> terminate);
 
-  frmQVWinService& Window() { return window_; }
+  monitor::frmQVWinService& Window() { return window_; }
+  ProgramScreens& Screens() { return screens_; }
 
  private:
   kit::Ui& ui_;
-  frmQVWinService window_;
+  // Made before the window, which calls them; they ask the window only once it runs.
+  ProgramScreens screens_;
+  monitor::frmQVWinService window_;
 };
 
-}  // namespace monitor
+}  // namespace program

@@ -1,4 +1,4 @@
-#include "monitor/ProgramScreens.h"
+#include "program/ProgramScreens.h"
 
 #include "jobs/frmBackupNow.h"
 #include "jobs/frmDTEmail.h"
@@ -9,7 +9,7 @@
 #include "notify/Notices.h"
 #include "sessions/frmSessionLog.h"
 
-namespace monitor {
+namespace program {
 
 ProgramScreens::ProgramScreens(frame::AppState& app, kit::Ui& ui,
                                std::function<double()> labelFontSize)
@@ -50,4 +50,4 @@ void ProgramScreens::OpenAbout() { support::ShowAbout(app_, ui_, {}); }
 // Not modal, as the job-end notice has it; the menu opens the same screen.
 void ProgramScreens::OpenSessionLog() { sessions::ShowSessionLog(app_, ui_); }
 
-}  // namespace monitor
+}  // namespace program

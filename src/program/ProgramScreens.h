@@ -13,9 +13,9 @@ namespace notify {
 class Notices;
 }
 
-namespace monitor {
+namespace program {
 
-class ProgramScreens : public MonitorScreens {
+class ProgramScreens : public monitor::MonitorScreens {
  public:
   // `labelFontSize` tells the font size of the monitor window's file-name label, in
   // which the job-end notification measures its names (none: the standard size).
@@ -41,4 +41,4 @@ class ProgramScreens : public MonitorScreens {
   std::unique_ptr<notify::Notices> notices_;
 };
 
-}  // namespace monitor
+}  // namespace program

@@ -19,7 +19,7 @@
 #include "frame/Startup.h"
 #include "kit/FormHost.h"
 #include "kit/HostedUi.h"
-#include "monitor/MonitorProgram.h"
+#include "program/MonitorProgram.h"
 #include "platform/TextFile.h"
 #include "platform/fake/FakePlatform.h"
 #include "support/ValueFiles.h"
@@ -90,7 +90,7 @@ struct Process {
   frame::AppState app;
   support::SecureValueStore secure;
   kit::HostedUi ui;
-  monitor::MonitorProgram program;
+  program::MonitorProgram program;
   engine::MonitorCallback callback;
 };
 

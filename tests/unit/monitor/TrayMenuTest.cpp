@@ -257,15 +257,6 @@ TEST_F(TrayMenuTest, ViewLogOpensTheSessionLog) {
   EXPECT_TRUE(fake.shell.executed.empty());
 }
 
-// The program's own hooks show the screen, not modally.
-TEST_F(TrayMenuTest, TheProgramsHookShowsTheSessionLogScreen) {
-  monitor::ProgramScreens program(app, ui);
-  program.OpenSessionLog();
-  ASSERT_EQ(ui.ShownForms().size(), 1u);
-  EXPECT_EQ(ui.ShownForms()[0].name, u"frmSessionLog");
-  EXPECT_FALSE(ui.ShownForms()[0].modal);
-}
-
 TEST_F(TrayMenuTest, RightClickOnAButtonShowsItsTip) {
   Open();
   ui.Show(*form);

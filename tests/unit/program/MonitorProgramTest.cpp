@@ -6,7 +6,7 @@
 #include "frame/Settings.h"
 #include "kit/HostedUi.h"
 #include "kit/ScriptedUi.h"
-#include "monitor/MonitorProgram.h"
+#include "program/MonitorProgram.h"
 #include "support/FrameFixture.h"
 
 namespace {
@@ -38,7 +38,7 @@ class MonitorProgramTest : public ::testing::Test, public testkit::FrameFixture 
 TEST_F(MonitorProgramTest, MinKeepsTheWindowInTheTrayWithItsPlaceRestored) {
   fake.system.commandLine = u"Min";
   Geometry(u"8000", u"6500", u"300", u"450");
-  monitor::MonitorProgram program(app, ui);
+  program::MonitorProgram program(app, ui);
   ASSERT_EQ(frame::Main(app, program), frame::MainResult::Run);
   auto& w = program.Window();
   EXPECT_TRUE(w.IsLoaded());
@@ -55,7 +55,7 @@ TEST_F(MonitorProgramTest, MinKeepsTheWindowInTheTrayWithItsPlaceRestored) {
 TEST_F(MonitorProgramTest, AnyOtherWordShowsTheWindowAndAPartialPlaceIsIgnored) {
   fake.system.commandLine = u"min";
   Geometry(u"8000", u"6500", u"", u"450");
-  monitor::MonitorProgram program(app, ui);
+  program::MonitorProgram program(app, ui);
   ASSERT_EQ(frame::Main(app, program), frame::MainResult::Run);
   auto& w = program.Window();
   EXPECT_TRUE(w.Visible());
@@ -69,7 +69,7 @@ TEST_F(MonitorProgramTest, OnAHostTheWindowIsBuiltAtLoadAndOwnsTheTrayIcon) {
   kit::HostedUi hosted(fake.ui);
   unsigned ended = 99;
   {
-    monitor::MonitorProgram program(app, hosted);
+    program::MonitorProgram program(app, hosted);
     program.SetTerminate([&](unsigned code) { ended = code; });
     ASSERT_EQ(frame::Main(app, program), frame::MainResult::Run);
     const platform::UiHandle window = fake.ui.FindForm(u"frmQVWinService");
@@ -110,7 +110,7 @@ TEST(MonitorProgramFailures, WhatEscapesAScreensHandlerOnTheHostIsTraced) {
   f.fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
   f.fake.system.commandLine = u"Min";
   kit::HostedUi hosted(f.fake.ui);
-  monitor::MonitorProgram program(f.app, hosted);
+  program::MonitorProgram program(f.app, hosted);
   ASSERT_EQ(frame::Main(f.app, program), frame::MainResult::Run);
   program.Window().mnuOpen.on.Click = [] { throw std::runtime_error("the menu broke"); };
   EXPECT_NO_THROW(program.Window().mnuOpen.RaiseClick());

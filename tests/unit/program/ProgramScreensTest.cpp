@@ -1,10 +1,10 @@
-// The program's screens behind the monitor's menu hooks: the job list and Backup Now.
+// The program's screens behind the monitor's menu hooks and the notices' links.
 #include <gtest/gtest.h>
 
 #include "kit/MessageTable.h"
 #include "kit/ScriptedUi.h"
 #include "frame/Settings.h"
-#include "monitor/ProgramScreens.h"
+#include "program/ProgramScreens.h"
 #include "notify/Notices.h"
 #include "notify/frmBKErrNotify.h"
 #include "support/FrameFixture.h"
@@ -15,7 +15,7 @@ TEST(ProgramScreensTest, TheMenusOpenTheJobScreens) {
   testkit::FrameFixture fx;
   fx.fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
   kit::ScriptedUi ui;
-  monitor::ProgramScreens screens(fx.app, ui);
+  program::ProgramScreens screens(fx.app, ui);
   fx.app.Store.BackupNowMode = true;
   bool sawList = false;
   ui.OnShow(u"frmManageScheduledJobs", [&](kit::Form& f) {
@@ -33,6 +33,18 @@ TEST(ProgramScreensTest, TheMenusOpenTheJobScreens) {
   EXPECT_EQ(ui.ShownForms().back().name, u"MesgBox");
 }
 
+// The tray's View Log shows the Session Log, not modally.
+TEST(ProgramScreensTest, ViewLogShowsTheSessionLogNotModally) {
+  testkit::FrameFixture fx;
+  fx.fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+  kit::ScriptedUi ui;
+  program::ProgramScreens screens(fx.app, ui);
+  screens.OpenSessionLog();
+  ASSERT_EQ(ui.ShownForms().size(), 1u);
+  EXPECT_EQ(ui.ShownForms()[0].name, u"frmSessionLog");
+  EXPECT_FALSE(ui.ShownForms()[0].modal);
+}
+
 // The missed-backup notice's link: the notice goes and the feedback report comes up
 // beside the monitor, not modally, with the hand over the link.
 TEST(ProgramScreensTest, TheMissedBackupLinkOpensTheReportNotModally) {
@@ -40,7 +52,7 @@ TEST(ProgramScreensTest, TheMissedBackupLinkOpensTheReportNotModally) {
   fx.fake.fs.AddFolders(u"C:\\QV\\QVCOMMON\\alice");
   fx.fake.clock.now = {2026, 11, 15, 10, 0, 0};
   kit::ScriptedUi ui;
-  monitor::ProgramScreens screens(fx.app, ui);
+  program::ProgramScreens screens(fx.app, ui);
   frame::WriteSetting(fx.app, u"NotifyUsers", u"<<alice");
   const base::Text file = fx.Common(u"alice\\qvwinserver.ini");
   fx.fake.profile.WriteString(u"Corvane", u"Notify_Err", u"1", file);
