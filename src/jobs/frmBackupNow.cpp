@@ -7,6 +7,7 @@
 #include "kit/ToolTips.h"
 #include "jobstore/DBaction.h"
 #include "kit/WindowLook.h"
+#include "jobs/JobTips.h"
 
 namespace jobs {
 
@@ -50,6 +51,7 @@ frmBackupNow::frmBackupNow(frame::AppState& app, kit::Ui& ui)
   using S = frmBackupNow;
   using kit::KeyStroke;
   constexpr auto kAll = kit::PressButtons::AllButRight;
+  SetTipTexts(kJobTips);
   kit::Design(*this, ui)
       .TabOrder({&LstBackupSet, &cmdBackupNow, &cmdClose})
       .Press(cmdBackupNow, &S::cmdBackupNow_Click, kAll)

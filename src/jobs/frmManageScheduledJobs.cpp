@@ -6,6 +6,7 @@
 #include "kit/Design.h"
 #include "kit/ToolTips.h"
 #include "kit/WindowLook.h"
+#include "jobs/JobTips.h"
 
 namespace jobs {
 
@@ -62,6 +63,7 @@ frmManageScheduledJobs::frmManageScheduledJobs(frame::AppState& app, kit::Ui& ui
   using S = frmManageScheduledJobs;
   using kit::KeyStroke;
   constexpr auto kAll = kit::PressButtons::AllButRight;
+  SetTipTexts(kJobTips);
   kit::Design(*this, ui)
       .TabOrder({&Sch_list_lv, &Pic_Edit, &Pic_Delete, &Pic_Imme, &Pic_Sttrf, &Pic_Stcomp,
                  &Pic_Refresh, &SchcmdClose, &Sch_Help, &Sch_Close})

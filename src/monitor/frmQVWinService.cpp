@@ -19,6 +19,7 @@
 #include "kit/ToolTips.h"
 #include "kit/WindowLook.h"
 #include "monitor/PaneText.h"
+#include "monitor/MonitorTips.h"
 
 namespace monitor {
 
@@ -105,6 +106,7 @@ void frmQVWinService::BindEvents() {
   // The tray light says its state in words too; the knob is moved by the arrows.
   TrafficLights1.SetRole(kit::Role::Indicator);
   PictSliderKnob1.SetRole(kit::Role::Slider);
+  SetTipTexts(kMonitorTips);
   kit::Design(*this, ui_)
       .TabOrder({&pic_Status, &cmdDetails, &StartAuto, &btnRefresh, &btnLogFile, &btnStopTransfer,
                  &chkbandwidth, &PictSliderKnob1, &lstLog, &Picture1, &btnClose})

@@ -7,6 +7,7 @@
 #include "kit/WindowLook.h"
 #include "notify/NextJob.h"
 #include "notify/NoticeLook.h"
+#include "notify/NoticeTips.h"
 
 namespace notify {
 
@@ -41,6 +42,7 @@ bkupjobnotify::bkupjobnotify(frame::AppState& app, kit::Ui& ui, const KeptNames&
   for (kit::DatePicker* d : {&DTPcurrent, &DTPNextTrf, &DTPicker}) d->SetVisible(false);
 
   using S = bkupjobnotify;
+  SetTipTexts(kNoticeTips);
   kit::Design(*this, ui)
       .TabOrder({&viewbkuplog, &cancel, &Picture1, &Picture2})
       .Press(viewbkuplog, &S::viewbkuplog_Click)

@@ -6,6 +6,7 @@
 #include "kit/WindowLook.h"
 #include "notify/MissedBackup.h"
 #include "notify/NoticeLook.h"
+#include "notify/NoticeTips.h"
 
 namespace notify {
 
@@ -47,7 +48,7 @@ frmBKErrNotify::frmBKErrNotify(frame::AppState& app, kit::Ui& ui,
   for (kit::Control* c : std::initializer_list<kit::Control*>{&cancel, &cancel.Lbl()}) {
     auto press = c->on.MouseUp;
     c->on.MouseUp = [this, press](const kit::MouseArgs& a) {
-      ui_.Tips().ShowTip(a.button, kit::GetToolTipText(u"bkupjobnotify.cancel"), cancel);
+      ui_.Tips().ShowTip(a.button, kit::FindTipText(kNoticeTips, u"bkupjobnotify.cancel"), cancel);
       if (press) press(a);
     };
   }

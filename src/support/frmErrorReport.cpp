@@ -6,6 +6,7 @@
 #include "kit/WindowLook.h"
 #include "support/FeedbackReport.h"
 #include "support/SupportScreens.h"
+#include "support/AccountTips.h"
 
 namespace support {
 
@@ -26,6 +27,7 @@ frmErrorReport::frmErrorReport(frame::AppState& app, kit::Ui& ui)
     hidden->SetVisible(false);
 
   using S = frmErrorReport;
+  SetTipTexts(kAccountTips);
   kit::Design(*this, ui)
       .TabOrder({&txtFromName, &txtFrom, &txtContactNumber, &txtTroubleTicket, &txtSubject, &txtMsg,
                  &cmdSend, &cmdExit})

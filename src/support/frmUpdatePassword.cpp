@@ -7,6 +7,7 @@
 #include "kit/WindowLook.h"
 #include "support/SupportScreens.h"
 #include "support/UpdatePasswordRules.h"
+#include "support/AccountTips.h"
 
 namespace support {
 
@@ -31,6 +32,7 @@ frmUpdatePassword::frmUpdatePassword(frame::AppState& app, kit::Ui& ui)
   txtPassword.on.Change = [this] { txtPassword_Change(); };
 
   using S = frmUpdatePassword;
+  SetTipTexts(kAccountTips);
   kit::Design(*this, ui)
       .TabOrder({&txtUserName, &txtPassword, &cmdUpdate, &cmdClear, &Picture1, &Picture2})
       .Press(cmdUpdate, &S::cmdUpdate_Click)
