@@ -61,7 +61,7 @@ my %layerLine;  # layer -> line of its qv_layer(...) in CMakeLists.txt
 
 # The screen folders: each stands on the kit, the job store and the engine, and none
 # depends on another; the one folder above them all wires them together.
-my @screens = qw(support jobs sessions notify monitor);
+my @screens = qw(account jobs sessions notify monitor);
 my $screensTop = 'program';
 
 # The process state is the one place a lower layer holds upper layers' values

@@ -1,13 +1,13 @@
-#include "support/AboutQVWIN.h"
+#include "account/AboutQVWIN.h"
 
 #include "kit/Branding.h"
 #include "kit/Design.h"
 #include "kit/ToolTips.h"
 #include "kit/WindowLook.h"
-#include "support/SupportScreens.h"
-#include "support/VersionInventory.h"
+#include "account/AccountScreens.h"
+#include "account/VersionInventory.h"
 
-namespace support {
+namespace account {
 
 namespace {
 const char16_t* OkFace(bool hover) { return hover ? u"button_OK_ovr" : u"button_OK_enb"; }
@@ -81,4 +81,4 @@ AboutResult ShowAbout(frame::AppState& app, kit::Ui& ui, const AboutArgs&) {
   return {.shown = true};
 }
 
-}  // namespace support
+}  // namespace account

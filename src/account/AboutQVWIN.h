@@ -1,12 +1,12 @@
 #pragma once
 // About: the running monitor's version and the versions of the product's program
-// files (support/VersionInventory holds the rules).
+// files (account/VersionInventory holds the rules).
 #include "frame/AppState.h"
 #include "kit/Controls.h"
 #include "kit/Form.h"
 #include "kit/Ui.h"
 
-namespace support {
+namespace account {
 
 class AboutQVWIN : public kit::Form {
  public:
@@ -40,4 +40,4 @@ class AboutQVWIN : public kit::Form {
   kit::Ui& ui_;
 };
 
-}  // namespace support
+}  // namespace account

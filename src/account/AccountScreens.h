@@ -4,7 +4,7 @@
 #include "frame/AppState.h"
 #include "kit/Ui.h"
 
-namespace support {
+namespace account {
 
 // Update Password: proves a new password and stores it for the scheduled jobs. The user
 // name is typed on the screen.
@@ -32,4 +32,4 @@ struct AboutResult {
 };
 AboutResult ShowAbout(frame::AppState& app, kit::Ui& ui, const AboutArgs& args);
 
-}  // namespace support
+}  // namespace account

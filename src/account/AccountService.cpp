@@ -1,10 +1,10 @@
-#include "support/AccountService.h"
+#include "account/AccountService.h"
 
 #include "base/Guarded.h"
 #include "frame/Settings.h"
 #include "platform/portable/HttpRules.h"
 
-namespace support {
+namespace account {
 
 namespace {
 
@@ -79,4 +79,4 @@ int CheckAccountStatus(frame::AppState& app, const Text& userName, const Text& p
   return ClassifyAccountReply(reply);
 }
 
-}  // namespace support
+}  // namespace account

@@ -5,7 +5,7 @@
 #include "frame/AppState.h"
 #include "platform/ClosedObjects.h"
 
-namespace support {
+namespace account {
 
 using base::Text;
 
@@ -40,4 +40,4 @@ bool ProveLogin(frame::AppState& app, const Text& userName, const Text& password
 // answers "Cache Access Denied.".
 int CheckAccountStatus(frame::AppState& app, const Text& userName, const Text& password);
 
-}  // namespace support
+}  // namespace account

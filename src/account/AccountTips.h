@@ -4,7 +4,7 @@
 // by kit::CutTipText.
 #include "kit/TipTable.h"
 
-namespace support {
+namespace account {
 
 inline constexpr kit::TipText kAccountTips[] = {
     {u"frmUpdatePassword.cmdUpdate", u"<br>Apply the updated password<br>"},
@@ -14,4 +14,4 @@ inline constexpr kit::TipText kAccountTips[] = {
     {u"frmErrorReport.cmdExit", u"<br>Exit the screen<br>"},
 };
 
-}  // namespace support
+}  // namespace account

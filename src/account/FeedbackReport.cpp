@@ -1,15 +1,15 @@
-#include "support/FeedbackReport.h"
+#include "account/FeedbackReport.h"
 
 #include "frame/Logs.h"
 #include "frame/Settings.h"
 #include "kit/MesgBox.h"
-#include "kit/MessageTable.h"
+#include "frame/MessageTable.h"
 #include "platform/TextFile.h"
 #include "platform/portable/HttpRules.h"
-#include "support/AccountService.h"
-#include "support/ValueFiles.h"
+#include "account/AccountService.h"
+#include "account/ValueFiles.h"
 
-namespace support {
+namespace account {
 
 namespace {
 
@@ -251,7 +251,8 @@ bool ValidateLogMail(frame::AppState& app, kit::Ui& ui, const ReportFields& fiel
   base::Guarded(
       [&] {
         auto say = [&](long code) {
-          ui.MessageBox(kit::GetMessage(app, code), kit::kIconInfo, kit::kButtonsOk, app.AppTitle);
+          ui.MessageBox(frame::GetMessage(app, code), kit::kIconInfo, kit::kButtonsOk,
+                        app.AppTitle);
         };
         if (fields.from.empty()) {
           say(12);
@@ -296,9 +297,9 @@ SendOutcome SendReport(frame::AppState& app, kit::Ui& ui, const ReportFields& fi
           Say(hooks.progressText, base::FromNumber(percent) + u"% complete");
         };
         events.onFailed = [&](const Text& reason) {
-          ui.MessageBox(
-              kit::GetMessage(app, 11) + u" " + reason + u" " + kit::GetMessage(app, 101) + kCrLf,
-              kit::kIconInfo, kit::kButtonsOk, app.AppTitle);
+          ui.MessageBox(frame::GetMessage(app, 11) + u" " + reason + u" " +
+                            frame::GetMessage(app, 101) + kCrLf,
+                        kit::kIconInfo, kit::kButtonsOk, app.AppTitle);
           sendFailed = true;
           Say(hooks.progressText, Text());
         };
@@ -319,4 +320,4 @@ SendOutcome SendReport(frame::AppState& app, kit::Ui& ui, const ReportFields& fi
   return sendFailed ? SendOutcome::Failed : SendOutcome::Sent;
 }
 
-}  // namespace support
+}  // namespace account

@@ -10,7 +10,7 @@
 #include "kit/Ui.h"
 #include "platform/ClosedObjects.h"
 
-namespace support {
+namespace account {
 
 using base::Text;
 
@@ -90,4 +90,4 @@ bool ValidateLogMail(frame::AppState& app, kit::Ui& ui, const ReportFields& fiel
 SendOutcome SendReport(frame::AppState& app, kit::Ui& ui, const ReportFields& fields,
                        const SendHooks& hooks);
 
-}  // namespace support
+}  // namespace account

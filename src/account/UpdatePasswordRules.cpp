@@ -1,13 +1,13 @@
-#include "support/UpdatePasswordRules.h"
+#include "account/UpdatePasswordRules.h"
 
 #include "frame/Settings.h"
 #include "jobstore/BackupSets.h"
 #include "jobstore/DBaction.h"
 #include "kit/MesgBox.h"
-#include "kit/MessageTable.h"
-#include "support/AccountService.h"
+#include "frame/MessageTable.h"
+#include "account/AccountService.h"
 
-namespace support {
+namespace account {
 
 namespace {
 
@@ -28,7 +28,7 @@ bool HoldsOnlyPasswordCharacters(const Text& password) {
 ApplyOutcome ApplyPassword(frame::AppState& app, kit::Ui& ui, const Text& userName,
                            const Text& password, const PasswordScreenHooks& hooks) {
   auto say = [&](long code, int icon) {
-    ui.MessageBox(kit::GetMessage(app, code), icon, kit::kButtonsOk, app.AppTitle);
+    ui.MessageBox(frame::GetMessage(app, code), icon, kit::kButtonsOk, app.AppTitle);
   };
   auto busy = [&](bool on) {
     if (hooks.setBusy) hooks.setBusy(on);
@@ -63,7 +63,7 @@ ApplyOutcome ApplyPassword(frame::AppState& app, kit::Ui& ui, const Text& userNa
   }
   if (pass.size() > kPasswordLimit) pass.resize(kPasswordLimit);
 
-  if (ui.MessageBox(kit::GetMessage(app, 41), kit::kIconQuestion, kit::kButtonsYesNo,
+  if (ui.MessageBox(frame::GetMessage(app, 41), kit::kIconQuestion, kit::kButtonsYesNo,
                     app.AppTitle) != kit::kResultYes)
     return ApplyOutcome::NotConfirmed;
 
@@ -109,12 +109,12 @@ ApplyOutcome ApplyPassword(frame::AppState& app, kit::Ui& ui, const Text& userNa
   switch (CheckAccountStatus(app, user, pass)) {
     case kStatusOther: say(42, kit::kIconWarning); break;
     case kStatusCancelled:
-      ui.MessageBox(kit::GetMessage(app, 43) + user + kit::GetMessage(app, 44), kit::kIconWarning,
-                    kit::kButtonsOk, app.AppTitle);
+      ui.MessageBox(frame::GetMessage(app, 43) + user + frame::GetMessage(app, 44),
+                    kit::kIconWarning, kit::kButtonsOk, app.AppTitle);
       break;
     case kStatusExpired:
-      ui.MessageBox(kit::GetMessage(app, 45) + user + kit::GetMessage(app, 46), kit::kIconWarning,
-                    kit::kButtonsOk, app.AppTitle);
+      ui.MessageBox(frame::GetMessage(app, 45) + user + frame::GetMessage(app, 46),
+                    kit::kIconWarning, kit::kButtonsOk, app.AppTitle);
       break;
     default: break;
   }
@@ -123,4 +123,4 @@ ApplyOutcome ApplyPassword(frame::AppState& app, kit::Ui& ui, const Text& userNa
   return ApplyOutcome::Refused;
 }
 
-}  // namespace support
+}  // namespace account

@@ -8,7 +8,7 @@
 #include "frame/AppState.h"
 #include "kit/Ui.h"
 
-namespace support {
+namespace account {
 
 using base::Text;
 
@@ -60,4 +60,4 @@ inline constexpr char16_t kCouldNotStoreText[] = u"The new password could not be
 ApplyOutcome ApplyPassword(frame::AppState& app, kit::Ui& ui, const Text& userName,
                            const Text& password, const PasswordScreenHooks& hooks);
 
-}  // namespace support
+}  // namespace account

@@ -1,4 +1,4 @@
-#include "support/ValueFiles.h"
+#include "account/ValueFiles.h"
 
 #include <cstdint>
 
@@ -7,7 +7,7 @@
 #include "frame/Settings.h"
 #include "platform/TextFile.h"
 
-namespace support {
+namespace account {
 
 namespace {
 
@@ -129,4 +129,4 @@ platform::WriteResult SecureValueStore::WriteSecure(const Text& keyName, const T
   return WriteValueFile(app_, keyName, Encrypt(app_, value), ValueKind::Password);
 }
 
-}  // namespace support
+}  // namespace account

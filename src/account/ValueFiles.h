@@ -5,7 +5,7 @@
 #include "base/Text.h"
 #include "frame/AppState.h"
 
-namespace support {
+namespace account {
 
 using base::Text;
 
@@ -33,4 +33,4 @@ class SecureValueStore : public frame::ISecureStore {
   frame::AppState& app_;
 };
 
-}  // namespace support
+}  // namespace account

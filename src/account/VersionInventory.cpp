@@ -1,8 +1,8 @@
-#include "support/VersionInventory.h"
+#include "account/VersionInventory.h"
 
-#include "support/FeedbackReport.h"
+#include "account/FeedbackReport.h"
 
-namespace support {
+namespace account {
 
 namespace {
 
@@ -75,4 +75,4 @@ Text AboutTitleLine(frame::AppState& app) {
   return app.AppTitle + u" - Version " + version;
 }
 
-}  // namespace support
+}  // namespace account

@@ -3,7 +3,7 @@
 #include "base/Text.h"
 #include "frame/AppState.h"
 
-namespace support {
+namespace account {
 
 using base::Text;
 
@@ -18,4 +18,4 @@ Text BuildVersionList(frame::AppState& app, const Text& folder);
 // "<title> - Version <major>.<minor>.<revision>" of the running monitor.
 Text AboutTitleLine(frame::AppState& app);
 
-}  // namespace support
+}  // namespace account

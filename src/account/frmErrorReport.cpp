@@ -1,14 +1,14 @@
-#include "support/frmErrorReport.h"
+#include "account/frmErrorReport.h"
 
 #include "frame/Settings.h"
 #include "kit/Design.h"
 #include "kit/ToolTips.h"
 #include "kit/WindowLook.h"
-#include "support/FeedbackReport.h"
-#include "support/SupportScreens.h"
-#include "support/AccountTips.h"
+#include "account/FeedbackReport.h"
+#include "account/AccountScreens.h"
+#include "account/AccountTips.h"
 
-namespace support {
+namespace account {
 
 frmErrorReport::frmErrorReport(frame::AppState& app, kit::Ui& ui)
     : Form(u"frmErrorReport", {0, 0, 8625, 6330}, u"Send Error Report"), app_(app), ui_(ui) {
@@ -130,4 +130,4 @@ void ShowErrorReportModeless(frame::AppState& app, kit::Ui& ui) {
   ui.Show(*form);
 }
 
-}  // namespace support
+}  // namespace account

@@ -1,6 +1,6 @@
 #pragma once
 // Send Error Report: the user's message to support, with the machine, the account,
-// the tails of the logs and the regional settings (support/FeedbackReport holds the
+// the tails of the logs and the regional settings (account/FeedbackReport holds the
 // rules).
 #include "frame/AppState.h"
 #include "kit/Controls.h"
@@ -8,7 +8,7 @@
 #include "kit/ListView.h"
 #include "kit/Ui.h"
 
-namespace support {
+namespace account {
 
 class frmErrorReport : public kit::Form {
  public:
@@ -77,4 +77,4 @@ class frmErrorReport : public kit::Form {
   bool sending_ = false;  // a send runs: Send and Alt+S wait for its end
 };
 
-}  // namespace support
+}  // namespace account

@@ -1,15 +1,15 @@
-#include "support/frmUpdatePassword.h"
+#include "account/frmUpdatePassword.h"
 
 #include "kit/Branding.h"
 #include "kit/Design.h"
 #include "kit/MesgBox.h"
 #include "kit/ToolTips.h"
 #include "kit/WindowLook.h"
-#include "support/SupportScreens.h"
-#include "support/UpdatePasswordRules.h"
-#include "support/AccountTips.h"
+#include "account/AccountScreens.h"
+#include "account/UpdatePasswordRules.h"
+#include "account/AccountTips.h"
 
-namespace support {
+namespace account {
 
 namespace {
 constexpr char16_t kHelpTopic[] = u"QVWINHelp.chm::/Corvane_Tray_Icon/Using_Tray_Icon.htm";
@@ -110,4 +110,4 @@ UpdatePasswordResult ShowUpdatePassword(frame::AppState& app, kit::Ui& ui,
   return {.shown = true};
 }
 
-}  // namespace support
+}  // namespace account

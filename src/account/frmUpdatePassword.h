@@ -1,12 +1,12 @@
 #pragma once
 // Update Password: a user name and a new password, proved against the account service
-// and stored for the scheduled jobs (support/UpdatePasswordRules holds the rules).
+// and stored for the scheduled jobs (account/UpdatePasswordRules holds the rules).
 #include "frame/AppState.h"
 #include "kit/Controls.h"
 #include "kit/Form.h"
 #include "kit/Ui.h"
 
-namespace support {
+namespace account {
 
 class frmUpdatePassword : public kit::Form {
  public:
@@ -42,4 +42,4 @@ class frmUpdatePassword : public kit::Form {
   kit::Ui& ui_;
 };
 
-}  // namespace support
+}  // namespace account

@@ -10,7 +10,7 @@
 #include "kit/HostedUi.h"
 #include "program/MonitorProgram.h"
 #include "platform/win32/Win32Platform.h"
-#include "support/ValueFiles.h"
+#include "account/ValueFiles.h"
 
 namespace {
 
@@ -55,7 +55,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
   frame::StartupTimes startupTimes(app, ProcessAgeMs());
   if (startupTimes.Enabled()) app.startupTimes = &startupTimes;
   frame::MarkStartup(app, u"entry");
-  support::SecureValueStore secure(app);
+  account::SecureValueStore secure(app);
   app.secureStore = &secure;
   // What escapes the handling of a window message or of an engine's call goes to the
   // trace; the window or the call goes on.

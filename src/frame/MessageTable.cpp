@@ -1,9 +1,9 @@
-#include "kit/MessageTable.h"
+#include "frame/MessageTable.h"
 
 #include <algorithm>
 #include <iterator>
 
-namespace kit {
+namespace frame {
 
 namespace {
 
@@ -194,4 +194,4 @@ Text GetMessage(long code, const Text& appTitle) {
 
 Text GetMessage(const frame::AppState& app, long code) { return GetMessage(code, app.AppTitle); }
 
-}  // namespace kit
+}  // namespace frame

@@ -4,7 +4,7 @@
 #include "base/Text.h"
 #include "frame/AppState.h"
 
-namespace kit {
+namespace frame {
 
 using base::Text;
 
@@ -18,4 +18,4 @@ Text GetMessage(long code, const Text& appTitle);
 // The same with the application title of the running program.
 Text GetMessage(const frame::AppState& app, long code);
 
-}  // namespace kit
+}  // namespace frame

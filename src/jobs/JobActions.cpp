@@ -8,7 +8,7 @@
 #include "jobs/PluginRules.h"
 #include "jobstore/DBaction.h"
 #include "kit/MesgBox.h"
-#include "kit/MessageTable.h"
+#include "frame/MessageTable.h"
 
 namespace jobs {
 
@@ -32,7 +32,7 @@ int RecordNumberOf(const Text& text) {
 }
 
 int JobActions::Ask(long code, int icon, int buttons) {
-  return prompts_.Ask(kit::GetMessage(app_, code), icon, buttons);
+  return prompts_.Ask(frame::GetMessage(app_, code), icon, buttons);
 }
 
 // The jobs are disabled: the question whether to enable them. The answer does not stop

@@ -15,7 +15,7 @@
 #include "kit/Branding.h"
 #include "kit/Design.h"
 #include "kit/MesgBox.h"
-#include "kit/MessageTable.h"
+#include "frame/MessageTable.h"
 #include "kit/ToolTips.h"
 #include "kit/WindowLook.h"
 #include "monitor/PaneText.h"
@@ -174,7 +174,7 @@ void frmQVWinService::Sleep(std::uint32_t ms) {
 }
 
 int frmQVWinService::Ask(long code, int icon, int buttons) {
-  return ui_.MessageBox(kit::GetMessage(app_, code), icon, buttons, app_.AppTitle);
+  return ui_.MessageBox(frame::GetMessage(app_, code), icon, buttons, app_.AppTitle);
 }
 
 // ---- Load ---------------------------------------------------------------------------

@@ -3,7 +3,7 @@
 #include "jobs/frmBackupNow.h"
 #include "jobs/frmDTEmail.h"
 #include "jobs/frmManageScheduledJobs.h"
-#include "support/SupportScreens.h"
+#include "account/AccountScreens.h"
 #include "base/Guarded.h"
 #include "frame/Logs.h"
 #include "notify/Notices.h"
@@ -20,7 +20,7 @@ ProgramScreens::ProgramScreens(frame::AppState& app, kit::Ui& ui,
           notify::NoticeHooks{[this] { OpenSessionLog(); },
                               // The notice's link opens the report beside the monitor,
                               // where the menu opens it modally.
-                              [this] { support::ShowErrorReportModeless(app_, ui_); },
+                              [this] { account::ShowErrorReportModeless(app_, ui_); },
                               std::move(labelFontSize)})) {}
 
 ProgramScreens::~ProgramScreens() = default;
@@ -37,15 +37,15 @@ void ProgramScreens::CheckMissedBackup() {
 // The screens of the menus: one call each, with the screen's arguments. What a screen
 // answers is its own business; the menus go on either way.
 void ProgramScreens::OpenBackupNow() { jobs::ShowBackupNow(app_, ui_, {}); }
-void ProgramScreens::OpenUpdatePassword() { support::ShowUpdatePassword(app_, ui_, {}); }
+void ProgramScreens::OpenUpdatePassword() { account::ShowUpdatePassword(app_, ui_, {}); }
 // The job list opens the schedule editor through its hook.
 void ProgramScreens::OpenManageScheduledJobs() {
   jobs::ShowManageScheduledJobs(app_, ui_, {.openEditor = [this](const base::Text& no) {
                                   jobs::ShowDTEmail(app_, ui_, {.recordNo = no});
                                 }});
 }
-void ProgramScreens::OpenErrorReport() { support::ShowErrorReport(app_, ui_, {}); }
-void ProgramScreens::OpenAbout() { support::ShowAbout(app_, ui_, {}); }
+void ProgramScreens::OpenErrorReport() { account::ShowErrorReport(app_, ui_, {}); }
+void ProgramScreens::OpenAbout() { account::ShowAbout(app_, ui_, {}); }
 
 // Not modal, as the job-end notice has it; the menu opens the same screen.
 void ProgramScreens::OpenSessionLog() { sessions::ShowSessionLog(app_, ui_); }

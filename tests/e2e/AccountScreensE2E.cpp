@@ -9,12 +9,12 @@
 #include "frame/AppState.h"
 #include "platform/fake/FakePlatform.h"
 #include "platform/win32/Win32SupportInfo.h"
-#include "support/VersionInventory.h"
+#include "account/VersionInventory.h"
 
 namespace e2e {
 namespace {
 
-class SupportScreensE2E : public MonitorTest {
+class AccountScreensE2E : public MonitorTest {
  protected:
   // A top-level window of the monitor by its design name.
   HWND Screen(DWORD pid, const std::wstring& name) {
@@ -48,13 +48,13 @@ class SupportScreensE2E : public MonitorTest {
 
 // The inventory of About read with the real version calls from the staged program
 // folder: the build gave the monitor and the simulated engine their version.
-TEST(SupportStage, AboutInventoryListsTheStagedProgramsWithTheirVersions) {
+TEST(AccountStage, AboutInventoryListsTheStagedProgramsWithTheirVersions) {
   platform::FakePlatform fake;
   platform::Win32FileVersions versions;
   fake.Get().versions = &versions;
   frame::AppState app(fake.Get());
   const std::wstring stage = StageFolder().wstring();
-  const base::Text list = support::BuildVersionList(
+  const base::Text list = account::BuildVersionList(
       app, base::Text(reinterpret_cast<const char16_t*>(stage.c_str()), stage.size()));
   EXPECT_NE(list.find(u"Release Date                                  02/08/2013"),
             base::Text::npos);
@@ -66,7 +66,7 @@ TEST(SupportStage, AboutInventoryListsTheStagedProgramsWithTheirVersions) {
   EXPECT_EQ(list.find(u"QVWinSrv.dll"), base::Text::npos);
 }
 
-TEST_F(SupportScreensE2E, FeedbackReportOpensFromTheTrayMenuWithTheAccountFilledIn) {
+TEST_F(AccountScreensE2E, FeedbackReportOpensFromTheTrayMenuWithTheAccountFilledIn) {
   ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"qvwin.ini"),
                              {L"[Corvane]", L"UserName=mary", L"EmailUserName=mary@example.com"}));
   Process* p = StartAndWait(L"");
@@ -86,7 +86,7 @@ TEST_F(SupportScreensE2E, FeedbackReportOpensFromTheTrayMenuWithTheAccountFilled
   EXPECT_TRUE(WaitUntil([&] { return !IsWindow(report) || !IsWindowVisible(report); }));
 }
 
-TEST_F(SupportScreensE2E, UpdatePasswordFromTheTrayRefusesABlankName) {
+TEST_F(AccountScreensE2E, UpdatePasswordFromTheTrayRefusesABlankName) {
   ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"qvwin.ini"), {L"[Corvane]", L"UserName=mary"}));
   Process* p = StartAndWait(L"Min");
   ASSERT_NE(p, nullptr);

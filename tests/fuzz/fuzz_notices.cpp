@@ -10,7 +10,7 @@
 #include "frame/Settings.h"
 #include "kit/ScriptedUi.h"
 #include "notify/Notices.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string bytes(reinterpret_cast<const char*>(data), size);

@@ -1,4 +1,4 @@
-#include "support/TempDir.h"
+#include "testkit/TempDir.h"
 
 #include <atomic>
 #include <chrono>

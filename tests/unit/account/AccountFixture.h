@@ -5,13 +5,13 @@
 
 #include "frame/Settings.h"
 #include "kit/ScriptedUi.h"
-#include "support/FrameFixture.h"
-#include "support/ValueFiles.h"
+#include "testkit/FrameFixture.h"
+#include "account/ValueFiles.h"
 
 namespace testkit {
 
-struct SupportFixture : FrameFixture {
-  SupportFixture() : secure(app) {
+struct AccountFixture : FrameFixture {
+  AccountFixture() : secure(app) {
     fake.fs.AddFolders(app.CommonFolder());
     app.secureStore = &secure;
     app.BacksetFilePath = Common(u"BacksetData.txt");
@@ -27,7 +27,7 @@ struct SupportFixture : FrameFixture {
     return text.find(part) != base::Text::npos;
   }
 
-  support::SecureValueStore secure;
+  account::SecureValueStore secure;
   kit::ScriptedUi ui;
 };
 

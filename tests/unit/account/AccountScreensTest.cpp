@@ -1,21 +1,21 @@
 #include <gtest/gtest.h>
 
-#include "SupportFixture.h"
-#include "kit/MessageTable.h"
+#include "AccountFixture.h"
+#include "frame/MessageTable.h"
 #include "kit/ToolTips.h"
 #include "kit/WindowLook.h"
-#include "support/AboutQVWIN.h"
-#include "support/SupportScreens.h"
-#include "support/frmErrorReport.h"
-#include "support/frmUpdatePassword.h"
-#include "support/UpdatePasswordRules.h"
+#include "account/AboutQVWIN.h"
+#include "account/AccountScreens.h"
+#include "account/frmErrorReport.h"
+#include "account/frmUpdatePassword.h"
+#include "account/UpdatePasswordRules.h"
 
 using base::Text;
 using kit::ScriptedUi;
 
 namespace {
 
-class SupportScreensTest : public ::testing::Test, public testkit::SupportFixture {
+class AccountScreensTest : public ::testing::Test, public testkit::AccountFixture {
  protected:
   static void Key(kit::Form& form, int code, int shift = 0) {
     kit::KeyArgs down{code, shift};
@@ -25,8 +25,8 @@ class SupportScreensTest : public ::testing::Test, public testkit::SupportFixtur
   }
 };
 
-TEST_F(SupportScreensTest, UpdatePasswordResetsOnEscAndStaysOpen) {
-  support::frmUpdatePassword form(app, ui);
+TEST_F(AccountScreensTest, UpdatePasswordResetsOnEscAndStaysOpen) {
+  account::frmUpdatePassword form(app, ui);
   ui.Show(form);
   EXPECT_EQ(form.Caption(), u"Update Password");
   EXPECT_EQ(form.GetLayout().width, 5400);
@@ -48,7 +48,7 @@ TEST_F(SupportScreensTest, UpdatePasswordResetsOnEscAndStaysOpen) {
   ui.Queue(ScriptedUi::Answer::Ok());
   Key(form, 'A', kit::kAltMask);
   ASSERT_EQ(ui.Questions().size(), 1u);
-  EXPECT_EQ(ui.Questions()[0].text, kit::GetMessage(app, 39));
+  EXPECT_EQ(ui.Questions()[0].text, frame::GetMessage(app, 39));
   form.cmdClear.RaiseMouseUp({kit::kRightButton});
   ASSERT_NE(ui.Tips().Balloon(), nullptr);
   EXPECT_EQ(ui.Tips().Balloon()->TipText(), u"Clear the data entered");
@@ -56,8 +56,8 @@ TEST_F(SupportScreensTest, UpdatePasswordResetsOnEscAndStaysOpen) {
   EXPECT_FALSE(form.IsLoaded());
 }
 
-TEST_F(SupportScreensTest, UpdatePasswordRefusesACharacterTheStoreCannotHold) {
-  support::frmUpdatePassword form(app, ui);
+TEST_F(AccountScreensTest, UpdatePasswordRefusesACharacterTheStoreCannotHold) {
+  account::frmUpdatePassword form(app, ui);
   ui.Show(form);
   form.txtPassword.SetText(u"abc");
   EXPECT_TRUE(ui.Questions().empty());
@@ -67,31 +67,31 @@ TEST_F(SupportScreensTest, UpdatePasswordRefusesACharacterTheStoreCannotHold) {
   form.txtPassword.SetText(u"abc\u00E9d\u20AC");
   EXPECT_EQ(form.txtPassword.GetText(), u"abcd");
   ASSERT_EQ(ui.Questions().size(), 1u);
-  EXPECT_EQ(ui.Questions()[0].text, support::kPasswordAlphabetMessage);
+  EXPECT_EQ(ui.Questions()[0].text, account::kPasswordAlphabetMessage);
   EXPECT_EQ(ui.Questions()[0].title, app.AppTitle);
   EXPECT_EQ(form.ActiveControl(), &form.txtPassword);
 }
 
-TEST_F(SupportScreensTest, UpdatePasswordAppliedByTheFormStoresAndCloses) {
+TEST_F(AccountScreensTest, UpdatePasswordAppliedByTheFormStoresAndCloses) {
   BackupSets(2);
   fake.network.goodAccounts[u"mary"] = u"newpass";
   ui.Queue({ScriptedUi::Answer::Yes(), ScriptedUi::Answer::Ok()});
   ui.OnShow(u"frmUpdatePassword", [](kit::Form& f) {
-    auto& form = static_cast<support::frmUpdatePassword&>(f);
+    auto& form = static_cast<account::frmUpdatePassword&>(f);
     form.txtUserName.SetText(u"mary");
     form.txtPassword.SetText(u"newpass");
     form.cmdUpdate.RaiseMouseUp({kit::kLeftButton});
     EXPECT_FALSE(form.IsLoaded());
   });
-  EXPECT_TRUE(support::ShowUpdatePassword(app, ui, {}).shown);
-  EXPECT_EQ(ui.Questions().back().text, kit::GetMessage(app, 48));
+  EXPECT_TRUE(account::ShowUpdatePassword(app, ui, {}).shown);
+  EXPECT_EQ(ui.Questions().back().text, frame::GetMessage(app, 48));
   EXPECT_EQ(frame::ReadSetting(app, u"mary", true), u"newpass");
 }
 
-TEST_F(SupportScreensTest, ErrorReportLoadsTheUserAndFollowsTheTicket) {
+TEST_F(AccountScreensTest, ErrorReportLoadsTheUserAndFollowsTheTicket) {
   frame::WriteSetting(app, u"UserName", u"mary");
   frame::WriteSetting(app, u"EmailUserName", u"no address");
-  support::frmErrorReport form(app, ui);
+  account::frmErrorReport form(app, ui);
   ui.Show(form);
   EXPECT_EQ(form.txtFromName.GetText(), u"mary");
   EXPECT_EQ(form.txtFrom.GetText(), u"");
@@ -117,9 +117,9 @@ TEST_F(SupportScreensTest, ErrorReportLoadsTheUserAndFollowsTheTicket) {
   EXPECT_FALSE(form.IsLoaded());
 }
 
-TEST_F(SupportScreensTest, ErrorReportSendIsNotStartedAgainWhileItRuns) {
+TEST_F(AccountScreensTest, ErrorReportSendIsNotStartedAgainWhileItRuns) {
   frame::WriteSetting(app, u"EmailUserName", u"mary@example.com");
-  support::frmErrorReport form(app, ui);
+  account::frmErrorReport form(app, ui);
   ui.Show(form);
   form.txtMsg.SetText(u"It stopped.");
   int pressesDuringUpload = 0;
@@ -136,20 +136,20 @@ TEST_F(SupportScreensTest, ErrorReportSendIsNotStartedAgainWhileItRuns) {
   EXPECT_EQ(fake.network.mails.size(), 2u);
 }
 
-TEST_F(SupportScreensTest, ErrorReportAboveNinetySixDpiShortensTheTicketLabel) {
+TEST_F(AccountScreensTest, ErrorReportAboveNinetySixDpiShortensTheTicketLabel) {
   ScriptedUi large(12);
   frame::WriteSetting(app, u"EmailUserName", u"mary@example.com");
-  support::frmErrorReport form(app, large);
+  account::frmErrorReport form(app, large);
   large.Show(form);
   EXPECT_EQ(form.Label3.Caption(), u"Trouble Ticket ...");
   EXPECT_EQ(form.Label3.ToolTipText(), u"Trouble Ticket No  (If created already)");
   EXPECT_EQ(form.txtFrom.GetText(), u"mary@example.com");
 }
 
-TEST_F(SupportScreensTest, AboutListsTheFilesAndClosesByEsc) {
+TEST_F(AccountScreensTest, AboutListsTheFilesAndClosesByEsc) {
   app.ProgramFolder = u"C:\\QV";
   fake.versions.versions[u"c:\\qv\\qvmonitor.exe"] = {9, 5, 0, 5};
-  support::AboutQVWIN form(app, ui);
+  account::AboutQVWIN form(app, ui);
   ui.Show(form);
   EXPECT_EQ(form.txtVersionList.GetText(),
             u"\r\nRelease Date                                  02/08/2013\r\nQVMonitor.exe" +

@@ -1,27 +1,27 @@
 #include <gtest/gtest.h>
 
-#include "SupportFixture.h"
-#include "support/AccountService.h"
+#include "AccountFixture.h"
+#include "account/AccountService.h"
 
+using account::CheckAccountStatus;
 using base::Text;
 using platform::FakeNetwork;
-using support::CheckAccountStatus;
 
 namespace {
 
-class AccountServiceTest : public ::testing::Test, public testkit::SupportFixture {};
+class AccountServiceTest : public ::testing::Test, public testkit::AccountFixture {};
 
 TEST(AccountReply, FirstWordDecidesAndAWordWithoutBlankIsAnyOtherReply) {
-  EXPECT_EQ(support::ClassifyAccountReply(u""), 0);
-  EXPECT_EQ(support::ClassifyAccountReply(u"Cancelled since 01-02-2013"), 1);
-  EXPECT_EQ(support::ClassifyAccountReply(u"  cANCELLED by the user"), 1);
-  EXPECT_EQ(support::ClassifyAccountReply(u"EXPIRED on 01-02-2013"), 2);
-  EXPECT_EQ(support::ClassifyAccountReply(u"Active 3 GB"), 3);
-  EXPECT_EQ(support::ClassifyAccountReply(u"Cancelledx now"), 3);
+  EXPECT_EQ(account::ClassifyAccountReply(u""), 0);
+  EXPECT_EQ(account::ClassifyAccountReply(u"Cancelled since 01-02-2013"), 1);
+  EXPECT_EQ(account::ClassifyAccountReply(u"  cANCELLED by the user"), 1);
+  EXPECT_EQ(account::ClassifyAccountReply(u"EXPIRED on 01-02-2013"), 2);
+  EXPECT_EQ(account::ClassifyAccountReply(u"Active 3 GB"), 3);
+  EXPECT_EQ(account::ClassifyAccountReply(u"Cancelledx now"), 3);
   // One word alone cannot be cut at a blank: any other reply.
-  EXPECT_EQ(support::ClassifyAccountReply(u"Cancelled"), 3);
-  EXPECT_EQ(support::ClassifyAccountReply(u"  Expired  "), 3);
-  EXPECT_EQ(support::ClassifyAccountReply(u"   "), 3);
+  EXPECT_EQ(account::ClassifyAccountReply(u"Cancelled"), 3);
+  EXPECT_EQ(account::ClassifyAccountReply(u"  Expired  "), 3);
+  EXPECT_EQ(account::ClassifyAccountReply(u"   "), 3);
 }
 
 TEST_F(AccountServiceTest, BlankNameOrPasswordAsksNothing) {
@@ -46,10 +46,10 @@ TEST_F(AccountServiceTest, StatusQueryCarriesTheEncodedTrimmedValuesToTheSetting
 }
 
 TEST_F(AccountServiceTest, DefaultsWhenTheSettingsAreEmpty) {
-  auto e = support::ReadEndpoints(app);
+  auto e = account::ReadEndpoints(app);
   EXPECT_EQ(e.accountServer, u"https://account.corvane.com");
   EXPECT_EQ(e.feedbackServer, u"https://feedback.corvane.com");
-  EXPECT_EQ(support::SupportMailAddress(app), u"support@corvane.com");
+  EXPECT_EQ(account::SupportMailAddress(app), u"support@corvane.com");
 }
 
 TEST_F(AccountServiceTest, ARefusingProxyGetsExactlyOneRetry) {
@@ -74,7 +74,7 @@ TEST_F(AccountServiceTest, NoConnectionOrNoObjectIsNothingUsable) {
   fake.network.installed = false;
   fake.network.statusReplies.push_back({u"OK", u"Expired x"});
   EXPECT_EQ(CheckAccountStatus(app, u"mary", u"pw"), 0);
-  EXPECT_FALSE(support::ProveLogin(app, u"mary", u"pw"));
+  EXPECT_FALSE(account::ProveLogin(app, u"mary", u"pw"));
 }
 
 }  // namespace

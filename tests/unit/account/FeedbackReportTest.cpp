@@ -1,17 +1,17 @@
 #include <gtest/gtest.h>
 
-#include "SupportFixture.h"
-#include "kit/MessageTable.h"
+#include "AccountFixture.h"
+#include "frame/MessageTable.h"
 #include "platform/portable/HttpRules.h"
-#include "support/FeedbackReport.h"
+#include "account/FeedbackReport.h"
 
+using account::ReportFields;
 using base::Text;
 using kit::ScriptedUi;
-using support::ReportFields;
 
 namespace {
 
-class FeedbackReportTest : public ::testing::Test, public testkit::SupportFixture {
+class FeedbackReportTest : public ::testing::Test, public testkit::AccountFixture {
  protected:
   FeedbackReportTest() {
     http = fake.network.CreateHttpObject({});
@@ -26,12 +26,12 @@ class FeedbackReportTest : public ::testing::Test, public testkit::SupportFixtur
     platform::TextFile::WriteLines(fake.fs, Common(name), all);
   }
   Text Bundle(const Text& name, bool plain) {
-    return support::BundleLogFile(app, *http, name, false, plain, [this] { ++rounds; });
+    return account::BundleLogFile(app, *http, name, false, plain, [this] { ++rounds; });
   }
   ReportFields Fields() { return {u"mary", u"mary@example.com", u"555-0100", u" Subj ", u"Hello"}; }
 
   std::unique_ptr<platform::IHttpObject> http;
-  support::SendHooks hooks;
+  account::SendHooks hooks;
   std::vector<Text> progress;
   std::vector<bool> busy;
   std::vector<std::string> focus;
@@ -39,31 +39,31 @@ class FeedbackReportTest : public ::testing::Test, public testkit::SupportFixtur
 };
 
 TEST(FeedbackRules, MailAddressNeedsAnAtNoDotRightBehindItAndADotLater) {
-  EXPECT_TRUE(support::ValidateMailid(u"a@b.c"));
-  EXPECT_TRUE(support::ValidateMailid(u"@bc.d"));
-  EXPECT_FALSE(support::ValidateMailid(u"a.b.c"));
-  EXPECT_FALSE(support::ValidateMailid(u"a@.bc"));
-  EXPECT_FALSE(support::ValidateMailid(u"a@bc"));
-  EXPECT_TRUE(support::ValidateMailid(u"a@b."));  // the dot is the second character behind
-  EXPECT_FALSE(support::ValidateMailid(u"a@b"));
-  EXPECT_FALSE(support::ValidateMailid(u"a@"));
+  EXPECT_TRUE(account::ValidateMailid(u"a@b.c"));
+  EXPECT_TRUE(account::ValidateMailid(u"@bc.d"));
+  EXPECT_FALSE(account::ValidateMailid(u"a.b.c"));
+  EXPECT_FALSE(account::ValidateMailid(u"a@.bc"));
+  EXPECT_FALSE(account::ValidateMailid(u"a@bc"));
+  EXPECT_TRUE(account::ValidateMailid(u"a@b."));  // the dot is the second character behind
+  EXPECT_FALSE(account::ValidateMailid(u"a@b"));
+  EXPECT_FALSE(account::ValidateMailid(u"a@"));
 }
 
 TEST(FeedbackRules, SubjectFollowsTheTicketAndTheTicketLabelTheScale) {
-  EXPECT_EQ(support::TicketSubject(u" 1234 "), u"Corvane for Windows Ticket : 1234");
-  EXPECT_EQ(support::TicketSubject(u"   "), u"Corvane for Windows user feedback");
-  auto at96 = support::TroubleTicketLabel(15);
+  EXPECT_EQ(account::TicketSubject(u" 1234 "), u"Corvane for Windows Ticket : 1234");
+  EXPECT_EQ(account::TicketSubject(u"   "), u"Corvane for Windows user feedback");
+  auto at96 = account::TroubleTicketLabel(15);
   EXPECT_EQ(at96.caption, u"Trouble Ticket No\r\n (If created already)");
   EXPECT_EQ(at96.toolTip, u"");
-  auto at120 = support::TroubleTicketLabel(12);
+  auto at120 = account::TroubleTicketLabel(12);
   EXPECT_EQ(at120.caption, u"Trouble Ticket ...");
   EXPECT_EQ(at120.toolTip, u"Trouble Ticket No  (If created already)");
 }
 
 TEST_F(FeedbackReportTest, MessageLinesAreEncodedAndOnlySeveralLinesGetLineFeeds) {
-  EXPECT_EQ(support::EncodeMessage(*http, u"one line"), u"one%20line");
-  EXPECT_EQ(support::EncodeMessage(*http, u"a\r\nb"), u"a\nb\n");
-  EXPECT_EQ(support::EncodeMessage(*http, u"    "), u"");
+  EXPECT_EQ(account::EncodeMessage(*http, u"one line"), u"one%20line");
+  EXPECT_EQ(account::EncodeMessage(*http, u"a\r\nb"), u"a\nb\n");
+  EXPECT_EQ(account::EncodeMessage(*http, u"    "), u"");
 }
 
 TEST_F(FeedbackReportTest, HeadIsWordForWord) {
@@ -75,7 +75,7 @@ TEST_F(FeedbackReportTest, HeadIsWordForWord) {
                             u"SOFTWARE\\Microsoft\\Internet Explorer\\", u"Version", u"11.0", 0);
   frame::WriteSetting(app, u"TotalSpace", u"10 GB");
   frame::WriteSetting(app, u"UsedSpace", u"2 GB");
-  EXPECT_EQ(support::GetSystemSettings(app, Fields()),
+  EXPECT_EQ(account::GetSystemSettings(app, Fields()),
             u"<<< USER FEEDBACK FROM CORVANE FOR WINDOWS version >>>9.5.5\r\n"
             u"User's Operating System:  Windows 10 Pro\r\n"
             u"OS Version: 6.3\r\n"
@@ -142,7 +142,7 @@ TEST_F(FeedbackReportTest, RegionalDetailsInTheirSevenLines) {
                                {15, u","},
                                {4099, u"h:mm:ss tt"},
                                {31, Text(u"M/d/yyyy\0x", 10)}};
-  EXPECT_EQ(support::GetLocaleDetails(app, u"Regional"),
+  EXPECT_EQ(account::GetLocaleDetails(app, u"Regional"),
             u"Locale ID: 0409\r\nCountry: United States  (USA)\r\nLanguage: English\r\n"
             u"Decimal: .\r\nThousands: ,\r\nTime Format: h:mm:ss tt\r\nShort Date: M/d/yyyy");
 }
@@ -151,29 +151,29 @@ TEST_F(FeedbackReportTest, ValidationAsksForAddressThenMessageThenAValidAddress)
   ReportFields f = Fields();
   f.from.clear();
   f.message.clear();
-  EXPECT_FALSE(support::ValidateLogMail(app, ui, f, hooks));
+  EXPECT_FALSE(account::ValidateLogMail(app, ui, f, hooks));
   f.from = u"mary@example";
-  EXPECT_FALSE(support::ValidateLogMail(app, ui, f, hooks));
+  EXPECT_FALSE(account::ValidateLogMail(app, ui, f, hooks));
   f.message = u"   ";  // blanks pass: the report goes with an empty message part
-  EXPECT_FALSE(support::ValidateLogMail(app, ui, f, hooks));
+  EXPECT_FALSE(account::ValidateLogMail(app, ui, f, hooks));
   f.from = u"mary@example.com";
-  EXPECT_TRUE(support::ValidateLogMail(app, ui, f, hooks));
+  EXPECT_TRUE(account::ValidateLogMail(app, ui, f, hooks));
   ASSERT_EQ(ui.Questions().size(), 3u);
-  EXPECT_EQ(ui.Questions()[0].text, kit::GetMessage(app, 12));
-  EXPECT_EQ(ui.Questions()[1].text, kit::GetMessage(app, 14));
-  EXPECT_EQ(ui.Questions()[2].text, kit::GetMessage(app, 52));
+  EXPECT_EQ(ui.Questions()[0].text, frame::GetMessage(app, 12));
+  EXPECT_EQ(ui.Questions()[1].text, frame::GetMessage(app, 14));
+  EXPECT_EQ(ui.Questions()[2].text, frame::GetMessage(app, 52));
   EXPECT_EQ(focus, (std::vector<std::string>{"from", "message", "from"}));
   EXPECT_TRUE(Has(Units(Common(u"SerTraceFile.txt")), u"Exit ValidateLogMail"));
 }
 
 TEST_F(FeedbackReportTest, ReportWithoutLogsIsHeadMessageLanguageAndDate) {
-  ASSERT_TRUE(support::SendReport(app, ui, Fields(), hooks) == support::SendOutcome::Sent);
+  ASSERT_TRUE(account::SendReport(app, ui, Fields(), hooks) == account::SendOutcome::Sent);
   ASSERT_EQ(fake.network.mails.size(), 1u);
   const auto& mail = fake.network.mails[0];
   EXPECT_EQ(mail.to, u"support@corvane.com");
   EXPECT_EQ(mail.subject, u"Subj");
   EXPECT_EQ(mail.from, u"mary@example.com");
-  const Text head = support::GetSystemSettings(app, Fields());
+  const Text head = account::GetSystemSettings(app, Fields());
   EXPECT_EQ(mail.body.substr(0, head.size() + 7), head + u"\r\nHello");
   EXPECT_TRUE(base::EndsWith(mail.body, u"\r\n\r\nRelease date : 02/08/2013"));
   EXPECT_TRUE(Has(mail.body, u"\r\nSystem language details:\r\n\r\nStandards and format details:"));
@@ -198,10 +198,10 @@ TEST_F(FeedbackReportTest, LogsInTableOrderAndNoPasswordAnywhere) {
   fake.fs.WriteAll(Common(u"QVOracle\\LOGS\\QVOracleBackup.txt"), "oracle 1\r\noracle 2\r\n");
   ReportFields f = Fields();
   f.message = u"my password is Zq7#Secret";
-  ASSERT_TRUE(support::SendReport(app, ui, f, hooks) == support::SendOutcome::Sent);
+  ASSERT_TRUE(account::SendReport(app, ui, f, hooks) == account::SendOutcome::Sent);
   const Text body = fake.network.mails.at(0).body;
   EXPECT_FALSE(Has(body, u"Zq7#Secret"));
-  EXPECT_FALSE(Has(body, support::Encrypt(app, u"Zq7#Secret")));
+  EXPECT_FALSE(Has(body, account::Encrypt(app, u"Zq7#Secret")));
   EXPECT_FALSE(Has(body, u"Zq7%23Secret"));
   const auto service =
       body.find(u"----------CorvaneServiceLog-------------\r\nservice 1\nservice 2\n");
@@ -218,11 +218,11 @@ TEST_F(FeedbackReportTest, LogsInTableOrderAndNoPasswordAnywhere) {
 TEST_F(FeedbackReportTest, FailedSendTellsTheReasonAndSaysSo) {
   fake.network.mailFailure = u"the server refused the report";
   ui.Queue(ScriptedUi::Answer::Ok());
-  EXPECT_TRUE(support::SendReport(app, ui, Fields(), hooks) == support::SendOutcome::Failed);
+  EXPECT_TRUE(account::SendReport(app, ui, Fields(), hooks) == account::SendOutcome::Failed);
   ASSERT_EQ(ui.Questions().size(), 1u);
   EXPECT_TRUE(Has(ui.Questions()[0].text, u"Your email could not be sent because"));
   EXPECT_TRUE(Has(ui.Questions()[0].text, u"the server refused the report"));
-  EXPECT_TRUE(Has(ui.Questions()[0].text, kit::GetMessage(app, 101)));
+  EXPECT_TRUE(Has(ui.Questions()[0].text, frame::GetMessage(app, 101)));
   EXPECT_EQ(progress.back(), u"Failed to send the feedback report.");
   EXPECT_EQ(progress[progress.size() - 2], u"");
   EXPECT_TRUE(fake.network.mails.empty());

@@ -1,17 +1,17 @@
 #include <gtest/gtest.h>
 
-#include "SupportFixture.h"
+#include "AccountFixture.h"
 #include "kit/MesgBox.h"
-#include "kit/MessageTable.h"
-#include "support/UpdatePasswordRules.h"
+#include "frame/MessageTable.h"
+#include "account/UpdatePasswordRules.h"
 
+using account::ApplyOutcome;
 using base::Text;
 using kit::ScriptedUi;
-using support::ApplyOutcome;
 
 namespace {
 
-class UpdatePasswordRulesTest : public ::testing::Test, public testkit::SupportFixture {
+class UpdatePasswordRulesTest : public ::testing::Test, public testkit::AccountFixture {
  protected:
   UpdatePasswordRulesTest() {
     hooks.focusUserName = [this] { events.push_back("focus user"); };
@@ -22,16 +22,16 @@ class UpdatePasswordRulesTest : public ::testing::Test, public testkit::SupportF
     BackupSets(2);
   }
   ApplyOutcome Apply(const Text& user, const Text& password) {
-    return support::ApplyPassword(app, ui, user, password, hooks);
+    return account::ApplyPassword(app, ui, user, password, hooks);
   }
   std::vector<Text> Texts() {
     std::vector<Text> t;
     for (const auto& q : ui.Questions()) t.push_back(q.text);
     return t;
   }
-  Text Msg(long code) { return kit::GetMessage(app, code); }
+  Text Msg(long code) { return frame::GetMessage(app, code); }
 
-  support::PasswordScreenHooks hooks;
+  account::PasswordScreenHooks hooks;
   std::vector<std::string> events;
 };
 
@@ -145,7 +145,7 @@ TEST_F(UpdatePasswordRulesTest, NoConnectionSaysNothingAndTooFewSetsWriteNothing
 TEST_F(UpdatePasswordRulesTest, APasswordOutsideTheAlphabetIsNeverProvedNorStored) {
   ui.Queue(ScriptedUi::Answer::Ok());
   EXPECT_EQ(Apply(u"mary", u"caf\u00E9 au lait"), ApplyOutcome::NotStorable);
-  EXPECT_EQ(Texts(), (std::vector<Text>{support::kPasswordAlphabetMessage}));
+  EXPECT_EQ(Texts(), (std::vector<Text>{account::kPasswordAlphabetMessage}));
   EXPECT_EQ(ui.Questions()[0].icon, 0);
   EXPECT_EQ(events, (std::vector<std::string>{"focus password"}));
   EXPECT_TRUE(fake.network.logins.empty());
@@ -161,7 +161,7 @@ TEST_F(UpdatePasswordRulesTest, AUserNameThatWouldLeaveItsFolderIsRefusedFirst) 
     events.clear();
     ui.Queue(ScriptedUi::Answer::Ok());
     EXPECT_EQ(Apply(name, u"secret"), ApplyOutcome::NameLeavesFolder) << testkit::U8(name);
-    EXPECT_EQ(Texts().back(), support::kUserNameFolderMessage);
+    EXPECT_EQ(Texts().back(), account::kUserNameFolderMessage);
     EXPECT_EQ(events, (std::vector<std::string>{"focus user"}));
   }
   EXPECT_EQ(ui.Questions().size(), 5u);  // the refusal alone: no question 41

@@ -9,7 +9,7 @@
 #include "frame/Settings.h"
 #include "frame/Startup.h"
 #include "platform/WholeFile.h"
-#include "support/ValueFiles.h"
+#include "account/ValueFiles.h"
 
 namespace jobstore::test {
 namespace {
@@ -217,12 +217,12 @@ std::vector<Writer> Writers() {
       {"password",
        [](JobStoreTest& t) {
          t.fake.fs.AddFolders(t.Common(u"jsmith"));
-         support::WriteValueFile(t.app, u"jsmith", u"old secret", support::ValueKind::Password);
-         return support::ValueFilePath(t.app, u"jsmith", support::ValueKind::Password);
+         account::WriteValueFile(t.app, u"jsmith", u"old secret", account::ValueKind::Password);
+         return account::ValueFilePath(t.app, u"jsmith", account::ValueKind::Password);
        },
        [](JobStoreTest& t) {
-         return support::WriteValueFile(t.app, u"jsmith", u"new secret",
-                                        support::ValueKind::Password);
+         return account::WriteValueFile(t.app, u"jsmith", u"new secret",
+                                        account::ValueKind::Password);
        }},
   };
 }
@@ -312,7 +312,7 @@ TEST_F(FailingWriteTest, AMissingFolderCreatesNothing) {
   EXPECT_FALSE(SetStateWord(app, app.ScheduleFilePath, u"2").ok);
   EXPECT_FALSE(DB_WriteFirstLine(app).ok);
   EXPECT_FALSE(frame::WriteSetting(app, u"BANDWIDTH", u"75").ok);
-  EXPECT_FALSE(support::WriteValueFile(app, u"jsmith", u"secret", support::ValueKind::Password).ok);
+  EXPECT_FALSE(account::WriteValueFile(app, u"jsmith", u"secret", account::ValueKind::Password).ok);
   EXPECT_FALSE(fake.fs.FolderExists(u"C:\\Gone"));
   EXPECT_TRUE(fake.fs.List(u"C:\\", u"*").size() == 1u) << "only C:\\QV";
 }

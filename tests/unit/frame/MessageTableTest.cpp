@@ -2,12 +2,12 @@
 // that carry the application title, and codes that stand twice with a difference.
 #include <gtest/gtest.h>
 
-#include "kit/MessageTable.h"
-#include "support/FrameFixture.h"
+#include "frame/MessageTable.h"
+#include "testkit/FrameFixture.h"
 
 namespace {
 
-using kit::GetMessage;
+using frame::GetMessage;
 
 TEST(MessageTable, CompoundMessagesReadAsShown) {
   const base::Text disabled =
@@ -56,7 +56,7 @@ TEST(MessageTable, SingleTextsKeepTheirOwnBlanksAndUnknownCodesAreEmpty) {
   // 501 differs from 500 and 502 by a trailing blank only.
   EXPECT_EQ(GetMessage(501, u""), GetMessage(502, u"") + u" ");
   EXPECT_EQ(GetMessage(62, u""), u"Reason: ");
-  EXPECT_NE(GetMessage(101, u"").find(kit::kFeedbackSite), base::Text::npos);
+  EXPECT_NE(GetMessage(101, u"").find(frame::kFeedbackSite), base::Text::npos);
   for (long code : {0L, -1L, 75L, 105L, 108L, 999999L}) {
     EXPECT_EQ(GetMessage(code, u"T"), u"") << code;
   }

@@ -18,7 +18,7 @@
 #include "frame/Settings.h"
 #include "kit/ScriptedUi.h"
 #include "monitor/frmQVWinService.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 namespace monitortest {
 

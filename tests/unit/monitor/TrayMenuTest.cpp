@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "kit/MesgBox.h"
-#include "kit/MessageTable.h"
+#include "frame/MessageTable.h"
 #include "kit/ToolTips.h"
 #include "MonitorFixture.h"
 
@@ -133,7 +133,7 @@ TEST_F(TrayMenuTest, HoldingAllJobsAsksFirstAndReleasingDoesNot) {
   form->mnuenablesch.Choose();
   EXPECT_EQ(Get(u"DisableAllSchdulers"), u"");
   ASSERT_EQ(ui.Questions().size(), 1u);
-  EXPECT_EQ(ui.Questions()[0].text, kit::GetMessage(app, 20));
+  EXPECT_EQ(ui.Questions()[0].text, frame::GetMessage(app, 20));
 
   ui.Queue(kit::ScriptedUi::Answer::Yes());
   form->mnuenablesch.Choose();

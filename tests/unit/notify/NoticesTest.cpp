@@ -12,7 +12,7 @@
 #include "notify/Notices.h"
 #include "notify/bkupjobnotify.h"
 #include "notify/frmBKErrNotify.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include "kit/HostedUi.h"
 #include "kit/ScriptedUi.h"
 #include "program/MonitorProgram.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 namespace {
 

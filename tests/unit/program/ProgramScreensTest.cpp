@@ -1,13 +1,13 @@
 // The program's screens behind the monitor's menu hooks and the notices' links.
 #include <gtest/gtest.h>
 
-#include "kit/MessageTable.h"
+#include "frame/MessageTable.h"
 #include "kit/ScriptedUi.h"
 #include "frame/Settings.h"
 #include "program/ProgramScreens.h"
 #include "notify/Notices.h"
 #include "notify/frmBKErrNotify.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 namespace {
 
@@ -29,7 +29,7 @@ TEST(ProgramScreensTest, TheMenusOpenTheJobScreens) {
   // Backup Now in mirror mode without a set file: its message and no screen.
   screens.OpenBackupNow();
   ASSERT_EQ(ui.Questions().size(), 1u);
-  EXPECT_EQ(ui.Questions()[0].text, kit::GetMessage(fx.app, 16));
+  EXPECT_EQ(ui.Questions()[0].text, frame::GetMessage(fx.app, 16));
   EXPECT_EQ(ui.ShownForms().back().name, u"MesgBox");
 }
 

@@ -12,7 +12,7 @@
 #include "platform/portable/PortableProfile.h"
 #include "platform/portable/PortableServices.h"
 #include "sessions/frmSessionLog.h"
-#include "support/TempDir.h"
+#include "testkit/TempDir.h"
 
 namespace qvjobs {
 namespace {
