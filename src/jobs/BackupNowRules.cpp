@@ -40,9 +40,9 @@ jobstore::BackupNowOutcome PrepareBackupNow(frame::AppState& app, JobPrompts& pr
   return outcome;
 }
 
-BackupNowResult cmdBackupNow_Click(frame::AppState& app, JobPrompts& prompts,
-                                   unsigned long majorVersion) {
-  BackupNowResult result;
+BackupNowClickResult cmdBackupNow_Click(frame::AppState& app, JobPrompts& prompts,
+                                        unsigned long majorVersion) {
+  BackupNowClickResult result;
   StoreMessagesTo messages(app, prompts);
   base::Guarded(
       [&] {

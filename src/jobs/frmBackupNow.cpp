@@ -113,7 +113,8 @@ void frmBackupNow::LstBackupSet_ItemClick(kit::ListItem& item) {
 }
 
 void frmBackupNow::cmdBackupNow_Click() {
-  const BackupNowResult result = jobs::cmdBackupNow_Click(app_, prompts_, GetWinMajorVersion(app_));
+  const BackupNowClickResult result =
+      jobs::cmdBackupNow_Click(app_, prompts_, GetWinMajorVersion(app_));
   if (result.end == BackupNowEnd::Close) Unload(kit::UnloadMode::Code);
 }
 
