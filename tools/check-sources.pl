@@ -7,9 +7,12 @@
 #     used outside src/platform/win32/ and src/app/. The logic must build and be
 #     tested natively, so it may not lean on them. tests/e2e/ holds Windows-only
 #     drivers (bench/startup/ the start-up benchmark's programs) and tools/ is not checked.
-#  2. A layer includes a header of a layer above it. The layers and their
-#     dependencies are read from the qv_layer(...) lines of the top CMakeLists.txt,
-#     so a header-only upward include is caught before it links by accident.
+#  2. A layer includes a header of a layer that is not below it: one above it, or a
+#     sibling. The layers and their dependencies are read from the qv_layer(...)
+#     lines of the top CMakeLists.txt, so a header-only include is caught before it
+#     links by accident. Those lines must be true in turn: a dependency that no
+#     include of the folder needs fails, and so does one between two screen folders
+#     (@screens below), which are siblings that only the program folder joins.
 #     The process state (frame/AppState.h) alone holds upper layers' state; what
 #     it holds is checked not to reach further up.
 #  3. An error handler that does nothing: an `ErrorInfo&) {}` handler or a catch
@@ -43,6 +46,7 @@ my $winHeaderRe = join '|', map { quotemeta } @winHeaders;
 
 # --- layers -----------------------------------------------------------------
 my %deps;
+my %layerLine;  # layer -> line of its qv_layer(...) in CMakeLists.txt
 {
   open my $fh, '<', "$root/CMakeLists.txt" or die "check-sources: no $root/CMakeLists.txt\n";
   local $/;
@@ -58,8 +62,14 @@ my %deps;
       push @d, $w =~ s/^qv_//r if $inDeps;
     }
     $deps{$name} = \@d;
+    $layerLine{$name} = 1 + (substr($text, 0, $-[0]) =~ tr/\n//);
   }
 }
+
+# The screen folders: each stands on the kit, the job store and the engine, and none
+# depends on another; the one folder above them all wires them together.
+my @screens = qw(account jobs sessions notify monitor);
+my $screensTop = 'program';
 
 # The process state is the one place a lower layer holds upper layers' values
 # (their module state and plain records). What it holds may bring in nothing the
@@ -134,6 +144,7 @@ my $literal = qr{
 }xs;
 
 my %includes;   # "layer/File.h" -> [line, include] of includes of a layer's headers
+my %used;       # layer -> set of other layers that its own files include
 my @held;       # [header, holder's layer, where] reached from a state holder
 
 for my $path (@files) {
@@ -194,10 +205,12 @@ for my $path (@files) {
         if ($stateHolders{$srcRel}) {
           push @held, [$inc, $layer, "$rel:$n"];
         } else {
-          problem($rel, $n, "layer '$layer' includes \"$inc\" from layer '$1' above it");
+          problem($rel, $n, "layer '$layer' includes \"$inc\" from layer '$1', which is not "
+                  . "below it");
         }
       }
       push @{ $includes{$srcRel} }, [$n, $inc] if $inc =~ m{^(\w+)/} && exists $deps{$1};
+      $used{$layer}{$1} = 1 if $layerChecked && $inc =~ m{^(\w+)/} && exists $deps{$1};
     }
     my $b = $bareLines[$i] // '';
     my $what = $rel =~ m{^src/} ? rawRelease($b) : undef;
@@ -210,6 +223,18 @@ for my $path (@files) {
     problem($rel, $n, "wchar_t outside src/platform/win32 and src/app") if $b =~ /\bwchar_t\b/;
     problem($rel, $n, "wide literal (L\"\" or L'') outside src/platform/win32 and src/app")
       if $b =~ /\bLR?["']/;
+  }
+}
+
+# The declared graph: every dependency used by an include, none between screens.
+my %isScreen = map { $_ => 1 } @screens;
+for my $layer (sort keys %deps) {
+  for my $dep (@{ $deps{$layer} }) {
+    problem('CMakeLists.txt', $layerLine{$layer}, "qv_layer($layer) depends on qv_$dep, which no include of "
+            . "src/$layer/ needs") unless $used{$layer}{$dep};
+    problem('CMakeLists.txt', $layerLine{$layer}, "qv_layer($layer) depends on the screen folder qv_$dep: "
+            . "screens are siblings, and only '$screensTop' joins them")
+      if $isScreen{$dep} && $layer ne $screensTop;
   }
 }
 

@@ -8,15 +8,15 @@
 #include "frame/Startup.h"
 #include "frame/StartupTimes.h"
 #include "kit/HostedUi.h"
-#include "monitor/MonitorProgram.h"
+#include "program/MonitorProgram.h"
 #include "platform/win32/Win32Platform.h"
-#include "support/ValueFiles.h"
+#include "account/ValueFiles.h"
 
 namespace {
 
 // The engine may call the monitor as soon as the window's load has started it, so the
 // one running monitor serves the progress class before the engines are even made.
-class ServingMonitorProgram : public monitor::MonitorProgram {
+class ServingMonitorProgram : public program::MonitorProgram {
  public:
   ServingMonitorProgram(frame::AppState& app, kit::Ui& ui, platform::Win32ComServer& com)
       : MonitorProgram(app, ui), com_(com) {}
@@ -55,7 +55,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
   frame::StartupTimes startupTimes(app, ProcessAgeMs());
   if (startupTimes.Enabled()) app.startupTimes = &startupTimes;
   frame::MarkStartup(app, u"entry");
-  support::SecureValueStore secure(app);
+  account::SecureValueStore secure(app);
   app.secureStore = &secure;
   // What escapes the handling of a window message or of an engine's call goes to the
   // trace; the window or the call goes on.

@@ -9,7 +9,7 @@
 #include "jobs/PluginRules.h"
 #include "jobstore/DBaction.h"
 #include "kit/MesgBox.h"
-#include "kit/MessageTable.h"
+#include "frame/MessageTable.h"
 
 namespace jobs {
 
@@ -40,9 +40,9 @@ jobstore::BackupNowOutcome PrepareBackupNow(frame::AppState& app, JobPrompts& pr
   return outcome;
 }
 
-BackupNowResult cmdBackupNow_Click(frame::AppState& app, JobPrompts& prompts,
-                                   unsigned long majorVersion) {
-  BackupNowResult result;
+BackupNowClickResult cmdBackupNow_Click(frame::AppState& app, JobPrompts& prompts,
+                                        unsigned long majorVersion) {
+  BackupNowClickResult result;
   StoreMessagesTo messages(app, prompts);
   base::Guarded(
       [&] {
@@ -57,11 +57,11 @@ BackupNowResult cmdBackupNow_Click(frame::AppState& app, JobPrompts& prompts,
             return;
         }
         if (!hasRows) {
-          prompts.Ask(kit::GetMessage(app, 4), kit::kIconInfo, kit::kButtonsOk);
+          prompts.Ask(frame::GetMessage(app, 4), kit::kIconInfo, kit::kButtonsOk);
           return;
         }
         if (frame::ReadSetting(app, u"DisableAllSchdulers") == u"1") {
-          if (prompts.Ask(kit::GetMessage(app, 6), kit::kIconQuestion, kit::kButtonsYesNo) !=
+          if (prompts.Ask(frame::GetMessage(app, 6), kit::kIconQuestion, kit::kButtonsYesNo) !=
               kit::kResultYes) {
             // Here, and only here, the jobs stay disabled and nothing is run.
             result.end = BackupNowEnd::Front;
@@ -73,7 +73,7 @@ BackupNowResult cmdBackupNow_Click(frame::AppState& app, JobPrompts& prompts,
         const jobstore::BackupNowRow* row = list.Selected();
         if (row == nullptr) throw std::out_of_range("Invalid property value");
         if (row->Name.empty()) {
-          prompts.Ask(kit::GetMessage(app, 3), kit::kIconInfo, kit::kButtonsOk);
+          prompts.Ask(frame::GetMessage(app, 3), kit::kIconInfo, kit::kButtonsOk);
           return;
         }
         store.ChosenSetName = row->Name;

@@ -30,12 +30,12 @@ enum class BackupNowEnd {
   Front,  // the screen is brought to the front and stays
   Close,  // the screen unloads
 };
-struct BackupNowResult {
+struct BackupNowClickResult {
   BackupNowEnd end = BackupNowEnd::Stay;
   bool recordAdded = false;  // an immediate record was written
 };
 // cmdBackupNow_Click in its fixed order of checks; `majorVersion` for the plug-in rule.
-BackupNowResult cmdBackupNow_Click(frame::AppState& app, JobPrompts& prompts,
-                                   unsigned long majorVersion);
+BackupNowClickResult cmdBackupNow_Click(frame::AppState& app, JobPrompts& prompts,
+                                        unsigned long majorVersion);
 
 }  // namespace jobs

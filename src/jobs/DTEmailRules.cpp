@@ -10,7 +10,7 @@
 #include "jobstore/NextRun.h"
 #include "jobstore/SystemDate.h"
 #include "kit/MesgBox.h"
-#include "kit/MessageTable.h"
+#include "frame/MessageTable.h"
 
 namespace jobs {
 
@@ -108,7 +108,7 @@ void MailClick(AppState& app, EditorChoices& c) {
 }
 
 Text CutoffQuestion(AppState& app, const Text& time) {
-  return kit::GetMessage(app, 547) + time + kit::GetMessage(app, 548);
+  return frame::GetMessage(app, 547) + time + frame::GetMessage(app, 548);
 }
 
 void CutoffClick(AppState& app, ScheduleEditor& ed, EditorChoices& c) {

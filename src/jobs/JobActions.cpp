@@ -8,7 +8,7 @@
 #include "jobs/PluginRules.h"
 #include "jobstore/DBaction.h"
 #include "kit/MesgBox.h"
-#include "kit/MessageTable.h"
+#include "frame/MessageTable.h"
 
 namespace jobs {
 
@@ -32,7 +32,7 @@ int RecordNumberOf(const Text& text) {
 }
 
 int JobActions::Ask(long code, int icon, int buttons) {
-  return prompts_.Ask(kit::GetMessage(app_, code), icon, buttons);
+  return prompts_.Ask(frame::GetMessage(app_, code), icon, buttons);
 }
 
 // The jobs are disabled: the question whether to enable them. The answer does not stop
@@ -76,10 +76,7 @@ void JobActions::EditRow() {
     return;
   }
   const Text recordNo = row->Number();
-  if (!openEditor_ || !openEditor_(recordNo))
-    frame::WriteTrace(app_,
-                      u"Pic_Edit_Click: the schedule editor screen is not part of this build "
-                      u"yet; nothing was opened.");
+  if (openEditor_) openEditor_(recordNo);
 }
 
 void JobActions::ShowSelectedRecord() {

@@ -17,9 +17,9 @@ namespace jobs {
 
 using base::Text;
 
-// Opens the schedule editor modally at the row whose "No." is `recordNo`; true when it
-// was opened. The editor is another screen's: the program fills this in.
-using OpenEditorFn = std::function<bool(const Text& recordNo)>;
+// Opens the schedule editor modally at the row whose "No." is `recordNo`. The editor is
+// another screen's: the program fills this in (empty: the edit opens nothing).
+using OpenEditorFn = std::function<void(const Text& recordNo)>;
 
 // The blocking wait of stop completely before the state word is looked at again.
 inline constexpr std::uint32_t kClearStopWaitMs = 9000;

@@ -4,7 +4,7 @@
 
 #include "frame/Settings.h"
 #include "kit/MesgBox.h"
-#include "kit/MessageTable.h"
+#include "frame/MessageTable.h"
 
 namespace jobs {
 
@@ -85,7 +85,7 @@ bool PluginRuleAllows(frame::AppState& app, JobPrompts& prompts, PluginPlace pla
   for (const char16_t* file : row.files) all = AppFileExists(app, file) && all;
   if (all) return true;
 
-  if (prompts.Ask(kit::GetMessage(app, row.messageCode), kit::kIconInfo, kit::kButtonsOk) ==
+  if (prompts.Ask(frame::GetMessage(app, row.messageCode), kit::kIconInfo, kit::kButtonsOk) ==
       kit::kResultOk)
     prompts.OpenDownload(DownloadAddress(app));
   return false;

@@ -9,7 +9,7 @@
 #include "jobstore/DBaction.h"
 #include "jobstore/SystemDate.h"
 #include "kit/MesgBox.h"
-#include "kit/MessageTable.h"
+#include "frame/MessageTable.h"
 
 namespace jobs {
 
@@ -89,7 +89,7 @@ Text QVWinErrorText(AppState& app, long code) {
                                      {106, 53}, {108, 54}, {201, 55}, {202, 56},
                                      {203, 57}, {204, 58}, {205, 59}, {206, 60}};
   for (const Entry& e : kTable)
-    if (e.code == code) return kit::GetMessage(app, e.message);
+    if (e.code == code) return frame::GetMessage(app, e.message);
   return Text();
 }
 
@@ -337,7 +337,7 @@ bool Schwiz_validate_Start4(AppState& app, ScheduleEditor& ed, EditorChoices& c,
   StoreCutoff(app, c);
 
   if (c.ChkEmailNotification && c.txtEmailEnabled && base::Trim(c.txtEmailNotification).empty()) {
-    Show(ed, kit::GetMessage(app, 9), kit::kIconWarning, kit::kButtonsOk);
+    Show(ed, frame::GetMessage(app, 9), kit::kIconWarning, kit::kButtonsOk);
     if (ed.host.focusMail) ed.host.focusMail();
     return false;
   }

@@ -7,6 +7,7 @@
 #include "kit/ToolTips.h"
 #include "jobstore/DBaction.h"
 #include "kit/WindowLook.h"
+#include "jobs/JobTips.h"
 
 namespace jobs {
 
@@ -20,14 +21,15 @@ Text Where(const Text& procedure) {
 
 }  // namespace
 
-jobstore::BackupNowOutcome ShowBackupNow(frame::AppState& app, kit::Ui& ui) {
+BackupNowResult ShowBackupNow(frame::AppState& app, kit::Ui& ui, const BackupNowArgs&) {
   UiPrompts prompts(app, ui);
-  const jobstore::BackupNowOutcome outcome = PrepareBackupNow(app, prompts);
-  if (outcome == jobstore::BackupNowOutcome::Show) {
+  BackupNowResult result{.outcome = PrepareBackupNow(app, prompts)};
+  if (result.outcome == jobstore::BackupNowOutcome::Show) {
     frmBackupNow form(app, ui);
     ui.ShowModal(form);
+    result.shown = true;
   }
-  return outcome;
+  return result;
 }
 
 frmBackupNow::frmBackupNow(frame::AppState& app, kit::Ui& ui)
@@ -49,6 +51,7 @@ frmBackupNow::frmBackupNow(frame::AppState& app, kit::Ui& ui)
   using S = frmBackupNow;
   using kit::KeyStroke;
   constexpr auto kAll = kit::PressButtons::AllButRight;
+  SetTipTexts(kJobTips);
   kit::Design(*this, ui)
       .TabOrder({&LstBackupSet, &cmdBackupNow, &cmdClose})
       .Press(cmdBackupNow, &S::cmdBackupNow_Click, kAll)
@@ -110,7 +113,8 @@ void frmBackupNow::LstBackupSet_ItemClick(kit::ListItem& item) {
 }
 
 void frmBackupNow::cmdBackupNow_Click() {
-  const BackupNowResult result = jobs::cmdBackupNow_Click(app_, prompts_, GetWinMajorVersion(app_));
+  const BackupNowClickResult result =
+      jobs::cmdBackupNow_Click(app_, prompts_, GetWinMajorVersion(app_));
   if (result.end == BackupNowEnd::Close) Unload(kit::UnloadMode::Code);
 }
 

@@ -15,7 +15,12 @@ namespace jobs {
 
 // mnuBackupNow_Click: collects the sets by the MIRROR setting and shows the screen
 // modally when there are any (otherwise the list's message, or nothing at all).
-jobstore::BackupNowOutcome ShowBackupNow(frame::AppState& app, kit::Ui& ui);
+struct BackupNowArgs {};
+struct BackupNowResult {
+  jobstore::BackupNowOutcome outcome = jobstore::BackupNowOutcome::Close;
+  bool shown = false;
+};
+BackupNowResult ShowBackupNow(frame::AppState& app, kit::Ui& ui, const BackupNowArgs& args);
 
 class frmBackupNow : public kit::Form {
  public:

@@ -9,13 +9,13 @@
 #include "jobstore/NextRun.h"
 #include "kit/Design.h"
 #include "kit/MesgBox.h"
-#include "kit/MessageTable.h"
+#include "frame/MessageTable.h"
 #include "kit/WindowLook.h"
 
 namespace jobs {
 
-bool ShowDTEmail(frame::AppState& app, kit::Ui& ui, const base::Text& recordNo) {
-  bool shown = false;
+DTEmailResult ShowDTEmail(frame::AppState& app, kit::Ui& ui, const DTEmailArgs& args) {
+  DTEmailResult result;
   base::Guarded(
       [&] {
         frmDTEmail form(app, ui);
@@ -24,12 +24,12 @@ bool ShowDTEmail(frame::AppState& app, kit::Ui& ui, const base::Text& recordNo) 
         // file, the selected job shown, then the screen.
         jobstore::DB_ReadSchdata(app, Text(), app.Jobs, false);
         LoadTempJobs(app, form.Editor());
-        form.Sch_ShowSelectedRecord(recordNo);
-        shown = true;
+        form.Sch_ShowSelectedRecord(args.recordNo);
+        result.shown = true;
         ui.ShowModal(form);
       },
       frame::TraceFailure(app, u"Error Reason :", u"in procedure Form_Load of Form frmDTEmail"));
-  return shown;
+  return result;
 }
 
 frmDTEmail::frmDTEmail(frame::AppState& app, kit::Ui& ui)
@@ -442,11 +442,11 @@ void frmDTEmail::Sch_list_lv_Delete() {
   if (!row) return;
   const Text name = row->GetText();
   if (!row->SubItem(3).empty()) {
-    Ask(kit::GetMessage(app_, base::EqualsNoCase(name, u"Restore Itemset") ? 297 : 296),
+    Ask(frame::GetMessage(app_, base::EqualsNoCase(name, u"Restore Itemset") ? 297 : 296),
         kit::kIconWarning, kit::kButtonsOk);
     return;
   }
-  if (Ask(kit::GetMessage(app_, 298), kit::kIconQuestion, kit::kButtonsYesNo) != kit::kResultYes)
+  if (Ask(frame::GetMessage(app_, 298), kit::kIconQuestion, kit::kButtonsYesNo) != kit::kResultYes)
     return;
   if (ScheduleRecord* temp = TempRow(ed_, row->SubItem(6))) temp->Days = kDeleted;
   WriteTempRows(app_, ed_);
@@ -463,7 +463,7 @@ bool frmDTEmail::ShowSelectedRecord() {
         jobstore::DB_ReadSchdata(app_, Text(), app_.Jobs, false);
         const long index = jobstore::GetIndexFromRecordNo(app_, row->SubItem(6));
         if (index == -1) {
-          Ask(kit::GetMessage(app_, 300), kit::kIconInfo, kit::kButtonsOk);
+          Ask(frame::GetMessage(app_, 300), kit::kIconInfo, kit::kButtonsOk);
           FillList();
           return;
         }
@@ -480,20 +480,20 @@ void frmDTEmail::DeleteRecord() {
   frame::WriteTrace(app_, u"Enter DeleteRecord");
   kit::ListItem* row = Sch_list_lv.SelectedItem();
   if (!row) {
-    if (Sch_list_lv.Count() > 0) Ask(kit::GetMessage(app_, 299), kit::kIconInfo, kit::kButtonsOk);
+    if (Sch_list_lv.Count() > 0) Ask(frame::GetMessage(app_, 299), kit::kIconInfo, kit::kButtonsOk);
     CheckForRecords();
     return;
   }
   const Text recordNo = row->SubItem(6);
   if (!row->SubItem(3).empty()) {
     Ask(base::EqualsNoCase(row->GetText(), kRestoreSet) ? Text(kDeleteRestoreUnderway)
-                                                        : kit::GetMessage(app_, 296),
+                                                        : frame::GetMessage(app_, 296),
         kit::kIconWarning, kit::kButtonsOk);
     return;
   }
   nextJobIndex_ = jobstore::DB_ReadSchdata(app_, Text(), app_.Jobs, false);
   FillList();
-  if (Ask(kit::GetMessage(app_, 26), kit::kIconQuestion, kit::kButtonsYesNo) == kit::kResultYes) {
+  if (Ask(frame::GetMessage(app_, 26), kit::kIconQuestion, kit::kButtonsYesNo) == kit::kResultYes) {
     // The write traces its own failure; the list is read again either way.
     static_cast<void>(jobstore::DB_DeleteRecord(app_, recordNo, app_.ScheduleFilePath));
     nextJobIndex_ = jobstore::DB_ReadSchdata(app_, Text(), app_.Jobs, false);
@@ -511,7 +511,7 @@ void frmDTEmail::Pic_Delete_Click() {
       [&] {
         kit::ListItem* row = Sch_list_lv.SelectedItem();
         if (row && row->GetText() == kAutomatedSet &&
-            Ask(kit::GetMessage(app_, 326), kit::kIconQuestion, kit::kButtonsOkCancel) !=
+            Ask(frame::GetMessage(app_, 326), kit::kIconQuestion, kit::kButtonsOkCancel) !=
                 kit::kResultOk)
           return;
         DeleteRecord();
@@ -545,7 +545,7 @@ void frmDTEmail::Pic_Sttrf_Click() {
           return;
         }
         const bool restore = row && base::EqualsNoCase(row->GetText(), kRestoreSet);
-        Ask(kit::GetMessage(app_, restore ? 330 : 329), kit::kIconInfo, kit::kButtonsOk);
+        Ask(frame::GetMessage(app_, restore ? 330 : 329), kit::kIconInfo, kit::kButtonsOk);
       },
       frame::TraceFailure(app_, u"Error Reason :",
                           u"in procedure Pic_sttrf_Click of Form SchedulerFrm"));
@@ -559,7 +559,7 @@ void frmDTEmail::StopTransfer() {
     if (Ask(kStopQuestion, kit::kIconQuestion, kit::kButtonsYesNo) == kit::kResultYes &&
         jobstore::ReadStateLine(app_, app_.ScheduleFilePath) == u"1" &&
         jobstore::SetStateWord(app_, app_.ScheduleFilePath, u"2")) {
-      Ask(kit::GetMessage(app_, 305), kit::kIconInfo, kit::kButtonsOk);
+      Ask(frame::GetMessage(app_, 305), kit::kIconInfo, kit::kButtonsOk);
       Pic_Refresh_Click();
     }
   }

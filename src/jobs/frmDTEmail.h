@@ -15,8 +15,13 @@
 namespace jobs {
 
 // Opens the editor modally on the row whose "No." is `recordNo`, as the job list does.
-// True when the screen was shown.
-bool ShowDTEmail(frame::AppState& app, kit::Ui& ui, const base::Text& recordNo);
+struct DTEmailArgs {
+  base::Text recordNo;
+};
+struct DTEmailResult {
+  bool shown = false;  // false when loading the screen failed (traced)
+};
+DTEmailResult ShowDTEmail(frame::AppState& app, kit::Ui& ui, const DTEmailArgs& args);
 
 class frmDTEmail : public kit::Form {
  public:

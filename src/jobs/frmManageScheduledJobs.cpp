@@ -6,6 +6,7 @@
 #include "kit/Design.h"
 #include "kit/ToolTips.h"
 #include "kit/WindowLook.h"
+#include "jobs/JobTips.h"
 
 namespace jobs {
 
@@ -19,10 +20,11 @@ Text Where(const Text& procedure) {
 
 }  // namespace
 
-void ShowManageScheduledJobs(frame::AppState& app, kit::Ui& ui,
-                             const ManageScheduledJobsArgs& args) {
+ManageScheduledJobsResult ShowManageScheduledJobs(frame::AppState& app, kit::Ui& ui,
+                                                  const ManageScheduledJobsArgs& args) {
   frmManageScheduledJobs form(app, ui, args.openEditor);
   ui.ShowModal(form);
+  return {.shown = true};
 }
 
 frmManageScheduledJobs::frmManageScheduledJobs(frame::AppState& app, kit::Ui& ui,
@@ -56,6 +58,7 @@ frmManageScheduledJobs::frmManageScheduledJobs(frame::AppState& app, kit::Ui& ui
   using S = frmManageScheduledJobs;
   using kit::KeyStroke;
   constexpr auto kAll = kit::PressButtons::AllButRight;
+  SetTipTexts(kJobTips);
   kit::Design(*this, ui)
       .TabOrder({&Sch_list_lv, &Pic_Edit, &Pic_Delete, &Pic_Imme, &Pic_Sttrf, &Pic_Stcomp,
                  &Pic_Refresh, &SchcmdClose, &Sch_Help, &Sch_Close})

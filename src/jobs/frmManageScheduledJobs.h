@@ -15,13 +15,16 @@
 
 namespace jobs {
 
-// What the monitor hands to the screen: the editor, which is another screen's.
+// What the program hands to the screen: the editor, which is another screen's.
 struct ManageScheduledJobsArgs {
   OpenEditorFn openEditor;
 };
+struct ManageScheduledJobsResult {
+  bool shown = false;
+};
 // Opens the screen modally; returns once it is closed.
-void ShowManageScheduledJobs(frame::AppState& app, kit::Ui& ui,
-                             const ManageScheduledJobsArgs& args);
+ManageScheduledJobsResult ShowManageScheduledJobs(frame::AppState& app, kit::Ui& ui,
+                                                  const ManageScheduledJobsArgs& args);
 
 inline constexpr unsigned kJobListRefreshMs = 60000;
 inline constexpr char16_t kJobListHelpTopic[] =

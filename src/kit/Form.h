@@ -9,6 +9,7 @@
 
 #include "kit/Control.h"
 #include "kit/Keys.h"
+#include "kit/TipTable.h"
 
 namespace kit {
 
@@ -149,6 +150,11 @@ class Form : public Control {
   bool ShowWithoutActivation() const { return showNoActivate_; }
   void SetShowWithoutActivation(bool v);
 
+  // The balloon tip texts of the form's controls (see kit::Design::Tips): the table of
+  // the screen's folder.
+  TipTable TipTexts() const { return tipTexts_; }
+  void SetTipTexts(TipTable table) { tipTexts_ = table; }
+
   const std::optional<RoundRegion>& Region() const { return region_; }
   void SetRegion(const std::optional<RoundRegion>& region);
 
@@ -224,6 +230,7 @@ class Form : public Control {
   bool frameless_ = false;
   Text keptCaption_;
   std::optional<RoundRegion> region_;
+  TipTable tipTexts_;
   bool topMost_ = false;
   bool showNoActivate_ = false;
   std::vector<KeyRule> keyRules_;

@@ -5,85 +5,11 @@
 
 namespace kit {
 
-namespace {
-
-struct TipEntry {
-  const char16_t* key;
-  const char16_t* text;
-};
-
-// The names are looked up as they stand, also those of controls that have since
-// been renamed or removed.
-constexpr TipEntry kTips[] = {
-    {u"frmQVWinService.btnLogFile", u"<br>View details of scheduled jobs<br>"},
-    {u"frmQVWinService.btnRefresh", u"<br>Update the service status and the log entries<br>"},
-    {u"frmQVWinService.btnStopTransfer",
-     u"<br>Immediately stop the backup or restore <br>operation that is underway<br>"},
-    {u"frmQVWinService.btnClose", u"QVMonitor will continue to <br>run in the system tray.<br>"},
-    {u"frmQVWinService.cmdDetails", u"<br>View the 20 most recent Session logs.<br>"},
-    {u"frmBackupNow.cmdBackupNow",
-     u"<br>Initiate an immediate scheduled backup for the <br>selected Backup set, without logging "
-     u"into <br>the application<br>"},
-    {u"frmBackupNow.cmdClose", u"<br>Exit this screen<br>"},
-    {u"frmUpdatePassword.cmdUpdate", u"<br>Apply the updated password<br>"},
-    {u"frmUpdatePassword.cmdClear", u"<br>Clear the data entered<br>"},
-    {u"frmManageScheduledJobs.Pic_Edit",
-     u"<br>Edit a backup or restore job (only exception <br>is when it is indicated as 'In "
-     u"Progress')<br>"},
-    {u"frmManageScheduledJobs.Pic_Delete",
-     u"<br>Delete a backup or restore job (only exception <br>is when it is indicated as 'In "
-     u"Progress')<br>"},
-    {u"frmManageScheduledJobs.Pic_Imme",
-     u"<br>Start an immediate backup or restore of the selected job<br>"},
-    {u"frmManageScheduledJobs.Pic_Refresh", u"<br>View an updated list of your scheduled jobs<br>"},
-    {u"frmManageScheduledJobs.Pic_Sttrf", u"<br>Stop the backup or restore job <br>"},
-    {u"frmDTEmail.Sch_Start4_Cancel", u"<br>Exit this screen<br>"},
-    {u"frmDTEmail.Sch_Start4_Next", u"<br>Save the information and <br>parameters provided<br>"},
-    {u"frmDTEmail.Sch_Start4_Help", u"<br>Access the Help Guide<br>"},
-    {u"bkupjobnotify.viewbkuplog",
-     u"<br>View the log of the scheduled <br>backup /restore jobs<br>"},
-    {u"bkupjobnotify.cancel", u"<br>Exit this screen<br>"},
-    {u"frmDTEmail.cmdmailadd",
-     u"<br>Provide additional email addresses on which <br>you want to receive the "
-     u"notifications<br>"},
-    {u"frmUpdatePassword.cmdClose", u"<br>Exit this screen<br>"},
-    {u"frmManageScheduledJobs.SchcmdClose", u"<br>Exit this screen<br>"},
-    {u"frmDTEmail.Pic_Delete",
-     u"<br>Delete the selected backup / restore job unless <br>its status indicates 'In "
-     u"Progress'<br>"},
-    {u"frmDTEmail.Pic_Refresh", u"<br>Update the scheduled job list<br>"},
-    {u"frmDTEmail.Pic_Sttrf",
-     u"<br>Stop the backup / restore job <br>with the status 'In Progress'<br>"},
-    {u"frmQVWinService.chkbandwidth",
-     u"<br>Auto Pause option makes intelligent guesses on <br>pausing backup to enable optimum "
-     u"<br>desktop experience during user activity <br>"},
-    {u"frmErrorReport.cmdSend", u"<br>Email your query or feedback on the application <br>"},
-    {u"frmErrorReport.cmdExit", u"<br>Exit the screen<br>"},
-    {u"frmSessionLog.chkSelectAll",
-     u"<br>Select all the backup and restore <br>session log entries <br>"},
-    {u"frmSessionLog.cmdView",
-     u"<br>View the log file of the selected <br>backup or restore session <br>"},
-    {u"frmSessionLog.cmdDelete",
-     u"<br>Delete the log file of the selected backup <br>or restore session<br>"},
-    {u"frmSessionLog.cmdCloseSessionLog", u"<br>Exit this screen<br>"},
-};
-
-}  // namespace
-
-Text GetToolTipText(TextView key) {
-  for (const TipEntry& e : kTips) {
+Text FindTipText(TipTable table, TextView key) {
+  for (const TipText& e : table) {
     if (base::EqualsNoCase(e.key, key)) return e.text;
   }
   return Text();
-}
-
-const std::vector<Text>& ToolTipKeys() {
-  static const std::vector<Text> keys = [] {
-    std::vector<Text> k;
-    for (const TipEntry& e : kTips) k.emplace_back(e.key);
-    return k;
-  }();
-  return keys;
 }
 
 Text CutTipText(TextView text) {
@@ -191,7 +117,7 @@ void TipService::ButtonMouseUp(const Control& control, int button) {
       control.Container()->Kind() == ControlKind::PictureButton) {
     tool = control.Container();
   }
-  ShowTip(button, GetToolTipText(KeyFor(control)), *tool);
+  ShowTip(button, FindTipText(tool->Owner().TipTexts(), KeyFor(control)), *tool);
 }
 
 }  // namespace kit

@@ -9,13 +9,9 @@
 #include <vector>
 
 #include "kit/Control.h"
+#include "kit/TipTable.h"
 
 namespace kit {
-
-// The table of tip texts by "form.control", without regard to case; "" when absent.
-Text GetToolTipText(TextView key);
-// Every key of the table, in its order.
-const std::vector<Text>& ToolTipKeys();
 
 // What a tip shows of a table text: its first four and its last four units dropped
 // (the "<br>" marks all but one of the texts start and end with; that one loses four

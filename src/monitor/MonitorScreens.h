@@ -1,9 +1,10 @@
 #pragma once
 // What the monitor window hands to the screens and notices of the other folders:
 // three steps of the tick and the screens its menus open. The window only knows this
-// interface; monitor::ProgramScreens is its one implementation in the program, and
-// the only caller of the screens' own calls (each modal screen has one call with its
-// arguments and its result, in its folder). Tests put a recording one in its place.
+// interface; program::ProgramScreens, in the one folder above all screens, is its one
+// implementation in the program and the only caller of the screens' own calls (each
+// modal screen has one call with its arguments and its result, in its folder). Tests
+// put a recording one in its place.
 namespace monitor {
 
 class MonitorScreens {
@@ -17,14 +18,13 @@ class MonitorScreens {
   // Tick step 21: the missed-backup and failure notice.
   virtual void CheckMissedBackup() = 0;
 
-  // The screens of the menus. Each answers whether it opened a screen; the window
-  // writes to the trace when one did not.
-  virtual bool OpenBackupNow() = 0;            // mnuBackupNow
-  virtual bool OpenUpdatePassword() = 0;       // mnuChangePassword
-  virtual bool OpenManageScheduledJobs() = 0;  // mnuManSchJob
-  virtual bool OpenErrorReport() = 0;          // mnusenderrorreport, mnusenderrorrpt
-  virtual bool OpenAbout() = 0;                // AboutMenu
-  virtual bool OpenSessionLog() = 0;           // mnuviewlog, and the job-end notice's View Log
+  // The screens of the menus.
+  virtual void OpenBackupNow() = 0;            // mnuBackupNow
+  virtual void OpenUpdatePassword() = 0;       // mnuChangePassword
+  virtual void OpenManageScheduledJobs() = 0;  // mnuManSchJob
+  virtual void OpenErrorReport() = 0;          // mnusenderrorreport, mnusenderrorrpt
+  virtual void OpenAbout() = 0;                // AboutMenu
+  virtual void OpenSessionLog() = 0;           // mnuviewlog, and the job-end notice's View Log
 };
 
 }  // namespace monitor

@@ -131,25 +131,25 @@ void frmQVWinService::mnuLaunch_Click() {
 }
 
 void frmQVWinService::mnuBackupNow_Click() {
-  if (!screens_->OpenBackupNow()) NotAvailable(u"mnuBackupNow", u"Backup Now");
+  if (screens_) screens_->OpenBackupNow();
 }
 
 void frmQVWinService::mnuChangePassword_Click() {
   if (base::IsBlank(app_.UserName)) return;
-  if (!screens_->OpenUpdatePassword()) NotAvailable(u"mnuChangePassword", u"Update Password");
+  if (screens_) screens_->OpenUpdatePassword();
 }
 
 void frmQVWinService::mnuManSchJob_Click() {
   app_.Store.BackupNowMode = false;
-  if (!screens_->OpenManageScheduledJobs()) NotAvailable(u"mnuManSchJob", u"Manage Scheduled Jobs");
+  if (screens_) screens_->OpenManageScheduledJobs();
 }
 
 void frmQVWinService::mnuviewlog_Click() {
-  if (!screens_->OpenSessionLog()) NotAvailable(u"mnuviewlog", u"Session Log");
+  if (screens_) screens_->OpenSessionLog();
 }
 
 void frmQVWinService::SendErrorReport_Click() {
-  if (!screens_->OpenErrorReport()) NotAvailable(u"Send Error Report", u"Feedback Report");
+  if (screens_) screens_->OpenErrorReport();
 }
 
 void frmQVWinService::LocalHelpMenu_Click() { kit::ShowHelpFile(app_, *this, kMainWindowTopic); }
@@ -161,7 +161,7 @@ void frmQVWinService::WebsiteMenu_Click() {
 
 void frmQVWinService::AboutMenu_Click() {
   if (app_.platform.sound != nullptr) app_.platform.sound->PlayAlias(u"SystemStart");
-  if (!screens_->OpenAbout()) NotAvailable(u"AboutMenu", u"About");
+  if (screens_) screens_->OpenAbout();
 }
 
 void frmQVWinService::StartAuto_Click() {

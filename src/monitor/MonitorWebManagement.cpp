@@ -5,7 +5,7 @@
 #include "frame/Logs.h"
 #include "frame/Settings.h"
 #include "kit/MesgBox.h"
-#include "kit/MessageTable.h"
+#include "frame/MessageTable.h"
 #include "monitor/WebHelperAnswer.h"
 #include "monitor/frmQVWinService.h"
 
@@ -89,7 +89,7 @@ void frmQVWinService::WebManagementTick() {
     case HelperAnswer::Refused: {
       // The refusal that a click passes over in silence is logged here all the same.
       turnOff();
-      const Text text = kit::GetMessage(app_, kTextAccountClosed);
+      const Text text = frame::GetMessage(app_, kTextAccountClosed);
       frame::WriteTrace(app_, text);
       frame::WriteActivityLog(app_, text, frame::kError);
       break;
@@ -98,7 +98,7 @@ void frmQVWinService::WebManagementTick() {
       if (TellLoginFailure(frame::ReadSetting(app_, u"WebMessage"))) {
         turnOff();
         Ask(kTextLoginFailed, kit::kIconError, kit::kButtonsOk);
-        const Text text = kit::GetMessage(app_, kTextLoginFailed);
+        const Text text = frame::GetMessage(app_, kTextLoginFailed);
         frame::WriteActivityLog(app_, text, frame::kError);
         frame::WriteTrace(app_, text);
       }

@@ -15,10 +15,11 @@
 #include "kit/Branding.h"
 #include "kit/Design.h"
 #include "kit/MesgBox.h"
-#include "kit/MessageTable.h"
+#include "frame/MessageTable.h"
 #include "kit/ToolTips.h"
 #include "kit/WindowLook.h"
 #include "monitor/PaneText.h"
+#include "monitor/MonitorTips.h"
 
 namespace monitor {
 
@@ -53,10 +54,7 @@ frmQVWinService::frmQVWinService(frame::AppState& app, kit::Ui& ui, MonitorScree
     : Form(u"frmQVWinService", {1200, 1200, 7440, 4860}, u"Corvane for Windows Monitor"),
       app_(app),
       ui_(ui),
-      ownScreens_(screens ? nullptr
-                          : std::make_unique<ProgramScreens>(
-                                app, ui, [this] { return txtRsyncFileName1.FontSize(); })),
-      screens_(screens ? screens : ownScreens_.get()),
+      screens_(screens),
       tray_(app.platform.ui) {
   SetFrameFlags(true, true, false);
   Label1.SetFontSize(9.75);
@@ -108,6 +106,7 @@ void frmQVWinService::BindEvents() {
   // The tray light says its state in words too; the knob is moved by the arrows.
   TrafficLights1.SetRole(kit::Role::Indicator);
   PictSliderKnob1.SetRole(kit::Role::Slider);
+  SetTipTexts(kMonitorTips);
   kit::Design(*this, ui_)
       .TabOrder({&pic_Status, &cmdDetails, &StartAuto, &btnRefresh, &btnLogFile, &btnStopTransfer,
                  &chkbandwidth, &PictSliderKnob1, &lstLog, &Picture1, &btnClose})
@@ -175,12 +174,7 @@ void frmQVWinService::Sleep(std::uint32_t ms) {
 }
 
 int frmQVWinService::Ask(long code, int icon, int buttons) {
-  return ui_.MessageBox(kit::GetMessage(app_, code), icon, buttons, app_.AppTitle);
-}
-
-void frmQVWinService::NotAvailable(const Text& item, const Text& screen) {
-  frame::WriteTrace(app_, item + u": the " + screen +
-                              u" screen is not part of this build yet; nothing was opened.");
+  return ui_.MessageBox(frame::GetMessage(app_, code), icon, buttons, app_.AppTitle);
 }
 
 // ---- Load ---------------------------------------------------------------------------
@@ -369,10 +363,14 @@ void frmQVWinService::Progress_Timer() {
           if ((frame::EngineIsService(app_) == 1 || app_.TransferSeen) && Visible())
             ShowLogInWindow();
         });
-        base::IgnoreFailure([&] { screens_->senddesktopnotify(); });  // 17
-        base::IgnoreFailure([&] { screens_->Dialupdisconnect(); });   // 18
-        Indicate_ServiceStatus();                                     // 19
-        base::IgnoreFailure([&] {                                     // 20
+        base::IgnoreFailure([&] {
+          if (screens_) screens_->senddesktopnotify();
+        });  // 17
+        base::IgnoreFailure([&] {
+          if (screens_) screens_->Dialupdisconnect();
+        });                        // 18
+        Indicate_ServiceStatus();  // 19
+        base::IgnoreFailure([&] {  // 20
           if (!app_.StopSeen) return;
           if (StatusTabSelected()) {
             pic_Status.SetPictureKey(kTabStatusSelected);
@@ -383,8 +381,10 @@ void frmQVWinService::Progress_Timer() {
           app_.TransferSeen = false;
         });
         base::IgnoreFailure([&] { UpdateTrayTip(); });
-        base::IgnoreFailure([&] { screens_->CheckMissedBackup(); });  // 21
-        base::IgnoreFailure([&] {                                     // 22
+        base::IgnoreFailure([&] {
+          if (screens_) screens_->CheckMissedBackup();
+        });                        // 21
+        base::IgnoreFailure([&] {  // 22
           const bool liveFile = t.dFileSize != 0 && t.iFileProg != 0 && !t.sFileName.empty();
           if (app_.PaneFlag == u"1" && !liveFile) {
             pic_Status_Click();

@@ -21,7 +21,6 @@
 #include "monitor/LogView.h"
 #include "monitor/MonitorPictures.h"
 #include "monitor/MonitorScreens.h"
-#include "monitor/ProgramScreens.h"
 #include "monitor/StatusLook.h"
 #include "monitor/TrayIcon.h"
 
@@ -47,7 +46,8 @@ inline constexpr char16_t kDisableAllJobs[] = u"Disable all the Scheduled jobs";
 
 class frmQVWinService : public kit::Form {
  public:
-  // `screens` are the other folders' parts (the program's own when null).
+  // `screens` are the other folders' screens behind the menus and the tick (the
+  // program's ProgramScreens); null for the window alone, whose items then open nothing.
   frmQVWinService(frame::AppState& app, kit::Ui& ui, MonitorScreens* screens = nullptr);
   ~frmQVWinService() override;
 
@@ -251,13 +251,11 @@ class frmQVWinService : public kit::Form {
   Text ReadLimit(const Text& key);
   void Shutdown(bool killDailyTimer);
   void Sleep(std::uint32_t ms);
-  void NotAvailable(const Text& item, const Text& screen);
   int Ask(long code, int icon, int buttons);
 
   frame::AppState& app_;
   kit::Ui& ui_;
-  std::unique_ptr<ProgramScreens> ownScreens_;  // when the caller gave none
-  MonitorScreens* screens_;
+  MonitorScreens* screens_;  // null: the window alone, its items open nothing
   TrayIcon tray_;
   std::function<void(unsigned)> terminate_;
   std::function<platform::UiHandle()> windowHandle_;

@@ -18,8 +18,8 @@ class frmBKErrNotify;
 class Dialupdisconnect;
 
 struct NoticeHooks {
-  std::function<bool()> openSessionLog;   // View Log of the job-end notification
-  std::function<bool()> openErrorReport;  // the missed-backup notice's link
+  std::function<void()> openSessionLog;   // View Log of the job-end notification
+  std::function<void()> openErrorReport;  // the missed-backup notice's link
   // The font size of the monitor window's file-name label, which the job-end
   // notification's names are measured in (0: the standard size).
   std::function<double()> monitorLabelFontSize;

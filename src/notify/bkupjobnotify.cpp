@@ -7,6 +7,7 @@
 #include "kit/WindowLook.h"
 #include "notify/NextJob.h"
 #include "notify/NoticeLook.h"
+#include "notify/NoticeTips.h"
 
 namespace notify {
 
@@ -17,7 +18,7 @@ constexpr char16_t kHelpTopic[] = u"QVWINHelp.chm::/Corvane_Tray_Icon/Using_Tray
 }  // namespace
 
 bkupjobnotify::bkupjobnotify(frame::AppState& app, kit::Ui& ui, const KeptNames& names,
-                             std::function<bool()> openSessionLog,
+                             std::function<void()> openSessionLog,
                              std::function<double()> monitorLabelFontSize)
     : Form(u"bkupjobnotify", {0, 0, 6750, 4050}, u"Desktop notification"),
       app_(app),
@@ -41,6 +42,7 @@ bkupjobnotify::bkupjobnotify(frame::AppState& app, kit::Ui& ui, const KeptNames&
   for (kit::DatePicker* d : {&DTPcurrent, &DTPNextTrf, &DTPicker}) d->SetVisible(false);
 
   using S = bkupjobnotify;
+  SetTipTexts(kNoticeTips);
   kit::Design(*this, ui)
       .TabOrder({&viewbkuplog, &cancel, &Picture1, &Picture2})
       .Press(viewbkuplog, &S::viewbkuplog_Click)
@@ -138,8 +140,7 @@ void bkupjobnotify::viewbkuplog_Click() {
   // The Session Log opens in front of the notice, which stays open behind it: the
   // notice gives up its place above the other windows until the next job's end.
   SetTopMost(false);
-  if (!openSessionLog_ || !openSessionLog_())
-    frame::WriteTrace(app_, u"View Log: the Session Log screen is not part of this build yet");
+  if (openSessionLog_) openSessionLog_();
 }
 
 void bkupjobnotify::cancel_Click() {

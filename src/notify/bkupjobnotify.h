@@ -18,9 +18,9 @@ class bkupjobnotify : public kit::Form {
  public:
   // `names` hold the account kept for the life of the process (the set is the
   // process's CurrentLogName); `openSessionLog`
-  // opens the Session Log screen (false when it could not).
+  // opens the Session Log screen.
   bkupjobnotify(frame::AppState& app, kit::Ui& ui, const KeptNames& names,
-                std::function<bool()> openSessionLog,
+                std::function<void()> openSessionLog,
                 std::function<double()> monitorLabelFontSize = {});
 
   void viewbkuplog_Click();
@@ -78,7 +78,7 @@ class bkupjobnotify : public kit::Form {
   frame::AppState& app_;
   kit::Ui& ui_;
   const KeptNames& names_;
-  std::function<bool()> openSessionLog_;
+  std::function<void()> openSessionLog_;
   std::function<double()> monitorLabelFontSize_;
 };
 

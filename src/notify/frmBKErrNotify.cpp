@@ -6,6 +6,7 @@
 #include "kit/WindowLook.h"
 #include "notify/MissedBackup.h"
 #include "notify/NoticeLook.h"
+#include "notify/NoticeTips.h"
 
 namespace notify {
 
@@ -17,7 +18,7 @@ constexpr kit::Color kLinkColor = 0x00C06000;  // a link's blue
 }  // namespace
 
 frmBKErrNotify::frmBKErrNotify(frame::AppState& app, kit::Ui& ui,
-                               std::function<bool()> openErrorReport)
+                               std::function<void()> openErrorReport)
     : Form(u"frmBKErrNotify", {0, 0, 5400, 2850}, u"Scheduled job status"),
       app_(app),
       ui_(ui),
@@ -78,8 +79,7 @@ void frmBKErrNotify::cancel_Click() { Unload(); }
 
 void frmBKErrNotify::lblLink_Click() {
   Unload();
-  if (!openErrorReport_ || !openErrorReport_())
-    frame::WriteTrace(app_, u"Error report: the feedback report is not part of this build yet");
+  if (openErrorReport_) openErrorReport_();
 }
 
 void frmBKErrNotify::Picture1_Click() { kit::ShowHelpFile(app_, *this, kHelpTopic); }

@@ -17,8 +17,8 @@ using base::Text;
 
 class frmBKErrNotify : public kit::Form {
  public:
-  // `openErrorReport` opens the feedback report (false when it could not).
-  frmBKErrNotify(frame::AppState& app, kit::Ui& ui, std::function<bool()> openErrorReport);
+  // `openErrorReport` opens the feedback report.
+  frmBKErrNotify(frame::AppState& app, kit::Ui& ui, std::function<void()> openErrorReport);
 
   void cancel_Click();
   void lblLink_Click();
@@ -45,7 +45,7 @@ class frmBKErrNotify : public kit::Form {
  private:
   frame::AppState& app_;
   kit::Ui& ui_;
-  std::function<bool()> openErrorReport_;
+  std::function<void()> openErrorReport_;
 };
 
 }  // namespace notify

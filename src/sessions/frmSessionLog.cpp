@@ -7,6 +7,7 @@
 #include "kit/Design.h"
 #include "kit/MesgBox.h"
 #include "kit/WindowLook.h"
+#include "sessions/SessionLogTips.h"
 
 namespace sessions {
 
@@ -48,6 +49,7 @@ frmSessionLog::frmSessionLog(frame::AppState& app, kit::Ui& ui, SessionFilter fi
   imgTitleinfo.SetCaption(u"Session logs");
 
   using S = frmSessionLog;
+  SetTipTexts(kSessionLogTips);
   kit::Design(*this, ui)
       .TabOrder({&LstSessionLogView, &chkSelectAll, &lblBack, &lblNext, &cmdView, &cmdDelete,
                  &cmdCloseSessionLog, &lblHelp, &lblClose})

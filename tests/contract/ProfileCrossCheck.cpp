@@ -13,7 +13,7 @@
 #include "platform/portable/PortableProfile.h"
 #include "platform/win32/Win32FileSystem.h"
 #include "platform/win32/Win32Profile.h"
-#include "support/TempDir.h"
+#include "testkit/TempDir.h"
 
 namespace contract {
 namespace {

@@ -8,7 +8,7 @@
 #include "platform/fake/FakeServices.h"
 #include "platform/portable/PortableFileSystem.h"
 #include "platform/portable/PortableProfile.h"
-#include "support/TempDir.h"
+#include "testkit/TempDir.h"
 
 #if QV_HAVE_WIN32
 #include "platform/win32/Win32FileSystem.h"

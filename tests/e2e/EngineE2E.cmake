@@ -7,7 +7,7 @@ add_dependencies(e2e_engine qv_sim_background qv_sim_service)
 
 # The monitor window beside the simulated engine and the web helper's stand-in.
 qv_e2e_test(e2e_monitor MonitorWindowTest.cpp)
-target_link_libraries(e2e_monitor PRIVATE qv_support qv_frame qv_platform_win32)
+target_link_libraries(e2e_monitor PRIVATE qv_account qv_frame qv_platform_win32)
 add_dependencies(e2e_monitor qv_sim_background qv_sim_service)
 if(TARGET qv_web_standin)
   add_dependencies(e2e_monitor qv_web_standin)

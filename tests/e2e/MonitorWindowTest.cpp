@@ -12,7 +12,7 @@
 #include "frame/AppState.h"
 #include "frame/Settings.h"
 #include "platform/win32/Win32Platform.h"
-#include "support/ValueFiles.h"
+#include "account/ValueFiles.h"
 
 namespace e2e {
 namespace {
@@ -125,7 +125,7 @@ class MonitorWindowTest : public EngineMonitorTest {
     frame::AppState app(win32.Get());
     const std::wstring root = Folder().Root().wstring();
     app.ProgramFolder = app.DataRoot = base::Text(reinterpret_cast<const char16_t*>(root.c_str()));
-    support::SecureValueStore secure(app);
+    account::SecureValueStore secure(app);
     app.secureStore = &secure;
     frame::WriteSetting(app, u"UserName", u"jsmith");
     frame::WriteSetting(app, u"jsmith", u"s3cret", true);

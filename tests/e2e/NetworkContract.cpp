@@ -9,15 +9,15 @@
 #include <sstream>
 
 #include "frame/Settings.h"
-#include "kit/MessageTable.h"
+#include "frame/MessageTable.h"
 #include "kit/ScriptedUi.h"
 #include "platform/portable/HttpRules.h"
 #include "platform/win32/Win32Network.h"
-#include "support/AccountService.h"
-#include "support/FeedbackReport.h"
-#include "support/FrameFixture.h"
-#include "support/UpdatePasswordRules.h"
-#include "support/ValueFiles.h"
+#include "account/AccountService.h"
+#include "account/FeedbackReport.h"
+#include "testkit/FrameFixture.h"
+#include "account/UpdatePasswordRules.h"
+#include "account/ValueFiles.h"
 
 using base::Text;
 
@@ -147,30 +147,30 @@ class AccountOverTls : public ::testing::Test, public testkit::FrameFixture {
                                    {u"Docs\u0008C:\\docs", u"Mail\u0008C:\\mail"});
   }
   platform::Win32NetworkObjects net;
-  support::SecureValueStore secure;
+  account::SecureValueStore secure;
   kit::ScriptedUi ui;
 };
 
 TEST_F(AccountOverTls, StatusCodesFromTheService) {
-  EXPECT_EQ(support::CheckAccountStatus(app, u"gone", u"pw"), 1);
-  EXPECT_EQ(support::CheckAccountStatus(app, u"lapsed", u"pw"), 2);
-  EXPECT_EQ(support::CheckAccountStatus(app, u"oneword", u"pw"), 3);
-  EXPECT_EQ(support::CheckAccountStatus(app, u"silent", u"pw"), 0);
-  EXPECT_EQ(support::CheckAccountStatus(app, u"goodone", u"pw"), 3);
+  EXPECT_EQ(account::CheckAccountStatus(app, u"gone", u"pw"), 1);
+  EXPECT_EQ(account::CheckAccountStatus(app, u"lapsed", u"pw"), 2);
+  EXPECT_EQ(account::CheckAccountStatus(app, u"oneword", u"pw"), 3);
+  EXPECT_EQ(account::CheckAccountStatus(app, u"silent", u"pw"), 0);
+  EXPECT_EQ(account::CheckAccountStatus(app, u"goodone", u"pw"), 3);
 }
 
 TEST_F(AccountOverTls, GoodAccountStoresTheCutPasswordAndRefusalsSayWhy) {
   ui.Queue({kit::ScriptedUi::Answer::Yes(), kit::ScriptedUi::Answer::Ok()});
-  EXPECT_EQ(support::ApplyPassword(app, ui, u"goodone", u"Right#Pass1234567", {}),
-            support::ApplyOutcome::Updated);
+  EXPECT_EQ(account::ApplyPassword(app, ui, u"goodone", u"Right#Pass1234567", {}),
+            account::ApplyOutcome::Updated);
   EXPECT_EQ(frame::ReadSetting(app, u"UserName"), u"goodone");
   EXPECT_TRUE(fake.fs.FileExists(Common(u"goodone\\goodone.txt")));
   EXPECT_EQ(frame::ReadSetting(app, u"goodone", true), u"Right#Pass123456");
 
   ui.Queue({kit::ScriptedUi::Answer::Yes(), kit::ScriptedUi::Answer::Ok(),
             kit::ScriptedUi::Answer::Yes(), kit::ScriptedUi::Answer::Ok()});
-  EXPECT_EQ(support::ApplyPassword(app, ui, u"gone", u"pw", {}), support::ApplyOutcome::Refused);
-  EXPECT_EQ(support::ApplyPassword(app, ui, u"lapsed", u"pw", {}), support::ApplyOutcome::Refused);
+  EXPECT_EQ(account::ApplyPassword(app, ui, u"gone", u"pw", {}), account::ApplyOutcome::Refused);
+  EXPECT_EQ(account::ApplyPassword(app, ui, u"lapsed", u"pw", {}), account::ApplyOutcome::Refused);
   ASSERT_EQ(ui.Questions().size(), 6u);
   EXPECT_EQ(ui.Questions()[3].text,
             u"Unable to connect to Corvane. Reason : account 'gone' has been canceled.");
@@ -186,9 +186,9 @@ TEST_F(AccountOverTls, FeedbackReportArrivesWithTheTailsInOrderAndNoPassword) {
   lines.push_back(u"typed Right#Pass123456 into the wrong box");
   platform::TextFile::WriteLines(fake.fs, Common(u"QVWServiceLog.txt"), lines);
   platform::TextFile::WriteLines(fake.fs, Common(u"TraceFile.txt"), {u"trace a", u"trace b"});
-  support::ReportFields fields{u"goodone", u"me@example.com", u"",
+  account::ReportFields fields{u"goodone", u"me@example.com", u"",
                                u"Corvane for Windows user feedback", u"first line\r\nsecond line"};
-  EXPECT_EQ(support::SendReport(app, ui, fields, {}), support::SendOutcome::Sent);
+  EXPECT_EQ(account::SendReport(app, ui, fields, {}), account::SendOutcome::Sent);
   const std::string spool = Env("QV_SPOOL");
   int n = 1;
   while (!ReadFile(spool + "\\report-" + std::to_string(n + 1) + "\\body.txt").empty()) ++n;

@@ -19,10 +19,10 @@
 #include "frame/Startup.h"
 #include "kit/FormHost.h"
 #include "kit/HostedUi.h"
-#include "monitor/MonitorProgram.h"
+#include "program/MonitorProgram.h"
 #include "platform/TextFile.h"
 #include "platform/fake/FakePlatform.h"
-#include "support/ValueFiles.h"
+#include "account/ValueFiles.h"
 
 namespace fault {
 
@@ -88,9 +88,9 @@ struct Process {
     app.secureStore = &secure;
   }
   frame::AppState app;
-  support::SecureValueStore secure;
+  account::SecureValueStore secure;
   kit::HostedUi ui;
-  monitor::MonitorProgram program;
+  program::MonitorProgram program;
   engine::MonitorCallback callback;
 };
 
@@ -573,7 +573,7 @@ void Soak::CheckSchedule() {
 void Soak::CheckPassword() {
   const std::string wide = Bytes16(password_);
   const std::string narrow = base::ToUtf8(password_);
-  const Text store = support::ValueFilePath(process_->app, kUser, support::ValueKind::Password);
+  const Text store = account::ValueFilePath(process_->app, kUser, account::ValueKind::Password);
   std::vector<Text> folders{u"C:"};
   while (!folders.empty()) {
     const Text folder = folders.back();

@@ -9,7 +9,7 @@
 
 #include "base/Text.h"
 #include "platform/portable/HttpRules.h"
-#include "support/AccountService.h"
+#include "account/AccountService.h"
 
 #define Check(condition)                                                                         \
   do {                                                                                           \
@@ -22,7 +22,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const base::Text text =
       base::FromUtf8(std::string_view(reinterpret_cast<const char*>(data), size));
-  const int code = support::ClassifyAccountReply(text);
+  const int code = account::ClassifyAccountReply(text);
   Check(code >= 0 && code <= 3);
   Check((code == 0) == text.empty());
 

@@ -13,7 +13,7 @@
 #include "jobstore/BackupSets.h"
 #include "jobstore/DBaction.h"
 #include "platform/TextFile.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 namespace {
 

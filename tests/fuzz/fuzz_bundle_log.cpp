@@ -8,7 +8,7 @@
 
 #include "frame/AppState.h"
 #include "platform/fake/FakePlatform.h"
-#include "support/FeedbackReport.h"
+#include "account/FeedbackReport.h"
 
 #define Check(condition)                                                                      \
   do {                                                                                        \
@@ -29,11 +29,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (bool plain : {false, true}) {
     fake.fs.WriteAll(u"C:\\QV\\QVCOMMON\\TraceLdb.txt", bytes);
     const base::Text tail =
-        support::BundleLogFile(app, *http, u"TraceLdb.txt", false, plain, [] {});
+        account::BundleLogFile(app, *http, u"TraceLdb.txt", false, plain, [] {});
     Check(!fake.fs.FileExists(u"C:\\QV\\QVCOMMON\\TmpLogAttach.txt"));
     // The temporary file counts bytes of UTF-16 (2 a unit) or of single bytes; the
     // walk stops on the line that reaches the limit.
-    Check(tail.size() <= support::kLogTailLimit + size + 2);
+    Check(tail.size() <= account::kLogTailLimit + size + 2);
     Check(tail.empty() || tail.back() == u'\n');
   }
   return 0;

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "jobstore/BackupSets.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 namespace {
 

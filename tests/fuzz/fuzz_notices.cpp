@@ -14,7 +14,7 @@
 #include "kit/ScriptedUi.h"
 #include "notify/Notices.h"
 #include "notify/Requests.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 #define Check(condition)                                                                   \
   do {                                                                                     \

@@ -15,7 +15,7 @@
 #include "platform/fake/FakePlatform.h"
 #include "sessions/SessionFiles.h"
 #include "sessions/SessionPager.h"
-#include "support/SessionInsertion.h"
+#include "testkit/SessionInsertion.h"
 
 namespace {
 

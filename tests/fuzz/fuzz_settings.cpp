@@ -20,9 +20,9 @@
 #include "monitor/BandwidthRules.h"
 #include "monitor/WebHelperAnswer.h"
 #include "notify/NextJob.h"
-#include "support/AccountService.h"
-#include "support/FrameFixture.h"
-#include "support/ValueFiles.h"
+#include "account/AccountService.h"
+#include "testkit/FrameFixture.h"
+#include "account/ValueFiles.h"
 
 namespace {
 
@@ -72,7 +72,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fs.PutFile(fx.Common(u"alice\\qvwinserver.ini"), parts[2]);
   fs.PutFile(fx.Common(u"AutoPause.ini"), parts[3]);
   fs.PutFile(fx.Common(u"alice\\alice.txt"), parts[4]);
-  support::SecureValueStore secure(fx.app);
+  account::SecureValueStore secure(fx.app);
   fx.app.secureStore = &secure;
 
   Steps steps;
@@ -116,8 +116,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   jobs::EditorChoices choices;
   jobs::LoadEditorSettings(fx.app, choices);
 
-  support::ReadEndpoints(fx.app);
-  support::SupportMailAddress(fx.app);
+  account::ReadEndpoints(fx.app);
+  account::SupportMailAddress(fx.app);
   jobs::DownloadAddress(fx.app);
   return 0;
 }

@@ -9,8 +9,8 @@
 #include <cstdlib>
 #include <vector>
 
-#include "support/FrameFixture.h"
-#include "support/VersionInventory.h"
+#include "testkit/FrameFixture.h"
+#include "account/VersionInventory.h"
 
 namespace {
 
@@ -67,7 +67,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (i < 4) expected.push_back(VersionText(v));
   }
 
-  const Text list = support::BuildVersionList(fx.app, folder);
+  const Text list = account::BuildVersionList(fx.app, folder);
   std::vector<Text> lines = base::Split(list, u"\r\n");
   Check(lines.size() == expected.size() + 2 && lines[0].empty());
   Check(base::StartsWith(lines[1], u"Release Date"));
@@ -77,7 +77,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Check(lines[i].find(u"QVPatch") == Text::npos && lines[i].find(u"QVWINHelp") == Text::npos);
   }
 
-  const Text title = support::AboutTitleLine(fx.app);
+  const Text title = account::AboutTitleLine(fx.app);
   auto own = fx.fake.versions.Read(folder + u"\\QVMonitor.exe");
   Check(base::EndsWith(title, own ? base::FromNumber((*own)[0]) + u"." +
                                         base::FromNumber((*own)[1]) + u"." +

@@ -5,6 +5,17 @@
 
 namespace reference {
 
+namespace {
+
+// A screen's tip texts live beside it, in its folder.
+constexpr kit::TipText kTips[] = {
+    {u"bkupjobnotify.viewbkuplog",
+     u"<br>View the log of the scheduled <br>backup /restore jobs<br>"},
+    {u"bkupjobnotify.cancel", u"<br>Exit this screen<br>"},
+};
+
+}  // namespace
+
 // doc:constructor
 bkupjobnotify::bkupjobnotify(kit::Ui& ui, platform::ISystemInfo& system)
     : Form(u"bkupjobnotify", {0, 0, 6750, 4050}, u"Desktop notification"),
@@ -23,6 +34,7 @@ bkupjobnotify::bkupjobnotify(kit::Ui& ui, platform::ISystemInfo& system)
   QVDiskPBar.SetBarColor(0x0DDF27);
 
   using S = bkupjobnotify;
+  SetTipTexts(kTips);
   kit::Design(*this, ui)
       .TabOrder({&viewbkuplog, &cancel, &Picture1, &Picture2})
       .Press(viewbkuplog, &S::viewbkuplog_Click)

@@ -8,7 +8,7 @@
 #include "kit/HostedUi.h"
 #include "platform/win32/Win32Platform.h"
 #include "platform/win32/Win32UiHost.h"
-#include "support/AboutQVWIN.h"
+#include "account/AboutQVWIN.h"
 
 namespace kit_e2e {
 namespace {
@@ -24,7 +24,7 @@ TEST(AboutOnWindows, ListsTheStagedProgramsWithTheirVersionsAndClosesByOk) {
   platform::Win32UiHost host{ImageFolder()};
   kit::HostedUi ui{host};
 
-  support::AboutQVWIN form(app, ui);
+  account::AboutQVWIN form(app, ui);
   Attached attached{ui, form};
   form.Load();
   ui.Show(form);

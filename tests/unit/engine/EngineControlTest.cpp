@@ -7,7 +7,7 @@
 #include "engine/EngineObjects.h"
 #include "engine/NTService.h"
 #include "platform/ServiceManager.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 using base::Text;
 using engine::BackGroundService;

@@ -2,7 +2,7 @@
 
 #include "engine/MonitorCallback.h"
 #include "frame/Logs.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 using base::Text;
 using engine::FilterTimeLeft;

@@ -8,7 +8,7 @@
 #include "engine/NTService.h"
 #include "engine/ProcessScan.h"
 #include "jobstore/DBaction.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 using base::Text;
 using engine::ProgramTail;

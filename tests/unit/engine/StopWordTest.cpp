@@ -6,7 +6,7 @@
 #include "engine/EngineObjects.h"
 #include "engine/StopWord.h"
 #include "jobstore/DBaction.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 using base::Text;
 using testkit::FrameFixture;

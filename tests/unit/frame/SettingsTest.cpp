@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "frame/Settings.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 using base::Text;
 using platform::RegRoot;

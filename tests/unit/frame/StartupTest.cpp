@@ -3,7 +3,7 @@
 #include "frame/Logs.h"
 #include "frame/Settings.h"
 #include "frame/Startup.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 using base::Text;
 using frame::MainResult;

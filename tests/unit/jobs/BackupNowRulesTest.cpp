@@ -19,7 +19,7 @@ class BackupNowTest : public JobsTest {
   BackupNowTest() { SetIni(u"UserName", u"jsmith"); }
   void PutSets(const std::vector<Text>& lines) { PutLines(Common(u"BacksetData.txt"), lines); }
   BackupNowOutcome Prepare() { return jobs::PrepareBackupNow(app, prompts); }
-  jobs::BackupNowResult Run() { return jobs::cmdBackupNow_Click(app, prompts, 10); }
+  jobs::BackupNowClickResult Run() { return jobs::cmdBackupNow_Click(app, prompts, 10); }
   void Choose(long row) { app.Store.LstBackupSet.SelectedRow = row; }
 };
 

@@ -12,7 +12,7 @@
 #include "jobs/ScheduleEditorModel.h"
 #include "jobstore/DBaction.h"
 #include "kit/MesgBox.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 namespace jobs::test {
 

@@ -9,9 +9,9 @@
 #include "base/Utf16.h"
 #include "frame/Settings.h"
 #include "jobs/JobPrompts.h"
-#include "kit/MessageTable.h"
+#include "frame/MessageTable.h"
 #include "kit/ScriptedUi.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 namespace jobstest {
 
@@ -58,7 +58,7 @@ class JobsTest : public ::testing::Test, public testkit::UserFixture {
     for (const auto& q : ui.Questions()) texts.push_back(q.text);
     return texts;
   }
-  Text Msg(long code) const { return kit::GetMessage(app, code); }
+  Text Msg(long code) const { return frame::GetMessage(app, code); }
   // The program folder holds every file of the plug-in.
   void InstallPlugin() {
     for (const char16_t* f :

@@ -4,7 +4,7 @@
 
 #include "DTEmailFixture.h"
 #include "jobs/DTEmailRules.h"
-#include "kit/MessageTable.h"
+#include "frame/MessageTable.h"
 
 namespace jobs::test {
 namespace {

@@ -145,7 +145,9 @@ TEST_F(BackupNowScreenTest, MirrorModeFromTheMenuToTheRecord) {
     screen.DeliverKeyUp(altB);
     EXPECT_FALSE(screen.IsLoaded());
   });
-  EXPECT_EQ(jobs::ShowBackupNow(app, ui), jobstore::BackupNowOutcome::Show);
+  const jobs::BackupNowResult result = jobs::ShowBackupNow(app, ui, {});
+  EXPECT_EQ(result.outcome, jobstore::BackupNowOutcome::Show);
+  EXPECT_TRUE(result.shown);
   ASSERT_EQ(ui.ShownForms().size(), 2u);  // the screen, then the message box
   EXPECT_NE(base::InStr(Asked().at(0), u"scheduled Backup set 'Photos'"), 0u);
   EXPECT_EQ(jobstore::ParseScheduleLine(Schedule().back()).record.BackupSetName, u"Photos");
@@ -165,8 +167,8 @@ TEST_F(BackupNowScreenTest, RelativePathModeAndASecondBackupNow) {
     screen.cmdBackupNow.RaiseMouseUp({kit::kLeftButton});
     loadedAfterPress.push_back(screen.IsLoaded());
   });
-  jobs::ShowBackupNow(app, ui);
-  jobs::ShowBackupNow(app, ui);
+  jobs::ShowBackupNow(app, ui, {});
+  jobs::ShowBackupNow(app, ui, {});
   // The first added the record and closed; the second was refused and stayed.
   EXPECT_EQ(loadedAfterPress, (std::vector<bool>{false, true}));
   ASSERT_EQ(Asked().size(), 2u);

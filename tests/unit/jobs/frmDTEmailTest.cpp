@@ -3,7 +3,7 @@
 #include "DTEmailFixture.h"
 #include "jobs/frmDTEmail.h"
 #include "kit/HostedUi.h"
-#include "kit/MessageTable.h"
+#include "frame/MessageTable.h"
 #include "kit/ScriptedUi.h"
 #include "platform/fake/FakeUiHost.h"
 
@@ -255,7 +255,7 @@ TEST_F(DTEmailScreen, DeleteKeyAndDeletePicture) {
   ui.Queue(Answer::Ok());
   form.DeliverKeyDown(del);
   ASSERT_EQ(ui.Questions().size(), 1u);
-  EXPECT_EQ(ui.Questions()[0].text, kit::GetMessage(app, 297));
+  EXPECT_EQ(ui.Questions()[0].text, frame::GetMessage(app, 297));
 
   form.Sch_list_lv.UserClickRow(RowOf(u"2").Index());
   ui.Queue(Answer::Yes());
@@ -270,7 +270,7 @@ TEST_F(DTEmailScreen, DeleteKeyAndDeletePicture) {
   form.Sch_list_lv.UserClickRow(RowOf(u"3").Index());
   ui.Queue(Answer::Cancel());
   Click(form.Pic_Delete);
-  EXPECT_EQ(ui.Questions().back().text, kit::GetMessage(app, 326));
+  EXPECT_EQ(ui.Questions().back().text, frame::GetMessage(app, 326));
   EXPECT_EQ(InFile(u"3").RecordNo, u"3");
   EXPECT_EQ(ui.UnansweredCount(), 0);
 }
@@ -286,7 +286,7 @@ TEST_F(DTEmailScreen, DeletePictureKeepsTheEditsOfTheOtherRows) {
   form.Sch_list_lv.UserClickRow(RowOf(u"2").Index());
   ui.Queue(Answer::Yes());
   Click(form.Pic_Delete);
-  EXPECT_EQ(ui.Questions().back().text, kit::GetMessage(app, 26));
+  EXPECT_EQ(ui.Questions().back().text, frame::GetMessage(app, 26));
   EXPECT_EQ(InFile(u"2").RecordNo, u"");
   EXPECT_EQ(form.Sch_list_lv.FindKey(u"QV_2"), nullptr);
   EXPECT_EQ(form.Sch_list_lv.Count(), 2);
@@ -315,7 +315,7 @@ TEST_F(DTEmailScreen, ShowDTEmailOpensModallyOnTheRecord) {
     Click(screen.Sch_Start4_Next);
     EXPECT_FALSE(screen.IsLoaded());
   });
-  EXPECT_TRUE(ShowDTEmail(app, modal, u"2"));
+  EXPECT_TRUE(ShowDTEmail(app, modal, {.recordNo = u"2"}).shown);
   EXPECT_EQ(scripted, 1);
   EXPECT_EQ(InFile(u"2").Days, u"Immediate");
   EXPECT_EQ(InFile(u"2").SortKey, u"201303181502");
@@ -367,7 +367,7 @@ TEST_F(DTEmailScreen, SmallerRulesOfTheScreen) {
   ui.Queue(Answer::No());
   Click(form.Pic_Delete);
   ASSERT_EQ(ui.Questions().size(), 1u);
-  EXPECT_EQ(ui.Questions()[0].text, kit::GetMessage(app, 26));
+  EXPECT_EQ(ui.Questions()[0].text, frame::GetMessage(app, 26));
 
   form.Pic_Refresh.RaiseMouseMove({});
   EXPECT_EQ(form.Pic_Refresh.PictureKey(), u"ref_ove");

@@ -8,7 +8,7 @@
 
 #include "base/Utf16.h"
 #include "jobstore/DBaction.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 namespace jobstore::test {
 

@@ -407,7 +407,11 @@ TEST_F(FormHostTest, ARightClickGivesABalloonTipOverTheButtonAndAnyOtherClickRem
 }
 
 TEST_F(FormHostTest, TipTextIsCutAndBrokenAsTheTableSays) {
+  static constexpr kit::TipText kTips[] = {
+      {u"bkupjobnotify.viewbkuplog",
+       u"<br>View the log of the scheduled <br>backup /restore jobs<br>"}};
   kit::Form notify(u"bkupjobnotify", {0, 0, 6750, 4050});
+  notify.SetTipTexts(kTips);
   kit::PictureButton viewbkuplog(notify, u"viewbkuplog", {100, 100, 1200, 345}, u"&View Log");
   ui.Show(notify);
   ASSERT_TRUE(ui.Forms().IsAttached(notify));

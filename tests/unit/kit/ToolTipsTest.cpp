@@ -1,4 +1,4 @@
-// Balloon tips: the table, the cut of the texts, and when a tip comes and goes.
+// Balloon tips: a form's table, the cut of the texts, and when a tip comes and goes.
 #include <gtest/gtest.h>
 
 #include "kit/Controls.h"
@@ -26,33 +26,34 @@ struct RecordingTips : kit::TipBackend {
   void DestroyPlain() override { ++plainDestroyed; }
 };
 
+constexpr kit::TipText kTips[] = {
+    {u"bkupjobnotify.viewbkuplog",
+     u"<br>View the log of the scheduled <br>backup /restore jobs<br>"},
+    {u"bkupjobnotify.cancel", u"<br>Exit this screen<br>"},
+};
+
 struct bkupjobnotify : kit::Form {
-  bkupjobnotify() : Form(u"bkupjobnotify") {}
+  bkupjobnotify() : Form(u"bkupjobnotify") { SetTipTexts(kTips); }
   kit::PictureButton cancel{*this, u"cancel", {0, 0, 1200, 345}, u"&Close"};
   kit::PictureButton viewbkuplog{*this, u"viewbkuplog", {0, 0, 1200, 345}, u"&View Log"};
   kit::PictureButton nothing{*this, u"nothing", {0, 0, 1200, 345}, u"?"};
 };
 
-TEST(ToolTips, EveryKeyIsFoundWithoutRegardToCase) {
-  ASSERT_EQ(kit::ToolTipKeys().size(), 32u);
-  for (const Text& key : kit::ToolTipKeys()) {
-    const Text text = kit::GetToolTipText(key);
-    EXPECT_FALSE(text.empty()) << base::ToUtf8(key);
-    EXPECT_EQ(kit::GetToolTipText(base::ToUpper(key)), text) << base::ToUtf8(key);
-  }
-  EXPECT_EQ(kit::GetToolTipText(u"BKUPJOBNOTIFY.CANCEL"), u"<br>Exit this screen<br>");
-  EXPECT_EQ(kit::GetToolTipText(u"frmQVWinService.btnClose"),
-            u"QVMonitor will continue to <br>run in the system tray.<br>");
-  EXPECT_EQ(kit::GetToolTipText(u"bkupjobnotify"), u"");
-  EXPECT_EQ(kit::GetToolTipText(u""), u"");
+TEST(ToolTips, AKeyIsFoundInTheTableWithoutRegardToCase) {
+  EXPECT_EQ(kit::FindTipText(kTips, u"BKUPJOBNOTIFY.CANCEL"), u"<br>Exit this screen<br>");
+  EXPECT_EQ(kit::FindTipText(kTips, u"bkupjobnotify.ViewBkupLog"), kTips[0].text);
+  EXPECT_EQ(kit::FindTipText(kTips, u"bkupjobnotify"), u"");
+  EXPECT_EQ(kit::FindTipText(kTips, u""), u"");
+  EXPECT_EQ(kit::FindTipText({}, u"bkupjobnotify.cancel"), u"");
 }
 
 TEST(ToolTips, TheCutDropsFourUnitsAtEachEndAndBreaksLines) {
   EXPECT_EQ(kit::CutTipText(u"<br>Exit this screen<br>"), u"Exit this screen");
-  EXPECT_EQ(kit::CutTipText(kit::GetToolTipText(u"frmQVWinService.btnStopTransfer")),
+  EXPECT_EQ(kit::CutTipText(
+                u"<br>Immediately stop the backup or restore <br>operation that is underway<br>"),
             u"Immediately stop the backup or restore \r\noperation that is underway");
   // The one text without a leading mark loses four letters all the same.
-  EXPECT_EQ(kit::CutTipText(kit::GetToolTipText(u"frmQVWinService.btnClose")),
+  EXPECT_EQ(kit::CutTipText(u"QVMonitor will continue to <br>run in the system tray.<br>"),
             u"nitor will continue to \r\nrun in the system tray.");
   EXPECT_EQ(kit::CutTipText(u""), u"");
   EXPECT_EQ(kit::CutTipText(u"abcdef"), u"");

@@ -7,7 +7,7 @@
 #include "kit/Branding.h"
 #include "kit/Menu.h"
 #include "kit/WindowLook.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 namespace {
 

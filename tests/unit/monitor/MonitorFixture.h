@@ -18,7 +18,7 @@
 #include "frame/Settings.h"
 #include "kit/ScriptedUi.h"
 #include "monitor/frmQVWinService.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 namespace monitortest {
 
@@ -86,21 +86,20 @@ class ScriptedEngine : public engine::EngineObject {
   bool service_;
 };
 
-// What the window asks of the later screens, and how they answer.
+// What the window asks of the other folders' screens.
 class RecordingScreens : public monitor::MonitorScreens {
  public:
   explicit RecordingScreens(std::vector<std::string>& log) : log_(log) {}
   void senddesktopnotify() override { Note("senddesktopnotify"); }
   void Dialupdisconnect() override { Note("Dialupdisconnect"); }
   void CheckMissedBackup() override { Note("CheckMissedBackup"); }
-  bool OpenBackupNow() override { return Open("BackupNow"); }
-  bool OpenUpdatePassword() override { return Open("UpdatePassword"); }
-  bool OpenManageScheduledJobs() override { return Open("ManageScheduledJobs"); }
-  bool OpenErrorReport() override { return Open("ErrorReport"); }
-  bool OpenAbout() override { return Open("About"); }
-  bool OpenSessionLog() override { return Open("SessionLog"); }
+  void OpenBackupNow() override { Open("BackupNow"); }
+  void OpenUpdatePassword() override { Open("UpdatePassword"); }
+  void OpenManageScheduledJobs() override { Open("ManageScheduledJobs"); }
+  void OpenErrorReport() override { Open("ErrorReport"); }
+  void OpenAbout() override { Open("About"); }
+  void OpenSessionLog() override { Open("SessionLog"); }
 
-  bool opens = true;
   std::function<void(const std::string&)> onStep;
 
  private:
@@ -108,10 +107,7 @@ class RecordingScreens : public monitor::MonitorScreens {
     log_.push_back(step);
     if (onStep) onStep(step);
   }
-  bool Open(const std::string& screen) {
-    log_.push_back("open " + screen);
-    return opens;
-  }
+  void Open(const std::string& screen) { log_.push_back("open " + screen); }
   std::vector<std::string>& log_;
 };
 

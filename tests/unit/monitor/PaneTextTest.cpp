@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "monitor/PaneText.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 namespace {
 

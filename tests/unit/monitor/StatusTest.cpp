@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "kit/MesgBox.h"
-#include "kit/MessageTable.h"
+#include "frame/MessageTable.h"
 #include "MonitorFixture.h"
 
 namespace {
@@ -225,7 +225,7 @@ TEST_F(StatusTest, StopAsksAboutARunningTransferAndNeverStopsTheEngineThen) {
   log.clear();
   form->Stop.Choose();
   ASSERT_EQ(ui.Questions().size(), 1u);
-  EXPECT_EQ(ui.Questions()[0].text, kit::GetMessage(app, 18));
+  EXPECT_EQ(ui.Questions()[0].text, frame::GetMessage(app, 18));
   EXPECT_EQ(Lines(app.ScheduleFilePath)[0], u"1");
   EXPECT_TRUE(log.empty());  // no stop and no status round
 
@@ -234,7 +234,7 @@ TEST_F(StatusTest, StopAsksAboutARunningTransferAndNeverStopsTheEngineThen) {
   EXPECT_EQ(Lines(app.ScheduleFilePath)[0], u"2");
   EXPECT_EQ(form->lblStatus.Caption(), u"Stopping");
   ASSERT_EQ(ui.Questions().size(), 3u);
-  EXPECT_EQ(ui.Questions()[2].text, kit::GetMessage(app, 19));
+  EXPECT_EQ(ui.Questions()[2].text, frame::GetMessage(app, 19));
   EXPECT_TRUE(log.empty());
 
   StateWord(u"0");
@@ -252,7 +252,7 @@ TEST_F(StatusTest, PauseIsRefusedWhileTheFileDoesNotStartWithZero) {
   StateWord(u"0");  // written with its byte-order mark: the first byte is not "0"
   form->Pause.Choose();
   ASSERT_EQ(ui.Questions().size(), 1u);
-  EXPECT_EQ(ui.Questions()[0].text, kit::GetMessage(app, 17));
+  EXPECT_EQ(ui.Questions()[0].text, frame::GetMessage(app, 17));
   EXPECT_EQ(ui.Questions()[0].buttons, kit::kButtonsOk);
 
   fake.fs.DeleteFile(app.ScheduleFilePath);

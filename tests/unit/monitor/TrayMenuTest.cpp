@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "kit/MesgBox.h"
-#include "kit/MessageTable.h"
+#include "frame/MessageTable.h"
 #include "kit/ToolTips.h"
 #include "MonitorFixture.h"
 
@@ -133,7 +133,7 @@ TEST_F(TrayMenuTest, HoldingAllJobsAsksFirstAndReleasingDoesNot) {
   form->mnuenablesch.Choose();
   EXPECT_EQ(Get(u"DisableAllSchdulers"), u"");
   ASSERT_EQ(ui.Questions().size(), 1u);
-  EXPECT_EQ(ui.Questions()[0].text, kit::GetMessage(app, 20));
+  EXPECT_EQ(ui.Questions()[0].text, frame::GetMessage(app, 20));
 
   ui.Queue(kit::ScriptedUi::Answer::Yes());
   form->mnuenablesch.Choose();
@@ -230,21 +230,18 @@ TEST_F(TrayMenuTest, StartAutoWritesOrRemovesTheRunValue) {
   EXPECT_TRUE(form->StartAuto.Checked());
 }
 
-TEST_F(TrayMenuTest, ItemsWhoseScreensComeLaterSaySoInTheTrace) {
+TEST_F(TrayMenuTest, EachItemOpensItsScreenThroughItsHook) {
   Open();
   form->mnuBackupNow.Choose();
   EXPECT_EQ(log, (std::vector<std::string>{"open BackupNow"}));
   EXPECT_TRUE(Trace().empty());
 
-  screens.opens = false;
   form->mnuManSchJob.Choose();
   form->mnusenderrorreport.Choose();
   form->mnusenderrorrpt.Choose();
   form->mnuChangePassword.Choose();  // no user name: nothing at all
-  EXPECT_TRUE(TraceHas(
-      u"mnuManSchJob: the Manage Scheduled Jobs screen is not part of this build yet; nothing "
-      u"was opened."));
-  EXPECT_EQ(log.size(), 4u);
+  EXPECT_EQ(log, (std::vector<std::string>{"open BackupNow", "open ManageScheduledJobs",
+                                           "open ErrorReport", "open ErrorReport"}));
   Account(u"mary", u"pw");
   app.UserName = u"mary";
   form->mnuChangePassword.Choose();
@@ -258,19 +255,6 @@ TEST_F(TrayMenuTest, ViewLogOpensTheSessionLog) {
   form->mnuviewlog.Choose();
   EXPECT_EQ(log, (std::vector<std::string>{"open SessionLog"}));
   EXPECT_TRUE(fake.shell.executed.empty());
-  screens.opens = false;
-  form->mnuviewlog.Choose();
-  EXPECT_TRUE(TraceHas(
-      u"mnuviewlog: the Session Log screen is not part of this build yet; nothing was opened."));
-}
-
-// The program's own hooks show the screen, not modally.
-TEST_F(TrayMenuTest, TheProgramsHookShowsTheSessionLogScreen) {
-  monitor::ProgramScreens program(app, ui);
-  EXPECT_TRUE(program.OpenSessionLog());
-  ASSERT_EQ(ui.ShownForms().size(), 1u);
-  EXPECT_EQ(ui.ShownForms()[0].name, u"frmSessionLog");
-  EXPECT_FALSE(ui.ShownForms()[0].modal);
 }
 
 TEST_F(TrayMenuTest, RightClickOnAButtonShowsItsTip) {

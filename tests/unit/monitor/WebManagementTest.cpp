@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "kit/MesgBox.h"
-#include "kit/MessageTable.h"
+#include "frame/MessageTable.h"
 #include "MonitorFixture.h"
 
 namespace {
@@ -68,7 +68,7 @@ TEST_F(WebManagementTest, WithoutAStoredPasswordNothingStartsAndTheItemExplains)
   EXPECT_EQ(HelperStarts(), 0);
   form->WebMang.Choose();
   ASSERT_EQ(ui.Questions().size(), 1u);
-  EXPECT_EQ(ui.Questions()[0].text, kit::GetMessage(app, 72));
+  EXPECT_EQ(ui.Questions()[0].text, frame::GetMessage(app, 72));
   EXPECT_EQ(HelperStarts(), 0);
 }
 
@@ -112,7 +112,7 @@ TEST_F(WebManagementTest, ACanceledAccountTurnsTheFeatureOffAndIsLogged) {
   EXPECT_FALSE(form->WebMang.Checked());
   EXPECT_EQ(WebManage(), u"0");
   EXPECT_FALSE(HelperRuns());
-  const Text text = kit::GetMessage(app, 278);
+  const Text text = frame::GetMessage(app, 278);
   EXPECT_TRUE(TraceHas(text));
   ASSERT_EQ(ActivityLog().size(), 1u);
   // The tick slept two seconds for the helper before the line was written.
@@ -127,7 +127,7 @@ TEST_F(WebManagementTest, AFailedLoginIsToldOnceNotEveryTick) {
   shell.leaves = u"-1";
   form->Progress.Fire();
   ASSERT_EQ(ui.Questions().size(), 1u);
-  EXPECT_EQ(ui.Questions()[0].text, kit::GetMessage(app, 277));
+  EXPECT_EQ(ui.Questions()[0].text, frame::GetMessage(app, 277));
   EXPECT_EQ(ui.Questions()[0].title, u"Corvane for Windows");
   EXPECT_EQ(Get(u"WebMessage"), u"1");
   EXPECT_EQ(WebManage(), u"0");
@@ -159,7 +159,7 @@ TEST_F(WebManagementTest, TheItemTurnsTheFeatureOnAndWatchesTheLogin) {
   EXPECT_TRUE(form->WebMang.Checked());
   ui.Queue(kit::ScriptedUi::Answer::Yes());
   form->WebMang.Choose();
-  EXPECT_EQ(ui.Questions().back().text, kit::GetMessage(app, 74));
+  EXPECT_EQ(ui.Questions().back().text, frame::GetMessage(app, 74));
   EXPECT_FALSE(form->WebMang.Checked());
   EXPECT_EQ(WebManage(), u"0");
   EXPECT_FALSE(HelperRuns());
@@ -175,7 +175,7 @@ TEST_F(WebManagementTest, TheItemTurnsTheFeatureOnAndWatchesTheLogin) {
     EXPECT_EQ(WebManage(), u"0");
     if (message != 0) {
       ASSERT_EQ(ui.Questions().size(), asked + 1);
-      EXPECT_EQ(ui.Questions().back().text, kit::GetMessage(app, message));
+      EXPECT_EQ(ui.Questions().back().text, frame::GetMessage(app, message));
     } else {
       EXPECT_EQ(ui.Questions().size(), asked);
     }

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "notify/Dialup.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include "base/Guarded.h"
 #include "frame/Settings.h"
 #include "notify/MissedBackup.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include "jobstore/DBaction.h"
 #include "frame/Settings.h"
 #include "notify/NextJob.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 namespace {
 

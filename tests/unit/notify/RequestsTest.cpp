@@ -3,7 +3,7 @@
 
 #include "base/Utf16.h"
 #include "notify/Requests.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 namespace {
 

@@ -12,8 +12,8 @@
 #include "platform/portable/PortableProfile.h"
 #include "platform/portable/PortableServices.h"
 #include "sessions/frmSessionLog.h"
-#include "support/TempDir.h"
-#include "support/TextFiles.h"
+#include "testkit/TempDir.h"
+#include "testkit/TextFiles.h"
 
 namespace qvjobs {
 namespace {

@@ -7,7 +7,7 @@
 #include "base/Utf16.h"
 #include "platform/ReadOnlyFiles.h"
 #include "platform/fake/FakePlatform.h"
-#include "support/TextFiles.h"
+#include "testkit/TextFiles.h"
 
 namespace qvjobs {
 namespace {

@@ -5,7 +5,7 @@
 #include "base/Utf16.h"
 #include "platform/TextFile.h"
 #include "platform/fake/FakePlatform.h"
-#include "support/TextFiles.h"
+#include "testkit/TextFiles.h"
 
 namespace qvjobs {
 namespace {

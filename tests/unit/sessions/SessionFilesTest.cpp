@@ -8,8 +8,8 @@
 #include "kit/ListView.h"
 #include "sessions/SessionFiles.h"
 #include "sessions/SessionPager.h"
-#include "support/FrameFixture.h"
-#include "support/SessionInsertion.h"
+#include "testkit/FrameFixture.h"
+#include "testkit/SessionInsertion.h"
 
 namespace sessions {
 namespace {

@@ -6,7 +6,7 @@
 #include "kit/ScriptedUi.h"
 #include "kit/WindowLook.h"
 #include "sessions/frmSessionLog.h"
-#include "support/FrameFixture.h"
+#include "testkit/FrameFixture.h"
 
 namespace sessions {
 namespace {

@@ -1,0 +1,174 @@
+#include <gtest/gtest.h>
+
+#include "AccountFixture.h"
+#include "frame/MessageTable.h"
+#include "kit/ToolTips.h"
+#include "kit/WindowLook.h"
+#include "account/AboutQVWIN.h"
+#include "account/AccountScreens.h"
+#include "account/frmErrorReport.h"
+#include "account/frmUpdatePassword.h"
+#include "account/UpdatePasswordRules.h"
+
+using base::Text;
+using kit::ScriptedUi;
+
+namespace {
+
+class AccountScreensTest : public ::testing::Test, public testkit::AccountFixture {
+ protected:
+  static void Key(kit::Form& form, int code, int shift = 0) {
+    kit::KeyArgs down{code, shift};
+    form.DeliverKeyDown(down);
+    kit::KeyArgs up{code, shift};
+    form.DeliverKeyUp(up);
+  }
+};
+
+TEST_F(AccountScreensTest, UpdatePasswordResetsOnEscAndStaysOpen) {
+  account::frmUpdatePassword form(app, ui);
+  ui.Show(form);
+  EXPECT_EQ(form.Caption(), u"Update Password");
+  EXPECT_EQ(form.GetLayout().width, 5400);
+  EXPECT_EQ(form.GetLayout().height, 2850);
+  EXPECT_EQ(form.lblLabels(0).Caption(), u"Username");
+  EXPECT_EQ(form.txtPassword.ToolTipText(), u"Enter the password");
+  EXPECT_EQ(form.txtPassword.PasswordChar(), u'*');
+  form.txtUserName.SetText(u"mary");
+  form.txtPassword.SetText(u"secret");
+  Key(form, kit::kKeyEscape);
+  EXPECT_TRUE(form.IsLoaded());
+  EXPECT_EQ(form.txtUserName.GetText(), u"");
+  EXPECT_EQ(form.txtPassword.GetText(), u"");
+  EXPECT_EQ(form.ActiveControl(), &form.txtUserName);
+  form.txtPassword.SetText(u"x");
+  Key(form, 'R', kit::kAltMask);
+  EXPECT_EQ(form.txtPassword.GetText(), u"");
+  // Alt+A applies: with nothing typed, the user name is asked for first.
+  ui.Queue(ScriptedUi::Answer::Ok());
+  Key(form, 'A', kit::kAltMask);
+  ASSERT_EQ(ui.Questions().size(), 1u);
+  EXPECT_EQ(ui.Questions()[0].text, frame::GetMessage(app, 39));
+  form.cmdClear.RaiseMouseUp({kit::kRightButton});
+  ASSERT_NE(ui.Tips().Balloon(), nullptr);
+  EXPECT_EQ(ui.Tips().Balloon()->TipText(), u"Clear the data entered");
+  form.Picture2.RaiseMouseUp({kit::kLeftButton});
+  EXPECT_FALSE(form.IsLoaded());
+}
+
+TEST_F(AccountScreensTest, UpdatePasswordRefusesACharacterTheStoreCannotHold) {
+  account::frmUpdatePassword form(app, ui);
+  ui.Show(form);
+  form.txtPassword.SetText(u"abc");
+  EXPECT_TRUE(ui.Questions().empty());
+  // A paste (or a key) that brings in a letter outside the alphabet: the box keeps
+  // what it can store and says why.
+  ui.Queue(ScriptedUi::Answer::Ok());
+  form.txtPassword.SetText(u"abc\u00E9d\u20AC");
+  EXPECT_EQ(form.txtPassword.GetText(), u"abcd");
+  ASSERT_EQ(ui.Questions().size(), 1u);
+  EXPECT_EQ(ui.Questions()[0].text, account::kPasswordAlphabetMessage);
+  EXPECT_EQ(ui.Questions()[0].title, app.AppTitle);
+  EXPECT_EQ(form.ActiveControl(), &form.txtPassword);
+}
+
+TEST_F(AccountScreensTest, UpdatePasswordAppliedByTheFormStoresAndCloses) {
+  BackupSets(2);
+  fake.network.goodAccounts[u"mary"] = u"newpass";
+  ui.Queue({ScriptedUi::Answer::Yes(), ScriptedUi::Answer::Ok()});
+  ui.OnShow(u"frmUpdatePassword", [](kit::Form& f) {
+    auto& form = static_cast<account::frmUpdatePassword&>(f);
+    form.txtUserName.SetText(u"mary");
+    form.txtPassword.SetText(u"newpass");
+    form.cmdUpdate.RaiseMouseUp({kit::kLeftButton});
+    EXPECT_FALSE(form.IsLoaded());
+  });
+  EXPECT_TRUE(account::ShowUpdatePassword(app, ui, {}).shown);
+  EXPECT_EQ(ui.Questions().back().text, frame::GetMessage(app, 48));
+  EXPECT_EQ(frame::ReadSetting(app, u"mary", true), u"newpass");
+}
+
+TEST_F(AccountScreensTest, ErrorReportLoadsTheUserAndFollowsTheTicket) {
+  frame::WriteSetting(app, u"UserName", u"mary");
+  frame::WriteSetting(app, u"EmailUserName", u"no address");
+  account::frmErrorReport form(app, ui);
+  ui.Show(form);
+  EXPECT_EQ(form.txtFromName.GetText(), u"mary");
+  EXPECT_EQ(form.txtFrom.GetText(), u"");
+  EXPECT_FALSE(form.lblProgress.Visible());
+  EXPECT_FALSE(form.txtTo.Visible());
+  EXPECT_FALSE(form.lstStatus.Visible());
+  EXPECT_EQ(form.Label3.Caption(), u"Trouble Ticket No\r\n (If created already)");
+  EXPECT_EQ(form.txtSubject.GetText(), u"Corvane for Windows user feedback");
+  form.txtTroubleTicket.SetText(u"4711");
+  EXPECT_EQ(form.txtSubject.GetText(), u"Corvane for Windows Ticket : 4711");
+  form.txtTroubleTicket.SetText(u"");
+  EXPECT_EQ(form.txtSubject.GetText(), u"Corvane for Windows user feedback");
+
+  form.txtFrom.SetText(u"mary@example.com");
+  form.txtMsg.SetText(u"It stopped.");
+  form.cmdSend.RaiseMouseUp({kit::kLeftButton});
+  ASSERT_EQ(fake.network.mails.size(), 1u);
+  EXPECT_TRUE(form.lblProgress.Visible());
+  EXPECT_EQ(form.lblProgress.Caption(), u"Feedback report has been sent successfully.");
+  EXPECT_EQ(form.cmdSend.SkinState(), kit::kSkinNormal);
+  EXPECT_EQ(form.Pointer(), kit::MousePointer::Default);
+  Key(form, kit::kKeyEscape);
+  EXPECT_FALSE(form.IsLoaded());
+}
+
+TEST_F(AccountScreensTest, ErrorReportSendIsNotStartedAgainWhileItRuns) {
+  frame::WriteSetting(app, u"EmailUserName", u"mary@example.com");
+  account::frmErrorReport form(app, ui);
+  ui.Show(form);
+  form.txtMsg.SetText(u"It stopped.");
+  int pressesDuringUpload = 0;
+  fake.network.duringUpload = [&] {
+    if (pressesDuringUpload++ > 0) return;  // only the first upload: a nested one would recurse
+    form.cmdSend.RaiseMouseUp({kit::kLeftButton});
+    Key(form, 'S', kit::kAltMask);
+  };
+  form.cmdSend.RaiseMouseUp({kit::kLeftButton});
+  EXPECT_EQ(fake.network.mails.size(), 1u) << "a send started inside the running one";
+  EXPECT_EQ(form.lblProgress.Caption(), u"Feedback report has been sent successfully.");
+  // Once it has ended, Send works again.
+  Key(form, 'S', kit::kAltMask);
+  EXPECT_EQ(fake.network.mails.size(), 2u);
+}
+
+TEST_F(AccountScreensTest, ErrorReportAboveNinetySixDpiShortensTheTicketLabel) {
+  ScriptedUi large(12);
+  frame::WriteSetting(app, u"EmailUserName", u"mary@example.com");
+  account::frmErrorReport form(app, large);
+  large.Show(form);
+  EXPECT_EQ(form.Label3.Caption(), u"Trouble Ticket ...");
+  EXPECT_EQ(form.Label3.ToolTipText(), u"Trouble Ticket No  (If created already)");
+  EXPECT_EQ(form.txtFrom.GetText(), u"mary@example.com");
+}
+
+TEST_F(AccountScreensTest, AboutListsTheFilesAndClosesByEsc) {
+  app.ProgramFolder = u"C:\\QV";
+  fake.versions.versions[u"c:\\qv\\qvmonitor.exe"] = {9, 5, 0, 5};
+  account::AboutQVWIN form(app, ui);
+  ui.Show(form);
+  EXPECT_EQ(form.txtVersionList.GetText(),
+            u"\r\nRelease Date                                  02/08/2013\r\nQVMonitor.exe" +
+                Text(25, u' ') + u"9.5.0.5");
+  EXPECT_EQ(form.picbkgrd.PictureKey(), u"qv_about_us");
+  EXPECT_EQ(form.lblcopy.PictureKey(), u"button_OK_enb");
+  // The pointer over OK and away again: its own face, hover and normal, never the
+  // standard buttons'.
+  form.lblcopy.RaiseMouseMove({});
+  EXPECT_EQ(form.lblcopy.PictureKey(), u"button_OK_ovr");
+  EXPECT_EQ(form.lblcopy.Lbl().ForeColor(), kit::kWhite);
+  form.picbkgrd.RaiseMouseMove({});
+  EXPECT_EQ(form.lblcopy.PictureKey(), u"button_OK_enb");
+  form.lblcopy.Lbl().RaiseMouseMove({});
+  EXPECT_EQ(form.lblcopy.PictureKey(), u"button_OK_ovr");
+  form.RaiseMouseMove({});
+  EXPECT_EQ(form.lblcopy.PictureKey(), u"button_OK_enb");
+  Key(form, kit::kKeyEscape);
+  EXPECT_FALSE(form.IsLoaded());
+}
+
+}  // namespace

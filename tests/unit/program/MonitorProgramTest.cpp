@@ -1,0 +1,124 @@
+// Main with the monitor window: load, stored geometry, hidden in the tray with "Min"
+// or shown, the log list filled; and the window on a UI host.
+#include <gtest/gtest.h>
+
+#include "frame/Startup.h"
+#include "frame/Settings.h"
+#include "kit/HostedUi.h"
+#include "kit/ScriptedUi.h"
+#include "program/MonitorProgram.h"
+#include "testkit/FrameFixture.h"
+
+namespace {
+
+using base::Text;
+
+class MonitorProgramTest : public ::testing::Test, public testkit::FrameFixture {
+ protected:
+  MonitorProgramTest() {
+    fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+    platform::TextFile::WriteLines(
+        fake.fs, u"C:\\QV\\QVCOMMON\\QVWServiceLog.txt",
+        {u"Information : 11/15/2026 05:25:27 : one", u"Error       : 11/15/2026 05:25:28 : two"});
+  }
+  void Geometry(const Text& w, const Text& h, const Text& t, const Text& l) {
+    frame::WriteSetting(app, u"MonWidth", w);
+    frame::WriteSetting(app, u"MonHeight", h);
+    frame::WriteSetting(app, u"MonTop", t);
+    frame::WriteSetting(app, u"MonLeft", l);
+  }
+  bool TraceHas(const Text& line) {
+    for (const Text& l : Lines(Common(u"SerTraceFile.txt")))
+      if (l == line) return true;
+    return false;
+  }
+  kit::ScriptedUi ui;
+};
+
+TEST_F(MonitorProgramTest, MinKeepsTheWindowInTheTrayWithItsPlaceRestored) {
+  fake.system.commandLine = u"Min";
+  Geometry(u"8000", u"6500", u"300", u"450");
+  program::MonitorProgram program(app, ui);
+  ASSERT_EQ(frame::Main(app, program), frame::MainResult::Run);
+  auto& w = program.Window();
+  EXPECT_TRUE(w.IsLoaded());
+  EXPECT_FALSE(w.Visible());
+  EXPECT_TRUE(w.mnuOpen.Enabled());
+  EXPECT_EQ(w.GetLayout(), (kit::Layout{450, 300, 8000, 6500}));
+  EXPECT_TRUE(TraceHas(u"HideFromTaskBar called from the Monitor."));
+  EXPECT_EQ(w.lstLog.Count(), 2);  // filled even while hidden
+  EXPECT_EQ(fake.ui.trayIcons.size(), 1u);
+  ASSERT_TRUE(app.ActiveEngine);  // the real engine objects over the fakes
+  EXPECT_EQ(w.lblStatus.Caption(), u"Stopped");
+}
+
+TEST_F(MonitorProgramTest, AnyOtherWordShowsTheWindowAndAPartialPlaceIsIgnored) {
+  fake.system.commandLine = u"min";
+  Geometry(u"8000", u"6500", u"", u"450");
+  program::MonitorProgram program(app, ui);
+  ASSERT_EQ(frame::Main(app, program), frame::MainResult::Run);
+  auto& w = program.Window();
+  EXPECT_TRUE(w.Visible());
+  EXPECT_EQ(w.GetLayout(), (kit::Layout{1200, 1200, 7440, 4860}));
+  EXPECT_TRUE(TraceHas(u"ShowFromTaskBar called from the Monitor."));
+  EXPECT_EQ(w.lstLog.Count(), 2);
+}
+
+TEST_F(MonitorProgramTest, OnAHostTheWindowIsBuiltAtLoadAndOwnsTheTrayIcon) {
+  fake.system.commandLine = u"Min";
+  kit::HostedUi hosted(fake.ui);
+  unsigned ended = 99;
+  {
+    program::MonitorProgram program(app, hosted);
+    program.SetTerminate([&](unsigned code) { ended = code; });
+    ASSERT_EQ(frame::Main(app, program), frame::MainResult::Run);
+    const platform::UiHandle window = fake.ui.FindForm(u"frmQVWinService");
+    ASSERT_NE(window, 0u);
+    EXPECT_FALSE(fake.ui.forms.at(window).state.visible);
+    // The menu bar holds the three menus; the tray menu is a popup.
+    const auto& bar = fake.ui.forms.at(window).state.menuBar;
+    ASSERT_EQ(bar.size(), 3u);
+    EXPECT_EQ(bar[0].caption, u"Main");
+    EXPECT_EQ(bar[2].caption, u"Help");
+    // The tick runs on a host timer of ten seconds even with the window hidden.
+    bool tick = false;
+    for (const auto& [id, t] : fake.ui.timers) tick = tick || t.intervalMs == 10000;
+    EXPECT_TRUE(tick);
+    // A screen reader finds the picture buttons by name.
+    const platform::UiControl* refresh = fake.ui.Control(window, u"btnRefresh");
+    ASSERT_NE(refresh, nullptr);
+    EXPECT_EQ(refresh->caption, u"Refresh");
+
+    ASSERT_EQ(fake.ui.trayIcons.size(), 1u);
+    const platform::UiHandle icon = fake.ui.trayIcons.begin()->first;
+    EXPECT_EQ(fake.ui.trayIcons.begin()->second.state.owner, window);
+    fake.ui.popupChoices.push_back(
+        kit::FormHost::MenuId(program.Window(), program.Window().mnuShutdown));
+    fake.ui.FireTray(icon, platform::kTrayRightButtonUp);
+    EXPECT_EQ(ended, 0u);
+    EXPECT_TRUE(fake.ui.trayIcons.empty());
+  }
+  EXPECT_EQ(fake.ui.FindForm(u"frmQVWinService"), 0u);
+}
+
+}  // namespace
+
+namespace {
+
+TEST(MonitorProgramFailures, WhatEscapesAScreensHandlerOnTheHostIsTraced) {
+  testkit::FrameFixture f;
+  f.fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+  f.fake.system.commandLine = u"Min";
+  kit::HostedUi hosted(f.fake.ui);
+  program::MonitorProgram program(f.app, hosted);
+  ASSERT_EQ(frame::Main(f.app, program), frame::MainResult::Run);
+  program.Window().mnuOpen.on.Click = [] { throw std::runtime_error("the menu broke"); };
+  EXPECT_NO_THROW(program.Window().mnuOpen.RaiseClick());
+  bool traced = false;
+  for (const Text& l : f.Lines(f.Common(u"SerTraceFile.txt")))
+    traced = traced || (l.find(u"the menu broke") != Text::npos &&
+                        l.find(u"in procedure mnuOpen of Form frmQVWinService") != Text::npos);
+  EXPECT_TRUE(traced);
+}
+
+}  // namespace

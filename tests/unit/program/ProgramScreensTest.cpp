@@ -1,0 +1,74 @@
+// The program's screens behind the monitor's menu hooks and the notices' links.
+#include <gtest/gtest.h>
+
+#include "frame/MessageTable.h"
+#include "kit/ScriptedUi.h"
+#include "frame/Settings.h"
+#include "program/ProgramScreens.h"
+#include "notify/Notices.h"
+#include "notify/frmBKErrNotify.h"
+#include "testkit/FrameFixture.h"
+
+namespace {
+
+TEST(ProgramScreensTest, TheMenusOpenTheJobScreens) {
+  testkit::FrameFixture fx;
+  fx.AddCommon();
+  kit::ScriptedUi ui;
+  program::ProgramScreens screens(fx.app, ui);
+  fx.app.Store.BackupNowMode = true;
+  bool sawList = false;
+  ui.OnShow(u"frmManageScheduledJobs", [&](kit::Form& f) {
+    sawList = f.Caption() == u"Manage Scheduled Jobs";
+    EXPECT_FALSE(fx.app.Store.BackupNowMode);
+  });
+  screens.OpenManageScheduledJobs();
+  EXPECT_TRUE(sawList);
+  ASSERT_EQ(ui.ShownForms().size(), 1u);
+  EXPECT_TRUE(ui.ShownForms()[0].modal);
+  // Backup Now in mirror mode without a set file: its message and no screen.
+  screens.OpenBackupNow();
+  ASSERT_EQ(ui.Questions().size(), 1u);
+  EXPECT_EQ(ui.Questions()[0].text, frame::GetMessage(fx.app, 16));
+  EXPECT_EQ(ui.ShownForms().back().name, u"MesgBox");
+}
+
+// The tray's View Log shows the Session Log, not modally.
+TEST(ProgramScreensTest, ViewLogShowsTheSessionLogNotModally) {
+  testkit::FrameFixture fx;
+  fx.fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+  kit::ScriptedUi ui;
+  program::ProgramScreens screens(fx.app, ui);
+  screens.OpenSessionLog();
+  ASSERT_EQ(ui.ShownForms().size(), 1u);
+  EXPECT_EQ(ui.ShownForms()[0].name, u"frmSessionLog");
+  EXPECT_FALSE(ui.ShownForms()[0].modal);
+}
+
+// The missed-backup notice's link: the notice goes and the feedback report comes up
+// beside the monitor, not modally, with the hand over the link.
+TEST(ProgramScreensTest, TheMissedBackupLinkOpensTheReportNotModally) {
+  testkit::FrameFixture fx;
+  fx.fake.fs.AddFolders(u"C:\\QV\\QVCOMMON\\alice");
+  fx.fake.clock.now = {2026, 11, 15, 10, 0, 0};
+  kit::ScriptedUi ui;
+  program::ProgramScreens screens(fx.app, ui);
+  frame::WriteSetting(fx.app, u"NotifyUsers", u"<<alice");
+  const base::Text file = fx.Common(u"alice\\qvwinserver.ini");
+  fx.fake.profile.WriteString(u"Corvane", u"Notify_Err", u"1", file);
+  fx.fake.profile.WriteString(u"Corvane", u"DateFailed", u"20261101", file);
+  screens.CheckMissedBackup();
+  notify::frmBKErrNotify& notice = screens.Notices().ErrNotice();
+  ASSERT_TRUE(notice.Visible());
+  EXPECT_EQ(notice.lblLink.ControlPointer(), kit::MousePointer::Hand);
+  notice.lblLink.RaiseClick();
+  EXPECT_FALSE(notice.IsLoaded());
+  ASSERT_FALSE(ui.ShownForms().empty());
+  EXPECT_EQ(ui.ShownForms().back().name, u"frmErrorReport");
+  EXPECT_FALSE(ui.ShownForms().back().modal);
+  kit::Form* report = ui.KeptScreen(u"frmErrorReport");
+  ASSERT_NE(report, nullptr);
+  EXPECT_TRUE(report->Visible());
+}
+
+}  // namespace
