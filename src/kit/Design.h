@@ -347,7 +347,7 @@ class Design {
         if (plan->tipKey.empty()) {
           ui->Tips().ButtonMouseUp(source, a.button);
         } else {
-          ui->Tips().ShowTip(a.button, GetToolTipText(plan->tipKey), *tool);
+          ui->Tips().ShowTip(a.button, FindTipText(tool->Owner().TipTexts(), plan->tipKey), *tool);
         }
       }
       if (!plan->press) return;

@@ -25,6 +25,7 @@ frmBKErrNotify::frmBKErrNotify(frame::AppState& app, kit::Ui& ui,
       openErrorReport_(std::move(openErrorReport)) {
   LookAsNotice(*this, Picture1, Picture2);
   SetKeyPreview(true);
+  SetTipTexts(kNoticeTips);
   PicFailedJob.SetCaption(u"Scheduled backups have not been taking place");
   Label3.SetFontBold(true);
   Label3.SetForeColor(kit::kWhite);

@@ -16,9 +16,16 @@ namespace {
 
 using kit::MouseArgs;
 
+// The tips of this form and of the notice whose Close tip it borrows.
+constexpr kit::TipText kLitTips[] = {
+    {u"frmLit.Pic_Edit", u"Edit this job"},
+    {u"bkupjobnotify.cancel", u"<br>Exit this screen<br>"},
+};
+
 class frmLit : public kit::Form {
  public:
   explicit frmLit(kit::Ui& ui) : Form(u"frmLit", {0, 0, 6000, 4000}, u"Lit") {
+    SetTipTexts(kLitTips);
     kit::Design(*this, ui)
         .Press(cancel, &frmLit::cancel_Click)
         .Press(Pic_Edit, &frmLit::Pic_Edit_Click)
@@ -101,7 +108,7 @@ TEST_F(DesignTest, ATipKeyOfAnotherFormAndTipsThatGoWithTheirForm) {
   form.cancel.Lbl().RaiseMouseUp({kit::kRightButton});
   ASSERT_NE(ui.Tips().Balloon(), nullptr);
   EXPECT_EQ(ui.Tips().Balloon()->TipText(),
-            kit::CutTipText(kit::GetToolTipText(u"bkupjobnotify.cancel")));
+            kit::CutTipText(u"<br>Exit this screen<br>"));
   EXPECT_EQ(ui.Tips().Balloon()->ParentWindow(), &form.cancel);
   EXPECT_EQ(form.widePresses, 0);
   // The left button presses and takes the tip away.
