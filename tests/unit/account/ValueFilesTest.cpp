@@ -43,17 +43,18 @@ TEST_F(ValueFilesTest, OverflowingCharacterStopsTheScrambleWithATraceLine) {
 }
 
 TEST_F(ValueFilesTest, ValueFileHoldsOneTrimmedLineAndIsReplacedNotAppended) {
-  account::WriteValueFile(app, u" jo ", u"  first  ", ValueKind::Password);
-  account::WriteValueFile(app, u"jo", u"second", ValueKind::Password);
+  EXPECT_TRUE(account::WriteValueFile(app, u" jo ", u"  first  ", ValueKind::Password));
+  EXPECT_TRUE(account::WriteValueFile(app, u"jo", u"second", ValueKind::Password));
   EXPECT_EQ(Lines(Common(u"jo\\jo.txt")), std::vector<Text>{u"second"});
   EXPECT_EQ(account::ReadValueFile(app, u"jo", ValueKind::Password), u"second");
 
-  account::WriteValueFile(app, u"jo", u"C:\\temp", ValueKind::TempPath);
+  EXPECT_TRUE(account::WriteValueFile(app, u"jo", u"C:\\temp", ValueKind::TempPath));
   EXPECT_EQ(Lines(Common(u"jo\\QVTemppath.txt")), std::vector<Text>{u"C:\\temp"});
 }
 
 TEST_F(ValueFilesTest, BlankFileFallsBackToRegistryValueNamedByScrambledKey) {
-  account::WriteValueFile(app, u"jo", account::Encrypt(app, u"   "), ValueKind::Password);
+  EXPECT_TRUE(
+      account::WriteValueFile(app, u"jo", account::Encrypt(app, u"   "), ValueKind::Password));
   EXPECT_EQ(Lines(Common(u"jo\\jo.txt")), std::vector<Text>{u""});
 
   Text name = account::Encrypt(app, u"jo");

@@ -218,7 +218,8 @@ std::vector<Writer> Writers() {
       {"password",
        [](JobStoreTest& t) {
          t.fake.fs.AddFolders(t.Common(u"jsmith"));
-         account::WriteValueFile(t.app, u"jsmith", u"old secret", account::ValueKind::Password);
+         EXPECT_TRUE(account::WriteValueFile(t.app, u"jsmith", u"old secret",
+                                             account::ValueKind::Password));
          return account::ValueFilePath(t.app, u"jsmith", account::ValueKind::Password);
        },
        [](JobStoreTest& t) {
@@ -362,7 +363,8 @@ TEST_F(FailingWriteTest, EveryAppenderLeavesNoHalfLineWhateverFails) {
       {"trace", Common(u"SerTraceFile.txt"), [&] { frame::WriteTrace(app, u"a traced line"); }},
       {"activity log", Common(u"logs\\job1.txt"),
        [&] { frame::WriteActivityLog(app, u"a logged line", 1); }},
-      {"schedule record", SchedulePath(), [&] { DB_WriteRecord(app, Rec(u"2"), SchedulePath()); }},
+      {"schedule record", SchedulePath(),
+       [&] { static_cast<void>(DB_WriteRecord(app, Rec(u"2"), SchedulePath())); }},
   };
   struct Failure {
     const char* name;

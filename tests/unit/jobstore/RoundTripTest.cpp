@@ -121,7 +121,7 @@ TEST_F(RoundTrip, RewritingEveryCanonicalRecordInOrderGivesTheSameBytes) {
     Load();
     ASSERT_EQ(app.Jobs.size(), static_cast<size_t>(n));
     std::vector<ScheduleRecord> jobs = app.Jobs;
-    for (auto& r : jobs) DB_WriteSchdata(app, r, false);
+    for (auto& r : jobs) ASSERT_TRUE(DB_WriteSchdata(app, r, false));
     ASSERT_EQ(ScheduleBytes(), original) << "seed " << seed;
 
     // And a second load sees the same records.
