@@ -40,6 +40,10 @@ DWORD StructuralStyle(const UiControl& s) {
     case UiKind::TextBox: return s.multiLine ? ES_MULTILINE : 0;
     case UiKind::DatePicker: return DateStyle(s);
     case UiKind::Picture: return ButtonWindow(s) ? 0x80000000u : 0;
+    // A list without check marks asks the host for what it shows (the rows' owner): it
+    // takes a hundred thousand rows at once and holds no copy of them. Check marks of
+    // such a list would be the host's to draw, so a list with them holds its rows.
+    case UiKind::ListView: return s.checkboxes ? 0 : LVS_OWNERDATA;
     default: return 0;
   }
 }
@@ -168,7 +172,7 @@ HWND Win32UiHost::CreateControlWindow(ControlRec& c) {
     case UiKind::ListView:
       cls = WC_LISTVIEWW;
       // The rows' pictures are the host's: the list only borrows them.
-      style |= LVS_REPORT | LVS_SINGLESEL | LVS_SHAREIMAGELISTS |
+      style |= LVS_REPORT | LVS_SINGLESEL | LVS_SHAREIMAGELISTS | StructuralStyle(s) |
                (s.hideSelection ? 0 : LVS_SHOWSELALWAYS);
       ex = WS_EX_CLIENTEDGE;
       break;
@@ -251,6 +255,7 @@ void Win32UiHost::Recreate(ControlRec& c) {
   byHwnd_.erase(old);
   c.shownColumns.clear();
   c.shownRows.clear();
+  c.shownSelected = -1;
   c.hwnd.Reset();
   if (CreateControlWindow(c) == nullptr) return;
   // Back to its place among its siblings.
@@ -525,6 +530,17 @@ bool Win32UiHost::OnParentMessage(UINT msg, WPARAM wp, LPARAM lp, LRESULT& resul
             }
             if (!c->dead) c->rowClickSent = false;
             result = 0;
+            return true;
+          }
+          case LVN_GETDISPINFOW: {
+            // A list of the rows' owner asks for what it is about to draw or tell.
+            auto* di = reinterpret_cast<NMLVDISPINFOW*>(lp);
+            FillDisplayInfo(*c, di->item);
+            result = 0;
+            return true;
+          }
+          case LVN_ODFINDITEMW: {
+            result = -1;  // no typing to a row: the design's lists have none
             return true;
           }
           case LVN_COLUMNCLICK: {
