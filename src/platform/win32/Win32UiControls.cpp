@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <functional>
 
 namespace platform {
@@ -112,8 +113,10 @@ HFONT Win32UiHost::Font(const UiFont& font, int dpi) {
 }
 
 UiTextSize Win32UiHost::MeasureText(const Text& text, const UiFont& font, double wrapWidth) {
-  win32::WindowDC screen(nullptr);
-  HDC dc = screen.Get();
+  if (!measureDc_) measureDc_.Reset(CreateCompatibleDC(nullptr));
+  std::optional<win32::WindowDC> screen;
+  if (!measureDc_) screen.emplace(nullptr);
+  HDC dc = measureDc_ ? measureDc_.Get() : screen->Get();
   win32::Selected selected(dc, Font(font, dpi_));
   RECT r{0, 0, 0, 0};
   UINT flags = DT_CALCRECT | DT_EXPANDTABS;

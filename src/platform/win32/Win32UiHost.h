@@ -218,6 +218,9 @@ class Win32UiHost : public IUiHost {
   std::uintptr_t nextTimer_ = 1;
 
   std::map<std::tuple<int, bool, int>, win32::UniqueFont> fonts_;  // points/100, bold, dpi
+  // Where text is measured, made once: the screen's DC got and given back for every one
+  // of the many pieces of a long name is a round trip to the window system each time.
+  win32::UniqueDC measureDc_;
 
   std::map<UiHandle, std::unique_ptr<TipRec>> tips_;
   win32::UniqueWindow plainTip_;
