@@ -196,12 +196,11 @@ HWND Win32UiHost::CreateControlWindow(ControlRec& c) {
   RECT r = PixelRect(s.rect, dpi);
   // A combo box's window holds its dropped list too.
   if (s.kind == UiKind::ComboBox) r.bottom += (r.bottom - r.top) * kComboLines;
-  const Text text = s.kind == UiKind::ListView || s.kind == UiKind::ProgressBar ||
-                            s.kind == UiKind::DatePicker || s.kind == UiKind::ComboBox
-                        ? Text()
-                        : s.caption;
+  // Made without its caption: ApplyControl below gives it as the window's text. A window
+  // made with a caption of a megabyte (a set name of a request file) is not made at all
+  // under Wine, and the control would be missing from its form.
   HWND hwnd = CreateWindowExW(
-      ex, cls, Wide(text), style, r.left, r.top, r.right - r.left, r.bottom - r.top, parent,
+      ex, cls, L"", style, r.left, r.top, r.right - r.left, r.bottom - r.top, parent,
       reinterpret_cast<HMENU>(static_cast<UINT_PTR>(c.handle & 0xFFFF)), instance_, nullptr);
   if (hwnd == nullptr) return nullptr;
   c.hwnd.Reset(hwnd);
