@@ -174,6 +174,7 @@ platform::UiControl FormHost::Describe(const Control& c) {
       const auto& lv = static_cast<const ListView&>(c);
       d.kind = platform::UiKind::ListView;
       for (const ListColumn& col : lv.Columns()) d.columns.push_back({col.caption, col.width});
+      d.rows.reserve(static_cast<std::size_t>(lv.Count()));
       for (int i = 1; i <= lv.Count(); ++i) {
         const ListItem& item = lv.Item(i);
         platform::UiListRow row;
