@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "base/Guarded.h"
+#include "frame/KeepAnswering.h"
 #include "frame/Logs.h"
 #include "jobstore/DBaction.h"
 #include "jobstore/NextRun.h"
@@ -80,6 +81,7 @@ void FillListView(frame::AppState& app, JobList& list) {
   const jobstore::LocaleFormats locale = jobstore::LocaleOf(app);
   list.rows.reserve(app.Jobs.size());
   for (size_t i = 0; i < app.Jobs.size(); ++i) {
+    if (i % 256 == 0) frame::KeepAnswering(app);
     const jobstore::ScheduleRecord& r = app.Jobs[i];
     JobRow row;
     row.cells.push_back(r.BackupSetName);

@@ -1,6 +1,7 @@
 #include "jobs/frmManageScheduledJobs.h"
 
 #include "base/Guarded.h"
+#include "frame/KeepAnswering.h"
 #include "frame/Logs.h"
 #include "jobs/PluginRules.h"
 #include "kit/Design.h"
@@ -105,10 +106,14 @@ void frmManageScheduledJobs::SetColumnHeaders() {
 
 // The list view, the line under it and the buttons as the JobList says.
 void frmManageScheduledJobs::Mirror() {
+  // The host hears of the rows once, not once a cell: a file of many jobs would else
+  // cost time in the square of its length.
+  kit::ListView::Batch batch(Sch_list_lv);
   if (mirroredFills_ != list_.fills) {
     mirroredFills_ = list_.fills;
     Sch_list_lv.ClearRows();
     for (const JobRow& row : list_.rows) {
+      if (Sch_list_lv.Count() % 256 == 0) frame::KeepAnswering(app_);
       kit::ListItem& item = Sch_list_lv.AddRow(row.Name());
       for (size_t i = 1; i < row.cells.size(); ++i)
         item.SetSubItem(static_cast<int>(i), row.cells[i]);

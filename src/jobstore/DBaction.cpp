@@ -1,9 +1,11 @@
 #include "jobstore/DBaction.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "base/Guarded.h"
 #include "base/Utf16.h"
+#include "frame/KeepAnswering.h"
 #include "frame/Logs.h"
 #include "frame/Settings.h"
 #include "jobstore/DBactionWrites.h"
@@ -216,9 +218,9 @@ long DB_NumberOfRecord(AppState& app, const Text& path) {
   long count = 0;
   base::Guarded(
       [&] {
-        auto lines = TextFile::ReadLines(Fs(app), path);
+        auto lines = TextFile::CountLines(Fs(app), path);
         if (!lines) return;
-        count = static_cast<long>(lines->size());
+        count = static_cast<long>(*lines);
         if (count > 0 && IsScheduleFile(app, path)) --count;
       },
       [&](const base::ErrorInfo& e) {
@@ -237,7 +239,8 @@ bool DB_ReadRecord(AppState& app, const Text& key, const Text& path, std::vector
         const bool schedule = IsScheduleFile(app, path);
         if (key.empty()) {
           size_t first = (schedule && !all->empty()) ? 1 : 0;
-          lines.assign(all->begin() + static_cast<std::ptrdiff_t>(first), all->end());
+          lines.assign(std::make_move_iterator(all->begin() + static_cast<std::ptrdiff_t>(first)),
+                       std::make_move_iterator(all->end()));
           found = !lines.empty();
           return;
         }
@@ -291,6 +294,7 @@ long DB_ReadSchdata(AppState& app, const Text& key, std::vector<ScheduleRecord>&
     // The file may have changed between the count and the read; the count rules.
     const size_t n = std::min(records.size(), lines.size());
     for (size_t i = 0; i < n; ++i) {
+      if (i % 256 == 0) frame::KeepAnswering(app);
       ParsedLine parsed = ParseScheduleLine(lines[i], rule);
       if (!parsed.hasSeparator) continue;
       const size_t at = key.empty() ? kept++ : i;
@@ -362,9 +366,10 @@ bool CheckEnumStatus(const std::vector<Text>& list, const Text& value) {
 }
 
 Text Readfirstline(AppState& app, const Text& path) {
-  auto lines = TextFile::ReadLines(Fs(app), path);
-  if (!lines || lines->empty()) return u"0";
-  Text first = base::Trim((*lines)[0]);
+  // The tick asks for the state word every ten seconds: only the first line is read.
+  auto line = TextFile::ReadFirstLine(Fs(app), path);
+  if (!line) return u"0";
+  Text first = base::Trim(*line);
   return first.empty() ? Text(u"0") : first;
 }
 

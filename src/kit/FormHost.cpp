@@ -118,7 +118,9 @@ platform::UiWindow FormHost::Describe(const Form& form) {
   return w;
 }
 
-platform::UiControl FormHost::Describe(const Control& c) {
+platform::UiControl FormHost::Describe(const Control& c) { return Describe(c, {}); }
+
+platform::UiControl FormHost::Describe(const Control& c, const std::function<void()>& meanwhile) {
   platform::UiControl d;
   d.name = c.FullName();
   d.role = static_cast<platform::UiRole>(static_cast<int>(c.Role()));
@@ -174,7 +176,9 @@ platform::UiControl FormHost::Describe(const Control& c) {
       const auto& lv = static_cast<const ListView&>(c);
       d.kind = platform::UiKind::ListView;
       for (const ListColumn& col : lv.Columns()) d.columns.push_back({col.caption, col.width});
+      d.rows.reserve(static_cast<std::size_t>(lv.Count()));
       for (int i = 1; i <= lv.Count(); ++i) {
+        if (meanwhile && i % 4096 == 0) meanwhile();
         const ListItem& item = lv.Item(i);
         platform::UiListRow row;
         row.text = item.GetText();
@@ -416,7 +420,17 @@ void FormHost::OnChange(Tracked& t, Control& control, Aspect aspect) {
   if (it == t.handles.end()) return;
   const UiChange change = ToChange(aspect);
   if (change == UiChange::None) return;
-  host_.UpdateControl(it->second, Describe(control), change);
+  if (control.Kind() == ControlKind::ListView) {
+    // A list of many thousand rows takes a while to describe and to hand over: the
+    // host answers other programs in between, and nothing else runs.
+    const auto answer = [this] { host_.AnswerOtherPrograms(); };
+    platform::UiControl d = Describe(control, answer);
+    answer();
+    host_.UpdateControl(it->second, d, change);
+    answer();
+  } else {
+    host_.UpdateControl(it->second, Describe(control), change);
+  }
   // A skinned button carries its label's caption as its own text.
   if (IsButtonLabel(control) && Has(change, UiChange::Caption)) {
     auto button = t.handles.find(control.Container());

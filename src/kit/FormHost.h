@@ -6,6 +6,7 @@
 // turns what the host reports back (mouse, keys, clicks, list and text changes,
 // close requests, menu choices) into the form's own events. A screen is then one
 // class with its layout and handlers: nothing here knows any particular form.
+#include <functional>
 #include <map>
 #include <memory>
 #include <vector>
@@ -54,6 +55,10 @@ class FormHost : private platform::IUiEvents {
   // The neutral description of a form or a control as it stands.
   static platform::UiWindow Describe(const Form& form);
   static platform::UiControl Describe(const Control& control);
+  // The same; `meanwhile` is called every few thousand rows of a list, so that long
+  // descriptions can let the host answer other programs.
+  static platform::UiControl Describe(const Control& control,
+                                      const std::function<void()>& meanwhile);
   // Whether a control of this kind becomes a window of its own.
   static bool Rendered(ControlKind kind);
   // The id a menu item carries to the host: its place among the form's controls.

@@ -87,13 +87,13 @@ ListView::ListView(Parent parent, Text name, Layout layout)
 
 void ListView::AddColumn(const Text& caption, double width) {
   columns_.push_back({caption, width});
-  Touch(Aspect::Items);
+  ItemsChanged();
 }
 
 void ListView::ClearColumns() {
   if (columns_.empty()) return;
   columns_.clear();
-  Touch(Aspect::Items);
+  ItemsChanged();
 }
 
 const ListColumn& ListView::Column(int i) const {
@@ -104,36 +104,36 @@ void ListView::SetColumnCaption(int i, const Text& caption) {
   ListColumn& c = columns_[Slot(i, columns_.size(), "column index")];
   if (c.caption == caption) return;
   c.caption = caption;
-  Touch(Aspect::Items);
+  ItemsChanged();
 }
 
 void ListView::SetColumnWidth(int i, double width) {
   ListColumn& c = columns_[Slot(i, columns_.size(), "column index")];
   if (c.width == width) return;
   c.width = width;
-  Touch(Aspect::Items);
+  ItemsChanged();
 }
 
 ListItem& ListView::AddRow(const Text& text, const Text& key) {
   if (!key.empty() && FindKey(key) != nullptr) throw std::invalid_argument("key is not unique");
   rows_.push_back(std::make_unique<ListItem>(*this, text, key));
   ListItem& item = *rows_.back();
-  if (s_.sorted) Resort();
-  Touch(Aspect::Items);
+  if (s_.sorted && batch_ == 0) Resort();
+  ItemsChanged();
   return item;
 }
 
 void ListView::RemoveRow(int index1) {
   rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(Slot(index1, rows_.size(), "row index")));
   visibleRow_ = 0;
-  Touch(Aspect::Items);
+  ItemsChanged();
 }
 
 void ListView::ClearRows() {
   if (rows_.empty()) return;
   rows_.clear();
   visibleRow_ = 0;
-  Touch(Aspect::Items);
+  ItemsChanged();
 }
 
 void ListView::EnsureVisible(int index1) {
@@ -195,20 +195,20 @@ void ListView::SetHideSelection(bool v) {
 void ListView::SetSorted(bool v) {
   s_.sorted = v;
   if (v) Resort();
-  Touch(Aspect::Items);
+  ItemsChanged();
 }
 
 void ListView::SetSortKey(int key) {
   if (key < 0) throw std::out_of_range("sort key");
   s_.sortKey = key;
   if (s_.sorted) Resort();
-  Touch(Aspect::Items);
+  ItemsChanged();
 }
 
 void ListView::SetSortOrder(SortOrder order) {
   s_.sortOrder = order;
   if (s_.sorted) Resort();
-  Touch(Aspect::Items);
+  ItemsChanged();
 }
 
 void ListView::Resort() {
@@ -221,7 +221,24 @@ void ListView::Resort() {
 }
 
 void ListView::RowChanged(ListItem& item, bool affectsSort) {
-  if (affectsSort && s_.sorted) Resort();
+  if (affectsSort && s_.sorted && batch_ == 0) Resort();
+  ItemsChanged();
+}
+
+void ListView::ItemsChanged() {
+  if (batch_ > 0) {
+    batchChanged_ = true;
+    return;
+  }
+  Touch(Aspect::Items);
+}
+
+void ListView::EndBatch() noexcept {
+  if (--batch_ > 0 || !batchChanged_) return;
+  batchChanged_ = false;
+  // A sort that cannot get memory sorts in place, and the form catches what its
+  // listener throws: nothing leaves here.
+  if (s_.sorted) Resort();
   Touch(Aspect::Items);
 }
 

@@ -119,12 +119,29 @@ class ListView : public Control {
   void UserCheckRow(int index1, bool checked);
   void UserClickColumn(int column1);
 
+  // Many changes to the rows as one: while a batch is open the list tells its renderer
+  // nothing and does not sort; when the outermost batch closes it sorts once (when
+  // sorted) and tells once. A fill of many rows so costs the renderer one update, not
+  // one per cell. Batches nest.
+  class Batch {
+   public:
+    explicit Batch(ListView& list) : list_(list) { ++list_.batch_; }
+    ~Batch() { list_.EndBatch(); }
+    Batch(const Batch&) = delete;
+    Batch& operator=(const Batch&) = delete;
+
+   private:
+    ListView& list_;
+  };
+
   void SaveDesign() override;
   void RestoreDesign() override;
 
  private:
   friend class ListItem;
   void RowChanged(ListItem& item, bool affectsSort);
+  void ItemsChanged();
+  void EndBatch() noexcept;
   void Resort();
   int IndexOf(const ListItem& item) const;
 
@@ -140,6 +157,8 @@ class ListView : public Control {
   std::vector<ListColumn> designColumns_;
   std::vector<std::unique_ptr<ListItem>> rows_;
   int visibleRow_ = 0;
+  int batch_ = 0;
+  bool batchChanged_ = false;
 };
 
 }  // namespace kit

@@ -1,6 +1,7 @@
 #include "notify/bkupjobnotify.h"
 
 #include "base/Guarded.h"
+#include "frame/KeepAnswering.h"
 #include "frame/Logs.h"
 #include "kit/Design.h"
 #include "kit/LabelText.h"
@@ -85,11 +86,29 @@ void bkupjobnotify::TakeMonitorFontSize() {
   for (kit::Label* l : {&lblTempDummy, &bkupjobname, &lblnxtbkup}) l->SetFontSize(size);
 }
 
+Text bkupjobnotify::Wrapped(TextView text, double width) {
+  const double size = lblTempDummy.FontSize();
+  const bool bold = lblTempDummy.FontBold();
+  const kit::TextMeasure& measure = ui_.Measure();
+  std::size_t measured = 0;
+  return kit::WrapLabelText(text, [&](TextView piece) {
+    if (++measured % 256 == 0) frame::KeepAnswering(app_);
+    return measure.Measure(piece, size, bold, 0).width <= width;
+  });
+}
+
 void bkupjobnotify::SetSetName(const Text& name) {
   base::IgnoreFailure([&] {
     TakeMonitorFontSize();
-    bkupjobname.SetCaption(
-        kit::WrapLabelText(LabelText(name), bkupjobname.Width(), lblTempDummy, ui_.Measure()));
+    const double width = bkupjobname.Width();
+    WrappedName& last = setName_;
+    if (last.name != name || last.width != width || last.fontSize != lblTempDummy.FontSize() ||
+        last.bold != lblTempDummy.FontBold()) {
+      last = WrappedName{};  // a failure below leaves nothing half-kept
+      Text caption = Wrapped(LabelText(name), width);
+      last = {name, width, lblTempDummy.FontSize(), lblTempDummy.FontBold(), std::move(caption)};
+    }
+    bkupjobname.SetCaption(last.caption);
     lblTempDummy.SetCaption(u" ");
   });
 }
@@ -110,9 +129,7 @@ void bkupjobnotify::NextJobAndQuota() {
         if (next.showLines) {
           DTPNextTrf.SetValue(next.nextRun);
           TakeMonitorFontSize();
-          lblnxtbkup.SetCaption(kNextSetPrefix + kit::WrapLabelText(next.setName,
-                                                                    lblnxtbkup.Width(),
-                                                                    lblTempDummy, ui_.Measure()));
+          lblnxtbkup.SetCaption(kNextSetPrefix + Wrapped(next.setName, lblnxtbkup.Width()));
           lblTempDummy.SetCaption(u" ");
           lblnxtbkupTime.SetCaption(kNextTimePrefix + NextTransferTimeText(app_, next.nextRun));
         } else {

@@ -74,6 +74,19 @@ class bkupjobnotify : public kit::Form {
   // Before a name is wrapped: the monitor window's label size to the measuring label
   // and the two labels that show wrapped names.
   void TakeMonitorFontSize();
+  // `text` wrapped to `width` in the measuring label's font; a long name is measured in
+  // many pieces, and the window goes on answering other programs meanwhile.
+  Text Wrapped(TextView text, double width);
+
+  // The set name as last wrapped, and what it was wrapped for: opening the notice sets
+  // the name again, and a megabyte name is not measured twice for the same width.
+  struct WrappedName {
+    Text name;
+    double width = -1;
+    double fontSize = -1;
+    bool bold = false;
+    Text caption;
+  } setName_;
 
   frame::AppState& app_;
   kit::Ui& ui_;

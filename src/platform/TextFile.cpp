@@ -31,6 +31,56 @@ std::optional<std::vector<Text>> TextFile::ReadLines(IFileSystem& fs, const Text
 
 namespace {
 
+// The byte offset of the first LF unit at or after unit offset `from` (both counted
+// from the file's start, units at even offsets), or npos.
+size_t FindLineFeed(std::string_view bytes, size_t from) {
+  for (size_t i = from; i + 1 < bytes.size(); i += 2)
+    if (bytes[i] == '\n' && bytes[i + 1] == '\0') return i;
+  return std::string_view::npos;
+}
+
+}  // namespace
+
+std::optional<Text> TextFile::ReadFirstLine(IFileSystem& fs, const Text& path) {
+  std::string bytes;
+  std::size_t piece = 4096;
+  for (;;) {
+    auto more = fs.ReadRange(path, bytes.size(), piece);
+    if (!more) return std::nullopt;
+    const size_t searched = bytes.size() & ~size_t{1};
+    bytes += *more;
+    const size_t lf = FindLineFeed(bytes, searched);
+    const bool atEnd = more->size() < piece;
+    if (lf != std::string_view::npos || atEnd) {
+      const std::string_view head = lf == std::string_view::npos
+                                        ? std::string_view(bytes)
+                                        : std::string_view(bytes).substr(0, lf + 2);
+      const auto lines = SplitLines(base::DecodeUtf16Le(head).units);
+      return lines.empty() ? Text() : lines.front();
+    }
+    // A first line of megabytes is read in pieces that double, not in thousands.
+    piece *= 2;
+  }
+}
+
+std::optional<std::size_t> TextFile::CountLines(IFileSystem& fs, const Text& path) {
+  auto bytes = fs.ReadAll(path);
+  if (!bytes) return std::nullopt;
+  const std::string_view all(*bytes);
+  const size_t first = base::HasUtf16Bom(all) ? 2 : 0;
+  const size_t end = first + (all.size() - first) / 2 * 2;  // an odd last byte is no unit
+  std::size_t lines = 0;
+  size_t start = first;
+  for (size_t lf = FindLineFeed(all.substr(0, end), first); lf != std::string_view::npos;
+       lf = FindLineFeed(all.substr(0, end), lf + 2)) {
+    ++lines;
+    start = lf + 2;
+  }
+  return lines + (start < end ? 1 : 0);
+}
+
+namespace {
+
 // Only a file that is surely not there may be made anew: making it truncates. An
 // existence test that fails for a file that is there (a passing error of the system)
 // must not cost the file, so a file whose size can be read counts as there.

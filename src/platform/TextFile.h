@@ -19,6 +19,11 @@ class TextFile {
   static std::optional<std::vector<Text>> ReadLines(IFileSystem& fs, const Text& path);
   // The whole content as units, BOM removed (a trailing odd byte is dropped).
   static std::optional<Text> ReadText(IFileSystem& fs, const Text& path);
+  // ReadLines' first line alone ("" for a file without lines), read from the start a
+  // piece at a time: a schedule of fifty megabytes costs what its first line costs.
+  static std::optional<Text> ReadFirstLine(IFileSystem& fs, const Text& path);
+  // How many lines ReadLines would give, counted without making them.
+  static std::optional<std::size_t> CountLines(IFileSystem& fs, const Text& path);
   // A new file holding only the byte-order mark; with overwrite false an existing
   // file is left alone (and counts as success).
   static WriteResult Create(IFileSystem& fs, const Text& path, bool overwrite);

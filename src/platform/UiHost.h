@@ -24,6 +24,10 @@ class IUiHost {
   virtual void Quit(int exitCode) = 0;
   // Lets pending messages through (timers, callbacks, painting, input).
   virtual void DoEvents() = 0;
+  // Answers only what other programs sent to the windows (a WM_NULL asking whether the
+  // program hangs, a screen reader's question); no timer, input or callback runs. For
+  // long work on the one thread, which must not be entered again from inside.
+  virtual void AnswerOtherPrograms() {}
   // Timers may fire again while an earlier tick is still running (when that tick
   // lets events through or shows a modal box), as the design expects.
   virtual std::uintptr_t StartTimer(std::uint32_t intervalMs, std::function<void()> onTick) = 0;

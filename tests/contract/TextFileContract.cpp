@@ -90,6 +90,34 @@ TEST_P(TextFileContract, FileWithoutByteOrderMarkIsReadAsUtf16) {
   EXPECT_EQ(TextFile::ReadLines(fs(), Path(u"absent.txt")), std::nullopt);
 }
 
+// The first line and the count of lines, read without making every line, agree with
+// ReadLines on every way a file can end and on a first line longer than one piece.
+TEST_P(TextFileContract, FirstLineAndCountAgreeWithReadLines) {
+  const Text longLine(5000, u'x');
+  const std::vector<std::string> contents = {
+      "",
+      "\xFF\xFE",
+      "\xFF\xFE" + Utf16(u"0\r\n1\b\bSet\r\n"),
+      "\xFF\xFE" + Utf16(u" 1 \r\nno end"),
+      Utf16(u"2\nlone\n\n"),
+      "\xFF\xFE" + Utf16(u"\r\n\r\n"),
+      "\xFF\xFE" + Utf16(u"only\r") + "z",
+      "\xFF\xFE" + Utf16(longLine + u"\r\nsecond\r\n"),
+      "\xFF\xFE" + Utf16(longLine + longLine),
+  };
+  const Text file = Path(u"scheduleData.txt");
+  for (const std::string& bytes : contents) {
+    ASSERT_TRUE(fs().WriteAll(file, bytes));
+    const auto lines = TextFile::ReadLines(fs(), file);
+    ASSERT_TRUE(lines.has_value());
+    EXPECT_EQ(TextFile::CountLines(fs(), file), lines->size()) << bytes.size() << " bytes";
+    EXPECT_EQ(TextFile::ReadFirstLine(fs(), file), lines->empty() ? Text() : lines->front())
+        << bytes.size() << " bytes";
+  }
+  EXPECT_EQ(TextFile::ReadFirstLine(fs(), Path(u"missing.txt")), std::nullopt);
+  EXPECT_EQ(TextFile::CountLines(fs(), Path(u"missing.txt")), std::nullopt);
+}
+
 INSTANTIATE_TEST_SUITE_P(All, TextFileContract, ::testing::ValuesIn(FileSystemTargets()),
                          TargetName());
 

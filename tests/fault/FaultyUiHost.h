@@ -17,6 +17,7 @@ class FaultyUiHost : public platform::IUiHost {
   int RunMessageLoop() override { return in_.RunMessageLoop(); }
   void Quit(int exitCode) override { in_.Quit(exitCode); }
   void DoEvents() override { in_.DoEvents(); }
+  void AnswerOtherPrograms() override { in_.AnswerOtherPrograms(); }
   std::uintptr_t StartTimer(std::uint32_t intervalMs, std::function<void()> onTick) override;
   void StopTimer(std::uintptr_t id) override { in_.StopTimer(id); }
   bool AskYesNo(const Text& text, const Text& title) override { return in_.AskYesNo(text, title); }

@@ -22,6 +22,7 @@ class FakeUiHost : public IUiHost {
     exitCode = code;
   }
   void DoEvents() override { ++doEventsCalls; }
+  void AnswerOtherPrograms() override { ++answerCalls; }
   std::uintptr_t StartTimer(std::uint32_t intervalMs, std::function<void()> onTick) override;
   void StopTimer(std::uintptr_t id) override { timers.erase(id); }
   bool AskYesNo(const Text& text, const Text& title) override;
@@ -42,6 +43,7 @@ class FakeUiHost : public IUiHost {
   bool quitRequested = false;
   int exitCode = 0;
   int doEventsCalls = 0;
+  int answerCalls = 0;  // AnswerOtherPrograms
   std::function<void(const Text& line)> failureSink;
   std::vector<Text> failures;  // one line per failure that reached the host
 

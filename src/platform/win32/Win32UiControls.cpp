@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <functional>
 
 namespace platform {
@@ -40,6 +41,10 @@ DWORD StructuralStyle(const UiControl& s) {
     case UiKind::TextBox: return s.multiLine ? ES_MULTILINE : 0;
     case UiKind::DatePicker: return DateStyle(s);
     case UiKind::Picture: return ButtonWindow(s) ? 0x80000000u : 0;
+    // A list without check marks asks the host for what it shows (the rows' owner): it
+    // takes a hundred thousand rows at once and holds no copy of them. Check marks of
+    // such a list would be the host's to draw, so a list with them holds its rows.
+    case UiKind::ListView: return s.checkboxes ? 0 : LVS_OWNERDATA;
     default: return 0;
   }
 }
@@ -108,8 +113,10 @@ HFONT Win32UiHost::Font(const UiFont& font, int dpi) {
 }
 
 UiTextSize Win32UiHost::MeasureText(const Text& text, const UiFont& font, double wrapWidth) {
-  win32::WindowDC screen(nullptr);
-  HDC dc = screen.Get();
+  if (!measureDc_) measureDc_.Reset(CreateCompatibleDC(nullptr));
+  std::optional<win32::WindowDC> screen;
+  if (!measureDc_) screen.emplace(nullptr);
+  HDC dc = measureDc_ ? measureDc_.Get() : screen->Get();
   win32::Selected selected(dc, Font(font, dpi_));
   RECT r{0, 0, 0, 0};
   UINT flags = DT_CALCRECT | DT_EXPANDTABS;
@@ -168,7 +175,7 @@ HWND Win32UiHost::CreateControlWindow(ControlRec& c) {
     case UiKind::ListView:
       cls = WC_LISTVIEWW;
       // The rows' pictures are the host's: the list only borrows them.
-      style |= LVS_REPORT | LVS_SINGLESEL | LVS_SHAREIMAGELISTS |
+      style |= LVS_REPORT | LVS_SINGLESEL | LVS_SHAREIMAGELISTS | StructuralStyle(s) |
                (s.hideSelection ? 0 : LVS_SHOWSELALWAYS);
       ex = WS_EX_CLIENTEDGE;
       break;
@@ -189,12 +196,11 @@ HWND Win32UiHost::CreateControlWindow(ControlRec& c) {
   RECT r = PixelRect(s.rect, dpi);
   // A combo box's window holds its dropped list too.
   if (s.kind == UiKind::ComboBox) r.bottom += (r.bottom - r.top) * kComboLines;
-  const Text text = s.kind == UiKind::ListView || s.kind == UiKind::ProgressBar ||
-                            s.kind == UiKind::DatePicker || s.kind == UiKind::ComboBox
-                        ? Text()
-                        : s.caption;
+  // Made without its caption: ApplyControl below gives it as the window's text. A window
+  // made with a caption of a megabyte (a set name of a request file) is not made at all
+  // under Wine, and the control would be missing from its form.
   HWND hwnd = CreateWindowExW(
-      ex, cls, Wide(text), style, r.left, r.top, r.right - r.left, r.bottom - r.top, parent,
+      ex, cls, L"", style, r.left, r.top, r.right - r.left, r.bottom - r.top, parent,
       reinterpret_cast<HMENU>(static_cast<UINT_PTR>(c.handle & 0xFFFF)), instance_, nullptr);
   if (hwnd == nullptr) return nullptr;
   c.hwnd.Reset(hwnd);
@@ -251,6 +257,7 @@ void Win32UiHost::Recreate(ControlRec& c) {
   byHwnd_.erase(old);
   c.shownColumns.clear();
   c.shownRows.clear();
+  c.shownSelected = -1;
   c.hwnd.Reset();
   if (CreateControlWindow(c) == nullptr) return;
   // Back to its place among its siblings.
@@ -525,6 +532,17 @@ bool Win32UiHost::OnParentMessage(UINT msg, WPARAM wp, LPARAM lp, LRESULT& resul
             }
             if (!c->dead) c->rowClickSent = false;
             result = 0;
+            return true;
+          }
+          case LVN_GETDISPINFOW: {
+            // A list of the rows' owner asks for what it is about to draw or tell.
+            auto* di = reinterpret_cast<NMLVDISPINFOW*>(lp);
+            FillDisplayInfo(*c, di->item);
+            result = 0;
+            return true;
+          }
+          case LVN_ODFINDITEMW: {
+            result = -1;  // no typing to a row: the design's lists have none
             return true;
           }
           case LVN_COLUMNCLICK: {

@@ -239,6 +239,12 @@ void Win32UiHost::Sweep() {
 
 void Win32UiHost::Quit(int exitCode) { PostQuitMessage(exitCode); }
 
+void Win32UiHost::AnswerOtherPrograms() {
+  // A peek for sent messages alone delivers them and removes nothing from the queue.
+  MSG msg;
+  PeekMessageW(&msg, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+}
+
 void Win32UiHost::DoEvents() {
   MSG msg;
   // Bounded: a stream of posted messages must not keep the caller here for ever.

@@ -12,6 +12,8 @@
 // keys to the forms.
 #include "platform/win32/Win32Text.h"
 
+#include <commctrl.h>
+
 #include <functional>
 #include <map>
 #include <tuple>
@@ -36,6 +38,7 @@ class Win32UiHost : public IUiHost {
   int RunMessageLoop() override;
   void Quit(int exitCode) override;
   void DoEvents() override;
+  void AnswerOtherPrograms() override;
   std::uintptr_t StartTimer(std::uint32_t intervalMs, std::function<void()> onTick) override;
   void StopTimer(std::uintptr_t id) override;
   bool AskYesNo(const Text& text, const Text& title) override;
@@ -136,6 +139,8 @@ class Win32UiHost : public IUiHost {
   void ApplyMenuBar(FormRec& f);
   void BuildMenuBar(FormRec& f);
   void ApplyList(ControlRec& c, bool force);
+  void ApplyOwnedRows(ControlRec& c);
+  void FillDisplayInfo(ControlRec& c, LVITEMW& item);
   void ApplyComboItems(ControlRec& c);
   // The index of a row's picture in the list's image list (added on first use).
   int RowImage(ControlRec& c, const Text& key);
@@ -213,6 +218,9 @@ class Win32UiHost : public IUiHost {
   std::uintptr_t nextTimer_ = 1;
 
   std::map<std::tuple<int, bool, int>, win32::UniqueFont> fonts_;  // points/100, bold, dpi
+  // Where text is measured, made once: the screen's DC got and given back for every one
+  // of the many pieces of a long name is a round trip to the window system each time.
+  win32::UniqueDC measureDc_;
 
   std::map<UiHandle, std::unique_ptr<TipRec>> tips_;
   win32::UniqueWindow plainTip_;

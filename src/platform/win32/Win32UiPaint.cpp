@@ -94,10 +94,28 @@ void Win32UiHost::PaintControl(ControlRec& c, HDC dc, const RECT& r, bool presse
 
 namespace {
 
+// How much of a caption can show in `r` with the font selected into `dc`: no character is
+// narrower than a pixel, so a line holds at most the rectangle's width in characters, and
+// no more lines show than its height holds. A caption of a megabyte (a file name of the
+// engine's, a set name of a request file) is so laid out in the time of what shows: the
+// platform's word break measures the rest of the text for every line it makes.
+std::size_t ShownLength(HDC dc, const Text& caption, const RECT& r) {
+  TEXTMETRICW tm{};
+  const long lineHeight = GetTextMetricsW(dc, &tm) && tm.tmHeight > 0 ? tm.tmHeight : 1;
+  const std::size_t lines = static_cast<std::size_t>(std::max<long>(0, r.bottom - r.top)) /
+                                static_cast<std::size_t>(lineHeight) +
+                            2;
+  // A line's own CR LF, and the look past its end for a place to break.
+  const std::size_t perLine = static_cast<std::size_t>(std::max<long>(1, r.right - r.left)) + 3;
+  return std::min(caption.size(), lines * perLine);
+}
+
 // A caption drawn as a label draws it, in `color`; false when it does not fit `r`.
 bool DrawCaption(HDC dc, const Text& caption, RECT r, COLORREF color, UINT align, bool mustFit) {
   if (caption.empty()) return false;
+  const std::size_t shown = ShownLength(dc, caption, r);
   if (mustFit) {
+    if (shown < caption.size()) return false;
     RECT need = r;
     DrawTextW(dc, Wide(caption), static_cast<int>(caption.size()), &need,
               DT_CALCRECT | DT_WORDBREAK);
@@ -106,8 +124,7 @@ bool DrawCaption(HDC dc, const Text& caption, RECT r, COLORREF color, UINT align
   }
   SetBkMode(dc, TRANSPARENT);
   SetTextColor(dc, color);
-  DrawTextW(dc, Wide(caption), static_cast<int>(caption.size()), &r,
-            DT_WORDBREAK | DT_EXPANDTABS | align);
+  DrawTextW(dc, Wide(caption), static_cast<int>(shown), &r, DT_WORDBREAK | DT_EXPANDTABS | align);
   return true;
 }
 
@@ -231,7 +248,7 @@ void Win32UiHost::PaintSkinned(ControlRec& c, HDC dc, const RECT& r, bool presse
                : s.align == UiAlign::Right ? DT_RIGHT
                                            : DT_LEFT;
       RECT text = r;
-      DrawTextW(dc, Wide(s.caption), static_cast<int>(s.caption.size()), &text, flags);
+      DrawTextW(dc, Wide(s.caption), static_cast<int>(ShownLength(dc, s.caption, r)), &text, flags);
       break;
     }
     default: break;

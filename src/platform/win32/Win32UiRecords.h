@@ -95,7 +95,8 @@ struct Win32UiHost::ControlRec {
   DWORD createdStyle = 0;     // style bits that only a new window can change
   // What the list view shows now, to change only what differs.
   std::vector<UiListColumn> shownColumns;
-  std::vector<UiListRow> shownRows;
+  std::vector<UiListRow> shownRows;  // not kept for a list of the rows' owner
+  int shownSelected = -1;            // the selected row (from 0) of such a list as shown
   bool listBuilt = false;
   std::vector<Text> rowImageKeys;  // the keys of rowImages, in its order
   std::vector<Text> shownItems;    // a combo box's entries as shown

@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "base/Guarded.h"
+#include "base/Text.h"
 #include "kit/Controls.h"
 #include "kit/HostedUi.h"
 #include "kit/ListView.h"
@@ -615,6 +616,33 @@ TEST(FormHostFailures, AControlTheHostFailedToMakeLeavesTheTimersRunning) {
   ASSERT_EQ(host.timers.size(), 1u);
   host.FireTimer(host.timers.begin()->first);
   EXPECT_EQ(form.ticks, 1);
+}
+
+}  // namespace
+
+namespace {
+
+TEST(FormHostLongLists, AListOfManyRowsLetsTheHostAnswerWhileItIsDescribedAndHandedOver) {
+  platform::FakeUiHost host;
+  frmSample form;
+  kit::HostedUi ui{host};
+  ui.Show(form);
+  const int before = host.answerCalls;
+  const std::size_t had = static_cast<std::size_t>(form.lvItems.Count());
+  {
+    kit::ListView::Batch batch(form.lvItems);
+    for (int i = 1; i <= 10000; ++i) form.lvItems.AddRow(u"row " + base::FromNumber(i));
+  }
+  // Every 4,096 rows, and before and after the hand-over.
+  EXPECT_GE(host.answerCalls - before, 4);
+  const auto& shown = host.controls.at(ui.Forms().HandleOf(form.lvItems)).state.rows;
+  ASSERT_EQ(shown.size(), had + 10000);
+  EXPECT_EQ(shown.back().text, u"row 10000");
+
+  // A label's change is no occasion to answer.
+  const int atList = host.answerCalls;
+  form.lblStatus.SetCaption(u"Done");
+  EXPECT_EQ(host.answerCalls, atList);
 }
 
 }  // namespace

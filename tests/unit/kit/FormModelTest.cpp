@@ -242,6 +242,32 @@ TEST(FormModel, ListViewSortsByKeyAndOrderWithoutRegardToCase) {
   EXPECT_EQ(lv.Item(lv.Count()).GetText(), u"alpha");
 }
 
+TEST(FormModel, AListViewBatchTellsOnceWhenTheOutermostEndsAndSortsThen) {
+  frmSample f;
+  auto& lv = f.lvItems;
+  lv.SetSorted(true);
+  int told = 0;
+  f.SetChangeListener([&](kit::Control& c, kit::Aspect a) {
+    if (&c == &lv && kit::Has(a, kit::Aspect::Items)) ++told;
+  });
+  {
+    kit::ListView::Batch outer(lv);
+    {
+      kit::ListView::Batch inner(lv);
+      for (const char16_t* t : {u"c", u"a", u"b"}) lv.AddRow(t).SetSubItem(2, t);
+    }
+    lv.Item(1).SetSelected(true);
+    EXPECT_EQ(told, 0) << "told inside a batch";
+  }
+  EXPECT_EQ(told, 1);
+  EXPECT_EQ(lv.Item(1).GetText(), u"a") << "sorted when the batch ended";
+  EXPECT_EQ(lv.SelectedItem()->GetText(), u"c");
+  { kit::ListView::Batch nothing(lv); }
+  EXPECT_EQ(told, 1) << "a batch that changed nothing tells nothing";
+  lv.AddRow(u"d");
+  EXPECT_EQ(told, 2) << "outside a batch every change is told";
+}
+
 TEST(FormModel, ListViewSelectionChecksAndBadIndexes) {
   frmSample f;
   auto& lv = f.lvItems;

@@ -1,0 +1,335 @@
+// Sizes no user means to make, against the running monitor beside the simulated engine:
+// one progress call whose file name is a megabyte, a job-end request whose set name is a
+// megabyte, and a valid schedule of 200,000 records (50 MB) opened in Manage Scheduled
+// Jobs. Throughout each, a watcher asks the monitor window for WM_NULL every 100 ms: the
+// window must answer every one within 2 s.
+#include <windows.h>
+#include <commctrl.h>
+#include <objbase.h>
+#include <oleauto.h>
+#include <psapi.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <mutex>
+#include <thread>
+
+#include "EngineSupport.h"
+#include "MonitorFixture.h"
+#include "QVMonitor_h.h"
+
+namespace e2e {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr wchar_t kMonitorClsid[] = L"{1984E5BD-394A-449B-A09A-6648BCB1AF6F}";
+constexpr wchar_t kJobNoticeTitle[] = L"werwe werwerwerwer werwe rwerw 1234";
+constexpr Ms kAnswerLimit{2000};
+constexpr size_t kMegabyte = 1u << 20;
+
+// Asks a window for WM_NULL again and again on a thread of its own, and keeps the
+// longest wait for an answer and the largest working set and private bytes of the
+// window's process.
+class Watcher {
+ public:
+  explicit Watcher(HWND window) : window_(window) {
+    DWORD pid = 0;
+    GetWindowThreadProcessId(window, &pid);
+    process_ = OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, pid);
+    thread_ = std::thread([this] { Run(); });
+  }
+  ~Watcher() { Stop(); }
+  void Stop() {
+    stop_ = true;
+    if (thread_.joinable()) thread_.join();
+    if (process_ != nullptr) CloseHandle(process_);
+    process_ = nullptr;
+  }
+  Ms LongestWait() const { return Ms{longest_.load()}; }
+  int Unanswered() const { return unanswered_; }
+  int Asked() const { return asked_; }
+  double PeakWorkingSetMb() const { return peakWorkingSet_ / 1048576.0; }
+  double PeakPrivateMb() const { return peakPrivate_ / 1048576.0; }
+  double WorkingSetMbNow() const {
+    PROCESS_MEMORY_COUNTERS m{};
+    return GetProcessMemoryInfo(process_, &m, sizeof(m)) ? m.WorkingSetSize / 1048576.0 : -1;
+  }
+  void Print(const char* what) const {
+    std::printf(
+        "%s: %d asked, %d unanswered, longest wait %lld ms, peak working set %.1f MB, "
+        "peak private %.1f MB\n",
+        what, Asked(), Unanswered(), static_cast<long long>(LongestWait().count()),
+        PeakWorkingSetMb(), PeakPrivateMb());
+  }
+
+ private:
+  void Run() {
+    while (!stop_) {
+      const auto start = Clock::now();
+      DWORD_PTR result = 0;
+      const bool answered =
+          SendMessageTimeoutW(window_, WM_NULL, 0, 0, SMTO_NORMAL,
+                              static_cast<UINT>(kAnswerLimit.count()), &result) != 0;
+      const long long waited = std::chrono::duration_cast<Ms>(Clock::now() - start).count();
+      ++asked_;
+      if (!answered) ++unanswered_;
+      if (waited > longest_) longest_ = waited;
+      PROCESS_MEMORY_COUNTERS m{};
+      if (process_ != nullptr && GetProcessMemoryInfo(process_, &m, sizeof(m))) {
+        peakWorkingSet_ = std::max<size_t>(peakWorkingSet_, m.WorkingSetSize);
+        peakPrivate_ = std::max<size_t>(peakPrivate_, m.PagefileUsage);
+      }
+      Sleep(100);
+    }
+  }
+
+  HWND window_;
+  HANDLE process_ = nullptr;
+  std::thread thread_;
+  std::atomic<bool> stop_{false};
+  std::atomic<long long> longest_{0};
+  std::atomic<int> unanswered_{0};
+  std::atomic<int> asked_{0};
+  std::atomic<size_t> peakWorkingSet_{0};
+  std::atomic<size_t> peakPrivate_{0};
+};
+
+int RowCount(HWND list) {
+  DWORD_PTR rows = 0;
+  if (!SendMessageTimeoutW(list, LVM_GETITEMCOUNT, 0, 0, SMTO_NORMAL, 1000, &rows)) return -1;
+  return static_cast<int>(rows);
+}
+
+// The text of a cell of another process's list view (row and column from 0).
+std::wstring CellText(HWND list, int row, int column) {
+  DWORD pid = 0;
+  GetWindowThreadProcessId(list, &pid);
+  HANDLE p = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid);
+  if (p == nullptr) return L"<no process>";
+  constexpr int kChars = 256;
+  const size_t bytes = sizeof(LVITEMW) + kChars * sizeof(wchar_t);
+  auto* remote = static_cast<char*>(VirtualAllocEx(p, nullptr, bytes, MEM_COMMIT, PAGE_READWRITE));
+  std::wstring text = L"<no memory>";
+  if (remote != nullptr) {
+    LVITEMW item{};
+    item.iSubItem = column;
+    item.cchTextMax = kChars;
+    item.pszText = reinterpret_cast<wchar_t*>(remote + sizeof(LVITEMW));
+    WriteProcessMemory(p, remote, &item, sizeof(item), nullptr);
+    DWORD_PTR n = 0;
+    SendMessageTimeoutW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
+                        reinterpret_cast<LPARAM>(remote), SMTO_NORMAL, 5000, &n);
+    wchar_t buffer[kChars] = {};
+    ReadProcessMemory(p, item.pszText, buffer, sizeof(buffer), nullptr);
+    text.assign(buffer, static_cast<size_t>(n));
+    VirtualFreeEx(p, remote, 0, MEM_RELEASE);
+  }
+  CloseHandle(p);
+  return text;
+}
+
+std::wstring Unwrapped(std::wstring text) {
+  text.erase(
+      std::remove_if(text.begin(), text.end(), [](wchar_t c) { return c == L'\r' || c == L'\n'; }),
+      text.end());
+  return text;
+}
+
+std::wstring Doubled(const std::wstring& text) {
+  std::wstring out;
+  for (wchar_t c : text) {
+    out += c;
+    if (c == L'&') out += c;
+  }
+  return out;
+}
+
+class HostileSizesTest : public EngineMonitorTest {
+ protected:
+  // The monitor, hidden in the tray, serving the progress class, with the schedule as
+  // the test left it; the engine has nothing to run.
+  HWND OpenServing() {
+    StartServingMonitor();
+    const auto running = FindProcesses(kMonitorExe);
+    if (running.size() != 1) return nullptr;
+    pid_ = running[0].pid;
+    auto w = MainWindow(pid_);
+    main_ = w ? w->hwnd : nullptr;
+    return main_;
+  }
+  void NoJobs() {
+    std::error_code ec;
+    std::filesystem::create_directories(Folder().Common(), ec);
+    ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"scheduleData.txt"), {L"0"}));
+  }
+  // The tick at once: the Refresh button runs it out of turn.
+  void Tick() { ASSERT_TRUE(ClickControl(FindByName(main_, L"btnRefresh"))); }
+  std::wstring Text(HWND window, const wchar_t* name) {
+    HWND c = FindByName(window, name);
+    return c ? Describe(c).text : L"<no control>";
+  }
+  void ExpectAnswered(const Watcher& w) {
+    EXPECT_GT(w.Asked(), 10);
+    EXPECT_EQ(w.Unanswered(), 0);
+    EXPECT_LT(w.LongestWait().count(), kAnswerLimit.count());
+  }
+
+  DWORD pid_ = 0;
+  HWND main_ = nullptr;
+};
+
+TEST_F(HostileSizesTest, AProgressCallWithAMegabyteFileNameIsDrawnWrappedWithoutAFreeze) {
+  NoJobs();
+  ASSERT_NE(OpenServing(), nullptr);
+  // Folders of a name with "&" in it, down to a megabyte.
+  std::wstring name = L"C:\\Data\\";
+  while (name.size() < kMegabyte) name += L"Tom & Jerry folder\\";
+  name += L"end.bin";
+
+  // The window open from the tray, so that the label is drawn too.
+  ASSERT_TRUE(PostTrayMouse(main_, WM_LBUTTONDBLCLK));
+  ASSERT_TRUE(WaitForVisible(main_, true));
+  ASSERT_TRUE(SUCCEEDED(CoInitializeEx(nullptr, COINIT_MULTITHREADED)));
+  {
+    CLSID clsid{};
+    ASSERT_EQ(CLSIDFromString(kMonitorClsid, &clsid), S_OK);
+    _IMonitor* monitor = nullptr;
+    ASSERT_EQ(CoCreateInstance(clsid, nullptr, CLSCTX_LOCAL_SERVER, IID__IMonitor,
+                               reinterpret_cast<void**>(&monitor)),
+              S_OK);
+    Watcher watcher(main_);
+    BSTR file = SysAllocStringLen(name.data(), static_cast<UINT>(name.size()));
+    BSTR rate = SysAllocString(L"1 MB/s");
+    BSTR elapsed = SysAllocString(L"00:00:10");
+    BSTR left = SysAllocString(L"00:01:00");
+    double size = 3e6, total = 6e6, done = 1e6, totalDone = 2e6;
+    short fileProg = 33, totalProg = 33, engine = 1, pre = 0;
+    float started = 0;
+    VARIANT result;
+    VariantInit(&result);
+    EXPECT_EQ(
+        monitor->UpdateMonitor(&file, &size, &total, &done, &totalDone, &rate, &fileProg,
+                               &totalProg, &started, &elapsed, &left, &engine, &pre, 1, &result),
+        S_OK);
+    SysFreeString(file);
+    SysFreeString(rate);
+    SysFreeString(elapsed);
+    SysFreeString(left);
+    Tick();
+    std::wstring shown;
+    EXPECT_TRUE(WaitUntil(
+        [&] {
+          shown = Text(main_, L"txtRsyncFileName1");
+          return shown.size() > kMegabyte;
+        },
+        Ms{20000}));
+    Shot("megabyte-file-name");
+    // A tick of the timer after it, with the same stored call.
+    Sleep(11000);
+    watcher.Stop();
+    watcher.Print("megabyte file name");
+    ExpectAnswered(watcher);
+    // The label: the kind in front, "&" doubled, broken into lines by width.
+    // Compared whole, told by sizes: a megabyte in a failure message helps nobody.
+    const std::wstring expected = L"[Full Backup] " + Doubled(name);
+    EXPECT_TRUE(Unwrapped(shown) == expected)
+        << "shown " << Unwrapped(shown).size() << " units, expected " << expected.size()
+        << "; shown starts " << Utf8(shown.substr(0, 80));
+    EXPECT_GT(std::count(shown.begin(), shown.end(), L'\n'), 1000);
+    monitor->Release();
+  }
+  CoUninitialize();
+}
+
+TEST_F(HostileSizesTest, AJobEndRequestWithAMegabyteSetNameOpensTheNoticeWithoutAFreeze) {
+  NoJobs();
+  ASSERT_NE(OpenServing(), nullptr);
+  std::wstring set;
+  while (set.size() < kMegabyte) set += L"Photos & Music ";
+  ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"qvwincurjobname.txt"), {set, L"5", L"jsmith"}));
+
+  Watcher watcher(main_);
+  Tick();
+  auto notice = WaitForWindow(WindowQuery{kJobNoticeTitle, kMonitorClass, pid_, true}, Ms{20000});
+  if (notice) Shot("megabyte-set-name");
+  Sleep(notice ? 11000 : 0);  // and the next tick of the timer
+  watcher.Stop();
+  watcher.Print("megabyte set name");
+  ASSERT_TRUE(notice) << "no notification";
+  ExpectAnswered(watcher);
+  EXPECT_FALSE(std::filesystem::exists(Folder().CommonFile(L"qvwincurjobname.txt")));
+  const std::wstring shown = Text(notice->hwnd, L"bkupjobname");
+  EXPECT_TRUE(Unwrapped(shown) == Doubled(set))
+      << "shown " << Unwrapped(shown).size() << " units, expected " << Doubled(set).size()
+      << "; shown starts " << Utf8(shown.substr(0, 80));
+  EXPECT_NE(shown.find(L"\r\n"), std::wstring::npos) << "not wrapped";
+  EXPECT_EQ(Text(notice->hwnd, L"lblaccntname"), L"jsmith");
+}
+
+// One record of the demo data's form, far in the future so that the engine leaves it.
+std::wstring DemoRecord(int no) {
+  const std::wstring n = std::to_wstring(no);
+  const std::wstring minute = (no % 60 < 10 ? L"0" : L"") + std::to_wstring(no % 60);
+  // clang-format off
+  return Record({n, L"Documents " + n, L"01-02-2099 6:" + minute + L":00", L"11-20-2026 9:15:00",
+                 L"My Corvane/", L"3", L"2", L"1", L"demo.user@example.com", L"", L"", L"", L"0",
+                 L"1", L"3", L"2099010206" + minute, L"jsmith", L"1", L"0", L"1234567"});
+  // clang-format on
+}
+
+TEST_F(HostileSizesTest, TheJobListOpensTwoHundredThousandRecordsInTenSeconds) {
+  constexpr int kRecords = 200000;
+  std::error_code ec;
+  std::filesystem::create_directories(Folder().Common(), ec);
+  {
+    std::wstring text =
+        L"\xFEFF"
+        L"0\r\n";
+    text.reserve(size_t{52} << 20);
+    for (int i = 1; i <= kRecords; ++i) text += DemoRecord(i) + L"\r\n";
+    std::ofstream out(Folder().CommonFile(L"scheduleData.txt"), std::ios::binary);
+    out.write(reinterpret_cast<const char*>(text.data()),
+              static_cast<std::streamsize>(text.size() * sizeof(wchar_t)));
+    ASSERT_TRUE(out.good());
+  }
+  const auto bytes = std::filesystem::file_size(Folder().CommonFile(L"scheduleData.txt"));
+  std::printf("schedule: %d records, %.1f MB\n", kRecords, bytes / 1048576.0);
+  ASSERT_GT(bytes, size_t{48} << 20);
+
+  ASSERT_NE(OpenServing(), nullptr);
+  Watcher watcher(main_);
+  std::printf("working set before: %.1f MB\n", watcher.WorkingSetMbNow());
+  ASSERT_TRUE(PostTrayMouse(main_, WM_RBUTTONUP));
+  ASSERT_TRUE(ChooseMenuItemByArrows(pid_, 5));
+  const auto chosen = Clock::now();
+  HWND list = nullptr;
+  const bool filled = WaitUntil(
+      [&] {
+        for (const WindowInfo& w : FindTopLevel(WindowQuery{L"", kMonitorClass, pid_, true}))
+          if (w.hwnd != main_ && list == nullptr) list = FindByName(w.hwnd, L"Sch_list_lv");
+        return list != nullptr && RowCount(list) == kRecords;
+      },
+      Ms{60000}, Ms{100});
+  const auto opened = std::chrono::duration_cast<Ms>(Clock::now() - chosen);
+  if (filled) Shot("job-list-200000");
+  Sleep(2000);  // it goes on answering once open
+  watcher.Stop();
+  std::printf("opened in %lld ms\n", static_cast<long long>(opened.count()));
+  watcher.Print("job list of 200,000 records");
+  ASSERT_TRUE(filled) << "the list has " << (list ? RowCount(list) : -1) << " rows";
+  EXPECT_LT(opened.count(), 10000);
+  EXPECT_LT(watcher.PeakWorkingSetMb(), 200.0);
+  ExpectAnswered(watcher);
+  // The rows are the file's, in its order, to the last.
+  EXPECT_EQ(CellText(list, 0, 0), L"Documents 1");
+  EXPECT_EQ(CellText(list, kRecords - 1, 0), L"Documents 200000");
+  EXPECT_EQ(CellText(list, kRecords - 1, 6), L"200000");
+  EXPECT_EQ(CellText(list, kRecords - 1, 4), L"My Corvane/");
+}
+
+}  // namespace
+}  // namespace e2e
