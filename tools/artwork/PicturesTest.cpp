@@ -13,12 +13,13 @@
 #include <thread>
 #include <vector>
 
+#include "platform/win32/Win32Handles.h"
 #include "platform/win32/Win32Pictures.h"
 
 namespace {
 
 using platform::win32::Bitmap;
-using platform::win32::GdiObject;
+using platform::win32::UniqueBitmap;
 using platform::win32::Pictures;
 
 base::Text ImagesDir() {
@@ -74,8 +75,8 @@ class Canvas {
     BITMAPINFO bi{};
     bi.bmiHeader = {sizeof(bi.bmiHeader), w, -h, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
     void* bits = nullptr;
-    bitmap_.reset(CreateDIBSection(nullptr, &bi, DIB_RGB_COLORS, &bits, nullptr, 0));
-    old_ = SelectObject(dc_, bitmap_.get());
+    bitmap_.Reset(CreateDIBSection(nullptr, &bi, DIB_RGB_COLORS, &bits, nullptr, 0));
+    old_ = SelectObject(dc_, bitmap_.Get());
     RECT all{0, 0, w, h};
     FillRect(dc_, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
   }
@@ -88,7 +89,7 @@ class Canvas {
 
  private:
   HDC dc_;
-  GdiObject<HBITMAP> bitmap_;
+  UniqueBitmap bitmap_;
   HGDIOBJ old_ = nullptr;
 };
 
