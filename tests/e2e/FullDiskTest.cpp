@@ -256,8 +256,8 @@ TEST_F(FullDiskTest, EveryWriteIsRefusedHonestlyAndGoesThroughWithSpaceAgain) {
   PaintedShot("slider-refused");
   unchanged("slider");
 
-  // Update Password proves the account, then cannot store the password: it says why,
-  // stays open, and the earlier password stays as it was.
+  // Update Password proves the account, then cannot write (the settings' copy is the
+  // first write to be refused): it says why, stays open, and the earlier password stays.
   const auto store = Folder().Common() / L"goodone" / L"goodone.txt";
   const std::string storeBefore = FileBytes(store);
   ASSERT_FALSE(storeBefore.empty());
