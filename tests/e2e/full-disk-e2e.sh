@@ -62,6 +62,8 @@ utf16 "[Corvane]" "UserName=goodone" "DisableAllSchdulers=0" \
 mkdir -p "$mnt/goodone"
 printf 'Earlier\r\n' >"$mnt/goodone/goodone.txt"
 
+# A run cut short leaves its request behind: only this run's counts.
+rm -f "$runs/$name/want-full-disk" "$runs/$name/full-disk-ready"
 "$wine" "$exe" --gtest_filter="$name" &
 pid=$!
 for ((i = 0; i < 600; i++)); do
