@@ -11,6 +11,12 @@
 namespace e2e {
 namespace {
 
+bool Holds(const std::string& bytes, const std::string& ascii) {
+  std::string wide;
+  for (char c : ascii) wide += std::string{c, 0};
+  return bytes.find(ascii) != std::string::npos || bytes.find(wide) != std::string::npos;
+}
+
 // Every file of the data folder and its bytes, but for the filler and the trace (whose
 // appends may still fit in the last page the disk gave it; it is checked for whole lines).
 std::map<std::wstring, std::string> FolderBytes(const std::filesystem::path& folder,
@@ -112,6 +118,26 @@ class FullDiskTest : public JobScreensTest {
       Sleep(200);
       Answers(w);
     }
+  }
+  // Update Password from the tray, the account's name and `password` typed in, Apply and
+  // the question answered Yes; the screen.
+  HWND ApplyPassword(const std::wstring& password) {
+    TrayItem(4);
+    HWND form = WaitForScreen(L"txtPassword");
+    EXPECT_NE(form, nullptr) << "Update Password opened nothing";
+    if (form == nullptr) return nullptr;
+    Type(FindByName(form, L"txtUserName"), L"goodone");
+    Type(FindByName(form, L"txtPassword"), password);
+    Press(form, L"cmdUpdate");
+    HWND ask = WaitForBox(L"Do you want to update the password");
+    EXPECT_NE(ask, nullptr) << "Apply asked nothing";
+    if (ask != nullptr) Answer(ask, 0);
+    return form;
+  }
+  void Type(HWND edit, const std::wstring& text) {
+    ASSERT_NE(edit, nullptr);
+    SendMessageTimeoutW(edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()),
+                        SMTO_ABORTIFHUNG, 5000, nullptr);
   }
   int LeftOf(HWND w) {
     RECT r{};
@@ -230,6 +256,20 @@ TEST_F(FullDiskTest, EveryWriteIsRefusedHonestlyAndGoesThroughWithSpaceAgain) {
   PaintedShot("slider-refused");
   unchanged("slider");
 
+  // Update Password proves the account, then cannot write (the settings' copy is the
+  // first write to be refused): it says why, stays open, and the earlier password stays.
+  const auto store = Folder().Common() / L"goodone" / L"goodone.txt";
+  const std::string storeBefore = FileBytes(store);
+  ASSERT_FALSE(storeBefore.empty());
+  const std::wstring password = L"Right#Pass123456";
+  HWND updatePassword = ApplyPassword(password);
+  ASSERT_NE(updatePassword, nullptr);
+  refused(L"The new password could not be stored. Reason : ", "update-password-refused");
+  EXPECT_TRUE(StillThere(updatePassword)) << "Update Password closed on a failure";
+  EXPECT_EQ(FileBytes(store), storeBefore);
+  PostMessageW(updatePassword, WM_CLOSE, 0, 0);
+  ASSERT_TRUE(WaitUntil([&] { return !StillThere(updatePassword); }));
+
   ASSERT_TRUE(DoubleClickRow(list, 0));
   HWND editor = WaitForScreen(L"optHourly");
   ASSERT_NE(editor, nullptr) << "the double click opened no editor";
@@ -254,6 +294,18 @@ TEST_F(FullDiskTest, EveryWriteIsRefusedHonestlyAndGoesThroughWithSpaceAgain) {
   Settle(main_);
   EXPECT_NE(LeftOf(knob), knobAt) << "the slider did not move with space on the disk";
   EXPECT_NE(FolderBytes(Folder().Common(), L"filler").at(L"qvwin.ini"), before.at(L"qvwin.ini"));
+
+  // And the same Apply stores the password, says so and closes.
+  updatePassword = ApplyPassword(password);
+  HWND updated = WaitForBox(L"You have successfully updated the password");
+  ASSERT_NE(updated, nullptr) << "Apply with space again did not say it was updated";
+  Answer(updated, 0);
+  EXPECT_TRUE(WaitUntil([&] { return !StillThere(updatePassword); }));
+  EXPECT_NE(FileBytes(store), storeBefore);
+  EXPECT_FALSE(Holds(FileBytes(store), "Right#Pass"));
+  for (const auto& [file, bytes] : FolderBytes(Folder().Common(), L""))
+    EXPECT_FALSE(Holds(bytes, "Right#Pass")) << "the password is in " << Utf8(file);
+  EXPECT_FALSE(Holds(FileBytes(Folder().Trace()), "Right#Pass")) << "the password is traced";
   EXPECT_TRUE(Answers(main_));
 }
 
