@@ -22,6 +22,9 @@ qv_layer(monitor
          DEPS qv_frame)
 EOF
   echo '#pragma once' >"$work/t/src/base/Text.h"
+  # Each declared dependency is needed by an include.
+  printf '#include "base/Text.h"\n' >"$work/t/src/frame/Uses.h"
+  printf '#include "frame/Uses.h"\n' >"$work/t/src/monitor/Uses.h"
 }
 
 put() { mkdir -p "$(dirname "$work/t/$1")"; printf '%s\n' "$2" >"$work/t/$1"; }
@@ -60,7 +63,8 @@ put src/base/Bad.h '#  include <frame/Ok.h>'
 expect "upward include with angle brackets" fail "layer 'base' includes"
 
 newTree
-echo 'qv_layer(notify DEPS qv_monitor)' >>"$work/t/CMakeLists.txt"
+echo 'qv_layer(program DEPS qv_monitor)' >>"$work/t/CMakeLists.txt"
+put src/program/Wiring.h '#include "monitor/Uses.h"'
 put src/frame/AppState.h '#include "monitor/MonitorState.h"'
 put src/monitor/MonitorState.h '#include "base/Text.h"
 #include "monitor/Row.h"
@@ -74,8 +78,18 @@ expect "only the process state may hold upper state" fail "src/frame/Other.h:1: 
 rm "$work/t/src/frame/Other.h"
 put src/monitor/Row.h '#include "base/Text.h"
 
-#include "notify/Balloon.h"'
-expect "held state that reaches a layer above the holder" fail "src/monitor/Row.h:3: includes \"notify/Balloon.h\"; it is held by the process state (src/frame/AppState.h:1)"
+#include "program/Balloon.h"'
+expect "held state that reaches a layer above the holder" fail "src/monitor/Row.h:3: includes \"program/Balloon.h\"; it is held by the process state (src/frame/AppState.h:1)"
+
+newTree
+echo 'qv_layer(extra DEPS qv_monitor)' >>"$work/t/CMakeLists.txt"
+put src/extra/Alone.h '#include "base/Text.h"'
+expect "a declared dependency that no include needs" fail "qv_layer(extra) depends on qv_monitor, which no include of src/extra/ needs"
+
+newTree
+echo 'qv_layer(jobs DEPS qv_monitor)' >>"$work/t/CMakeLists.txt"
+put src/jobs/List.h '#include "monitor/Uses.h"'
+expect "one screen folder standing on another" fail "qv_layer(jobs) depends on the screen folder qv_monitor"
 
 newTree
 put src/frame/Clock.cpp '#include <windows.h>'
