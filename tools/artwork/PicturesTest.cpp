@@ -19,8 +19,8 @@
 namespace {
 
 using platform::win32::Bitmap;
-using platform::win32::UniqueBitmap;
 using platform::win32::Pictures;
+using platform::win32::UniqueBitmap;
 
 base::Text ImagesDir() {
   std::string dir = QV_IMAGES_DIR;  // a Unix path of the build: drive Z: under Wine
