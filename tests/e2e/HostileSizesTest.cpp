@@ -18,6 +18,7 @@
 #include <thread>
 
 #include "EngineSupport.h"
+#include "JobScreens.h"
 #include "MonitorFixture.h"
 #include "QVMonitor_h.h"
 
@@ -97,40 +98,6 @@ class Watcher {
   std::atomic<size_t> peakWorkingSet_{0};
   std::atomic<size_t> peakPrivate_{0};
 };
-
-int RowCount(HWND list) {
-  DWORD_PTR rows = 0;
-  if (!SendMessageTimeoutW(list, LVM_GETITEMCOUNT, 0, 0, SMTO_NORMAL, 1000, &rows)) return -1;
-  return static_cast<int>(rows);
-}
-
-// The text of a cell of another process's list view (row and column from 0).
-std::wstring CellText(HWND list, int row, int column) {
-  DWORD pid = 0;
-  GetWindowThreadProcessId(list, &pid);
-  HANDLE p = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid);
-  if (p == nullptr) return L"<no process>";
-  constexpr int kChars = 256;
-  const size_t bytes = sizeof(LVITEMW) + kChars * sizeof(wchar_t);
-  auto* remote = static_cast<char*>(VirtualAllocEx(p, nullptr, bytes, MEM_COMMIT, PAGE_READWRITE));
-  std::wstring text = L"<no memory>";
-  if (remote != nullptr) {
-    LVITEMW item{};
-    item.iSubItem = column;
-    item.cchTextMax = kChars;
-    item.pszText = reinterpret_cast<wchar_t*>(remote + sizeof(LVITEMW));
-    WriteProcessMemory(p, remote, &item, sizeof(item), nullptr);
-    DWORD_PTR n = 0;
-    SendMessageTimeoutW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
-                        reinterpret_cast<LPARAM>(remote), SMTO_NORMAL, 5000, &n);
-    wchar_t buffer[kChars] = {};
-    ReadProcessMemory(p, item.pszText, buffer, sizeof(buffer), nullptr);
-    text.assign(buffer, static_cast<size_t>(n));
-    VirtualFreeEx(p, remote, 0, MEM_RELEASE);
-  }
-  CloseHandle(p);
-  return text;
-}
 
 std::wstring Unwrapped(std::wstring text) {
   text.erase(
