@@ -103,4 +103,7 @@ class FormHost : private platform::IUiEvents {
   Form::FailureSink failureSink_;
 };
 
+// A form's or control's place as the host takes it.
+platform::UiRect ToRect(const Layout& l);
+
 }  // namespace kit
