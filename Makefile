@@ -35,13 +35,21 @@ all: native
 deps:
 	@bash tools/install-deps.sh
 
+# Debug information: line tables only (-g1) by default, which is what a sanitizer's or
+# a crash's backtrace needs, and cheaper to build than -g; give DEBUG_INFO=-g when
+# a tree is configured for stepping through in a debugger.
+DEBUG_INFO ?= -g1
+
 $(NATIVE_DIR)/CMakeCache.txt: | deps
 	cmake -S . -B $(NATIVE_DIR) -G $(GENERATOR) -DCMAKE_BUILD_TYPE=Debug \
 	  -DCMAKE_CXX_FLAGS="$(SANITIZE)" -DCMAKE_C_FLAGS="$(SANITIZE)" \
+	  -DCMAKE_CXX_FLAGS_DEBUG="$(DEBUG_INFO)" -DCMAKE_C_FLAGS_DEBUG="$(DEBUG_INFO)" \
 	  -DCMAKE_EXE_LINKER_FLAGS="$(SANITIZE)"
 
 $(WIN_DIR)/CMakeCache.txt: | deps
 	cmake -S . -B $(WIN_DIR) -G $(GENERATOR) -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+	  -DCMAKE_CXX_FLAGS_RELWITHDEBINFO="-O2 $(DEBUG_INFO) -DNDEBUG" \
+	  -DCMAKE_C_FLAGS_RELWITHDEBINFO="-O2 $(DEBUG_INFO) -DNDEBUG" \
 	  -DCMAKE_TOOLCHAIN_FILE=$(CURDIR)/cmake/mingw-w64-x86_64.cmake
 
 # Configuring again is a quarter second and the only way CMake notices a new test
@@ -211,7 +219,9 @@ bench-startup: artwork-tool windows
 
 $(FUZZ_DIR)/CMakeCache.txt: | deps
 	CC=clang CXX=clang++ cmake -S . -B $(FUZZ_DIR) -G $(GENERATOR) \
-	  -DCMAKE_BUILD_TYPE=RelWithDebInfo -DQV_FUZZ=ON -DQV_BENCH=OFF
+	  -DCMAKE_BUILD_TYPE=RelWithDebInfo -DQV_FUZZ=ON -DQV_BENCH=OFF \
+	  -DCMAKE_CXX_FLAGS_RELWITHDEBINFO="-O1 -gline-tables-only -DNDEBUG" \
+	  -DCMAKE_C_FLAGS_RELWITHDEBINFO="-O1 -gline-tables-only -DNDEBUG"
 
 # Each fuzz_* program for FUZZ_SECONDS, from its corpus in tests/fuzz/corpus/<name>.
 fuzz: deps $(FUZZ_DIR)/CMakeCache.txt
