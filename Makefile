@@ -101,25 +101,31 @@ test-open-faults: windows
 # and run under Wine (with the contract and end-to-end tests), then one count.
 # Every stage runs even when an earlier one failed, so the closing count covers all
 # of them; a stage that failed without a test log (a build error) counts as one failure.
-# The fuzz stage runs beside the Wine stage at the lowest priority: the end-to-end
-# tests there mostly wait for the monitor's ticks, and it takes only the time they
-# leave. Its output is shown in its turn.
+# The Windows tree is built first (after the one native program it needs, qvartwork)
+# and its tests run at once; the native stage (build and tests) and then the fuzz
+# stage run beside them at the lowest priority: the end-to-end tests take turns on the
+# monitor's mutex and mostly wait for its ticks, and those stages take the time they
+# leave. Their output is shown after the Wine stage's, in that order.
+STAGE_DIR = build/test-stages
 test:
-	@rm -f $(NATIVE_DIR)/ctest.log $(WIN_DIR)/ctest.log $(WIN_DIR)/ctest-retried.txt $(FUZZ_DIR)/fuzz.log; status=0; broken=0; early=; \
-	run_stage() { \
-	  if [ $$1 = test-fuzz ] && [ -n "$$early" ]; then wait $$early || true; cat $(FUZZ_DIR)/early.log; \
-	    [ "$$(cat $(FUZZ_DIR)/early.status 2>/dev/null)" = 0 ]; \
-	  else $(MAKE) --no-print-directory $$1; fi; }; \
-	for stage in check test-native test-windows test-fuzz; do \
-	  if [ $$stage = test-windows ]; then mkdir -p $(FUZZ_DIR); rm -f $(FUZZ_DIR)/early.status; \
-	    { if nice -n 19 $(MAKE) --no-print-directory test-fuzz >$(FUZZ_DIR)/early.log 2>&1; \
-	      then echo 0; else echo 1; fi >$(FUZZ_DIR)/early.status; } & early=$$!; fi; \
-	  if ! run_stage $$stage; then status=1; echo "make test: stage $$stage failed"; \
-	    case $$stage in test-native) [ -f $(NATIVE_DIR)/ctest.log ] || broken=$$((broken+1));; \
-	      test-windows) [ -f $(WIN_DIR)/ctest.log ] || broken=$$((broken+1));; \
-	      test-fuzz) [ -f $(FUZZ_DIR)/fuzz.log ] || broken=$$((broken+1));; \
-	      *) broken=$$((broken+1));; esac; fi; \
-	done; \
+	@rm -f $(NATIVE_DIR)/ctest.log $(WIN_DIR)/ctest.log $(WIN_DIR)/ctest-retried.txt $(FUZZ_DIR)/fuzz.log; \
+	rm -rf $(STAGE_DIR); mkdir -p $(STAGE_DIR); status=0; broken=0; \
+	failed() { status=1; echo "make test: stage $$1 failed"; \
+	  case $$1 in test-native) [ -f $(NATIVE_DIR)/ctest.log ] || broken=$$((broken+1));; \
+	    test-windows) [ -f $(WIN_DIR)/ctest.log ] || broken=$$((broken+1));; \
+	    test-fuzz) [ -f $(FUZZ_DIR)/fuzz.log ] || broken=$$((broken+1));; \
+	    *) broken=$$((broken+1));; esac; }; \
+	$(MAKE) --no-print-directory check || failed check; \
+	$(MAKE) --no-print-directory artwork-tool >$(STAGE_DIR)/artwork-tool.log 2>&1 || \
+	  { cat $(STAGE_DIR)/artwork-tool.log; failed artwork-tool; }; \
+	{ for stage in test-native test-fuzz; do \
+	    if nice -n 19 $(MAKE) --no-print-directory $$stage >$(STAGE_DIR)/$$stage.log 2>&1; \
+	    then echo 0; else echo 1; fi >$(STAGE_DIR)/$$stage.status; \
+	  done; } & beside=$$!; \
+	$(MAKE) --no-print-directory test-windows || failed test-windows; \
+	wait $$beside || true; \
+	for stage in test-native test-fuzz; do cat $(STAGE_DIR)/$$stage.log; \
+	  [ "$$(cat $(STAGE_DIR)/$$stage.status 2>/dev/null)" = 0 ] || failed $$stage; done; \
 	logs=$$(ls $(NATIVE_DIR)/ctest.log $(WIN_DIR)/ctest.log $(FUZZ_DIR)/fuzz.log 2>/dev/null || true); \
 	awk -v broken=$$broken '/^[0-9]+% tests passed, .* tests failed out of/ { f += $$4; n += $$NF } \
 	      END { printf "total: %d passed, %d failed\n", n - f, f + broken }' $$logs /dev/null; \
