@@ -92,8 +92,9 @@ class RefusedWritesTest : public JobScreensTest {
         Ms{20000});
     if (std::filesystem::exists(ready, ec)) return true;
     ADD_FAILURE() << "the script did not make " << Utf8(step) << ": "
-                  << (std::filesystem::exists(failed, ec) ? FileBytes(failed)
-                                                          : "no answer (run from full-disk-e2e.sh)");
+                  << (std::filesystem::exists(failed, ec)
+                          ? FileBytes(failed)
+                          : "no answer (run from full-disk-e2e.sh)");
     return false;
   }
 
@@ -316,8 +317,9 @@ class RefusedWritesTest : public JobScreensTest {
     Settle(main_);
     EXPECT_NE(LeftOf(knob_), knobAt_) << "the slider did not move with writes taken again";
     // The limit is stored when the knob is let go, which may come after the moves shown.
-    EXPECT_TRUE(WaitUntil([&] { return ReadIni(settings, L"Corvane", L"BANDWIDTHPAUSE") != limit; }))
-        << "the slider's limit was not stored";
+    EXPECT_TRUE(WaitUntil([&] {
+      return ReadIni(settings, L"Corvane", L"BANDWIDTHPAUSE") != limit;
+    })) << "the slider's limit was not stored";
   }
 
   // The same Apply stores the password, says so and closes; the password is in no file
