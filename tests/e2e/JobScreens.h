@@ -248,6 +248,32 @@ class JobScreensTest : public EngineMonitorTest {
         },
         timeout);
   }
+  // Delete on row `row` (from 0), its question answered Yes.
+  void DeleteRow(HWND screen, HWND list, int row) {
+    ASSERT_TRUE(SelectRow(list, row));
+    Press(screen, L"Pic_Delete");
+    HWND sure = WaitForBox(L"Are you sure you want to delete the scheduled record?");
+    ASSERT_NE(sure, nullptr);
+    Answer(sure, 0);
+  }
+  HWND OpenBackupNow() {
+    TrayItem(3);
+    HWND screen = WaitForScreen(L"LstBackupSet");
+    EXPECT_NE(screen, nullptr) << "Backup Now opened nothing";
+    return screen;
+  }
+  // The schedule editor opened by a double click on row `row` of the job list.
+  HWND OpenEditorOn(HWND list, int row) {
+    EXPECT_TRUE(DoubleClickRow(list, row));
+    HWND editor = WaitForScreen(L"optHourly");
+    EXPECT_NE(editor, nullptr) << "the double click opened no editor";
+    return editor;
+  }
+  void MakeHourly(HWND editor) {
+    HWND hourly = FindByName(editor, L"optHourly");
+    ASSERT_TRUE(ClickControl(hourly));
+    ASSERT_TRUE(WaitUntil([&] { return Describe(hourly).check == BST_CHECKED; }));
+  }
   void Close(HWND screen) {
     Press(screen, L"Sch_Close");
     ASSERT_TRUE(WaitUntil([&] { return !IsWindow(screen) || !IsWindowVisible(screen); }));

@@ -82,11 +82,7 @@ TEST_F(JobScreensTest, TheJobListRunNowStopAndDelete) {
   // Delete with its question.
   Press(screen, L"Pic_Refresh");
   ASSERT_TRUE(WaitUntil([&] { return CellText(list, 0, 6) == L"9"; }));
-  ASSERT_TRUE(SelectRow(list, 0));
-  Press(screen, L"Pic_Delete");
-  HWND sure = WaitForBox(L"Are you sure you want to delete the scheduled record?");
-  ASSERT_NE(sure, nullptr);
-  Answer(sure, 0);
+  ASSERT_NO_FATAL_FAILURE(DeleteRow(screen, list, 0));
   EXPECT_TRUE(WaitUntil([&] {
     for (const auto& l : ScheduleLines())
       if (l.rfind(L"9\b\b", 0) == 0) return false;
@@ -105,11 +101,7 @@ TEST_F(JobScreensTest, DeletingTheBottomRowShowsNoError) {
   HWND list = FindByName(screen, L"Sch_list_lv");
   ASSERT_TRUE(WaitUntil([&] { return RowCount(list) == 3; }));
   ASSERT_EQ(CellText(list, 2, 6), L"5");
-  ASSERT_TRUE(SelectRow(list, 2));
-  Press(screen, L"Pic_Delete");
-  HWND sure = WaitForBox(L"Are you sure you want to delete the scheduled record?");
-  ASSERT_NE(sure, nullptr);
-  Answer(sure, 0);
+  ASSERT_NO_FATAL_FAILURE(DeleteRow(screen, list, 2));
   ASSERT_TRUE(WaitUntil([&] { return RowCount(list) == 2; }));
   EXPECT_EQ(WaitForBox(L"Unable to delete the record.", Ms{3000}), nullptr)
       << "the delete showed an error box";
@@ -159,9 +151,8 @@ TEST_F(JobScreensTest, DoubleClickEditsAWeeklyJobIntoAnHourlyOne) {
   ASSERT_TRUE(WaitUntil([&] { return RowCount(list) == 3; }));
   ASSERT_EQ(CellText(list, 1, 6), L"3");
 
-  ASSERT_TRUE(DoubleClickRow(list, 1));
-  HWND editor = WaitForScreen(L"optHourly");
-  ASSERT_NE(editor, nullptr) << "the double click opened no editor";
+  HWND editor = OpenEditorOn(list, 1);
+  ASSERT_NE(editor, nullptr);
   HWND rows = FindByName(editor, L"Sch_list_lv");
   HWND hourly = FindByName(editor, L"optHourly");
   HWND picker = FindByName(editor, L"DTPicker");
@@ -268,9 +259,8 @@ TEST_F(JobScreensTest, BackupNowInBothModesAndItsSecondRefused) {
   ASSERT_NE(Open(), nullptr);
   ASSERT_TRUE(WaitForSimLine(L"job 7 Pictures starts"));
 
-  TrayItem(3);
-  HWND screen = WaitForScreen(L"LstBackupSet");
-  ASSERT_NE(screen, nullptr) << "Backup Now opened nothing";
+  HWND screen = OpenBackupNow();
+  ASSERT_NE(screen, nullptr);
   HWND list = FindByName(screen, L"LstBackupSet");
   ASSERT_TRUE(WaitUntil([&] { return RowCount(list) == 2; }));
   Shot("backup-now-mirror");
@@ -289,8 +279,7 @@ TEST_F(JobScreensTest, BackupNowInBothModesAndItsSecondRefused) {
   EXPECT_TRUE(WaitUntil([&] { return !IsWindow(screen) || !IsWindowVisible(screen); }));
 
   // The same set again, while its record waits: refused, the screen stays.
-  TrayItem(3);
-  screen = WaitForScreen(L"LstBackupSet");
+  screen = OpenBackupNow();
   ASSERT_NE(screen, nullptr);
   Press(screen, L"lbl_cmdBackupNow");
   HWND again = WaitForBox(L"You have already set up an immediate backup job for this Backup set");
@@ -305,8 +294,7 @@ TEST_F(JobScreensTest, BackupNowInBothModesAndItsSecondRefused) {
   // Relative Path mode lists the scheduled sets with their destination.
   ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"qvwin.ini"),
                              {L"[Corvane]", L"UserName=jsmith", L"MIRROR=0"}));
-  TrayItem(3);
-  screen = WaitForScreen(L"LstBackupSet");
+  screen = OpenBackupNow();
   ASSERT_NE(screen, nullptr);
   list = FindByName(screen, L"LstBackupSet");
   ASSERT_TRUE(WaitUntil([&] { return RowCount(list) >= 1; }));
@@ -366,12 +354,9 @@ TEST_F(JobScreensTest, KilledAtEachStepOfTheEditorsSave) {
     ASSERT_NE(screen, nullptr);
     HWND list = FindByName(screen, L"Sch_list_lv");
     ASSERT_TRUE(WaitUntil([&] { return RowCount(list) == 3; }));
-    ASSERT_TRUE(DoubleClickRow(list, 1));
-    HWND editor = WaitForScreen(L"optHourly");
-    ASSERT_NE(editor, nullptr) << "the double click opened no editor";
-    HWND hourly = FindByName(editor, L"optHourly");
-    ASSERT_TRUE(ClickControl(hourly));
-    ASSERT_TRUE(WaitUntil([&] { return Describe(hourly).check == BST_CHECKED; }));
+    HWND editor = OpenEditorOn(list, 1);
+    ASSERT_NE(editor, nullptr);
+    ASSERT_NO_FATAL_FAILURE(MakeHourly(editor));
     Press(editor, L"Sch_Start4_Next");
     ASSERT_TRUE(WaitUntil([&] { return std::filesystem::exists(marker); }, Ms{20000}))
         << "the save never reached the step";

@@ -50,6 +50,13 @@ bool Win32Profile::WriteString(const Text& section, const std::optional<Text>& k
     // Drops the platform's cached copy of the file before it is renamed.
     ::WritePrivateProfileStringW(nullptr, nullptr, nullptr, Wide(copy));
     auto after = ok ? fs.ReadAll(copy) : std::nullopt;
+    if (ok && key && value && after && after->empty()) {
+      // A key was written and the copy holds nothing: the platform's function lost its
+      // write (on a full disk under Wine it answers success with an empty file). The
+      // file keeps what it had; a missing one is not created empty.
+      ok = FALSE;
+      error = ERROR_WRITE_FAULT;
+    }
     if (!ok || !after || after == before) {
       // Failed, or nothing changed (a missing file is then not created).
       fs.DeleteFile(copy);
