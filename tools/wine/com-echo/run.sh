@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# run.sh DIR METHOD VIA APARTMENT JOBS CALLS [SERVER_APARTMENT], inside tools/with-wine.sh
+# (DIR as made by build.sh):
+# starts DIR/echo-server.exe, then DIR/echo-client.exe with the server's Linux pid,
+# and ends the server.
+set -euo pipefail
+dir=$1
+shift
+wine=${QV_WINE:?run inside tools/with-wine.sh}
+# A server killed by an earlier run stays registered in the COM service: start it anew.
+"$wine" net stop RpcSs >/dev/null 2>&1 </dev/null || true
+"$wine" net start RpcSs >/dev/null 2>&1 </dev/null || true
+(cd "$dir" && exec "$wine" "$dir/echo-server.exe" "${6:-sta}" </dev/null >/dev/null 2>&1) &
+pid=
+for _ in $(seq 100); do
+  sleep 0.2
+  for p in $(pgrep -f 'echo-server\.exe' 2>/dev/null); do
+    if { tr '\0' '\n' <"/proc/$p/environ"; } 2>/dev/null | grep -qxF "WINEPREFIX=$WINEPREFIX"; then
+      pid=$p
+    fi
+  done
+  [ -n "$pid" ] && break
+done
+[ -n "$pid" ] || { echo "no server"; exit 1; }
+sleep 1
+"$wine" "$dir/echo-client.exe" "$pid" "$1" "$2" "$3" "$4" "$5" </dev/null 2>/dev/null | tr -d '\r'
+kill "$pid" 2>/dev/null || true
