@@ -101,11 +101,16 @@ stateWord() { iconv -f UTF-16 -t UTF-8 "$common/scheduleData.txt" 2>/dev/null | 
 # no pause between calls ("as fast as it makes them"), enough calls for a transfer of
 # a good part of the cycle.
 # The engine makes about 80 calls a second here: a transfer takes about half the cycle.
+# The calls go through IDispatch::Invoke: Wine's stub of the typed call (the vtable) keeps
+# the four by-reference strings of every call, also in a bare server without any of the
+# monitor (tools/wine/com-echo), which would hide what the monitor keeps itself.
+# QV_SOAK_VIA=vtable makes the typed calls.
 "$repo/tools/make-demo-root.sh" "$folder" --reset >/dev/null
 printf '%s\r\n' "# the long run: progress calls back to back" "poll_ms = 500" \
   "files = ${QV_SOAK_FILES:-12}" "file_size = 25000000" \
   "steps = ${QV_SOAK_STEPS:-$((cycle * 10 / 3))}" \
-  "step_ms = ${QV_SOAK_STEP_MS:-0}" "step_seconds = 2" >"$folder/engine-sim.ini"
+  "step_ms = ${QV_SOAK_STEP_MS:-0}" "step_seconds = 2" \
+  "via = ${QV_SOAK_VIA:-dispatch}" >"$folder/engine-sim.ini"
 
 missedBackupKeys() {
   writeUtf16 "$common/qvwin.ini" "[Corvane]" "UserName=demo.user" "DisableAllSchdulers=0" \
