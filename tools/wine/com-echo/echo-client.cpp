@@ -1,5 +1,6 @@
 // echo-client.exe LINUX_PID METHOD VIA APARTMENT JOBS CALLS
-//   METHOD progress | ping | values | text | strings | numbers | answer | optionals; VIA vtable | dispatch; APARTMENT mta | sta.
+//   METHOD progress | ping | values | text | strings | numbers | answer | optionals; VIA vtable |
+//   dispatch; APARTMENT mta | sta.
 // Makes JOBS connections to the server one after the other, each with CALLS calls as
 // fast as they go and released at its end, like the engine's jobs. After each job it
 // waits, then prints the server's resident and anonymous resident KB and threads read
@@ -114,9 +115,18 @@ HRESULT Call(IEcho* echo, const char* method, bool dispatch) {
       args[13 - index].vt = VT_BYREF | type;
       args[13 - index].byref = p;
     };
-    ref(0, VT_BSTR, &a); ref(1, VT_R8, &b); ref(2, VT_R8, &c); ref(3, VT_R8, &d);
-    ref(4, VT_R8, &e); ref(5, VT_BSTR, &f); ref(6, VT_I2, &g); ref(7, VT_I2, &h);
-    ref(8, VT_R4, &i); ref(9, VT_BSTR, &j); ref(10, VT_BSTR, &k); ref(11, VT_I2, &l);
+    ref(0, VT_BSTR, &a);
+    ref(1, VT_R8, &b);
+    ref(2, VT_R8, &c);
+    ref(3, VT_R8, &d);
+    ref(4, VT_R8, &e);
+    ref(5, VT_BSTR, &f);
+    ref(6, VT_I2, &g);
+    ref(7, VT_I2, &h);
+    ref(8, VT_R4, &i);
+    ref(9, VT_BSTR, &j);
+    ref(10, VT_BSTR, &k);
+    ref(11, VT_I2, &l);
     ref(12, VT_I2, &m);
     args[0].vt = VT_I4;
     args[0].lVal = 1;
@@ -124,8 +134,8 @@ HRESULT Call(IEcho* echo, const char* method, bool dispatch) {
     p.rgvarg = args;
     p.cArgs = 14;
     UINT err = 0;
-    hr = echo->Invoke(1, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &p, &result, nullptr,
-                      &err);
+    hr =
+        echo->Invoke(1, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &p, &result, nullptr, &err);
   }
   VariantClear(&result);
   SysFreeString(a);
@@ -161,8 +171,8 @@ int main(int argc, char** argv) {
     echo->Release();
     CoFreeUnusedLibraries();
     Sleep(3000);
-    std::printf("job %d calls %d failed %d %s %s\n", job, job * calls, failed,
-                Status(pid).c_str(), Handles().c_str());
+    std::printf("job %d calls %d failed %d %s %s\n", job, job * calls, failed, Status(pid).c_str(),
+                Handles().c_str());
     std::fflush(stdout);
   }
   CoUninitialize();

@@ -1,6 +1,7 @@
-// echo-server.exe [sta|mta]: the server of the bare call. Registers its class and type
-// library in the prefix, offers the class object and pumps messages until WM_QUIT (or
-// for ever, as the monitor does). Every method returns at once and keeps nothing.
+// echo-server.exe [sta|mta] [READY_FILE]: the server of the bare call. Registers its class
+// and type library in the prefix, offers the class object, writes READY_FILE, and pumps
+// messages until WM_QUIT (or for ever, as the monitor does). Every method returns at
+// once and keeps nothing.
 #include <windows.h>
 #include <initguid.h>
 #include <objbase.h>
@@ -154,12 +155,17 @@ int main(int argc, char** argv) {
   if (!info) return 2;
   static Factory factory(info);
   DWORD cookie = 0;
-  if (FAILED(CoRegisterClassObject(CLSID_Echo, &factory, CLSCTX_LOCAL_SERVER,
-                                   REGCLS_MULTIPLEUSE, &cookie)))
+  if (FAILED(CoRegisterClassObject(CLSID_Echo, &factory, CLSCTX_LOCAL_SERVER, REGCLS_MULTIPLEUSE,
+                                   &cookie)))
     return 3;
+  // A client that came before this would make COM start a second server of its own.
+  if (argc > 2) {
+    HANDLE ready = CreateFileA(argv[2], GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                               FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (ready != INVALID_HANDLE_VALUE) CloseHandle(ready);
+  }
   // A window of its own, as a program with a user interface has.
-  CreateWindowExW(0, L"STATIC", L"echo-server", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr,
-                  nullptr);
+  CreateWindowExW(0, L"STATIC", L"echo-server", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
   MSG msg;
   while (GetMessageW(&msg, nullptr, 0, 0) > 0) {
     TranslateMessage(&msg);
