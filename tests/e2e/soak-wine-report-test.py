@@ -16,11 +16,13 @@ failures = []
 
 
 def samples(cycles, ws_step=0, handle_step=0, thread_step=0, every=60, cycle=90,
-            unconnected=0):
+            unconnected=0, first_of_all=0):
     """A run: the monitor's first process for cycle 1, then a second one; within each
     cycle the first half is a transfer (5 MB more, 12 handles, 5 threads), the rest quiet.
     The second process's first `unconnected` cycles have no transfer reaching it, and
-    so not yet what the first connection leaves behind (6 MB and 19 handles)."""
+    so not yet what the first connection leaves behind (6 MB and 19 handles). From its
+    seventh cycle on it holds `first_of_all` KB more: what the round's last event, met for
+    the first time, loaded for good."""
     lines = []
     t = 0
     while t < cycles * cycle:
@@ -29,6 +31,7 @@ def samples(cycles, ws_step=0, handle_step=0, thread_step=0, every=60, cycle=90,
         before = pid == 200 and c < 2 + unconnected
         busy = (t % cycle) < cycle // 2 and not before
         ws = 34000 + ws_step * c + (5000 if busy else 0) - (6000 if before else 0)
+        ws += first_of_all if pid == 200 and c >= 7 else 0
         handles = 68 + handle_step * c + (12 if busy else 0) - (19 if before else 0)
         threads = 2 + thread_step * c + (5 if busy else 0)
         lines.append("%d %d %d %d 0 %d 0 0 %d %d %d %d %s" % (
@@ -61,6 +64,11 @@ run("flat", samples(20), 30, 0, 0, want=["| working set KB | 34", "| flat |"],
 # 400 KB more after every job: about 16 MB an hour, also with the calls of a busy engine.
 run("memory", samples(20, ws_step=400), 30, 0, 1, want=["| working set KB |", "GROWS"])
 run("memory with calls", samples(20, ws_step=400), 30, 130000, 1, want=["GROWS"])
+# A step when the round's last event first comes is warm-up in a run of 20 cycles; the
+# same step again and again is not.
+run("first round", samples(20, first_of_all=4000), 30, 0, 0, unwanted=["GROWS"])
+run("climb after the first round", samples(20, first_of_all=4000, ws_step=400), 30, 0, 1,
+    want=["GROWS"])
 # Three minutes as make test runs them: the restarted monitor is first reached by the
 # engine in its second cycle; its quiet samples before that are not a low point.
 short = dict(every=5, cycle=25)
