@@ -29,13 +29,9 @@ std::string Status(const char* pid) {
   char line[256];
   std::string rss = "?", anon = "?", threads = "?";
   while (std::fgets(line, sizeof line, f)) {
-    auto value = [&](const char* key, std::string& out) {
-      if (std::strncmp(line, key, std::strlen(key)) == 0) out = std::atol(line + std::strlen(key));
-    };
     if (std::strncmp(line, "VmRSS:", 6) == 0) rss = std::to_string(std::atol(line + 6));
     if (std::strncmp(line, "RssAnon:", 8) == 0) anon = std::to_string(std::atol(line + 8));
     if (std::strncmp(line, "Threads:", 8) == 0) threads = std::to_string(std::atol(line + 8));
-    (void)value;
   }
   std::fclose(f);
   return "rss " + rss + " anon " + anon + " threads " + threads;
