@@ -97,11 +97,11 @@ def main():
     connected = [r["cycle"] for r in measured if r["threads"] > fewest and r["cycle"] > 0]
     if connected:
         skip = max(skip, cycles.index(min(connected)) + 1)
-    # A run long enough for it also warms up through one round of the six events, so
-    # that each comes once before the low points are taken (its first time loads code,
-    # pictures and Wine's libraries for good).
-    if len(cycles) >= ROUND + 6:
-        skip = max(skip, ROUND)
+    # A run long enough for it also warms up through the restart's cycle and one round
+    # of the six events after it, so that each comes once before the low points are
+    # taken (its first time loads code, pictures and Wine's libraries for good).
+    if len(cycles) >= ROUND + 1 + 6:
+        skip = max(skip, ROUND + 1)
     if len(cycles) - skip < 2:
         w("Too few job cycles after the warm-up to tell a slope (%d).\n" % (len(cycles) - skip))
         open(out_path, "w").write("\n".join(out))
