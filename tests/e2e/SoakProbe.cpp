@@ -9,6 +9,8 @@
 //                                 for the screen it opens and closes it again
 //   qvsoakprobe close             closes every shown window of the monitor but its own
 //                                 (notices, message boxes, screens)
+//   qvsoakprobe handles EXE       every handle of the process named EXE: the type number
+//                                 of the handle table, the type's name, the object's name
 //
 // Exit 0 when it did what was asked, 1 when not (said on standard error), 2 on a bad
 // argument. Each wait has a timeout: a hung monitor must not hang the soak.
@@ -88,6 +90,65 @@ long HandleCount(DWORD pid) {
     return mine;
   }
   return -1;
+}
+
+// Each handle a process holds: its type and the name of its object, one a line, from a
+// copy of the handle; to tell whose a handle is.
+int ListHandles(const wchar_t* exe) {
+  const std::vector<ProcessEntry> found = ProcessesNamed(exe);
+  if (found.empty()) return 1;
+  const DWORD pid = found.front().pid;
+  struct Entry {
+    USHORT process;
+    USHORT backTrace;
+    UCHAR type;
+    UCHAR attributes;
+    USHORT value;
+    PVOID object;
+    ULONG access;
+  };
+  struct Table {
+    ULONG count;
+    Entry entries[1];
+  };
+  using QuerySystem = LONG(WINAPI*)(ULONG, PVOID, ULONG, PULONG);
+  using QueryObject = LONG(WINAPI*)(HANDLE, ULONG, PVOID, ULONG, PULONG);
+  HMODULE ntdll = GetModuleHandleW(L"ntdll.dll");
+  auto querySystem = reinterpret_cast<QuerySystem>(
+      reinterpret_cast<void*>(GetProcAddress(ntdll, "NtQuerySystemInformation")));
+  auto queryObject = reinterpret_cast<QueryObject>(
+      reinterpret_cast<void*>(GetProcAddress(ntdll, "NtQueryObject")));
+  if (!querySystem || !queryObject) return 1;
+  std::vector<unsigned char> buffer(1 << 22);
+  ULONG needed = 0;
+  if (querySystem(16, buffer.data(), static_cast<ULONG>(buffer.size()), &needed) != 0) return 1;
+  HANDLE process = OpenProcess(PROCESS_DUP_HANDLE, FALSE, pid);
+  if (process == nullptr) return 1;
+  const auto* table = reinterpret_cast<const Table*>(buffer.data());
+  // The text of a UNICODE_STRING at the start of what NtQueryObject wrote.
+  auto text = [](const std::vector<unsigned char>& info) {
+    const USHORT bytes = *reinterpret_cast<const USHORT*>(info.data());
+    const wchar_t* chars = *reinterpret_cast<wchar_t* const*>(info.data() + sizeof(void*));
+    return chars ? std::wstring(chars, bytes / sizeof(wchar_t)) : std::wstring();
+  };
+  for (ULONG i = 0; i < table->count; ++i) {
+    const Entry& e = table->entries[i];
+    if (e.process != static_cast<USHORT>(pid)) continue;
+    HANDLE copy = nullptr;
+    std::wstring type = L"?", name;
+    if (DuplicateHandle(process, reinterpret_cast<HANDLE>(static_cast<ULONG_PTR>(e.value)),
+                        GetCurrentProcess(), &copy, 0, FALSE, DUPLICATE_SAME_ACCESS)) {
+      std::vector<unsigned char> info(4096);
+      if (queryObject(copy, 2, info.data(), static_cast<ULONG>(info.size()), nullptr) == 0)
+        type = text(info);
+      if (queryObject(copy, 1, info.data(), static_cast<ULONG>(info.size()), nullptr) == 0)
+        name = text(info);
+      CloseHandle(copy);
+    }
+    std::printf("%u %ls %ls\n", e.type, type.c_str(), name.c_str());
+  }
+  CloseHandle(process);
+  return 0;
 }
 
 int Sample(const wchar_t* exe) {
@@ -218,7 +279,9 @@ int wmain(int argc, wchar_t** argv) {
   if (command == L"screen" && argc == 3) return Screen(_wtoi(argv[2]));
   if (command == L"close" && argc == 2) return Close();
   if (command == L"monitor" && argc == 2) return Sample(kMonitorExe);
+  if (command == L"handles" && argc == 3) return ListHandles(argv[2]);
   std::fprintf(stderr,
-               "usage: qvsoakprobe sample EXE | kill EXE | taskbar | screen N | close | monitor\n");
+               "usage: qvsoakprobe sample EXE | kill EXE | taskbar | screen N | close | monitor"
+               " | handles EXE\n");
   return 2;
 }

@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -97,10 +98,17 @@ class MonitorClient {
                                    &totalProg, &start, &elapsed, &left, &eng, &pre,
                                    withOptionals ? a.sBkStatus : 0, &result);
     } else {
-      DISPID id = 0;
-      LPOLESTR name = const_cast<LPOLESTR>(L"UpdateMonitor");
-      hr = monitor_->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id);
+      // The number of the method is asked for once a connection, as a client that
+      // binds late keeps it.
+      hr = S_OK;
+      if (!updateId_) {
+        DISPID id = 0;
+        LPOLESTR name = const_cast<LPOLESTR>(L"UpdateMonitor");
+        hr = monitor_->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id);
+        if (SUCCEEDED(hr)) updateId_ = id;
+      }
       if (SUCCEEDED(hr)) {
+        const DISPID id = *updateId_;
         VARIANTARG args[14];
         for (auto& v : args) ::VariantInit(&v);
         // Arguments go in reverse order.
@@ -157,6 +165,7 @@ class MonitorClient {
  private:
   SimLog& log_;
   _IMonitor* monitor_ = nullptr;
+  std::optional<DISPID> updateId_;
 };
 
 // The next run of a repeating job after `from`, past `now`; nullopt for a job that
