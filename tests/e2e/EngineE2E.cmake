@@ -15,8 +15,10 @@ endif()
 
 # The notices the tick brings up by itself: the job-end notification, the missed-backup
 # notice and the dial-up window.
-# One test sets the user's regional formats of the prefix: it takes turns on the desktop.
+# One test sets the user's regional formats of the prefix: it takes turns on the desktop,
+# and with the tests of programs that write dates.
 qv_e2e_test(e2e_notices DESKTOP NoticesTest.cpp)
+qv_e2e_regional_formats(e2e_notices NoticesTest.TheNextTransferTimeFollowsTheUsersTimeFormat)
 target_link_libraries(e2e_notices PRIVATE qv_base)
 add_dependencies(e2e_notices qv_sim_background qv_sim_service)
 

@@ -13,8 +13,15 @@ wine=${QV_WINE:?run inside tools/with-wine.sh}
 failures=0
 fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
 
-# Whatever a failed run left; the tests that start monitors take turns, so none is ours.
-stopAll() { pkill -f 'QVMonitor\.exe|QVBackground_955\.exe' 2>/dev/null || true; sleep 1; }
+# Whatever a failed run left; the tests that start monitors in this prefix take turns, so
+# none is theirs. Ended through the prefix itself: the tests with a prefix of their own
+# (the installer's, the long run's) run monitors and engines of these names beside this
+# one, and so may other people's runs on the machine.
+stopAll() {
+  "$wine" taskkill /F /IM QVMonitor.exe </dev/null >/dev/null 2>&1 || true
+  "$wine" taskkill /F /IM QVBackground_955.exe </dev/null >/dev/null 2>&1 || true
+  sleep 1
+}
 stopAll
 trap stopAll EXIT
 # A monitor ended the hard way by an earlier test stays registered as the class's

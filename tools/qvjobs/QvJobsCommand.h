@@ -13,6 +13,8 @@ namespace qvjobs {
 inline constexpr int kExitOk = 0;
 inline constexpr int kExitRefused = 1;  // an action refused, or with nothing to do
 inline constexpr int kExitUsage = 2;
+// Standard output did not take the answer (for `status`: UNKNOWN, as it is).
+inline constexpr int kExitAnswerLost = 3;
 
 // Runs one command line (without the program name). Output and the usage error are
 // UTF-8 text; `currentFolder` is the data root when --root is not given. The plug-in

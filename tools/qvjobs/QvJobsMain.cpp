@@ -34,9 +34,11 @@ base::Text CurrentFolder() {
   return cwd.u16string();
 }
 
-void Write(std::FILE* stream, const std::string& text) {
-  if (!text.empty()) std::fwrite(text.data(), 1, text.size(), stream);
-  std::fflush(stream);
+// Writes all of `text` and flushes it: false when the stream did not take all of it.
+bool Write(std::FILE* stream, const std::string& text) {
+  const bool whole =
+      text.empty() || std::fwrite(text.data(), 1, text.size(), stream) == text.size();
+  return std::fflush(stream) == 0 && whole;
 }
 
 }  // namespace
@@ -65,7 +67,12 @@ int main(int argc, char** argv) {
 #else
   int code = qvjobs::RunQvJobs(args, bundle, CurrentFolder(), out, err, ProgramFolder());
 #endif
-  Write(stdout, out);
+  // An answer that did not reach its reader is no answer: the exit code says so, never
+  // the code of the answer itself (a check that exits 0 and prints nothing is not OK).
+  if (!Write(stdout, out)) {
+    err += "qvjobs: the answer could not be written to standard output\n";
+    code = qvjobs::kExitAnswerLost;
+  }
   Write(stderr, err);
   return code;
 }

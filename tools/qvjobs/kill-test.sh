@@ -42,15 +42,25 @@ commands=("edit $first --time 9:30:00 --daily" "delete $first" "run-now $first" 
 
 reset() { rm -rf "$root"; cp -a "$work/base" "$root"; }
 schedule() { md5sum <"$root/QVCOMMON/scheduleData.txt" | cut -d' ' -f1; }
+# The schedule as text, a copy kept by its digest: a wrong one is shown against the one
+# expected, line by line.
+keep() { [ -e "$work/kept-$1" ] || cp "$root/QVCOMMON/scheduleData.txt" "$work/kept-$1"; }
+readable() { iconv -f UTF-16LE -t UTF-8 "$1" | tr '\b\r' '|\n' | grep -v '^$'; }
+differs() {
+  keep "$1"
+  diff <(readable "$work/kept-$2") <(readable "$work/kept-$1") | sed 's/^/    /'
+}
 temporaries() { find "$root" -name '*.qvtmp' | wc -l; }
 reset
 old=$(schedule)
+keep "$old"
 declare -A new
 for command in "${commands[@]}"; do
   reset
   # shellcheck disable=SC2086
   run "$root" --answer yes "${now[@]}" $command >/dev/null 2>&1 </dev/null
   new[$command]=$(schedule)
+  keep "${new[$command]}"
   [ "${new[$command]}" != "$old" ] || fail "$command changed nothing when left to finish"
 done
 
@@ -91,11 +101,15 @@ for command in "${commands[@]}"; do
     left=$(temporaries)
     case $step in
       written | flushed | replacing)
-        [ "$got" = "$old" ] || fail "'$command' killed at $step: the schedule is not the old one"
+        [ "$got" = "$old" ] ||
+          fail "'$command' killed at $step: the schedule is not the old one:
+$(differs "$got" "$old")"
         [ "$left" = 1 ] || fail "'$command' killed at $step: $left temporary files, expected 1"
         ;;
       replaced)
-        [ "$got" = "${new[$command]}" ] || fail "'$command' killed at $step: the schedule is not the new one"
+        [ "$got" = "${new[$command]}" ] ||
+          fail "'$command' killed at $step: the schedule is not the new one:
+$(differs "$got" "${new[$command]}")"
         [ "$left" = 0 ] || fail "'$command' killed at $step: a temporary file is left"
         ;;
       appending)

@@ -88,7 +88,8 @@ keys = ["status", "summary", "engine", "inProgress", "nextJob", "jobsHeld", "mis
 assert list(d) == keys, "keys %s" % list(d)
 assert "CORVANE %s - %s" % (d["status"], d["summary"]) == sys.argv[2].split(" | ")[0], d["summary"]
 assert eval(sys.argv[3]), "does not hold: " + sys.argv[3]
-' "$work/out.txt" "$first" "$cond" || fail "JSON: $(cat "$work/out.txt")"
+' "$work/out.txt" "$first" "$cond" ||
+    fail "JSON (exit $code, $(wc -c <"$work/out.txt") bytes): $(cat "$work/out.txt"); standard error: $(cat "$work/err.txt")"
   [ "$(digest)" = "$before" ] || fail "the data root changed"
 }
 
