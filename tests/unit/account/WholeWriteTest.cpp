@@ -17,30 +17,6 @@ namespace {
 
 using Step = platform::FakeFileSystem::Step;
 
-Text Rec(const Text& no, const Text& name = u"Docs") {
-  return Join({no,
-               name,
-               u"03-25-2013 6:41:00",
-               u"03-18-2013 15:02:33",
-               u"My Corvane/",
-               u"3",
-               u"2",
-               u"1",
-               u"",
-               u"",
-               u"",
-               u"",
-               u"0",
-               u"1",
-               u"0",
-               u"201303250641",
-               u"jsmith",
-               u"1",
-               u"0",
-               u"1234567"},
-              kB);
-}
-
 ScheduleRecord Record(const Text& no, const Text& name = u"Saved") {
   ScheduleRecord r;
   r.RecordNo = no;

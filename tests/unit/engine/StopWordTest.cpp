@@ -29,26 +29,21 @@ class StopWordTest : public ::testing::Test, public FrameFixture {
 };
 
 TEST_F(StopWordTest, StopTransferTurnsOnlyARunningWordIntoStop) {
+  EXPECT_FALSE(app.ActiveEngine->StopTransferMsgBox());
   app.ActiveEngine->StopTransfer();
   EXPECT_FALSE(FileThere());
   for (const Text w : {u"0", u"2", u""}) {
     Word(w);
+    EXPECT_FALSE(app.ServiceEngine->StopTransferMsgBox());
     app.ActiveEngine->StopTransfer();
     EXPECT_EQ(FirstLine(), w);
   }
   Word(u"1");
+  EXPECT_TRUE(app.ActiveEngine->StopTransferMsgBox()) << "it only tells";
+  EXPECT_TRUE(fake.ui.questions.empty());
   app.ServiceEngine->StopTransfer();
   EXPECT_EQ(FirstLine(), u"2");
   EXPECT_EQ(Lines(app.ScheduleFilePath)[1], u"12\b\bDocuments\b\bx");  // the records stay
-}
-
-TEST_F(StopWordTest, StopTransferMsgBoxOnlyTellsWhetherThereIsATransfer) {
-  EXPECT_FALSE(app.ActiveEngine->StopTransferMsgBox());
-  Word(u"1");
-  EXPECT_TRUE(app.ActiveEngine->StopTransferMsgBox());
-  EXPECT_TRUE(fake.ui.questions.empty());
-  Word(u"2");
-  EXPECT_FALSE(app.ServiceEngine->StopTransferMsgBox());
 }
 
 TEST_F(StopWordTest, MenuStopAsksFirstAndStopsOnYes) {
@@ -81,16 +76,13 @@ TEST_F(StopWordTest, MenuStopGoesThroughTheProductBoxWhenInstalled) {
   EXPECT_EQ(FirstLine(), u"2");
 }
 
-TEST_F(StopWordTest, IsBackingUpWithoutTransferLetsTheEngineStop) {
+TEST_F(StopWordTest, IsBackingUpAsksOnlyOverATransferAndNoKeepsTheEngineRunning) {
   EXPECT_FALSE(engine::IsBackingUp(app));
-  Word(u"0");
-  EXPECT_FALSE(engine::IsBackingUp(app));
-  Word(u"2");
-  EXPECT_FALSE(engine::IsBackingUp(app));
+  for (const Text w : {u"0", u"2"}) {
+    Word(w);
+    EXPECT_FALSE(engine::IsBackingUp(app)) << testkit::U8(w);
+  }
   EXPECT_TRUE(fake.ui.questions.empty());
-}
-
-TEST_F(StopWordTest, IsBackingUpAnsweredNoStillKeepsTheEngineRunning) {
   Word(u"1");
   int stopping = 0;
   fake.ui.answers = {false};
@@ -153,43 +145,27 @@ TEST_F(StopWordTest, CanPauseReadsTheFirstByteSoAUnicodeFileRefuses) {
   EXPECT_FALSE(engine::CanPause(app));
 }
 
-TEST_F(StopWordTest, AStaleWordOfAStoppedEngineIsCleared) {
-  Word(u"1");
+TEST_F(StopWordTest, AStaleWordIsClearedOnlyWhileTheActiveEngineIsDown) {
   engine::ClearStaleStateWord(app);
-  EXPECT_EQ(FirstLine(), u"0");
-  Word(u"2");
-  engine::ClearStaleStateWord(app);
-  EXPECT_EQ(FirstLine(), u"0");
-}
-
-TEST_F(StopWordTest, TheWordOfARunningEngineStays) {
-  EngineRuns();
-  Word(u"1");
-  engine::ClearStaleStateWord(app);
-  EXPECT_EQ(FirstLine(), u"1");
-  Word(u"2");
-  engine::ClearStaleStateWord(app);
-  EXPECT_EQ(FirstLine(), u"2");
-}
-
-TEST_F(StopWordTest, ClearingLooksAtTheActiveEngineOnly) {
-  // A service engine that is down counts, even though the background program runs.
-  AddCommon();
-  fake.profile.WriteString(u"Corvane", Text(u"Type"), Text(u"service"), Common(u"QVDetails.ini"));
-  engine::CreateEngines(app);
-  EngineRuns();
-  Word(u"1");
-  engine::ClearStaleStateWord(app);
-  EXPECT_EQ(FirstLine(), u"0");
-}
-
-TEST_F(StopWordTest, NothingToClearLeavesTheFileAsItIs) {
-  engine::ClearStaleStateWord(app);
-  EXPECT_FALSE(FileThere());
+  EXPECT_FALSE(FileThere()) << "nothing to clear makes no file";
   Word(u"0");
   const std::string before = fake.fs.Bytes(app.ScheduleFilePath);
   engine::ClearStaleStateWord(app);
   EXPECT_EQ(fake.fs.Bytes(app.ScheduleFilePath), before);
+  for (bool runs : {false, true}) {
+    if (runs) EngineRuns();
+    for (const Text w : {u"1", u"2"}) {
+      Word(w);
+      engine::ClearStaleStateWord(app);
+      EXPECT_EQ(FirstLine(), runs ? w : u"0") << runs << testkit::U8(w);
+    }
+  }
+  // A service engine that is down counts, even though the background program runs.
+  fake.profile.WriteString(u"Corvane", Text(u"Type"), Text(u"service"), Common(u"QVDetails.ini"));
+  engine::CreateEngines(app);
+  Word(u"1");
+  engine::ClearStaleStateWord(app);
+  EXPECT_EQ(FirstLine(), u"0");
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Samples of the message table: the compound messages as they are shown, the two
-// that carry the application title, and codes that stand twice with a difference.
+// The message table: compound messages as they are shown, the two that carry the
+// application title, texts that keep their own blanks, and codes without a text.
 #include <gtest/gtest.h>
 
 #include "frame/MessageTable.h"
@@ -7,28 +7,41 @@
 
 namespace {
 
+using base::Text;
 using frame::GetMessage;
 
-TEST(MessageTable, CompoundMessagesReadAsShown) {
-  const base::Text disabled =
+TEST(MessageTable, TextsReadAsShownAndUnknownCodesAreEmpty) {
+  const Text disabled =
       u"All your scheduled backup/restore jobs are currently disabled.\r\nDo you want to enable "
       u"them?";
-  EXPECT_EQ(GetMessage(6, u"T"), disabled);
-  EXPECT_EQ(GetMessage(22, u"T"), disabled);
-  EXPECT_EQ(GetMessage(35, u"T"), disabled);
-  EXPECT_EQ(GetMessage(29, u"T"),
-            u"A scheduled job is in progress.\r\nDo you want to stop the transfer? ");
-  EXPECT_EQ(GetMessage(304, u"T"), u"A scheduled job is underway.\r\nDo you want to stop it?");
-  EXPECT_EQ(GetMessage(64, u"T"), u"Reason: \r\nError while deleting the logs.");
-  EXPECT_EQ(GetMessage(100, u"T"), u"Reason : \r\nUnable to continue");
-  // As the pause and stop questions show them: the reason first, an empty line, the question.
-  EXPECT_EQ(GetMessage(17, u"T"),
-            u"There is a backup/ restore operation in progress, can not pause the QVWin Service"
-            u"\r\n\r\nTo cancel the backup operation, Stop the QVWin Service");
-  EXPECT_EQ(GetMessage(564, u"T"),
-            u"A record has been added for immediate backup/restore.\r\n"
-            u"This operation should commence within a few minutes.\r\n\r\n"
-            u"Click the 'Refresh' button to get the updated status on this backup/restore job.");
+  const std::pair<long, Text> shown[] = {
+      {6, disabled},
+      {22, disabled},
+      {35, disabled},
+      {29, u"A scheduled job is in progress.\r\nDo you want to stop the transfer? "},
+      {304, u"A scheduled job is underway.\r\nDo you want to stop it?"},
+      {64, u"Reason: \r\nError while deleting the logs."},
+      {100, u"Reason : \r\nUnable to continue"},
+      // The reason first, an empty line, the question, as the pause question shows it.
+      {17,
+       u"There is a backup/ restore operation in progress, can not pause the QVWin Service"
+       u"\r\n\r\nTo cancel the backup operation, Stop the QVWin Service"},
+      {564,
+       u"A record has been added for immediate backup/restore.\r\n"
+       u"This operation should commence within a few minutes.\r\n\r\n"
+       u"Click the 'Refresh' button to get the updated status on this backup/restore job."},
+      {39, u"Enter your Corvane username."},
+      {23, u" This record can not be edited as a backup/restore job is 'In Progress'."},
+      {329,
+       u"To stop the backup operation, select the scheduled job with the status  'In Progress'."},
+      {62, u"Reason: "},
+      {501, GetMessage(502, u"T") + u" "},  // 501 differs from 502 by a trailing blank only
+  };
+  for (const auto& [code, text] : shown) EXPECT_EQ(GetMessage(code, u"T"), text) << code;
+  EXPECT_NE(GetMessage(101, u"").find(frame::kFeedbackSite), Text::npos);
+  for (long code : {0L, -1L, 75L, 105L, 108L, 999999L}) {
+    EXPECT_EQ(GetMessage(code, u"T"), u"") << code;
+  }
 }
 
 TEST(MessageTable, TwoMessagesCarryTheApplicationTitle) {
@@ -44,22 +57,6 @@ TEST(MessageTable, TwoMessagesCarryTheApplicationTitle) {
   env.app.AppTitle = u"Other";
   EXPECT_EQ(GetMessage(env.app, 16),
             u"Create a Backup set for backup using the Other application.");
-}
-
-TEST(MessageTable, SingleTextsKeepTheirOwnBlanksAndUnknownCodesAreEmpty) {
-  EXPECT_EQ(GetMessage(39, u""), u"Enter your Corvane username.");
-  EXPECT_EQ(GetMessage(23, u""),
-            u" This record can not be edited as a backup/restore job is 'In Progress'.");
-  EXPECT_EQ(
-      GetMessage(329, u""),
-      u"To stop the backup operation, select the scheduled job with the status  'In Progress'.");
-  // 501 differs from 500 and 502 by a trailing blank only.
-  EXPECT_EQ(GetMessage(501, u""), GetMessage(502, u"") + u" ");
-  EXPECT_EQ(GetMessage(62, u""), u"Reason: ");
-  EXPECT_NE(GetMessage(101, u"").find(frame::kFeedbackSite), base::Text::npos);
-  for (long code : {0L, -1L, 75L, 105L, 108L, 999999L}) {
-    EXPECT_EQ(GetMessage(code, u"T"), u"") << code;
-  }
 }
 
 }  // namespace

@@ -30,6 +30,15 @@ inline Text Join(const std::vector<Text>& fields, const Text& sep) {
 using testkit::U8;
 using testkit::Utf16File;
 
+// A weekly record of jsmith's in the writer's form, numbered and named as asked.
+inline Text Rec(const Text& no, const Text& name = u"Docs", const Text& key = u"201303250641") {
+  // clang-format off
+  return Join({no, name, u"03-25-2013 6:41:00", u"03-18-2013 15:02:33", u"My Corvane/", u"3",
+               u"2", u"1", u"", u"", u"", u"", u"0", u"1", u"0", key, u"jsmith", u"1", u"0",
+               u"1234567"}, kB);
+  // clang-format on
+}
+
 struct Message {
   Text text;
   int icon;

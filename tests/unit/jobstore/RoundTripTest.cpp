@@ -18,26 +18,11 @@ class Generator {
   // Field text without separators, line ends or doubled "û"; unpaired surrogates and
   // other units a codec might trip over are in on purpose.
   Text Field(int maxLen = 8) {
-    static const char16_t kPool[] = {u'a',
-                                     u'Z',
-                                     u'0',
-                                     u'9',
-                                     u' ',
-                                     u'/',
-                                     u'-',
-                                     u':',
-                                     u';',
-                                     u'@',
-                                     u'.',
-                                     u'\u00E9',
-                                     u'\u00FB',
-                                     u'\u4E2D',
-                                     static_cast<char16_t>(0xD800),
-                                     static_cast<char16_t>(0xDC00),
-                                     u'\uFFFF',
-                                     u'\t',
-                                     u'|',
-                                     u'\u0007'};
+    // clang-format off
+    static const char16_t kPool[] = {u'a', u'Z', u'0', u'9', u' ', u'/', u'-', u':', u';', u'@',
+                                     u'.', u'\u00E9', u'\u00FB', u'\u4E2D', 0xD800, 0xDC00,
+                                     u'\uFFFF', u'\t', u'|', u'\u0007'};
+    // clang-format on
     Text t;
     int n = Int(0, maxLen);
     for (int i = 0; i < n; ++i) {

@@ -7,16 +7,6 @@ namespace {
 
 using WriteTest = JobStoreTest;
 
-Text Rec(const Text& no, const Text& name = u"Docs", const Text& key = u"201303250641") {
-  // A record as the file holds it, field after field.
-  // clang-format off
-  return Join({no, name, u"03-25-2013 6:41:00", u"03-18-2013 15:02:33", u"My Corvane/", u"3",
-               u"2", u"1", u"", u"", u"", u"", u"0", u"1", u"0", key, u"jsmith", u"1", u"0",
-               // clang-format on
-               u"1234567"},
-              kB);
-}
-
 TEST_F(WriteTest, UpdateMovesTheRecordToTheEndInTheNewForm) {
   Text old4 =
       Join({u"4", u"Old", u"03-25-2013 6:41:00", u"03-18-2013 15:02:33", u"My Corvane/", u"3", u"2",

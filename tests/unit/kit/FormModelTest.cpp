@@ -105,26 +105,6 @@ TEST(FormModel, ClickHandlerChangesLabelOnlyForAcceptedInput) {
   EXPECT_EQ(f.lblStatus.Caption(), u"Going");
 }
 
-TEST(FormModel, RevisionsAndListenerFollowRealChangesOnly) {
-  frmSample f;
-  std::vector<std::pair<Text, kit::Aspect>> seen;
-  f.SetChangeListener([&](kit::Control& c, kit::Aspect a) { seen.emplace_back(c.Name(), a); });
-  const auto before = f.lblStatus.Revision();
-  f.lblStatus.SetCaption(u"Idle");
-  EXPECT_EQ(f.lblStatus.Revision(), before);
-  EXPECT_TRUE(seen.empty());
-  f.lblStatus.SetCaption(u"Busy");
-  f.lblStatus.SetLeft(200);
-  EXPECT_EQ(f.lblStatus.Revision(), before + 2);
-  ASSERT_EQ(seen.size(), 2u);
-  EXPECT_EQ(seen[0].first, u"lblStatus");
-  EXPECT_TRUE(kit::Has(seen[0].second, kit::Aspect::Caption));
-  EXPECT_TRUE(kit::Has(seen[1].second, kit::Aspect::Layout));
-  f.lvItems.AddRow(u"x");
-  EXPECT_TRUE(kit::Has(seen.back().second, kit::Aspect::Items));
-  EXPECT_EQ(seen.back().first, u"lvItems");
-}
-
 TEST(FormModel, QueryUnloadCanRefuseTheClose) {
   kit::ScriptedUi ui;
   frmSample f;
@@ -287,18 +267,6 @@ TEST(FormModel, ListViewSelectionChecksAndBadIndexes) {
   lv.RemoveRow(1);
   EXPECT_EQ(lv.Count(), 1);
   EXPECT_EQ(lv.SelectedIndex(), 1);
-}
-
-TEST(FormModel, AnExceptionInAHandlerGoesToTheSinkNotTheCaller) {
-  kit::ScriptedUi ui;
-  frmSample f;
-  ui.Show(f);
-  Text where;
-  f.SetFailureSink([&](kit::Control& c, const base::ErrorInfo&) { where = c.Name(); });
-  f.cmdGo.on.Click = [&] { f.lvItems.Item(9); };
-  EXPECT_NO_THROW(f.cmdGo.RaiseClick());
-  EXPECT_EQ(f.FailureCount(), 1);
-  EXPECT_EQ(where, u"cmdGo");
 }
 
 TEST(FormModel, TimersRunOnlyOnALoadedFormAndMenusHonourEnabledParents) {

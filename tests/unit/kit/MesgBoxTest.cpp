@@ -58,30 +58,36 @@ int Ask(kit::ScriptedUi& ui, int buttons, std::initializer_list<Answer> answers)
   return ui.MessageBox(u"Text", kit::kIconInfo, buttons, kTitle);
 }
 
-TEST(MesgBox, ButtonsGiveTheirResultByTheExactCaption) {
+TEST(MesgBox, ButtonsEnterAndAltLettersGiveTheirResults) {
   kit::ScriptedUi ui;
-  EXPECT_EQ(Ask(ui, kit::kButtonsYesNo, {Answer::Press(0)}), kit::kResultYes);
-  EXPECT_EQ(Ask(ui, kit::kButtonsYesNo, {Answer::Press(1)}), kit::kResultNo);
-  EXPECT_EQ(Ask(ui, kit::kButtonsOkCancelRetry, {Answer::Press(2)}), kit::kResultRetry);
-  EXPECT_EQ(Ask(ui, kit::kButtonsOkCancelIgnore, {Answer::Press(2)}), kit::kResultIgnore);
-  EXPECT_EQ(Ask(ui, kit::kButtonsOk, {Answer::Press(0)}), kit::kResultOk);
-  // "&Cancel" and "&Ok" match no caption of the compare: the box closes and the
-  // result stays that of the call before.
-  EXPECT_EQ(Ask(ui, kit::kButtonsYesNo, {Answer::Press(1)}), kit::kResultNo);
-  EXPECT_EQ(Ask(ui, kit::kButtonsOkCancel, {Answer::Press(1)}), kit::kResultNo);
-  EXPECT_EQ(Ask(ui, kit::kButtonsYesNo, {Answer::Press(0)}), kit::kResultYes);
-  EXPECT_EQ(Ask(ui, kit::kButtonsOkCancelRetry, {Answer::Press(0)}), kit::kResultYes);
-  EXPECT_EQ(ui.UnansweredCount(), 0) << "each press closed its box";
-}
-
-TEST(MesgBox, EnterIsTheDefaultLetterAndAltLettersCountOnlyWhenAllowed) {
-  kit::ScriptedUi ui;
-  EXPECT_EQ(Ask(ui, kit::kButtonsOkCancel, {Answer::Enter()}), kit::kResultCancel);
-  EXPECT_EQ(Ask(ui, kit::kButtonsYesNo, {Answer::Enter()}), kit::kResultYes);
-  EXPECT_EQ(Ask(ui, kit::kButtonsOk, {Answer::Enter()}), kit::kResultOk);
-  EXPECT_EQ(Ask(ui, kit::kButtonsOkCancelRetry, {Answer::Alt(u'r')}), kit::kResultRetry);
-  EXPECT_EQ(Ask(ui, kit::kButtonsOkCancelIgnore, {Answer::Alt(u'I')}), kit::kResultIgnore);
-  EXPECT_EQ(Ask(ui, kit::kButtonsOkCancelIgnore, {Answer::Cancel()}), kit::kResultCancel);
+  // In order: "&Cancel" and "&Ok" match no caption of the compare, so a press on them
+  // closes the box with the result of the call before.
+  const struct {
+    int buttons;
+    Answer answer;
+    int result;
+  } cases[] = {
+      {kit::kButtonsYesNo, Answer::Press(0), kit::kResultYes},
+      {kit::kButtonsYesNo, Answer::Press(1), kit::kResultNo},
+      {kit::kButtonsOkCancelRetry, Answer::Press(2), kit::kResultRetry},
+      {kit::kButtonsOkCancelIgnore, Answer::Press(2), kit::kResultIgnore},
+      {kit::kButtonsOk, Answer::Press(0), kit::kResultOk},
+      {kit::kButtonsOkCancel, Answer::Press(1), kit::kResultOk},
+      {kit::kButtonsYesNo, Answer::Press(0), kit::kResultYes},
+      {kit::kButtonsOkCancelRetry, Answer::Press(0), kit::kResultYes},
+      {kit::kButtonsOkCancel, Answer::Enter(), kit::kResultCancel},
+      {kit::kButtonsYesNo, Answer::Enter(), kit::kResultYes},
+      {kit::kButtonsOk, Answer::Enter(), kit::kResultOk},
+      {kit::kButtonsOkCancelRetry, Answer::Alt(u'r'), kit::kResultRetry},
+      {kit::kButtonsOkCancelIgnore, Answer::Alt(u'I'), kit::kResultIgnore},
+      {kit::kButtonsOkCancelIgnore, Answer::Cancel(), kit::kResultCancel},
+  };
+  int row = 0;
+  for (const auto& c : cases) {
+    SCOPED_TRACE(row++);
+    EXPECT_EQ(Ask(ui, c.buttons, {c.answer}), c.result);
+  }
+  EXPECT_EQ(ui.UnansweredCount(), 0) << "each answer closed its box";
 
   // Alt+N in an OK box does nothing: the box stays until it is closed.
   EXPECT_EQ(Ask(ui, kit::kButtonsOk, {Answer::No(), Answer::Close()}), kit::kResultClosed);

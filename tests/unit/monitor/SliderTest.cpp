@@ -55,55 +55,52 @@ TEST_F(SliderTest, AtLoadTheIdleFileIsNotConsulted) {
   EXPECT_EQ(Get(u"BANDWIDTHPAUSE"), u"70");
 }
 
-TEST_F(SliderTest, FirstPassByIdleState) {
+// The rule's choices are tabled in BandwidthRulesTest; here the window applies them: the
+// limit it shows and the message, set, hidden or left as it stood.
+TEST_F(SliderTest, EachPassShowsTheLimitAndTheMessageTheRuleChooses) {
   Limits(u"1", u"40", u"70");
   Open();
   struct Case {
-    Text idle;
+    Pass pass;
+    const char16_t* idle;
+    long kind;
+    bool messageBefore;
     long shown;
     bool message;
   };
-  for (const Case& c : {Case{u"1", 40, false}, Case{u"", 70, true}, Case{u"0", 70, true}}) {
+  const Case cases[] = {
+      {Pass::First, u"1", 1, true, 40, false},   // an idle user: the plain limit
+      {Pass::First, u"", 1, false, 70, true},    // an active one: the paused limit
+      {Pass::First, u"0", 1, false, 70, true},   //
+      {Pass::Second, u"1", 1, true, 40, false},  //
+      // Any other state leaves the slider; in the first pass the message follows the
+      // check box alone, the second pass never touches it.
+      {Pass::First, u"2", 1, false, 5, true},
+      {Pass::Second, u"2", 1, true, 5, true},
+  };
+  int row = 0;
+  for (const Case& c : cases) {
+    SCOPED_TRACE(row++);
     Idle(c.idle);
+    app.Transfer.sBkStatus = c.kind;
     form->PlaceSlider(5);
-    form->SliderRule(Pass::First);
-    EXPECT_EQ(Shown(), c.shown) << monitortest::U8(c.idle);
-    EXPECT_EQ(Message(), c.message) << monitortest::U8(c.idle);
+    form->LabelPauseMsg.SetVisible(c.messageBefore);
+    form->SliderRule(c.pass);
+    EXPECT_EQ(Shown(), c.shown);
+    EXPECT_EQ(Message(), c.message);
   }
-  // Any other state leaves the slider; the message follows the check box alone.
-  Idle(u"2");
-  form->PlaceSlider(5);
-  form->LabelPauseMsg.SetVisible(false);
-  form->SliderRule(Pass::First);
-  EXPECT_EQ(Shown(), 5);
-  EXPECT_TRUE(Message());
-}
-
-TEST_F(SliderTest, SecondPassShowsTheMessageOnlyForThrottledKinds) {
-  Limits(u"1", u"40", u"70");
-  Open();
-  for (const Text idle : {u"", u"0"}) {
+  // An active user in the second pass: the message for a throttled kind only.
+  for (const char16_t* idle : {u"", u"0"}) {
     Idle(idle);
     for (long kind = 0; kind <= 5; ++kind) {
+      const bool throttled = kind >= 1 && kind <= 4;
       app.Transfer.sBkStatus = kind;
-      form->LabelPauseMsg.SetVisible(!(kind >= 1 && kind <= 4));
+      form->LabelPauseMsg.SetVisible(!throttled);
       form->SliderRule(Pass::Second);
       EXPECT_EQ(Shown(), 70);
-      EXPECT_EQ(Message(), kind >= 1 && kind <= 4) << kind;
+      EXPECT_EQ(Message(), throttled) << kind;
     }
   }
-  Idle(u"1");
-  app.Transfer.sBkStatus = 1;
-  form->LabelPauseMsg.SetVisible(true);
-  form->SliderRule(Pass::Second);
-  EXPECT_EQ(Shown(), 40);
-  EXPECT_FALSE(Message());
-  Idle(u"2");
-  form->PlaceSlider(5);
-  form->LabelPauseMsg.SetVisible(true);
-  form->SliderRule(Pass::Second);
-  EXPECT_EQ(Shown(), 5);
-  EXPECT_TRUE(Message());  // the second pass never touches it for this state
 }
 
 TEST_F(SliderTest, WithoutAutoPauseThePlainLimitHoldsInEveryPass) {

@@ -60,12 +60,4 @@ TEST_F(DialupTest, AFailingListingIsTracedAndNothingIsHungUp) {
   EXPECT_EQ(Activity(), (std::vector<Text>{u"Successfully logged out", u""}));
 }
 
-TEST_F(DialupTest, CountdownAndCancel) {
-  EXPECT_EQ(notify::CountdownCaption(1), u"Disconnecting(29)");
-  EXPECT_EQ(notify::CountdownCaption(29), u"Disconnecting(1)");
-  notify::DialupCanceled(app);
-  EXPECT_EQ(Activity(), (std::vector<Text>{u"Dial-up disconnection canceled",
-                                           u"Successfully logged out", u""}));
-}
-
 }  // namespace

@@ -101,15 +101,6 @@ TEST_F(NoticesTest, TheDefaultSetIsNotNamedAndAnEmptyRequestShowsTheNamesKept) {
   EXPECT_EQ(job.lblaccntname.Caption(), u"bob");
 }
 
-TEST_F(NoticesTest, ALongNameIsWrappedToTheLabel) {
-  const Text name = u"Quarterly reports & invoices of the finance department 2026";
-  Request({name, u"", u"alice"});
-  notices.senddesktopnotify();
-  const Text shown = job.bkupjobname.Caption();
-  EXPECT_NE(shown.find(u"\r\n"), Text::npos) << U8(shown);
-  EXPECT_EQ(base::Replace(shown, u"\r\n", u""), base::Replace(name, u"&", u"&&"));
-}
-
 // The names are measured in the font size of the monitor window's label, copied first.
 TEST_F(NoticesTest, TheNamesAreWrappedInTheMonitorWindowsLabelSize) {
   const Text name = u"Photos of the family summer holidays";

@@ -13,10 +13,9 @@ namespace {
 
 using base::Text;
 
-class MonitorProgramTest : public ::testing::Test, public testkit::FrameFixture {
+class MonitorProgramTest : public ::testing::Test, public testkit::CommonFixture {
  protected:
   MonitorProgramTest() {
-    fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
     platform::TextFile::WriteLines(
         fake.fs, u"C:\\QV\\QVCOMMON\\QVWServiceLog.txt",
         {u"Information : 11/15/2026 05:25:27 : one", u"Error       : 11/15/2026 05:25:28 : two"});
@@ -26,11 +25,6 @@ class MonitorProgramTest : public ::testing::Test, public testkit::FrameFixture 
     frame::WriteSetting(app, u"MonHeight", h);
     frame::WriteSetting(app, u"MonTop", t);
     frame::WriteSetting(app, u"MonLeft", l);
-  }
-  bool TraceHas(const Text& line) {
-    for (const Text& l : Lines(Common(u"SerTraceFile.txt")))
-      if (l == line) return true;
-    return false;
   }
   kit::ScriptedUi ui;
 };
@@ -106,8 +100,7 @@ TEST_F(MonitorProgramTest, OnAHostTheWindowIsBuiltAtLoadAndOwnsTheTrayIcon) {
 namespace {
 
 TEST(MonitorProgramFailures, WhatEscapesAScreensHandlerOnTheHostIsTraced) {
-  testkit::FrameFixture f;
-  f.fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+  testkit::CommonFixture f;
   f.fake.system.commandLine = u"Min";
   kit::HostedUi hosted(f.fake.ui);
   program::MonitorProgram program(f.app, hosted);
@@ -115,7 +108,7 @@ TEST(MonitorProgramFailures, WhatEscapesAScreensHandlerOnTheHostIsTraced) {
   program.Window().mnuOpen.on.Click = [] { throw std::runtime_error("the menu broke"); };
   EXPECT_NO_THROW(program.Window().mnuOpen.RaiseClick());
   bool traced = false;
-  for (const Text& l : f.Lines(f.Common(u"SerTraceFile.txt")))
+  for (const Text& l : f.Trace())
     traced = traced || (l.find(u"the menu broke") != Text::npos &&
                         l.find(u"in procedure mnuOpen of Form frmQVWinService") != Text::npos);
   EXPECT_TRUE(traced);

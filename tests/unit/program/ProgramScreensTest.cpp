@@ -35,8 +35,7 @@ TEST(ProgramScreensTest, TheMenusOpenTheJobScreens) {
 
 // The tray's View Log shows the Session Log, not modally.
 TEST(ProgramScreensTest, ViewLogShowsTheSessionLogNotModally) {
-  testkit::FrameFixture fx;
-  fx.fake.fs.AddFolders(u"C:\\QV\\QVCOMMON");
+  testkit::CommonFixture fx;
   kit::ScriptedUi ui;
   program::ProgramScreens screens(fx.app, ui);
   screens.OpenSessionLog();

@@ -103,18 +103,5 @@ TEST_F(SessionListTest, AColumnClickFlipsTheOrderAndNeverSortsByTheDescription) 
   EXPECT_EQ(Order(), "InSySc");
 }
 
-TEST_F(SessionListTest, SelectAllAndTheCheckMarkRule) {
-  CheckAllRows(list, true);
-  for (int i = 1; i <= 3; ++i) EXPECT_TRUE(list.Item(i).Checked());
-  list.Item(2).SetChecked(false);
-  EXPECT_FALSE(CheckMarkChanged(list, list.Item(2)));
-  EXPECT_FALSE(list.Item(2).Selected());
-  list.Item(2).SetChecked(true);
-  EXPECT_TRUE(CheckMarkChanged(list, list.Item(2)));
-  EXPECT_EQ(list.SelectedIndex(), 2);  // a row checked is selected too
-  CheckAllRows(list, false);
-  for (int i = 1; i <= 3; ++i) EXPECT_FALSE(list.Item(i).Checked());
-}
-
 }  // namespace
 }  // namespace sessions
