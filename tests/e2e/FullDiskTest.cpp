@@ -33,9 +33,10 @@ std::map<std::wstring, std::string> FolderBytes(const std::filesystem::path& fol
 
 // Writes `path` until the disk refuses more; true when it was refused.
 bool FillDisk(const std::filesystem::path& path) {
-  HANDLE h = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                         FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (h == INVALID_HANDLE_VALUE) return false;
+  platform::win32::UniqueHandle file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr,
+                                                 CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file) return false;
+  const HANDLE h = file.Get();
   std::string block(4096, 'x');
   DWORD put = 0;
   bool refused = false;
@@ -45,21 +46,21 @@ bool FillDisk(const std::filesystem::path& path) {
   // The last few bytes, one by one.
   for (int i = 0; i < 4096 && refused; ++i)
     if (!WriteFile(h, block.data(), 1, &put, nullptr) || put == 0) break;
-  CloseHandle(h);
   return refused;
 }
 
 // The state word as the engine puts it: the same two bytes overwritten in place, which
 // a full disk still allows (no new space is taken).
 bool PutWordInPlace(const std::filesystem::path& schedule, wchar_t word) {
-  HANDLE h = CreateFileW(schedule.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                         nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (h == INVALID_HANDLE_VALUE) return false;
+  platform::win32::UniqueHandle file(CreateFileW(schedule.c_str(), GENERIC_WRITE,
+                                                 FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                                 OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file) return false;
+  const HANDLE h = file.Get();
   const char bytes[2] = {static_cast<char>(word), 0};
   DWORD put = 0;
   const bool ok = SetFilePointer(h, 2, nullptr, FILE_BEGIN) == 2 &&
                   WriteFile(h, bytes, 2, &put, nullptr) && put == 2;
-  CloseHandle(h);
   return ok;
 }
 
