@@ -69,20 +69,13 @@ INSTANTIATE_TEST_SUITE_P(All, MutexContract, ::testing::ValuesIn(MutexTargets())
 
 // ---- clock -----------------------------------------------------------------
 
-struct ClockTarget {
-  std::string name;
-  std::function<std::unique_ptr<platform::IClock>()> make;
-};
-std::ostream& operator<<(std::ostream& out, const ClockTarget& t) { return out << t.name; }
+using ClockTarget = Target<platform::IClock>;
 
 std::vector<ClockTarget> ClockTargets() {
-  std::vector<ClockTarget> targets{
-      {"Portable", [] { return std::unique_ptr<platform::IClock>(new platform::PortableClock()); }},
-      {"Fake", [] { return std::unique_ptr<platform::IClock>(new platform::FakeClock()); }},
-  };
+  std::vector targets{TargetOf<platform::IClock, platform::PortableClock>("Portable"),
+                      TargetOf<platform::IClock, platform::FakeClock>("Fake")};
 #if QV_HAVE_WIN32
-  targets.push_back(
-      {"Win32", [] { return std::unique_ptr<platform::IClock>(new platform::Win32Clock()); }});
+  targets.push_back(TargetOf<platform::IClock, platform::Win32Clock>("Win32"));
 #endif
   return targets;
 }
@@ -108,21 +101,13 @@ INSTANTIATE_TEST_SUITE_P(All, ClockContract, ::testing::ValuesIn(ClockTargets())
 
 // ---- locale ----------------------------------------------------------------
 
-struct LocaleTarget {
-  std::string name;
-  std::function<std::unique_ptr<platform::ILocale>()> make;
-};
-std::ostream& operator<<(std::ostream& out, const LocaleTarget& t) { return out << t.name; }
+using LocaleTarget = Target<platform::ILocale>;
 
 std::vector<LocaleTarget> LocaleTargets() {
-  std::vector<LocaleTarget> targets{
-      {"Portable",
-       [] { return std::unique_ptr<platform::ILocale>(new platform::PortableLocale()); }},
-      {"Fake", [] { return std::unique_ptr<platform::ILocale>(new platform::FakeLocale()); }},
-  };
+  std::vector targets{TargetOf<platform::ILocale, platform::PortableLocale>("Portable"),
+                      TargetOf<platform::ILocale, platform::FakeLocale>("Fake")};
 #if QV_HAVE_WIN32
-  targets.push_back(
-      {"Win32", [] { return std::unique_ptr<platform::ILocale>(new platform::Win32Locale()); }});
+  targets.push_back(TargetOf<platform::ILocale, platform::Win32Locale>("Win32"));
 #endif
   return targets;
 }
@@ -146,21 +131,12 @@ INSTANTIATE_TEST_SUITE_P(All, LocaleContract, ::testing::ValuesIn(LocaleTargets(
 
 // ---- system facts ----------------------------------------------------------
 
-struct SystemTarget {
-  std::string name;
-  std::function<std::unique_ptr<platform::ISystemInfo>()> make;
-};
-std::ostream& operator<<(std::ostream& out, const SystemTarget& t) { return out << t.name; }
+using SystemTarget = Target<platform::ISystemInfo>;
 
 std::vector<SystemTarget> SystemTargets() {
-  std::vector<SystemTarget> targets{
-      {"Fake",
-       [] { return std::unique_ptr<platform::ISystemInfo>(new platform::FakeSystemInfo()); }},
-  };
+  std::vector targets{TargetOf<platform::ISystemInfo, platform::FakeSystemInfo>("Fake")};
 #if QV_HAVE_WIN32
-  targets.push_back(
-      {"Win32",
-       [] { return std::unique_ptr<platform::ISystemInfo>(new platform::Win32SystemInfo()); }});
+  targets.push_back(TargetOf<platform::ISystemInfo, platform::Win32SystemInfo>("Win32"));
 #endif
   return targets;
 }

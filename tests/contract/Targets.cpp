@@ -122,26 +122,17 @@ std::vector<ProfileTarget> ProfileTargets() {
 }
 
 std::vector<RegistryTarget> RegistryTargets() {
-  std::vector<RegistryTarget> targets{
-      {"Fake", [] { return std::unique_ptr<platform::IRegistry>(new platform::FakeRegistry()); }},
-  };
+  std::vector targets{TargetOf<platform::IRegistry, platform::FakeRegistry>("Fake")};
 #if QV_HAVE_WIN32
-  targets.push_back({"Win32", [] {
-                       return std::unique_ptr<platform::IRegistry>(new platform::Win32Registry());
-                     }});
+  targets.push_back(TargetOf<platform::IRegistry, platform::Win32Registry>("Win32"));
 #endif
   return targets;
 }
 
 std::vector<MutexTarget> MutexTargets() {
-  std::vector<MutexTarget> targets{
-      {"Fake",
-       [] { return std::unique_ptr<platform::IMutexService>(new platform::FakeMutexService()); }},
-  };
+  std::vector targets{TargetOf<platform::IMutexService, platform::FakeMutexService>("Fake")};
 #if QV_HAVE_WIN32
-  targets.push_back(
-      {"Win32",
-       [] { return std::unique_ptr<platform::IMutexService>(new platform::Win32MutexService()); }});
+  targets.push_back(TargetOf<platform::IMutexService, platform::Win32MutexService>("Win32"));
 #endif
   return targets;
 }

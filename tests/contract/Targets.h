@@ -50,6 +50,12 @@ std::ostream& operator<<(std::ostream& out, const Target<World>& target) {
   return out << target.name;
 }
 
+// A target that makes a fresh `Impl` for the interface `I`.
+template <class I, class Impl>
+Target<I> TargetOf(std::string name) {
+  return {std::move(name), [] { return std::unique_ptr<I>(new Impl()); }};
+}
+
 struct TargetName {
   template <class Info>
   std::string operator()(const Info& info) const {

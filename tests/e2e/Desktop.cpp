@@ -10,40 +10,40 @@ constexpr wchar_t kHighContrastKey[] = L"Control Panel\\Accessibility\\HighContr
 
 UserSetting::UserSetting(const std::wstring& subkey, const std::wstring& name, DWORD value)
     : name_(name) {
-  RegCreateKeyExW(HKEY_CURRENT_USER, subkey.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key_,
-                  nullptr);
+  RegCreateKeyExW(HKEY_CURRENT_USER, subkey.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
+                  key_.Out(), nullptr);
   Set(REG_DWORD, &value, sizeof(value));
 }
 
 UserSetting::UserSetting(const std::wstring& subkey, const std::wstring& name,
                          const std::wstring& value)
     : name_(name) {
-  RegCreateKeyExW(HKEY_CURRENT_USER, subkey.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key_,
-                  nullptr);
+  RegCreateKeyExW(HKEY_CURRENT_USER, subkey.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
+                  key_.Out(), nullptr);
   Set(REG_SZ, value.c_str(), static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
 }
 
 void UserSetting::Set(DWORD type, const void* data, DWORD size) {
-  if (key_ == nullptr) return;
+  if (!key_) return;
   DWORD oldSize = 0;
-  if (RegQueryValueExW(key_, name_.c_str(), nullptr, &oldType_, nullptr, &oldSize) ==
+  if (RegQueryValueExW(key_.Get(), name_.c_str(), nullptr, &oldType_, nullptr, &oldSize) ==
       ERROR_SUCCESS) {
     oldData_.resize(oldSize);
-    had_ = RegQueryValueExW(key_, name_.c_str(), nullptr, &oldType_,
+    had_ = RegQueryValueExW(key_.Get(), name_.c_str(), nullptr, &oldType_,
                             reinterpret_cast<BYTE*>(oldData_.data()), &oldSize) == ERROR_SUCCESS;
   }
-  RegSetValueExW(key_, name_.c_str(), 0, type, static_cast<const BYTE*>(data), size);
+  RegSetValueExW(key_.Get(), name_.c_str(), 0, type, static_cast<const BYTE*>(data), size);
 }
 
 UserSetting::~UserSetting() {
-  if (key_ == nullptr) return;
+  if (!key_) return;
   if (had_) {
-    RegSetValueExW(key_, name_.c_str(), 0, oldType_, reinterpret_cast<const BYTE*>(oldData_.data()),
+    RegSetValueExW(key_.Get(), name_.c_str(), 0, oldType_,
+                   reinterpret_cast<const BYTE*>(oldData_.data()),
                    static_cast<DWORD>(oldData_.size()));
   } else {
-    RegDeleteValueW(key_, name_.c_str());
+    RegDeleteValueW(key_.Get(), name_.c_str());
   }
-  RegCloseKey(key_);
 }
 
 HighContrastOn::HighContrastOn() : UserSetting(kHighContrastKey, L"Flags", std::wstring(L"1")) {
@@ -52,12 +52,11 @@ HighContrastOn::HighContrastOn() : UserSetting(kHighContrastKey, L"Flags", std::
 
 HighContrastOn::~HighContrastOn() {
   // The base puts the flag back after this; the programs hear of it once it is back.
-  HKEY key = nullptr;
-  if (RegOpenKeyExW(HKEY_CURRENT_USER, kHighContrastKey, 0, KEY_SET_VALUE, &key) == ERROR_SUCCESS) {
-    RegSetValueExW(key, L"Flags", 0, REG_SZ, reinterpret_cast<const BYTE*>(L"0"),
+  platform::win32::UniqueKey key;
+  if (RegOpenKeyExW(HKEY_CURRENT_USER, kHighContrastKey, 0, KEY_SET_VALUE, key.Out()) ==
+      ERROR_SUCCESS)
+    RegSetValueExW(key.Get(), L"Flags", 0, REG_SZ, reinterpret_cast<const BYTE*>(L"0"),
                    2 * sizeof(wchar_t));
-    RegCloseKey(key);
-  }
   BroadcastSettingChange(SPI_SETHIGHCONTRAST, L"Accessibility");
 }
 

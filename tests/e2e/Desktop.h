@@ -5,6 +5,8 @@
 // another program has the keyboard's focus.
 #include <windows.h>
 
+#include "platform/win32/Win32Handles.h"
+
 #include <optional>
 #include <string>
 
@@ -22,7 +24,7 @@ class UserSetting {
 
  private:
   void Set(DWORD type, const void* data, DWORD size);
-  HKEY key_ = nullptr;
+  platform::win32::UniqueKey key_;
   std::wstring name_;
   DWORD oldType_ = 0;
   std::string oldData_;

@@ -1,5 +1,7 @@
 #include "Driver.h"
 
+#include "platform/win32/Win32Handles.h"
+
 #include <commctrl.h>
 
 #include <thread>
@@ -68,8 +70,8 @@ BOOL CALLBACK CollectChild(HWND hwnd, LPARAM lp) {
 // it finds all of them at once and no mouse move between two of them.
 bool PostKeys(HWND menu, const std::vector<WPARAM>& keys) {
   const DWORD tid = GetWindowThreadProcessId(menu, nullptr);
-  HANDLE thread = OpenThread(THREAD_SUSPEND_RESUME, FALSE, tid);
-  const bool held = thread != nullptr && SuspendThread(thread) != static_cast<DWORD>(-1);
+  platform::win32::UniqueHandle thread(OpenThread(THREAD_SUSPEND_RESUME, FALSE, tid));
+  const bool held = thread && SuspendThread(thread.Get()) != static_cast<DWORD>(-1);
   bool ok = true;
   // The last key ends the menu (Enter, Escape): the menu acts on its press and goes at
   // once, so it is sent as a press only; that the menu took it shows by its going.
@@ -77,8 +79,7 @@ bool PostKeys(HWND menu, const std::vector<WPARAM>& keys) {
     ok = ok && Post(menu, WM_KEYDOWN, keys[i], 1);
     if (i + 1 < keys.size()) ok = ok && Post(menu, WM_KEYUP, keys[i], 0xC0000001);
   }
-  if (held) ResumeThread(thread);
-  if (thread != nullptr) CloseHandle(thread);
+  if (held) ResumeThread(thread.Get());
   return ok;
 }
 

@@ -288,10 +288,10 @@ TEST_F(EngineCallbackTest, ComStartsTheMonitorIntoTheTrayAndASecondStartStepsAsi
   {
     CLSID clsid{};
     ASSERT_EQ(CLSIDFromProgID(L"QVMonitor.IMonitor", &clsid), S_OK);
-    _IMonitor* monitor = nullptr;
-    ASSERT_EQ(CoCreateInstance(clsid, nullptr, CLSCTX_LOCAL_SERVER, IID__IMonitor,
-                               reinterpret_cast<void**>(&monitor)),
-              S_OK);
+    platform::win32::ComPtr<_IMonitor> monitor;
+    ASSERT_EQ(
+        CoCreateInstance(clsid, nullptr, CLSCTX_LOCAL_SERVER, IID__IMonitor, monitor.OutVoid()),
+        S_OK);
     auto running = FindProcesses(kMonitorExe);
     ASSERT_EQ(running.size(), 1u);
     EXPECT_TRUE(WaitForTraceLine(Folder(), kHideLine)) << "a start by COM goes into the tray";
@@ -300,10 +300,9 @@ TEST_F(EngineCallbackTest, ComStartsTheMonitorIntoTheTrayAndASecondStartStepsAsi
     EXPECT_FALSE(IsWindowVisible(window->hwnd));
 
     // The class answers through the vtable.
-    BSTR text = nullptr;
-    EXPECT_EQ(monitor->GetProperTime(3909, &text), S_OK);
-    EXPECT_EQ(std::wstring(text ? text : L""), L"01:05:09");
-    SysFreeString(text);
+    platform::win32::UniqueBstr text;
+    EXPECT_EQ(monitor->GetProperTime(3909, text.Out()), S_OK);
+    EXPECT_EQ(std::wstring(text ? text.Get() : L""), L"01:05:09");
     EXPECT_EQ(monitor->put_dTransferRate(12.5), S_OK);
     double rate = 0;
     EXPECT_EQ(monitor->get_dTransferRate(&rate), S_OK);
@@ -315,7 +314,6 @@ TEST_F(EngineCallbackTest, ComStartsTheMonitorIntoTheTrayAndASecondStartStepsAsi
     EXPECT_EQ(second->WaitExit(), std::optional<DWORD>(0));
     EXPECT_EQ(FindProcesses(kMonitorExe).size(), 1u);
     EXPECT_EQ(AllMonitorWindows().size(), 1u);
-    monitor->Release();
   }
   CoUninitialize();
   TerminateProcessesUnder(kMonitorExe, Folder().Root());

@@ -106,11 +106,10 @@ class RegisteredService {
     if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
                         nullptr, &si, &pi))
       return 1;
-    WaitForSingleObject(pi.hProcess, 30000);
+    platform::win32::UniqueHandle thread(pi.hThread), process(pi.hProcess);
+    WaitForSingleObject(process.Get(), 30000);
     DWORD code = 1;
-    GetExitCodeProcess(pi.hProcess, &code);
-    CloseHandle(pi.hThread);
-    CloseHandle(pi.hProcess);
+    GetExitCodeProcess(process.Get(), &code);
     return code;
   }
   bool ok_ = false;

@@ -10,9 +10,10 @@ namespace {
 
 // Writes `path` until the disk refuses more; true when it was refused.
 bool FillDisk(const std::filesystem::path& path) {
-  HANDLE h = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                         FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (h == INVALID_HANDLE_VALUE) return false;
+  platform::win32::UniqueHandle file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr,
+                                                 CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file) return false;
+  const HANDLE h = file.Get();
   std::string block(4096, 'x');
   DWORD put = 0;
   bool refused = false;
@@ -22,7 +23,6 @@ bool FillDisk(const std::filesystem::path& path) {
   // The last few bytes, one by one.
   for (int i = 0; i < 4096 && refused; ++i)
     if (!WriteFile(h, block.data(), 1, &put, nullptr) || put == 0) break;
-  CloseHandle(h);
   return refused;
 }
 

@@ -40,15 +40,14 @@ class Watcher {
   explicit Watcher(HWND window) : window_(window) {
     DWORD pid = 0;
     GetWindowThreadProcessId(window, &pid);
-    process_ = OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, pid);
+    process_.Reset(OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, pid));
     thread_ = std::thread([this] { Run(); });
   }
   ~Watcher() { Stop(); }
   void Stop() {
     stop_ = true;
     if (thread_.joinable()) thread_.join();
-    if (process_ != nullptr) CloseHandle(process_);
-    process_ = nullptr;
+    process_.Reset();
   }
   Ms LongestWait() const { return Ms{longest_.load()}; }
   int Unanswered() const { return unanswered_; }
@@ -57,7 +56,7 @@ class Watcher {
   double PeakPrivateMb() const { return peakPrivate_ / 1048576.0; }
   double WorkingSetMbNow() const {
     PROCESS_MEMORY_COUNTERS m{};
-    return GetProcessMemoryInfo(process_, &m, sizeof(m)) ? m.WorkingSetSize / 1048576.0 : -1;
+    return GetProcessMemoryInfo(process_.Get(), &m, sizeof(m)) ? m.WorkingSetSize / 1048576.0 : -1;
   }
   void Print(const char* what) const {
     std::printf(
@@ -80,7 +79,7 @@ class Watcher {
       if (!answered) ++unanswered_;
       if (waited > longest_) longest_ = waited;
       PROCESS_MEMORY_COUNTERS m{};
-      if (process_ != nullptr && GetProcessMemoryInfo(process_, &m, sizeof(m))) {
+      if (process_ && GetProcessMemoryInfo(process_.Get(), &m, sizeof(m))) {
         peakWorkingSet_ = std::max<size_t>(peakWorkingSet_, m.WorkingSetSize);
         peakPrivate_ = std::max<size_t>(peakPrivate_, m.PagefileUsage);
       }
@@ -89,7 +88,7 @@ class Watcher {
   }
 
   HWND window_;
-  HANDLE process_ = nullptr;
+  platform::win32::UniqueHandle process_;
   std::thread thread_;
   std::atomic<bool> stop_{false};
   std::atomic<long long> longest_{0};
@@ -164,28 +163,28 @@ TEST_F(HostileSizesTest, AProgressCallWithAMegabyteFileNameIsDrawnWrappedWithout
   {
     CLSID clsid{};
     ASSERT_EQ(CLSIDFromString(kMonitorClsid, &clsid), S_OK);
-    _IMonitor* monitor = nullptr;
-    ASSERT_EQ(CoCreateInstance(clsid, nullptr, CLSCTX_LOCAL_SERVER, IID__IMonitor,
-                               reinterpret_cast<void**>(&monitor)),
-              S_OK);
+    platform::win32::ComPtr<_IMonitor> monitor;
+    ASSERT_EQ(
+        CoCreateInstance(clsid, nullptr, CLSCTX_LOCAL_SERVER, IID__IMonitor, monitor.OutVoid()),
+        S_OK);
     Watcher watcher(main_);
-    BSTR file = SysAllocStringLen(name.data(), static_cast<UINT>(name.size()));
-    BSTR rate = SysAllocString(L"1 MB/s");
-    BSTR elapsed = SysAllocString(L"00:00:10");
-    BSTR left = SysAllocString(L"00:01:00");
+    using platform::win32::UniqueBstr;
+    UniqueBstr file(SysAllocStringLen(name.data(), static_cast<UINT>(name.size())));
+    UniqueBstr rate(SysAllocString(L"1 MB/s"));
+    UniqueBstr elapsed(SysAllocString(L"00:00:10"));
+    UniqueBstr left(SysAllocString(L"00:01:00"));
+    // The call takes them by pointer; the holders keep them.
+    BSTR fileArg = file.Get(), rateArg = rate.Get(), elapsedArg = elapsed.Get(),
+         leftArg = left.Get();
     double size = 3e6, total = 6e6, done = 1e6, totalDone = 2e6;
     short fileProg = 33, totalProg = 33, engine = 1, pre = 0;
     float started = 0;
     VARIANT result;
     VariantInit(&result);
-    EXPECT_EQ(
-        monitor->UpdateMonitor(&file, &size, &total, &done, &totalDone, &rate, &fileProg,
-                               &totalProg, &started, &elapsed, &left, &engine, &pre, 1, &result),
-        S_OK);
-    SysFreeString(file);
-    SysFreeString(rate);
-    SysFreeString(elapsed);
-    SysFreeString(left);
+    EXPECT_EQ(monitor->UpdateMonitor(&fileArg, &size, &total, &done, &totalDone, &rateArg,
+                                     &fileProg, &totalProg, &started, &elapsedArg, &leftArg,
+                                     &engine, &pre, 1, &result),
+              S_OK);
     Tick();
     std::wstring shown;
     EXPECT_TRUE(WaitUntil(
@@ -207,7 +206,6 @@ TEST_F(HostileSizesTest, AProgressCallWithAMegabyteFileNameIsDrawnWrappedWithout
         << "shown " << Unwrapped(shown).size() << " units, expected " << expected.size()
         << "; shown starts " << Utf8(shown.substr(0, 80));
     EXPECT_GT(std::count(shown.begin(), shown.end(), L'\n'), 1000);
-    monitor->Release();
   }
   CoUninitialize();
 }

@@ -37,7 +37,9 @@ inline std::wstring LaterJob(const std::wstring& no = L"9", const std::wstring& 
 inline std::wstring CellText(HWND list, int row, int column) {
   DWORD pid = 0;
   GetWindowThreadProcessId(list, &pid);
-  HANDLE p = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid);
+  platform::win32::UniqueHandle process(
+      OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid));
+  const HANDLE p = process.Get();
   if (p == nullptr) return L"<no process>";
   constexpr int kChars = 512;
   const size_t bytes = sizeof(LVITEMW) + kChars * sizeof(wchar_t);
@@ -57,7 +59,6 @@ inline std::wstring CellText(HWND list, int row, int column) {
     text.assign(buffer, static_cast<size_t>(n));
     VirtualFreeEx(p, remote, 0, MEM_RELEASE);
   }
-  CloseHandle(p);
   return text;
 }
 
@@ -71,7 +72,9 @@ inline int RowCount(HWND list) {
 inline bool SelectRow(HWND list, int row) {
   DWORD pid = 0;
   GetWindowThreadProcessId(list, &pid);
-  HANDLE p = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid);
+  platform::win32::UniqueHandle process(
+      OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid));
+  const HANDLE p = process.Get();
   if (p == nullptr) return false;
   auto* remote = VirtualAllocEx(p, nullptr, sizeof(LVITEMW), MEM_COMMIT, PAGE_READWRITE);
   bool ok = false;
@@ -85,7 +88,6 @@ inline bool SelectRow(HWND list, int row) {
                              reinterpret_cast<LPARAM>(remote), SMTO_ABORTIFHUNG, 5000, &r) != 0;
     VirtualFreeEx(p, remote, 0, MEM_RELEASE);
   }
-  CloseHandle(p);
   return ok;
 }
 
@@ -95,7 +97,9 @@ template <typename T>
 inline bool SendRemote(HWND w, UINT message, WPARAM wp, T& data) {
   DWORD pid = 0;
   GetWindowThreadProcessId(w, &pid);
-  HANDLE p = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid);
+  platform::win32::UniqueHandle process(
+      OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid));
+  const HANDLE p = process.Get();
   if (p == nullptr) return false;
   void* remote = VirtualAllocEx(p, nullptr, sizeof(T), MEM_COMMIT, PAGE_READWRITE);
   bool ok = false;
@@ -107,7 +111,6 @@ inline bool SendRemote(HWND w, UINT message, WPARAM wp, T& data) {
          ReadProcessMemory(p, remote, &data, sizeof(T), nullptr);
     VirtualFreeEx(p, remote, 0, MEM_RELEASE);
   }
-  CloseHandle(p);
   return ok;
 }
 
@@ -171,14 +174,7 @@ inline std::vector<std::wstring> Fields(const std::wstring& line) {
 
 class JobScreensTest : public EngineMonitorTest {
  protected:
-  HWND Open() {
-    Process* p = StartAndWait(L"Min");
-    if (p == nullptr) return nullptr;
-    pid_ = p->Pid();
-    auto w = MainWindow(pid_);
-    main_ = w ? w->hwnd : nullptr;
-    return main_;
-  }
+  HWND Open() { return OpenMonitor(L"Min"); }
   void Jobs(const std::wstring& word, const Lines& records) {
     Lines lines{word};
     lines.insert(lines.end(), records.begin(), records.end());
@@ -187,57 +183,12 @@ class JobScreensTest : public EngineMonitorTest {
   Lines ScheduleLines() {
     return ReadTextFile(Folder().CommonFile(L"scheduleData.txt")).value_or(Lines{});
   }
-  // A top-level window of the monitor that holds the control `name`.
-  HWND WaitForScreen(const std::wstring& name, Ms timeout = kWait) {
-    HWND found = nullptr;
-    WaitUntil(
-        [&] {
-          for (const WindowInfo& w : FindTopLevel(WindowQuery{L"", kMonitorClass, pid_, true}))
-            if (w.hwnd != main_ && FindByName(w.hwnd, name) != nullptr) found = w.hwnd;
-          return found != nullptr;
-        },
-        timeout);
-    return found;
-  }
-  // Item `n` of the tray menu (5: Manage all the Scheduled Jobs, 3: Backup Now).
-  void TrayItem(int n) {
-    ASSERT_TRUE(PostTrayMouse(main_, WM_RBUTTONUP));
-    ASSERT_TRUE(ChooseMenuItemByArrows(pid_, n));
-  }
+  // Tray item 5: Manage all the Scheduled Jobs.
   HWND OpenJobList() {
     TrayItem(5);
     HWND screen = WaitForScreen(L"Sch_list_lv");
     EXPECT_NE(screen, nullptr) << "Manage all the Scheduled Jobs opened nothing";
     return screen;
-  }
-  HWND WaitForBox(const std::wstring& text, Ms timeout = kWait) {
-    HWND found = nullptr;
-    WaitUntil(
-        [&] {
-          for (const WindowInfo& w : FindTopLevel(WindowQuery{L"", kMonitorClass, pid_, true})) {
-            if (w.hwnd == main_) continue;
-            for (const WindowInfo& c : ListChildren(w.hwnd))
-              if (c.text.rfind(text, 0) == 0) found = w.hwnd;
-          }
-          return found != nullptr;
-        },
-        timeout);
-    return found;
-  }
-  void Answer(HWND box, const std::wstring& control) {
-    HWND button = FindByName(box, control);
-    ASSERT_NE(button, nullptr);
-    ASSERT_TRUE(ClickControl(button));
-    ASSERT_TRUE(WaitUntil([&] { return !IsWindow(box) || !IsWindowVisible(box); }))
-        << "the box stayed up";
-  }
-  void Answer(HWND box, int index) {
-    Answer(box, L"lbl_cmdButton(" + std::to_wstring(index) + L")");
-  }
-  void Press(HWND screen, const wchar_t* name) {
-    HWND c = FindByName(screen, name);
-    ASSERT_NE(c, nullptr) << Utf8(name);
-    ASSERT_TRUE(ClickControl(c));
   }
   bool WaitForSimPrefix(const std::wstring& prefix, Ms timeout = Ms{60000}) {
     return WaitUntil(
@@ -278,9 +229,6 @@ class JobScreensTest : public EngineMonitorTest {
     Press(screen, L"Sch_Close");
     ASSERT_TRUE(WaitUntil([&] { return !IsWindow(screen) || !IsWindowVisible(screen); }));
   }
-
-  DWORD pid_ = 0;
-  HWND main_ = nullptr;
 };
 
 }  // namespace e2e

@@ -108,4 +108,72 @@ void MonitorTest::Shot(const std::string& what) {
   if (path) std::printf("screenshot: %s\n", path->c_str());
 }
 
+HWND MonitorTest::OpenMonitor(const std::wstring& arguments) {
+  Process* p = StartAndWait(arguments);
+  if (p == nullptr) return nullptr;
+  pid_ = p->Pid();
+  auto w = MainWindow(pid_);
+  main_ = w ? w->hwnd : nullptr;
+  return main_;
+}
+
+std::wstring MonitorTest::Text(HWND window, const wchar_t* name) {
+  HWND c = FindByName(window, name);
+  return c ? Describe(c).text : L"<no control>";
+}
+
+bool MonitorTest::Shown(HWND window, const wchar_t* name) {
+  HWND c = FindByName(window, name);
+  return c != nullptr && IsWindowVisible(c);
+}
+
+void MonitorTest::Press(HWND window, const wchar_t* name) {
+  HWND c = FindByName(window, name);
+  ASSERT_NE(c, nullptr) << "no control " << Narrow(name);
+  ASSERT_TRUE(ClickControl(c)) << Narrow(name);
+}
+
+void MonitorTest::TrayItem(int n) {
+  ASSERT_TRUE(PostTrayMouse(main_, WM_RBUTTONUP));
+  ASSERT_TRUE(ChooseMenuItemByArrows(pid_, n));
+}
+
+namespace {
+
+// The first top-level window of `pid` but `main` for which `match` holds, once there is one.
+template <class Match>
+HWND WaitForOther(DWORD pid, HWND main, Ms timeout, Match match) {
+  HWND found = nullptr;
+  WaitUntil(
+      [&] {
+        for (const WindowInfo& w : FindTopLevel(WindowQuery{L"", kMonitorClass, pid, true}))
+          if (w.hwnd != main && match(w.hwnd)) found = w.hwnd;
+        return found != nullptr;
+      },
+      timeout);
+  return found;
+}
+
+}  // namespace
+
+HWND MonitorTest::WaitForScreen(const std::wstring& name, Ms timeout) {
+  return WaitForOther(pid_, main_, timeout, [&](HWND w) { return FindByName(w, name) != nullptr; });
+}
+
+HWND MonitorTest::WaitForBox(const std::wstring& text, Ms timeout) {
+  return WaitForOther(pid_, main_, timeout, [&](HWND w) {
+    for (const WindowInfo& c : ListChildren(w))
+      if (c.text.rfind(text, 0) == 0) return true;
+    return false;
+  });
+}
+
+void MonitorTest::Answer(HWND box, const std::wstring& control) {
+  HWND button = FindByName(box, control);
+  ASSERT_NE(button, nullptr) << Narrow(control);
+  ASSERT_TRUE(ClickControl(button));
+  ASSERT_TRUE(WaitUntil([&] { return !IsWindow(box) || !IsWindowVisible(box); }))
+      << "the box stayed up";
+}
+
 }  // namespace e2e

@@ -52,6 +52,28 @@ class MonitorTest : public ::testing::Test {
   // A screenshot named after the test; the path is written to the test's log.
   void Shot(const std::string& what);
 
+  // Starts the monitor and waits for its window, also while hidden; pid_ and main_
+  // name them from then on. Null when it did not come up.
+  HWND OpenMonitor(const std::wstring& arguments);
+  // The controls of the monitor's windows, by their design names.
+  std::wstring Text(HWND window, const wchar_t* name);  // "<no control>" when there is none
+  bool Shown(HWND window, const wchar_t* name);
+  void Press(HWND window, const wchar_t* name);  // a click; fails the test without the control
+  // Item `n` of the tray menu, chosen by arrows (separators passed over).
+  void TrayItem(int n);
+  // A top-level window of the monitor, other than its main window, once one holds the
+  // control `name` (a screen) or shows a text starting with `text` (a message box).
+  HWND WaitForScreen(const std::wstring& name, Ms timeout = kWait);
+  HWND WaitForBox(const std::wstring& text, Ms timeout = kWait);
+  // Clicks the box's control (or its button `index`: 0 is Yes or OK) and waits for it to go.
+  void Answer(HWND box, const std::wstring& control);
+  void Answer(HWND box, int index) {
+    Answer(box, L"lbl_cmdButton(" + std::to_wstring(index) + L")");
+  }
+
+  DWORD pid_ = 0;
+  HWND main_ = nullptr;
+
  private:
   std::string TestName() const;
 

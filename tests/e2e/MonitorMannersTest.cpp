@@ -35,15 +35,11 @@ class MonitorMannersTest : public MonitorTest {
 
   // The monitor up, in front and with the keyboard.
   HWND OpenInFront() {
-    Process* p = StartAndWait(L"");
-    if (p == nullptr) return nullptr;
-    process_ = p;
-    pid_ = p->Pid();
-    auto w = MainWindow(pid_);
-    if (!w) return nullptr;
-    SetForegroundWindow(w->hwnd);
-    WaitUntil([&] { return GetForegroundWindow() == w->hwnd; });
-    return w->hwnd;
+    HWND w = OpenMonitor(L"");
+    if (w == nullptr) return nullptr;
+    SetForegroundWindow(w);
+    WaitUntil([&] { return GetForegroundWindow() == w; });
+    return w;
   }
   // The design name of what has the keyboard's focus, after a key went by.
   std::wstring FocusedAfter(HWND top, WORD key, bool shift = false) {
@@ -65,13 +61,6 @@ class MonitorMannersTest : public MonitorTest {
   std::wstring DisableSetting() {
     return ReadIni(Folder().CommonFile(L"qvwin.ini"), L"Corvane", L"DisableAllSchdulers");
   }
-  void AskToDisable(HWND w) {
-    ASSERT_TRUE(PostTrayMouse(w, WM_RBUTTONUP));
-    ASSERT_TRUE(ChooseMenuItemByArrows(pid_, 6));
-  }
-
-  DWORD pid_ = 0;
-  Process* process_ = nullptr;
 };
 
 TEST_F(MonitorMannersTest, TabReachesEveryButtonInOrderAndEnterPressesTheFocusedOne) {
@@ -103,7 +92,7 @@ TEST_F(MonitorMannersTest, TabReachesEveryButtonInOrderAndEnterPressesTheFocused
 TEST_F(MonitorMannersTest, AMessageBoxIsAnsweredByTabAndEnter) {
   HWND w = OpenInFront();
   ASSERT_NE(w, nullptr);
-  AskToDisable(w);
+  TrayItem(6);  // Disable all scheduled jobs
   HWND box = Box();
   ASSERT_NE(box, nullptr) << "the question did not come";
   SetForegroundWindow(box);
@@ -119,7 +108,7 @@ TEST_F(MonitorMannersTest, AMessageBoxIsAnsweredByTabAndEnter) {
   ASSERT_TRUE(WaitUntil([&] { return !IsWindow(box) || !IsWindowVisible(box); }));
   EXPECT_NE(DisableSetting(), L"1") << "Enter on No answered Yes";
 
-  AskToDisable(w);
+  TrayItem(6);  // Disable all scheduled jobs
   box = Box();
   ASSERT_NE(box, nullptr);
   SetForegroundWindow(box);
@@ -188,9 +177,8 @@ TEST_F(MonitorMannersTest, EachControlTellsAScreenReaderItsNameAndRole) {
       EXPECT_EQ(info.text, c.text);
     }
     // And the kit's own answer to a screen reader, which crosses processes too.
-    IAccessible* acc = nullptr;
-    ASSERT_EQ(AccessibleObjectFromWindow(h, OBJID_CLIENT, __uuidof(IAccessible),
-                                         reinterpret_cast<void**>(&acc)),
+    platform::win32::ComPtr<IAccessible> acc;
+    ASSERT_EQ(AccessibleObjectFromWindow(h, OBJID_CLIENT, __uuidof(IAccessible), acc.OutVoid()),
               S_OK);
     VARIANT self;
     self.vt = VT_I4;
@@ -199,7 +187,6 @@ TEST_F(MonitorMannersTest, EachControlTellsAScreenReaderItsNameAndRole) {
     VariantInit(&role);
     EXPECT_EQ(acc->get_accRole(self, &role), S_OK);
     EXPECT_EQ(role.lVal, c.role);
-    acc->Release();
   }
 }
 
@@ -237,7 +224,7 @@ TEST_F(MonitorMannersTest, StartedAt144DotsPerInchTheWindowIsDrawnAtOneAndAHalf)
     const WindowInfo info = Describe(FindByName(w, L"btnRefresh"));
     width96 = info.Width();
     height96 = info.Height();
-    Kill(process_);
+    TerminateProcessesUnder(kMonitorExe, Folder().Root());
   }
   ScreenDpi dpi(144);
   HWND w = OpenInFront();

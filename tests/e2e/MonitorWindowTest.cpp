@@ -7,8 +7,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "EngineSupport.h"
-#include "MonitorFixture.h"
+#include "JobScreens.h"
 #include "frame/AppState.h"
 #include "frame/Settings.h"
 #include "platform/win32/Win32Platform.h"
@@ -23,16 +22,6 @@ constexpr wchar_t kDisableQuestion[] =
     L"proceed?";
 constexpr wchar_t kAuthenticationFailed[] =
     L"Authentication failed. Login to Corvane for Windows with your updated credentials.";
-
-// Record 9: a daily job whose next run is far away, so the engine leaves it alone.
-std::wstring LaterJob() {
-  // A record as the file holds it, field after field.
-  // clang-format off
-  return Record({L"9", L"Music", L"01-02-2099 6:30:00", L"01-01-2020 4:00:00", L"My Corvane/",
-                 L"3", L"2", L"0", L"", L"", L"", L"", L"0", L"1", L"0", L"209901020630",
-                 L"jsmith", L"1", L"0", L"1234567"});
-  // clang-format on
-}
 
 // The value between "name=[" and the next "]" of a kept line.
 std::wstring Field(const std::wstring& kept, const std::wstring& name) {
@@ -50,67 +39,24 @@ class MonitorWindowTest : public EngineMonitorTest {
     EngineMonitorTest::TearDown();
   }
 
-  // Starts the monitor and waits for its window.
-  HWND Open(const std::wstring& arguments) {
-    Process* p = StartAndWait(arguments);
-    if (p == nullptr) return nullptr;
-    pid_ = p->Pid();
-    auto w = MainWindow(pid_);
-    main_ = w ? w->hwnd : nullptr;
-    return main_;
-  }
+  HWND Open(const std::wstring& arguments) { return OpenMonitor(arguments); }
   HWND Control(HWND window, const wchar_t* name) {
     HWND c = FindByName(window, name);
     EXPECT_NE(c, nullptr) << "no control " << Utf8(name);
     return c;
   }
-  std::wstring Text(HWND window, const wchar_t* name) {
-    HWND c = FindByName(window, name);
-    return c ? Describe(c).text : L"<no control>";
-  }
-  bool Shown(HWND window, const wchar_t* name) {
-    HWND c = FindByName(window, name);
-    return c != nullptr && IsWindowVisible(c);
-  }
   bool WaitForText(HWND window, const wchar_t* name, const std::wstring& text, Ms timeout = kWait) {
     return WaitUntil([&] { return Text(window, name) == text; }, timeout);
   }
   // The Refresh button runs the tick at once.
-  void Refresh(HWND window) { ASSERT_TRUE(ClickControl(Control(window, L"btnRefresh"))); }
-  void Click(HWND window, const wchar_t* name) { ASSERT_TRUE(ClickControl(Control(window, name))); }
+  void Refresh(HWND window) { Press(window, L"btnRefresh"); }
 
-  // A message box of the monitor that shows `text`, once it is up (a long text gets
-  // line ends added below it).
-  HWND WaitForBox(const std::wstring& text, Ms timeout = kWait) {
-    HWND found = nullptr;
-    WaitUntil(
-        [&] {
-          for (const WindowInfo& w : FindTopLevel(WindowQuery{L"", kMonitorClass, pid_, true})) {
-            if (w.hwnd == main_) continue;
-            for (const WindowInfo& c : ListChildren(w.hwnd))
-              if (c.text.rfind(text, 0) == 0) found = w.hwnd;
-          }
-          return found != nullptr;
-        },
-        timeout);
-    return found;
-  }
   int OpenBoxes() {
     int n = 0;
     for (const WindowInfo& w : FindTopLevel(WindowQuery{L"", kMonitorClass, pid_, true}))
       n += w.hwnd != main_;
     return n;
   }
-  // Clicks the box's button `index` (0 is Yes or OK) and waits for the box to go.
-  void Answer(HWND box, int index) {
-    const std::wstring name = L"lbl_cmdButton(" + std::to_wstring(index) + L")";
-    HWND button = FindByName(box, name);
-    ASSERT_NE(button, nullptr);
-    ASSERT_TRUE(ClickControl(button));
-    ASSERT_TRUE(WaitUntil([&] { return !IsWindow(box) || !IsWindowVisible(box); }))
-        << "the box stayed up";
-  }
-
   Lines Kept() { return TraceAfter(kKept); }
   bool WaitForKept(size_t count, Ms timeout = Ms{60000}) {
     return WaitUntil([&] { return Kept().size() >= count; }, timeout);
@@ -130,9 +76,6 @@ class MonitorWindowTest : public EngineMonitorTest {
     frame::WriteSetting(app, u"UserName", u"jsmith");
     frame::WriteSetting(app, u"jsmith", u"s3cret", true);
   }
-
-  DWORD pid_ = 0;
-  HWND main_ = nullptr;
 };
 
 TEST_F(MonitorWindowTest, BackgroundEngineIsStartedShownRunningAndTheTabsSwitchPanes) {
@@ -160,7 +103,7 @@ TEST_F(MonitorWindowTest, BackgroundEngineIsStartedShownRunningAndTheTabsSwitchP
   EXPECT_EQ(rows, 20u);
   Shot("idle");
 
-  Click(w, L"cmdDetails");
+  Press(w, L"cmdDetails");
   EXPECT_TRUE(WaitUntil([&] { return Shown(w, L"FrameDetails") && !Shown(w, L"FrameNormal"); }));
   EXPECT_TRUE(Shown(w, L"StartAuto"));
   Shot("details");

@@ -5,6 +5,7 @@
 
 #include <ctime>
 
+#include "Desktop.h"
 #include "EngineSupport.h"
 #include "MonitorFixture.h"
 
@@ -54,54 +55,14 @@ std::wstring DaysAgo(int days) {
 // object, as the Control Panel writes them (HKCU\Control Panel\International), and put
 // back after. Wine takes the locale itself from the host's, which has no de_DE here,
 // but honours these values of the user as Windows does.
-class GermanFormats {
- public:
-  GermanFormats() {
-    if (RegOpenKeyExW(HKEY_CURRENT_USER, L"Control Panel\\International", 0,
-                      KEY_QUERY_VALUE | KEY_SET_VALUE, &key_) != ERROR_SUCCESS) {
-      key_ = nullptr;
-      return;
-    }
-    for (const auto& [name, value] : kGerman) {
-      wchar_t old[128] = {};
-      DWORD size = sizeof(old) - sizeof(wchar_t);
-      const bool had = RegQueryValueExW(key_, name, nullptr, nullptr, reinterpret_cast<BYTE*>(old),
-                                        &size) == ERROR_SUCCESS;
-      kept_.push_back({name, had, old});
-      Set(name, value);
-    }
-  }
-  ~GermanFormats() {
-    if (key_ == nullptr) return;
-    for (const auto& k : kept_) {
-      if (k.had)
-        Set(k.name, k.value.c_str());
-      else
-        RegDeleteValueW(key_, k.name);
-    }
-    RegCloseKey(key_);
-  }
-  bool Ok() const { return key_ != nullptr; }
-
- private:
-  static constexpr std::pair<const wchar_t*, const wchar_t*> kGerman[] = {
-      {L"sShortDate", L"dd.MM.yyyy"},
-      {L"sDate", L"."},
-      {L"sTimeFormat", L"HH:mm:ss"},
-      {L"sTime", L":"},
-      {L"s1159", L""},
-      {L"s2359", L""}};
-  void Set(const wchar_t* name, const wchar_t* value) {
-    RegSetValueExW(key_, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(value),
-                   static_cast<DWORD>((wcslen(value) + 1) * sizeof(wchar_t)));
-  }
-  struct Kept {
-    const wchar_t* name;
-    bool had;
-    std::wstring value;
-  };
-  HKEY key_ = nullptr;
-  std::vector<Kept> kept_;
+struct GermanFormats {
+  static constexpr wchar_t kKey[] = L"Control Panel\\International";
+  UserSetting shortDate{kKey, L"sShortDate", std::wstring(L"dd.MM.yyyy")};
+  UserSetting date{kKey, L"sDate", std::wstring(L".")};
+  UserSetting timeFormat{kKey, L"sTimeFormat", std::wstring(L"HH:mm:ss")};
+  UserSetting time{kKey, L"sTime", std::wstring(L":")};
+  UserSetting am{kKey, L"s1159", std::wstring()};
+  UserSetting pm{kKey, L"s2359", std::wstring()};
 };
 
 class NoticesTest : public EngineMonitorTest {
@@ -118,30 +79,10 @@ class NoticesTest : public EngineMonitorTest {
     ini.insert(ini.end(), keys.begin(), keys.end());
     ASSERT_TRUE(WriteUtf16File(Folder().Common() / L"jsmith" / L"qvwinserver.ini", ini));
   }
-  HWND Open() {
-    Process* p = StartAndWait(L"");
-    if (p == nullptr) return nullptr;
-    pid_ = p->Pid();
-    auto w = MainWindow(pid_);
-    main_ = w ? w->hwnd : nullptr;
-    return main_;
-  }
+  HWND Open() { return OpenMonitor(L""); }
   // A top-level window of the monitor with this title, once it is shown.
   std::optional<WindowInfo> WaitForNotice(const wchar_t* title, Ms timeout = Ms{30000}) {
     return WaitForWindow(WindowQuery{title, kMonitorClass, pid_, true}, timeout);
-  }
-  std::wstring Text(HWND window, const wchar_t* name) {
-    HWND c = FindByName(window, name);
-    return c ? Describe(c).text : L"<no control>";
-  }
-  bool Shown(HWND window, const wchar_t* name) {
-    HWND c = FindByName(window, name);
-    return c != nullptr && IsWindowVisible(c);
-  }
-  void Click(HWND window, const wchar_t* name) {
-    HWND c = FindByName(window, name);
-    ASSERT_NE(c, nullptr) << Utf8(name);
-    ASSERT_TRUE(ClickControl(c));
   }
   // Whether `upper` stands above `lower` in the order of the top-level windows.
   static bool Above(HWND upper, HWND lower) {
@@ -167,9 +108,6 @@ class NoticesTest : public EngineMonitorTest {
     }
     return out;
   }
-
-  DWORD pid_ = 0;
-  HWND main_ = nullptr;
 };
 
 TEST_F(NoticesTest, AJobThatEndsBringsUpTheNotificationAtTheNextTick) {
@@ -203,7 +141,7 @@ TEST_F(NoticesTest, AJobThatEndsBringsUpTheNotificationAtTheNextTick) {
   // Close takes a request that came in meanwhile with it.
   ASSERT_TRUE(
       WriteUtf16File(Folder().CommonFile(L"qvwincurjobname.txt"), {L"Other", L"5", L"jsmith"}));
-  Click(n, L"lbl_cancel");
+  Press(n, L"lbl_cancel");
   EXPECT_TRUE(WaitUntil([&] { return !IsWindow(n) || !IsWindowVisible(n); }));
   EXPECT_FALSE(std::filesystem::exists(Folder().CommonFile(L"qvwincurjobname.txt")));
 }
@@ -211,8 +149,7 @@ TEST_F(NoticesTest, AJobThatEndsBringsUpTheNotificationAtTheNextTick) {
 // "Next Transfer Time" takes the user's own time format: on a 24-hour clock without
 // AM/PM markers, 6:30 in the morning reads "06:30:00", not "6:30:00".
 TEST_F(NoticesTest, TheNextTransferTimeFollowsTheUsersTimeFormat) {
-  GermanFormats german;
-  ASSERT_TRUE(german.Ok());
+  GermanFormats german;  // without it, the time would read "6:30:00 AM"
   Settings({L"DESKNOTIFYICON=Green"});
   Schedule(L"0", NextJob());
   ASSERT_NE(Open(), nullptr);
@@ -245,7 +182,7 @@ TEST_F(NoticesTest, ARedResultShowsTheFailurePicture) {
   EXPECT_FALSE(Shown(n, L"QVDiskPBar")) << "no quota keys";
   Shot("red");
   // View Log opens the Session Log in front of the notice, which stays behind it.
-  Click(n, L"lbl_viewbkuplog");
+  Press(n, L"lbl_viewbkuplog");
   auto log = WaitForNotice(L"Session Log", Ms{15000});
   ASSERT_TRUE(log) << "View Log opened no Session Log";
   EXPECT_TRUE(IsWindowVisible(n));
@@ -254,7 +191,7 @@ TEST_F(NoticesTest, ARedResultShowsTheFailurePicture) {
   // The corner picture only closes: a request that came in brings it back.
   ASSERT_TRUE(
       WriteUtf16File(Folder().CommonFile(L"qvwincurjobname.txt"), {L"Again", L"3", L"jsmith"}));
-  Click(n, L"Picture2");
+  Press(n, L"Picture2");
   EXPECT_TRUE(WaitUntil([&] { return !IsWindow(n) || !IsWindowVisible(n); }));
   auto again = WaitForNotice(kJobNoticeTitle, Ms{25000});
   ASSERT_TRUE(again);
@@ -287,7 +224,7 @@ TEST_F(NoticesTest, TheMissedBackupNoticeTellsEachReason) {
   const std::pair<const wchar_t*, const wchar_t*> reasons[] = {
       {L"NOSCHEDULEJOB", L"User:  'jsmith'."}};
   for (const auto& [reason, start] : reasons) {
-    Click(n, L"lbl_cancel");
+    Press(n, L"lbl_cancel");
     ASSERT_TRUE(WaitUntil([&] { return !IsWindow(n) || !IsWindowVisible(n); }));
     Settings({L"NotifyUsers=<<jsmith"});
     UserKeys({L"Notify_Err=1", L"DateFailed=" + DaysAgo(30), std::wstring(L"Notifymsg=") + reason});
@@ -326,7 +263,7 @@ TEST_F(NoticesTest, TheDialupWindowFindsNoConnectionCountsDownAndLogsOut) {
   const size_t open = caption.find(L'(');
   const int left = open == std::wstring::npos ? 0 : _wtoi(caption.c_str() + open + 1);
   ASSERT_GT(left, 4) << Utf8(caption);
-  Click(d, L"lbl_Disconnect");
+  Press(d, L"lbl_Disconnect");
   ASSERT_TRUE(WaitUntil([&] { return !IsWindow(d) || !IsWindowVisible(d); },
                         std::min(kWait, Ms{(left - 2) * 950})))
       << "Disconnect did not end the window";

@@ -13,18 +13,14 @@ Process::Process(Process&& other) noexcept { *this = std::move(other); }
 Process& Process::operator=(Process&& other) noexcept {
   if (this != &other) {
     Terminate();
-    Close();
-    process_ = std::exchange(other.process_, nullptr);
-    outputRead_ = std::exchange(other.outputRead_, nullptr);
+    process_ = std::move(other.process_);
+    outputRead_ = std::move(other.outputRead_);
     pid_ = std::exchange(other.pid_, 0);
   }
   return *this;
 }
 
-Process::~Process() {
-  Terminate();
-  Close();
-}
+Process::~Process() { Terminate(); }
 
 std::optional<Process> Process::Start(const std::filesystem::path& exe,
                                       const std::wstring& arguments,
@@ -37,43 +33,43 @@ std::optional<Process> Process::Start(const std::filesystem::path& exe,
   si.cb = sizeof(si);
   NulHandles nul;
   nul.Apply(si);
-  HANDLE writeEnd = nullptr;
+  platform::win32::UniqueHandle writeEnd;
   Process p;
   if (captureOutput) {
     SECURITY_ATTRIBUTES sa{sizeof(sa), nullptr, TRUE};
-    if (!CreatePipe(&p.outputRead_, &writeEnd, &sa, 0)) return std::nullopt;
-    SetHandleInformation(p.outputRead_, HANDLE_FLAG_INHERIT, 0);
-    si.hStdOutput = writeEnd;
-    si.hStdError = writeEnd;
+    if (!CreatePipe(p.outputRead_.Out(), writeEnd.Out(), &sa, 0)) return std::nullopt;
+    SetHandleInformation(p.outputRead_.Get(), HANDLE_FLAG_INHERIT, 0);
+    si.hStdOutput = writeEnd.Get();
+    si.hStdError = writeEnd.Get();
   }
   PROCESS_INFORMATION pi{};
   BOOL ok = CreateProcessW(exe.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr,
                            workingFolder.empty() ? nullptr : workingFolder.c_str(), &si, &pi);
-  if (writeEnd) CloseHandle(writeEnd);
+  writeEnd.Reset();
   if (!ok) return std::nullopt;
-  CloseHandle(pi.hThread);
-  p.process_ = pi.hProcess;
+  platform::win32::UniqueHandle thread(pi.hThread);
+  p.process_.Reset(pi.hProcess);
   p.pid_ = pi.dwProcessId;
   return p;
 }
 
 bool Process::Running() const {
-  return process_ && WaitForSingleObject(process_, 0) == WAIT_TIMEOUT;
+  return process_ && WaitForSingleObject(process_.Get(), 0) == WAIT_TIMEOUT;
 }
 
 std::optional<DWORD> Process::WaitExit(Ms timeout) {
   if (!process_) return std::nullopt;
-  if (WaitForSingleObject(process_, static_cast<DWORD>(timeout.count())) != WAIT_OBJECT_0)
+  if (WaitForSingleObject(process_.Get(), static_cast<DWORD>(timeout.count())) != WAIT_OBJECT_0)
     return std::nullopt;
   DWORD code = 0;
-  if (!GetExitCodeProcess(process_, &code)) return std::nullopt;
+  if (!GetExitCodeProcess(process_.Get(), &code)) return std::nullopt;
   return code;
 }
 
 void Process::Terminate() {
   if (!Running()) return;
-  TerminateProcess(process_, 1);
-  WaitForSingleObject(process_, 10000);
+  TerminateProcess(process_.Get(), 1);
+  WaitForSingleObject(process_.Get(), 10000);
 }
 
 std::string Process::Output() {
@@ -81,37 +77,27 @@ std::string Process::Output() {
   if (!outputRead_) return out;
   char buffer[4096];
   DWORD got = 0;
-  while (ReadFile(outputRead_, buffer, sizeof(buffer), &got, nullptr) && got > 0)
+  while (ReadFile(outputRead_.Get(), buffer, sizeof(buffer), &got, nullptr) && got > 0)
     out.append(buffer, got);
   return out;
 }
 
-void Process::Close() {
-  if (process_) CloseHandle(process_);
-  if (outputRead_) CloseHandle(outputRead_);
-  process_ = outputRead_ = nullptr;
-  pid_ = 0;
-}
-
 std::vector<ProcessEntry> FindProcesses(const std::wstring& exeName) {
   std::vector<ProcessEntry> found;
-  HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-  if (snapshot == INVALID_HANDLE_VALUE) return found;
+  platform::win32::UniqueHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+  if (!snapshot) return found;
   PROCESSENTRY32W entry{};
   entry.dwSize = sizeof(entry);
-  for (BOOL more = Process32FirstW(snapshot, &entry); more;
-       more = Process32NextW(snapshot, &entry)) {
+  for (BOOL more = Process32FirstW(snapshot.Get(), &entry); more;
+       more = Process32NextW(snapshot.Get(), &entry)) {
     if (!exeName.empty() && _wcsicmp(entry.szExeFile, exeName.c_str()) != 0) continue;
     ProcessEntry e{entry.th32ProcessID, {}};
-    if (HANDLE h = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, e.pid)) {
-      wchar_t path[MAX_PATH * 2] = {};
-      DWORD size = MAX_PATH * 2;
-      if (QueryFullProcessImageNameW(h, 0, path, &size)) e.image.assign(path, size);
-      CloseHandle(h);
-    }
+    platform::win32::UniqueHandle h(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, e.pid));
+    wchar_t path[MAX_PATH * 2] = {};
+    DWORD size = MAX_PATH * 2;
+    if (h && QueryFullProcessImageNameW(h.Get(), 0, path, &size)) e.image.assign(path, size);
     found.push_back(std::move(e));
   }
-  CloseHandle(snapshot);
   return found;
 }
 
@@ -129,12 +115,10 @@ int TerminateProcessesUnder(const std::wstring& exeName, const std::filesystem::
   int ended = 0;
   for (const auto& p : FindProcesses(exeName)) {
     if (p.pid == self || p.image.empty() || lower(p.image).rfind(prefix, 0) != 0) continue;
-    if (HANDLE h = OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, p.pid)) {
-      if (TerminateProcess(h, 1)) {
-        WaitForSingleObject(h, 10000);
-        ++ended;
-      }
-      CloseHandle(h);
+    platform::win32::UniqueHandle h(OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, p.pid));
+    if (h && TerminateProcess(h.Get(), 1)) {
+      WaitForSingleObject(h.Get(), 10000);
+      ++ended;
     }
   }
   return ended;
@@ -146,22 +130,17 @@ namespace e2e {
 
 NulHandles::NulHandles() {
   SECURITY_ATTRIBUTES sa{sizeof(sa), nullptr, TRUE};
-  in_ = CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, &sa, OPEN_EXISTING, 0,
-                    nullptr);
-  out_ = CreateFileW(L"NUL", GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &sa, OPEN_EXISTING,
-                     0, nullptr);
-}
-
-NulHandles::~NulHandles() {
-  if (in_ != INVALID_HANDLE_VALUE) CloseHandle(in_);
-  if (out_ != INVALID_HANDLE_VALUE) CloseHandle(out_);
+  in_.Reset(CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, &sa,
+                        OPEN_EXISTING, 0, nullptr));
+  out_.Reset(CreateFileW(L"NUL", GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &sa,
+                         OPEN_EXISTING, 0, nullptr));
 }
 
 void NulHandles::Apply(STARTUPINFOW& si) const {
   si.dwFlags |= STARTF_USESTDHANDLES;
-  si.hStdInput = in_;
-  si.hStdOutput = out_;
-  si.hStdError = out_;
+  si.hStdInput = in_.Get();
+  si.hStdOutput = out_.Get();
+  si.hStdError = out_.Get();
 }
 
 }  // namespace e2e

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "Driver.h"
+#include "platform/win32/Win32Handles.h"
 
 namespace e2e {
 
@@ -37,10 +38,8 @@ class Process {
   std::string Output();
 
  private:
-  void Close();
-
-  HANDLE process_ = nullptr;
-  HANDLE outputRead_ = nullptr;
+  platform::win32::UniqueHandle process_;
+  platform::win32::UniqueHandle outputRead_;
   DWORD pid_ = 0;
 };
 
@@ -63,16 +62,13 @@ int TerminateProcessesUnder(const std::wstring& exeName, const std::filesystem::
 class NulHandles {
  public:
   NulHandles();
-  ~NulHandles();
-  NulHandles(const NulHandles&) = delete;
-  NulHandles& operator=(const NulHandles&) = delete;
   // Sets STARTF_USESTDHANDLES and all three handles; the child must inherit handles.
   void Apply(STARTUPINFOW& si) const;
-  HANDLE In() const { return in_; }
+  HANDLE In() const { return in_.Get(); }
 
  private:
-  HANDLE in_ = INVALID_HANDLE_VALUE;
-  HANDLE out_ = INVALID_HANDLE_VALUE;
+  platform::win32::UniqueHandle in_;
+  platform::win32::UniqueHandle out_;
 };
 
 }  // namespace e2e

@@ -11,6 +11,7 @@
 #include <map>
 
 #include "JobScreens.h"
+#include "platform/win32/Win32Handles.h"
 
 namespace e2e {
 
@@ -38,15 +39,14 @@ inline std::map<std::wstring, std::string> FolderBytes(const std::filesystem::pa
 // The state word as the engine puts it: the same two bytes overwritten in place, which
 // a full disk still allows (no new space is taken).
 inline bool PutWordInPlace(const std::filesystem::path& schedule, wchar_t word) {
-  HANDLE h = CreateFileW(schedule.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                         nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (h == INVALID_HANDLE_VALUE) return false;
+  const platform::win32::UniqueHandle file(
+      CreateFileW(schedule.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file) return false;
   const char bytes[2] = {static_cast<char>(word), 0};
   DWORD put = 0;
-  const bool ok = SetFilePointer(h, 2, nullptr, FILE_BEGIN) == 2 &&
-                  WriteFile(h, bytes, 2, &put, nullptr) && put == 2;
-  CloseHandle(h);
-  return ok;
+  return SetFilePointer(file.Get(), 2, nullptr, FILE_BEGIN) == 2 &&
+         WriteFile(file.Get(), bytes, 2, &put, nullptr) && put == 2;
 }
 
 // True when `w` and every visible window in it have nothing left to paint.

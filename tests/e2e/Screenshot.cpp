@@ -67,8 +67,7 @@ std::optional<std::string> Screenshot(const std::string& name, Ms timeout) {
   if (!CreateProcessW(L"Z:\\bin\\bash", commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr,
                       nullptr, &si, &pi))
     return std::nullopt;
-  if (pi.hThread) CloseHandle(pi.hThread);
-  if (pi.hProcess) CloseHandle(pi.hProcess);
+  platform::win32::UniqueHandle thread(pi.hThread), process(pi.hProcess);
   if (!WaitUntil([&] { return std::filesystem::exists(outWin, ec); }, timeout, Ms{100}))
     return std::nullopt;
   return out;

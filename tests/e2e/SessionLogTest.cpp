@@ -47,19 +47,11 @@ class SessionLogTest : public EngineMonitorTest {
     std::filesystem::create_directories(Sessions());
     for (int n = 1; n <= count; ++n) std::ofstream(Sessions() / SessionName(n)) << "session " << n;
   }
-  bool StartMonitor() {
-    Process* p = StartAndWait(L"");
-    if (p == nullptr) return false;
-    pid_ = p->Pid();
-    return true;
-  }
   // Chooses "&View log" on the tray menu (starting the monitor first when it is not
   // up yet); the screen's window.
   HWND OpenFromTray() {
-    if (pid_ == 0 && !StartMonitor()) return nullptr;
-    auto main = MainWindow(pid_);
-    if (!main) return nullptr;
-    if (!PostTrayMouse(main->hwnd, WM_RBUTTONUP) || !WaitForPopupMenu(pid_)) return nullptr;
+    if (main_ == nullptr && OpenMonitor(L"") == nullptr) return nullptr;
+    if (!PostTrayMouse(main_, WM_RBUTTONUP) || !WaitForPopupMenu(pid_)) return nullptr;
     chosen_ = std::chrono::steady_clock::now();
     if (!ChooseMenuItemByMnemonic(pid_, L'v')) return nullptr;
     HWND screen = nullptr;
@@ -69,10 +61,6 @@ class SessionLogTest : public EngineMonitorTest {
       return screen != nullptr;
     });
     return screen;
-  }
-  std::wstring Text(HWND screen, const wchar_t* name) {
-    HWND c = FindByName(screen, name);
-    return c ? Describe(c).text : L"<no control>";
   }
   bool WaitForRange(HWND screen, const std::wstring& text) {
     return WaitUntil([&] { return Text(screen, L"lblDispItems") == text; });
@@ -106,13 +94,6 @@ class SessionLogTest : public EngineMonitorTest {
                         SMTO_ABORTIFHUNG, 5000, &state);
     return ((state & LVIS_STATEIMAGEMASK) >> 12) == 2;
   }
-  void Click(HWND screen, const wchar_t* name) {
-    HWND c = FindByName(screen, name);
-    ASSERT_NE(c, nullptr) << "no control";
-    ASSERT_TRUE(ClickControl(c));
-  }
-
-  DWORD pid_ = 0;
   std::chrono::steady_clock::time_point chosen_;
 };
 
@@ -126,16 +107,16 @@ TEST_F(SessionLogTest, PagesOf120FromTheTrayMenu) {
   EXPECT_FALSE(Enabled(screen, L"lblBack"));
   Shot("page-one");
 
-  Click(screen, L"lblNext");
+  Press(screen, L"lblNext");
   ASSERT_TRUE(WaitForRange(screen, L"51 to 100 of 120"));
   EXPECT_TRUE(Enabled(screen, L"lblBack"));
-  Click(screen, L"lblNext");
+  Press(screen, L"lblNext");
   ASSERT_TRUE(WaitForRange(screen, L"101 to 120 of 120"));
   EXPECT_EQ(Rows(screen), 20);
   EXPECT_FALSE(Enabled(screen, L"lblNext"));
   Shot("last-page");
 
-  Click(screen, L"lblBack");
+  Press(screen, L"lblBack");
   ASSERT_TRUE(WaitForRange(screen, L"51 to 100 of 120")) << Utf8(Text(screen, L"lblDispItems"));
   EXPECT_TRUE(Enabled(screen, L"lblNext"));
 }
@@ -145,10 +126,10 @@ TEST_F(SessionLogTest, OneHundredSessionsEndOnTheEmptyPage) {
   HWND screen = OpenFromTray();
   ASSERT_NE(screen, nullptr);
   ASSERT_TRUE(WaitForRange(screen, L"1 to 50 of 100"));
-  Click(screen, L"lblNext");
+  Press(screen, L"lblNext");
   ASSERT_TRUE(WaitForRange(screen, L"51 to 100 of 100"));
   EXPECT_TRUE(Enabled(screen, L"lblNext"));
-  Click(screen, L"lblNext");
+  Press(screen, L"lblNext");
   ASSERT_TRUE(WaitForRange(screen, L"101 to 100 of 100"));
   EXPECT_EQ(Rows(screen), 0);
   EXPECT_FALSE(Enabled(screen, L"lblNext"));
@@ -163,7 +144,7 @@ TEST_F(SessionLogTest, ViewGoesToTheShellAndDeleteRemovesTheCheckedFile) {
 
   // The newest session, selected by a click on its start time, then View Details.
   ClickList(screen, 120, 0);
-  Click(screen, L"cmdView");
+  Press(screen, L"cmdView");
   const std::wstring newest = SessionName(1);
   // View Details reached the shell with the file.
   ASSERT_TRUE(WaitForTraceLine(Folder(), L"Exit Trf_ViewFile"))
@@ -174,7 +155,7 @@ TEST_F(SessionLogTest, ViewGoesToTheShellAndDeleteRemovesTheCheckedFile) {
   // Its check mark, then Delete Log: the file goes, the page is loaded again.
   ClickList(screen, 8, 0);
   ASSERT_TRUE(WaitUntil([&] { return Checked(screen, 0); })) << "no check mark";
-  Click(screen, L"cmdDelete");
+  Press(screen, L"cmdDelete");
   ASSERT_TRUE(WaitForRange(screen, L"1 to 2 of 2"));
   EXPECT_FALSE(std::filesystem::exists(Sessions() / newest));
   EXPECT_TRUE(std::filesystem::exists(Sessions() / SessionName(2)));
@@ -184,7 +165,7 @@ TEST_F(SessionLogTest, ViewGoesToTheShellAndDeleteRemovesTheCheckedFile) {
 TEST_F(SessionLogTest, AJobTheSimulatedEngineRanIsListed) {
   Schedule(L"0", ImmediateJob());
   Scenario({L"files = 1", L"steps = 2", L"step_ms = 100"});
-  ASSERT_TRUE(StartMonitor());
+  ASSERT_NE(OpenMonitor(L""), nullptr);
   ASSERT_TRUE(WaitForSimLine(L"job 5 ended files=1 result=GREEN"));
   std::vector<std::wstring> written;
   for (const auto& e : std::filesystem::directory_iterator(Sessions()))
@@ -203,10 +184,10 @@ TEST_F(SessionLogTest, AJobTheSimulatedEngineRanIsListed) {
 TEST_F(SessionLogTest, OpensOnTenThousandSessions) {
   std::filesystem::create_directories(Sessions());
   for (int n = 1; n <= 10000; ++n) {
-    HANDLE f = CreateFileW((Sessions() / SessionName(n)).c_str(), GENERIC_WRITE, 0, nullptr,
-                           CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
-    ASSERT_NE(f, INVALID_HANDLE_VALUE) << n;
-    CloseHandle(f);
+    platform::win32::UniqueHandle f(CreateFileW((Sessions() / SessionName(n)).c_str(),
+                                                GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                                FILE_ATTRIBUTE_NORMAL, nullptr));
+    ASSERT_TRUE(f) << n;
   }
   HWND screen = OpenFromTray();
   ASSERT_NE(screen, nullptr);

@@ -26,6 +26,7 @@
 #include <vector>
 
 #include "Driver.h"
+#include "platform/win32/Win32Handles.h"
 
 namespace {
 
@@ -43,14 +44,14 @@ struct ProcessEntry {
 
 std::vector<ProcessEntry> ProcessesNamed(const wchar_t* exe) {
   std::vector<ProcessEntry> found;
-  HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-  if (snapshot == INVALID_HANDLE_VALUE) return found;
+  platform::win32::UniqueHandle held(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+  if (!held) return found;
+  const HANDLE snapshot = held.Get();
   PROCESSENTRY32W entry{};
   entry.dwSize = sizeof entry;
   for (BOOL more = Process32FirstW(snapshot, &entry); more; more = Process32NextW(snapshot, &entry))
     if (_wcsicmp(entry.szExeFile, exe) == 0)
       found.push_back({entry.th32ProcessID, entry.cntThreads});
-  CloseHandle(snapshot);
   return found;
 }
 
@@ -122,8 +123,9 @@ int ListHandles(const wchar_t* exe) {
   std::vector<unsigned char> buffer(1 << 22);
   ULONG needed = 0;
   if (querySystem(16, buffer.data(), static_cast<ULONG>(buffer.size()), &needed) != 0) return 1;
-  HANDLE process = OpenProcess(PROCESS_DUP_HANDLE, FALSE, pid);
-  if (process == nullptr) return 1;
+  platform::win32::UniqueHandle held(OpenProcess(PROCESS_DUP_HANDLE, FALSE, pid));
+  if (!held) return 1;
+  const HANDLE process = held.Get();
   const auto* table = reinterpret_cast<const Table*>(buffer.data());
   // The text of a UNICODE_STRING at the start of what NtQueryObject wrote.
   auto text = [](const std::vector<unsigned char>& info) {
@@ -138,16 +140,15 @@ int ListHandles(const wchar_t* exe) {
     std::wstring type = L"?", name;
     if (DuplicateHandle(process, reinterpret_cast<HANDLE>(static_cast<ULONG_PTR>(e.value)),
                         GetCurrentProcess(), &copy, 0, FALSE, DUPLICATE_SAME_ACCESS)) {
+      const platform::win32::UniqueHandle heldCopy(copy);
       std::vector<unsigned char> info(4096);
       if (queryObject(copy, 2, info.data(), static_cast<ULONG>(info.size()), nullptr) == 0)
         type = text(info);
       if (queryObject(copy, 1, info.data(), static_cast<ULONG>(info.size()), nullptr) == 0)
         name = text(info);
-      CloseHandle(copy);
     }
     std::printf("%u %ls %ls\n", e.type, type.c_str(), name.c_str());
   }
-  CloseHandle(process);
   return 0;
 }
 
@@ -158,7 +159,9 @@ int Sample(const wchar_t* exe) {
     return 0;
   }
   const ProcessEntry& p = found.front();
-  HANDLE process = OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, p.pid);
+  platform::win32::UniqueHandle held(
+      OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, p.pid));
+  const HANDLE process = held.Get();
   if (process == nullptr) {
     std::fprintf(stderr, "qvsoakprobe: cannot open process %lu (%lu)\n", p.pid, GetLastError());
     return 1;
@@ -168,7 +171,6 @@ int Sample(const wchar_t* exe) {
   GetProcessMemoryInfo(process, reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory), sizeof memory);
   const DWORD gdi = GetGuiResources(process, GR_GDIOBJECTS);
   const DWORD user = GetGuiResources(process, GR_USEROBJECTS);
-  CloseHandle(process);
   std::printf("%lu %llu %llu %ld %lu %lu %lu\n", p.pid,
               static_cast<unsigned long long>(memory.WorkingSetSize / 1024),
               static_cast<unsigned long long>(memory.PrivateUsage / 1024), HandleCount(p.pid), gdi,
@@ -179,13 +181,12 @@ int Sample(const wchar_t* exe) {
 int Kill(const wchar_t* exe) {
   int ended = 0;
   for (const ProcessEntry& p : ProcessesNamed(exe)) {
-    HANDLE process = OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, p.pid);
-    if (process == nullptr) continue;
-    if (TerminateProcess(process, 1)) {
-      WaitForSingleObject(process, 10000);
+    platform::win32::UniqueHandle process(
+        OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, p.pid));
+    if (process && TerminateProcess(process.Get(), 1)) {
+      WaitForSingleObject(process.Get(), 10000);
       ++ended;
     }
-    CloseHandle(process);
   }
   std::printf("ended %d\n", ended);
   return 0;

@@ -206,18 +206,19 @@ class EngineTypeTest : public MonitorTest {
   }
 
   static void WriteRegistryType(const std::optional<std::wstring>& value) {
-    HKEY key = nullptr;
+    platform::win32::UniqueKey held;
     if (RegCreateKeyExW(HKEY_LOCAL_MACHINE, L"Software\\QVWin", 0, nullptr, 0, KEY_SET_VALUE,
-                        nullptr, &key, nullptr) != ERROR_SUCCESS) {
+                        nullptr, held.Out(), nullptr) != ERROR_SUCCESS) {
+      static_cast<void>(held.Detach());  // not opened: nothing to close
       ADD_FAILURE() << "cannot open HKLM\\Software\\QVWin";
       return;
     }
+    const HKEY key = held.Get();
     if (value)
       RegSetValueExW(key, L"Type", 0, REG_SZ, reinterpret_cast<const BYTE*>(value->c_str()),
                      static_cast<DWORD>((value->size() + 1) * sizeof(wchar_t)));
     else
       RegDeleteValueW(key, L"Type");
-    RegCloseKey(key);
   }
 
   std::string Probe() {

@@ -11,6 +11,7 @@
 #include <random>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace fault {
@@ -75,5 +76,40 @@ class FaultPlan {
 
 // The marker of a thrown fault, as it stands in its description.
 std::string ThrownMarker(std::uint64_t id);
+
+// The base of the decorators over an interface I: the implementation it wraps, the
+// plan, and the one step that a call takes, "fail as the plan says, or pass through".
+template <class I>
+class Faulty : public I {
+ public:
+  Faulty(I& inner, FaultPlan& plan) : in_(inner), plan_(plan) {}
+
+ protected:
+  using Interface = I;
+  // Calls `Method` of the wrapped implementation with `args`, unless the plan draws
+  // one of `kinds` at `site`: then the injected exception (Throw) or `failed`.
+  template <auto Method, class R, class... A>
+  R Maybe(const char* site, std::initializer_list<Fault> kinds, R failed, A&&... args) {
+    const auto fault = plan_.Draw(site, kinds);
+    if (fault == Fault::Throw) plan_.Throw(site);
+    if (fault) return failed;
+    return (in_.*Method)(std::forward<A>(args)...);
+  }
+  // The same with the call's own failure result only.
+  template <auto Method, class R, class... A>
+  R Maybe(const char* site, R failed, A&&... args) {
+    return Maybe<Method>(site, {Fault::Error}, std::move(failed), std::forward<A>(args)...);
+  }
+  // A call without a result, left out when it fails.
+  template <auto Method, class... A>
+  void MaybeDo(const char* site, std::initializer_list<Fault> kinds, A&&... args) {
+    const auto fault = plan_.Draw(site, kinds);
+    if (fault == Fault::Throw) plan_.Throw(site);
+    if (!fault) (in_.*Method)(std::forward<A>(args)...);
+  }
+
+  I& in_;
+  FaultPlan& plan_;
+};
 
 }  // namespace fault

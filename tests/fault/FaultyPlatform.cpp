@@ -9,110 +9,53 @@ using platform::OsHandle;
 using platform::ScHandle;
 using F = Fault;
 
-// ---- Files ---------------------------------------------------------------------------
-// The Windows file calls are noexcept: they fail by their results only. A failed
-// existence test answers "not there"; a read can come back short (the other program
-// was writing) or empty; a write can stop part way (a full disk) or not start.
+namespace {
 
-bool FaultyFileSystem::FileExists(const Text& path) {
-  if (plan_.Draw("IFileSystem::FileExists", {F::Error})) return false;
-  return in_.FileExists(path);
-}
-
-bool FaultyFileSystem::FolderExists(const Text& path) {
-  if (plan_.Draw("IFileSystem::FolderExists", {F::Error})) return false;
-  return in_.FolderExists(path);
-}
-
-bool FaultyFileSystem::CreateFolder(const Text& path) {
-  if (plan_.Draw("IFileSystem::CreateFolder", {F::Error})) return false;
-  return in_.CreateFolder(path);
-}
-
-bool FaultyFileSystem::DeleteFile(const Text& path) {
-  if (plan_.Draw("IFileSystem::DeleteFile", {F::Error})) return false;
-  return in_.DeleteFile(path);
-}
-
-bool FaultyFileSystem::DeleteFileWithoutForce(const Text& path) {
-  if (plan_.Draw("IFileSystem::DeleteFileWithoutForce", {F::Error})) return false;
-  return in_.DeleteFileWithoutForce(path);
-}
-
-std::optional<std::string> FaultyFileSystem::ReadAll(const Text& path) {
-  const auto fault = plan_.Draw("IFileSystem::ReadAll", {F::Error, F::Short, F::Empty});
+// A read that can fail, come back empty or come back short.
+template <class Read>
+std::optional<std::string> Reading(FaultPlan& plan, const char* site, Read read) {
+  const auto fault = plan.Draw(site, {F::Error, F::Short, F::Empty});
   if (fault == F::Error) return std::nullopt;
   if (fault == F::Empty) return std::string();
-  auto bytes = in_.ReadAll(path);
-  if (fault == F::Short && bytes) bytes->resize(plan_.ShortLength(bytes->size()));
+  auto bytes = read();
+  if (fault == F::Short && bytes) bytes->resize(plan.ShortLength(bytes->size()));
   return bytes;
+}
+
+// An answer that can fail (nullopt) or come back empty.
+template <class Get>
+std::optional<Text> ErrorOrEmpty(FaultPlan& plan, const char* site, Get get) {
+  const auto fault = plan.Draw(site, {F::Error, F::Empty});
+  if (fault == F::Error) return std::nullopt;
+  if (fault == F::Empty) return Text();
+  return get();
+}
+
+}  // namespace
+
+// ---- Files ---------------------------------------------------------------------------
+
+std::optional<std::string> FaultyFileSystem::ReadAll(const Text& path) {
+  return Reading(plan_, "IFileSystem::ReadAll", [&] { return in_.ReadAll(path); });
 }
 
 std::optional<std::string> FaultyFileSystem::ReadRange(const Text& path, std::uint64_t offset,
                                                        std::size_t count) {
-  const auto fault = plan_.Draw("IFileSystem::ReadRange", {F::Error, F::Short, F::Empty});
-  if (fault == F::Error) return std::nullopt;
-  if (fault == F::Empty) return std::string();
-  auto bytes = in_.ReadRange(path, offset, count);
-  if (fault == F::Short && bytes) bytes->resize(plan_.ShortLength(bytes->size()));
-  return bytes;
+  return Reading(plan_, "IFileSystem::ReadRange",
+                 [&] { return in_.ReadRange(path, offset, count); });
 }
 
-std::optional<std::uint64_t> FaultyFileSystem::FileSize(const Text& path) {
-  if (plan_.Draw("IFileSystem::FileSize", {F::Error})) return std::nullopt;
-  return in_.FileSize(path);
-}
-
-bool FaultyFileSystem::WriteAll(const Text& path, std::string_view bytes) {
+bool FaultyFileSystem::Write(const char* site, const Text& path, std::string_view bytes,
+                             WriteCall whole, WriteCall partial) {
   if (onWrite) onWrite(path, bytes);
-  const auto fault = plan_.Draw("IFileSystem::WriteAll", {F::Error, F::Short});
+  const auto fault = plan_.Draw(site, {F::Error, F::Short});
   if (fault == F::Error) return false;
   if (fault == F::Short) {
-    // The file was opened (and so truncated) and part of it went out.
-    in_.WriteAll(path, bytes.substr(0, plan_.ShortLength(bytes.size())));
+    (in_.*partial)(path, bytes.substr(0, plan_.ShortLength(bytes.size())));
     return false;
   }
-  return in_.WriteAll(path, bytes);
+  return (in_.*whole)(path, bytes);
 }
-
-bool FaultyFileSystem::Append(const Text& path, std::string_view bytes) {
-  if (onWrite) onWrite(path, bytes);
-  const auto fault = plan_.Draw("IFileSystem::Append", {F::Error, F::Short});
-  if (fault == F::Error) return false;
-  if (fault == F::Short) {
-    in_.Append(path, bytes.substr(0, plan_.ShortLength(bytes.size())));
-    return false;
-  }
-  return in_.Append(path, bytes);
-}
-
-bool FaultyFileSystem::WriteFlushed(const Text& path, std::string_view bytes) {
-  if (onWrite) onWrite(path, bytes);
-  const auto fault = plan_.Draw("IFileSystem::WriteFlushed", {F::Error, F::Short});
-  if (fault == F::Error) return false;
-  if (fault == F::Short) {
-    // The disk filled part way, or the flush failed after part of it went out.
-    in_.WriteAll(path, bytes.substr(0, plan_.ShortLength(bytes.size())));
-    return false;
-  }
-  return in_.WriteFlushed(path, bytes);
-}
-
-platform::IFileSystem::ReplaceResult FaultyFileSystem::Replace(const Text& from, const Text& to,
-                                                               bool evenReadOnly) {
-  // Refused outright. A file held by another program past the retry is written in place,
-  // which is not all or nothing by design; the soak leaves that answer out, so that its
-  // whole-records check holds (the in-place write has tests of its own).
-  if (plan_.Draw("IFileSystem::Replace", {F::Error})) return ReplaceResult::Failed;
-  return in_.Replace(from, to, evenReadOnly);
-}
-
-bool FaultyFileSystem::Truncate(const Text& path, std::uint64_t size) {
-  if (plan_.Draw("IFileSystem::Truncate", {F::Error})) return false;
-  return in_.Truncate(path, size);
-}
-
-Text FaultyFileSystem::LastErrorText() { return in_.LastErrorText(); }
 
 std::vector<FileEntry> FaultyFileSystem::List(const Text& folder, const Text& pattern) {
   const auto fault = plan_.Draw("IFileSystem::List", {F::Empty, F::Short});
@@ -123,12 +66,7 @@ std::vector<FileEntry> FaultyFileSystem::List(const Text& folder, const Text& pa
   return entries;
 }
 
-bool FaultyFileSystem::SetCurrentFolder(const Text& path) {
-  if (plan_.Draw("IFileSystem::SetCurrentFolder", {F::Error})) return false;
-  return in_.SetCurrentFolder(path);
-}
-
-// ---- Profile files -------------------------------------------------------------------
+// ---- Profile files, registry, system -------------------------------------------------
 
 Text FaultyProfile::GetString(const Text& section, const Text& key, const Text& defaultValue,
                               std::size_t bufferChars, const Text& file) {
@@ -151,106 +89,25 @@ bool FaultyProfile::WriteString(const Text& section, const std::optional<Text>& 
   return in_.WriteString(section, key, value, file);
 }
 
-unsigned long FaultyProfile::LastError() {
-  return injectedError_ != 0 ? injectedError_ : in_.LastError();
-}
-
-// ---- Registry ------------------------------------------------------------------------
-
 std::optional<Text> FaultyRegistry::ReadString(platform::RegRoot root, const Text& key,
                                                const Text& name, std::size_t maxBytes) {
-  const auto fault = plan_.Draw("IRegistry::ReadString", {F::Error, F::Empty});
-  if (fault == F::Error) return std::nullopt;
-  if (fault == F::Empty) return Text();
-  return in_.ReadString(root, key, name, maxBytes);
-}
-
-bool FaultyRegistry::WriteString(platform::RegRoot root, const Text& key, const Text& name,
-                                 const Text& value, unsigned long access) {
-  if (plan_.Draw("IRegistry::WriteString", {F::Error})) return false;
-  return in_.WriteString(root, key, name, value, access);
-}
-
-bool FaultyRegistry::DeleteValue(platform::RegRoot root, const Text& key, const Text& name) {
-  if (plan_.Draw("IRegistry::DeleteValue", {F::Error})) return false;
-  return in_.DeleteValue(root, key, name);
-}
-
-// ---- Clock, mutex, system ------------------------------------------------------------
-
-void FaultyClock::Sleep(std::uint32_t ms) {
-  // The thread was not woken on time: the wait lasts a good deal longer.
-  if (plan_.Draw("IClock::Sleep", {F::Timeout})) ms = ms * 10 + 1000;
-  in_.Sleep(ms);
-}
-
-platform::IMutexService::Created FaultyMutex::CreateMutex(const Text& name, bool initialOwner) {
-  if (plan_.Draw("IMutexService::CreateMutex", {F::Error})) return {0, 5};
-  return in_.CreateMutex(name, initialOwner);
-}
-
-bool FaultyMutex::CloseHandle(std::uintptr_t handle) {
-  const bool ok = in_.CloseHandle(handle);
-  return plan_.Draw("IMutexService::CloseHandle", {F::Error}) ? false : ok;
-}
-
-bool FaultyMutex::ReleaseMutex(std::uintptr_t handle) {
-  if (plan_.Draw("IMutexService::ReleaseMutex", {F::Error})) return false;
-  return in_.ReleaseMutex(handle);
-}
-
-platform::Rect FaultySystemInfo::WorkArea() {
-  if (plan_.Draw("ISystemInfo::WorkArea", {F::Empty})) return {};
-  return in_.WorkArea();
-}
-
-platform::Rect FaultySystemInfo::Screen() {
-  if (plan_.Draw("ISystemInfo::Screen", {F::Empty})) return {};
-  return in_.Screen();
-}
-
-Text FaultySystemInfo::ComputerName() {
-  if (plan_.Draw("ISystemInfo::ComputerName", {F::Empty})) return Text();
-  return in_.ComputerName();
-}
-
-Text FaultySystemInfo::SystemFolder() {
-  if (plan_.Draw("ISystemInfo::SystemFolder", {F::Empty})) return Text();
-  return in_.SystemFolder();
+  return ErrorOrEmpty(plan_, "IRegistry::ReadString",
+                      [&] { return in_.ReadString(root, key, name, maxBytes); });
 }
 
 std::optional<Text> FaultySystemInfo::Environment(const Text& name) {
-  const auto fault = plan_.Draw("ISystemInfo::Environment", {F::Error, F::Empty});
-  if (fault == F::Error) return std::nullopt;
-  if (fault == F::Empty) return Text();
-  return in_.Environment(name);
+  return ErrorOrEmpty(plan_, "ISystemInfo::Environment", [&] { return in_.Environment(name); });
 }
 
-// ---- Shell, locale -------------------------------------------------------------------
-
-long FaultyShell::Open(const Text& target) {
-  if (plan_.Draw("IShell::Open", {F::Error})) return 2;  // file not found
-  return in_.Open(target);
+std::optional<Text> FaultyOsName::OsName() {
+  return ErrorOrEmpty(plan_, "IOsNameProvider::OsName", [&] { return in_.OsName(); });
 }
 
-bool FaultyShell::Run(const Text& commandLine, bool hidden) {
-  if (plan_.Draw("IShell::Run", {F::Error})) return false;
-  return in_.Run(commandLine, hidden);
+std::optional<Text> FaultyLocaleInfo::Item(platform::LocaleSource source, unsigned long item) {
+  return ErrorOrEmpty(plan_, "ILocaleInfo::Item", [&] { return in_.Item(source, item); });
 }
 
-long FaultyShell::Execute(std::uintptr_t ownerWindow, const Text& verb, const Text& file,
-                          const Text& parameters, const Text& folder, int showCommand) {
-  if (plan_.Draw("IShell::Execute", {F::Error})) return 31;  // no association
-  return in_.Execute(ownerWindow, verb, file, parameters, folder, showCommand);
-}
-
-Text FaultyLocale::Item(const char* site, Text value) {
-  // GetLocaleInfoW failing leaves the buffer empty.
-  if (plan_.Draw(site, {F::Empty})) return Text();
-  return value;
-}
-
-// ---- Process list --------------------------------------------------------------------
+// ---- Process list, service manager, dial-up ------------------------------------------
 
 bool FaultyProcessList::EnumProcessIds(std::uint32_t byteCount, std::vector<std::uint32_t>& ids,
                                        std::uint32_t& bytesReturned) {
@@ -270,18 +127,6 @@ bool FaultyProcessList::EnumProcessIds(std::uint32_t byteCount, std::vector<std:
   return ok;
 }
 
-OsHandle FaultyProcessList::OpenProcess(std::uint32_t access, bool inheritHandle,
-                                        std::uint32_t processId) {
-  if (plan_.Draw("IProcessList::OpenProcess", {F::Error})) return 0;
-  return in_.OpenProcess(access, inheritHandle, processId);
-}
-
-bool FaultyProcessList::EnumModules(OsHandle process, std::uint32_t tableBytes,
-                                    std::uintptr_t& firstModule) {
-  if (plan_.Draw("IProcessList::EnumModules", {F::Error})) return false;
-  return in_.EnumModules(process, tableBytes, firstModule);
-}
-
 Text FaultyProcessList::ModuleFileName(OsHandle process, std::uintptr_t module, std::uint32_t size,
                                        std::uint32_t bufferChars) {
   const auto fault = plan_.Draw("IProcessList::ModuleFileName", {F::Empty, F::Short});
@@ -291,121 +136,17 @@ Text FaultyProcessList::ModuleFileName(OsHandle process, std::uintptr_t module, 
   return name;
 }
 
-OsHandle FaultyProcessList::CreateSnapshot(std::uint32_t flags, std::uint32_t processId) {
-  if (plan_.Draw("IProcessList::CreateSnapshot", {F::Error})) return 0;
-  return in_.CreateSnapshot(flags, processId);
-}
-
-bool FaultyProcessList::ProcessFirst(OsHandle snapshot, std::uint32_t entrySize,
-                                     platform::SnapshotEntry& entry) {
-  if (plan_.Draw("IProcessList::ProcessFirst", {F::Error})) return false;
-  return in_.ProcessFirst(snapshot, entrySize, entry);
-}
-
-bool FaultyProcessList::ProcessNext(OsHandle snapshot, std::uint32_t entrySize,
-                                    platform::SnapshotEntry& entry) {
-  if (plan_.Draw("IProcessList::ProcessNext", {F::Error})) return false;
-  return in_.ProcessNext(snapshot, entrySize, entry);
-}
-
-bool FaultyProcessList::TerminateProcess(OsHandle process, std::uint32_t exitCode) {
-  if (plan_.Draw("IProcessList::TerminateProcess", {F::Error})) return false;
-  return in_.TerminateProcess(process, exitCode);
-}
-
-bool FaultyProcessList::CloseHandle(OsHandle handle) {
-  // The handle is gone either way; only the answer can fail.
-  const bool ok = in_.CloseHandle(handle);
-  return plan_.Draw("IProcessList::CloseHandle", {F::Error}) ? false : ok;
-}
-
-std::uint64_t FaultyProcessList::ProcessStartTime(std::uint32_t processId) {
-  if (plan_.Draw("IProcessList::ProcessStartTime", {F::Error})) return 0;
-  return in_.ProcessStartTime(processId);
-}
-
-OsHandle FaultyProcessList::FindWindowByTitle(const Text& title) {
-  if (plan_.Draw("IProcessList::FindWindowByTitle", {F::Error})) return 0;
-  return in_.FindWindowByTitle(title);
-}
-
-bool FaultyProcessList::PostMessageA(OsHandle window, std::uint32_t message, std::uintptr_t wParam,
-                                     std::intptr_t lParam) {
-  if (plan_.Draw("IProcessList::PostMessageA", {F::Error})) return false;
-  return in_.PostMessageA(window, message, wParam, lParam);
-}
-
-// ---- Service manager -----------------------------------------------------------------
-
-bool FaultyServiceManager::Failed(unsigned long error) {
-  injectedError_ = error;
-  return false;
-}
-
-ScHandle FaultyServiceManager::OpenSCManagerW(const Text& machineName, const Text& databaseName,
-                                              unsigned long access) {
-  injectedError_ = 0;
-  if (plan_.Draw("IServiceManager::OpenSCManagerW", {F::Error})) return Failed(5), 0;
-  return in_.OpenSCManagerW(machineName, databaseName, access);
-}
-
-ScHandle FaultyServiceManager::OpenServiceW(ScHandle manager, const Text& serviceName,
-                                            unsigned long access) {
-  injectedError_ = 0;
-  if (plan_.Draw("IServiceManager::OpenServiceW", {F::Error})) return Failed(5), 0;
-  return in_.OpenServiceW(manager, serviceName, access);
-}
-
-bool FaultyServiceManager::QueryServiceStatus(ScHandle service, platform::ServiceStatus& status) {
-  injectedError_ = 0;
-  if (plan_.Draw("IServiceManager::QueryServiceStatus", {F::Error})) return Failed(6);
-  return in_.QueryServiceStatus(service, status);
-}
-
 bool FaultyServiceManager::QueryServiceConfigA(ScHandle service, unsigned long bufferBytes,
                                                unsigned long& bytesNeeded,
                                                unsigned long& startType) {
   injectedError_ = 0;
   if (plan_.Draw("IServiceManager::QueryServiceConfigA", {F::Error})) {
     bytesNeeded = 0;
-    return Failed(5);
+    injectedError_ = 5;
+    return false;
   }
   return in_.QueryServiceConfigA(service, bufferBytes, bytesNeeded, startType);
 }
-
-bool FaultyServiceManager::StartServiceA(ScHandle service) {
-  injectedError_ = 0;
-  const auto fault = plan_.Draw("IServiceManager::StartServiceA", {F::Error, F::Timeout});
-  if (fault == F::Error) return Failed(5);
-  if (fault == F::Timeout) return Failed(1053);  // the service did not answer in time
-  return in_.StartServiceA(service);
-}
-
-bool FaultyServiceManager::ControlService(ScHandle service, unsigned long control,
-                                          platform::ServiceStatus& status) {
-  injectedError_ = 0;
-  const auto fault = plan_.Draw("IServiceManager::ControlService", {F::Error, F::Timeout});
-  if (fault == F::Error) return Failed(1052);  // the control is not valid now
-  if (fault == F::Timeout) return Failed(1053);
-  return in_.ControlService(service, control, status);
-}
-
-bool FaultyServiceManager::CloseServiceHandle(ScHandle handle) {
-  const bool ok = in_.CloseServiceHandle(handle);
-  return plan_.Draw("IServiceManager::CloseServiceHandle", {F::Error}) ? Failed(6) : ok;
-}
-
-bool FaultyServiceManager::ServiceInstalled(const Text& serviceName) {
-  // A registry lookup that fails cannot tell: the service may be there.
-  if (plan_.Draw("IServiceManager::ServiceInstalled", {F::Error})) return true;
-  return in_.ServiceInstalled(serviceName);
-}
-
-unsigned long FaultyServiceManager::LastError() {
-  return injectedError_ != 0 ? injectedError_ : in_.LastError();
-}
-
-// ---- Dial-up, sound, closed objects --------------------------------------------------
 
 platform::DialUpListing FaultyDialUp::Connections() {
   const auto fault = plan_.Draw("IDialUp::Connections", {F::Error, F::Empty});
@@ -416,50 +157,6 @@ platform::DialUpListing FaultyDialUp::Connections() {
     listing.connections.clear();
   }
   return listing;
-}
-
-unsigned long FaultyDialUp::HangUp(std::uintptr_t handle) {
-  if (plan_.Draw("IDialUp::HangUp", {F::Error})) return 668;  // the connection dropped
-  return in_.HangUp(handle);
-}
-
-bool FaultySound::PlayAlias(const Text& alias) {
-  if (plan_.Draw("ISound::PlayAlias", {F::Error})) return false;
-  return in_.PlayAlias(alias);
-}
-
-std::optional<Text> FaultyOsName::OsName() {
-  const auto fault = plan_.Draw("IOsNameProvider::OsName", {F::Error, F::Empty});
-  if (fault == F::Error) return std::nullopt;
-  if (fault == F::Empty) return Text();
-  return in_.OsName();
-}
-
-Text FaultySettingsProvider::GetSetting(const Text& key, long a, long b) {
-  if (plan_.Draw("ISettingsProvider::GetSetting", {F::Empty})) return Text();
-  return in_.GetSetting(key, a, b);
-}
-
-std::optional<platform::FileVersion> FaultyFileVersions::Read(const Text& path) {
-  if (plan_.Draw("IFileVersions::Read", {F::Error})) return std::nullopt;
-  return in_.Read(path);
-}
-
-unsigned long FaultyLocaleInfo::Id(platform::LocaleSource source) {
-  if (plan_.Draw("ILocaleInfo::Id", {F::Empty})) return 0;
-  return in_.Id(source);
-}
-
-std::optional<Text> FaultyLocaleInfo::Item(platform::LocaleSource source, unsigned long item) {
-  const auto fault = plan_.Draw("ILocaleInfo::Item", {F::Error, F::Empty});
-  if (fault == F::Error) return std::nullopt;
-  if (fault == F::Empty) return Text();
-  return in_.Item(source, item);
-}
-
-bool FaultyHelp::Show(const Text& helpFile, const Text& topic) {
-  if (plan_.Draw("IHelp::Show", {F::Error})) return false;
-  return in_.Show(helpFile, topic);
 }
 
 // ---- Network objects -----------------------------------------------------------------
@@ -500,13 +197,9 @@ class FaultyHttp : public platform::IHttpObject {
     const auto fault =
         plan_.Draw("IHttpObject::Request", {F::Error, F::Throw, F::Short, F::Empty, F::Timeout});
     if (fault == F::Throw) plan_.Throw("IHttpObject::Request");
-    if (fault == F::Error) {
-      status = u"The server name or address could not be resolved";
-      state.statusCode = 0;
-      return Text();
-    }
-    if (fault == F::Timeout) {
-      status = u"The operation timed out";
+    if (fault == F::Error || fault == F::Timeout) {
+      status = fault == F::Error ? u"The server name or address could not be resolved"
+                                 : u"The operation timed out";
       state.statusCode = 0;
       return Text();
     }
@@ -534,26 +227,29 @@ class FaultyHttp : public platform::IHttpObject {
   FaultPlan& plan_;
 };
 
+// Creating an object can fail or throw; what was made is decorated in turn.
+template <class Decorated, class Create>
+auto Creating(FaultPlan& plan, const char* site, Create create) -> decltype(create()) {
+  const auto fault = plan.Draw(site, {F::Error, F::Throw});
+  if (fault == F::Throw) plan.Throw(site);
+  if (fault) return nullptr;
+  auto inner = create();
+  if (!inner) return nullptr;
+  return std::make_unique<Decorated>(std::move(inner), plan);
+}
+
 }  // namespace
 
 std::unique_ptr<platform::ILoginObject> FaultyNetwork::CreateLoginObject(
     const platform::ServiceEndpoints& endpoints) {
-  const auto fault = plan_.Draw("INetworkObjects::CreateLoginObject", {F::Error, F::Throw});
-  if (fault == F::Throw) plan_.Throw("INetworkObjects::CreateLoginObject");
-  if (fault) return nullptr;
-  auto inner = in_.CreateLoginObject(endpoints);
-  if (!inner) return nullptr;
-  return std::make_unique<FaultyLogin>(std::move(inner), plan_);
+  return Creating<FaultyLogin>(plan_, "INetworkObjects::CreateLoginObject",
+                               [&] { return in_.CreateLoginObject(endpoints); });
 }
 
 std::unique_ptr<platform::IHttpObject> FaultyNetwork::CreateHttpObject(
     const platform::ServiceEndpoints& endpoints) {
-  const auto fault = plan_.Draw("INetworkObjects::CreateHttpObject", {F::Error, F::Throw});
-  if (fault == F::Throw) plan_.Throw("INetworkObjects::CreateHttpObject");
-  if (fault) return nullptr;
-  auto inner = in_.CreateHttpObject(endpoints);
-  if (!inner) return nullptr;
-  return std::make_unique<FaultyHttp>(std::move(inner), plan_);
+  return Creating<FaultyHttp>(plan_, "INetworkObjects::CreateHttpObject",
+                              [&] { return in_.CreateHttpObject(endpoints); });
 }
 
 // ---- The bundle ----------------------------------------------------------------------

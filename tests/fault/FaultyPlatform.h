@@ -5,7 +5,8 @@
 // tests: the shipped program never links them.
 //
 // Adding a call to an interface means one line here: ask the plan with the call's
-// name and the kinds it can meet, and say what each kind returns.
+// name and the kinds it can meet, and say what each kind returns (Faulty::Maybe when
+// a failure is one result; the .cpp file when it is more than that).
 #include <functional>
 #include <memory>
 
@@ -16,289 +17,384 @@ namespace fault {
 
 using base::Text;
 
-class FaultyFileSystem : public platform::IFileSystem {
+// The Windows file calls are noexcept: they fail by their results only. A failed
+// existence test answers "not there"; a read can come back short (the other program
+// was writing) or empty; a write can stop part way (a full disk) or not start.
+class FaultyFileSystem : public Faulty<platform::IFileSystem> {
  public:
-  FaultyFileSystem(platform::IFileSystem& inner, FaultPlan& plan) : in_(inner), plan_(plan) {}
-  bool FileExists(const Text& path) override;
-  bool FolderExists(const Text& path) override;
-  bool CreateFolder(const Text& path) override;
-  bool DeleteFile(const Text& path) override;
-  bool DeleteFileWithoutForce(const Text& path) override;
+  using Faulty::Faulty;
+  bool FileExists(const Text& path) override {
+    return Maybe<&Interface::FileExists>("IFileSystem::FileExists", false, path);
+  }
+  bool FolderExists(const Text& path) override {
+    return Maybe<&Interface::FolderExists>("IFileSystem::FolderExists", false, path);
+  }
+  bool CreateFolder(const Text& path) override {
+    return Maybe<&Interface::CreateFolder>("IFileSystem::CreateFolder", false, path);
+  }
+  bool DeleteFile(const Text& path) override {
+    return Maybe<&Interface::DeleteFile>("IFileSystem::DeleteFile", false, path);
+  }
+  bool DeleteFileWithoutForce(const Text& path) override {
+    return Maybe<&Interface::DeleteFileWithoutForce>("IFileSystem::DeleteFileWithoutForce", false,
+                                                     path);
+  }
   std::optional<std::string> ReadAll(const Text& path) override;
   std::optional<std::string> ReadRange(const Text& path, std::uint64_t offset,
                                        std::size_t count) override;
-  std::optional<std::uint64_t> FileSize(const Text& path) override;
-  bool WriteAll(const Text& path, std::string_view bytes) override;
-  bool Append(const Text& path, std::string_view bytes) override;
-  bool WriteFlushed(const Text& path, std::string_view bytes) override;
-  ReplaceResult Replace(const Text& from, const Text& to, bool evenReadOnly) override;
-  bool Truncate(const Text& path, std::uint64_t size) override;
-  Text LastErrorText() override;
+  std::optional<std::uint64_t> FileSize(const Text& path) override {
+    return Maybe<&Interface::FileSize>("IFileSystem::FileSize", std::optional<std::uint64_t>(),
+                                       path);
+  }
+  // A short write: the file was opened (and so truncated) and part of it went out; for
+  // a flushed write, the disk filled part way or the flush failed after part of it.
+  bool WriteAll(const Text& path, std::string_view bytes) override {
+    return Write("IFileSystem::WriteAll", path, bytes, &Interface::WriteAll, &Interface::WriteAll);
+  }
+  bool Append(const Text& path, std::string_view bytes) override {
+    return Write("IFileSystem::Append", path, bytes, &Interface::Append, &Interface::Append);
+  }
+  bool WriteFlushed(const Text& path, std::string_view bytes) override {
+    return Write("IFileSystem::WriteFlushed", path, bytes, &Interface::WriteFlushed,
+                 &Interface::WriteAll);
+  }
+  // Refused outright. A file held by another program past the retry is written in
+  // place, which is not all or nothing by design; the soak leaves that answer out, so
+  // that its whole-records check holds (the in-place write has tests of its own).
+  ReplaceResult Replace(const Text& from, const Text& to, bool evenReadOnly) override {
+    return Maybe<&Interface::Replace>("IFileSystem::Replace", ReplaceResult::Failed, from, to,
+                                      evenReadOnly);
+  }
+  bool Truncate(const Text& path, std::uint64_t size) override {
+    return Maybe<&Interface::Truncate>("IFileSystem::Truncate", false, path, size);
+  }
+  Text LastErrorText() override { return in_.LastErrorText(); }
   std::vector<platform::FileEntry> List(const Text& folder, const Text& pattern) override;
-  bool SetCurrentFolder(const Text& path) override;
+  bool SetCurrentFolder(const Text& path) override {
+    return Maybe<&Interface::SetCurrentFolder>("IFileSystem::SetCurrentFolder", false, path);
+  }
 
   // Told of every write the program tried, whole, whether or not it was let through.
   std::function<void(const Text& path, std::string_view bytes)> onWrite;
 
  private:
-  platform::IFileSystem& in_;
-  FaultPlan& plan_;
+  using WriteCall = bool (platform::IFileSystem::*)(const Text&, std::string_view);
+  // A write that can also stop part way: `partial` puts out the bytes that went.
+  bool Write(const char* site, const Text& path, std::string_view bytes, WriteCall whole,
+             WriteCall partial);
 };
 
-class FaultyProfile : public platform::IProfile {
+class FaultyProfile : public Faulty<platform::IProfile> {
  public:
-  FaultyProfile(platform::IProfile& inner, FaultPlan& plan) : in_(inner), plan_(plan) {}
+  using Faulty::Faulty;
   Text GetString(const Text& section, const Text& key, const Text& defaultValue,
                  std::size_t bufferChars, const Text& file) override;
   bool WriteString(const Text& section, const std::optional<Text>& key,
                    const std::optional<Text>& value, const Text& file) override;
-  unsigned long LastError() override;
+  unsigned long LastError() override {
+    return injectedError_ != 0 ? injectedError_ : in_.LastError();
+  }
 
  private:
-  platform::IProfile& in_;
-  FaultPlan& plan_;
   unsigned long injectedError_ = 0;
 };
 
-class FaultyRegistry : public platform::IRegistry {
+class FaultyRegistry : public Faulty<platform::IRegistry> {
  public:
-  FaultyRegistry(platform::IRegistry& inner, FaultPlan& plan) : in_(inner), plan_(plan) {}
+  using Faulty::Faulty;
   std::optional<Text> ReadString(platform::RegRoot root, const Text& key, const Text& name,
                                  std::size_t maxBytes) override;
   bool WriteString(platform::RegRoot root, const Text& key, const Text& name, const Text& value,
-                   unsigned long access) override;
-  bool DeleteValue(platform::RegRoot root, const Text& key, const Text& name) override;
-
- private:
-  platform::IRegistry& in_;
-  FaultPlan& plan_;
+                   unsigned long access) override {
+    return Maybe<&Interface::WriteString>("IRegistry::WriteString", false, root, key, name, value,
+                                          access);
+  }
+  bool DeleteValue(platform::RegRoot root, const Text& key, const Text& name) override {
+    return Maybe<&Interface::DeleteValue>("IRegistry::DeleteValue", false, root, key, name);
+  }
 };
 
 // Now and TickMs cannot fail; a sleep can stall far beyond what was asked.
-class FaultyClock : public platform::IClock {
+class FaultyClock : public Faulty<platform::IClock> {
  public:
-  FaultyClock(platform::IClock& inner, FaultPlan& plan) : in_(inner), plan_(plan) {}
+  using Faulty::Faulty;
   base::DateTime Now() override { return in_.Now(); }
   std::uint64_t TickMs() override { return in_.TickMs(); }
-  void Sleep(std::uint32_t ms) override;
-
- private:
-  platform::IClock& in_;
-  FaultPlan& plan_;
+  void Sleep(std::uint32_t ms) override {
+    // The thread was not woken on time: the wait lasts a good deal longer.
+    if (plan_.Draw("IClock::Sleep", {Fault::Timeout})) ms = ms * 10 + 1000;
+    in_.Sleep(ms);
+  }
 };
 
-class FaultyMutex : public platform::IMutexService {
+class FaultyMutex : public Faulty<platform::IMutexService> {
  public:
-  FaultyMutex(platform::IMutexService& inner, FaultPlan& plan) : in_(inner), plan_(plan) {}
-  Created CreateMutex(const Text& name, bool initialOwner) override;
-  bool CloseHandle(std::uintptr_t handle) override;
-  bool ReleaseMutex(std::uintptr_t handle) override;
-
- private:
-  platform::IMutexService& in_;
-  FaultPlan& plan_;
+  using Faulty::Faulty;
+  Created CreateMutex(const Text& name, bool initialOwner) override {
+    return Maybe<&Interface::CreateMutex>("IMutexService::CreateMutex", Created{0, 5}, name,
+                                          initialOwner);
+  }
+  // The handle is gone either way; only the answer can fail.
+  bool CloseHandle(std::uintptr_t handle) override {
+    const bool ok = in_.CloseHandle(handle);
+    return plan_.Draw("IMutexService::CloseHandle", {Fault::Error}) ? false : ok;
+  }
+  bool ReleaseMutex(std::uintptr_t handle) override {
+    return Maybe<&Interface::ReleaseMutex>("IMutexService::ReleaseMutex", false, handle);
+  }
 };
 
-class FaultySystemInfo : public platform::ISystemInfo {
+class FaultySystemInfo : public Faulty<platform::ISystemInfo> {
  public:
-  FaultySystemInfo(platform::ISystemInfo& inner, FaultPlan& plan) : in_(inner), plan_(plan) {}
+  using Faulty::Faulty;
   unsigned long PlatformId() override { return in_.PlatformId(); }
   unsigned long MajorVersion() override { return in_.MajorVersion(); }
   unsigned long MinorVersion() override { return in_.MinorVersion(); }
   unsigned long BuildNumber() override { return in_.BuildNumber(); }
   int TwipsPerPixelX() override { return in_.TwipsPerPixelX(); }
   int TwipsPerPixelY() override { return in_.TwipsPerPixelY(); }
-  platform::Rect WorkArea() override;
-  platform::Rect Screen() override;
-  Text ComputerName() override;
-  Text SystemFolder() override;
+  platform::Rect WorkArea() override {
+    return Maybe<&Interface::WorkArea>("ISystemInfo::WorkArea", {Fault::Empty}, platform::Rect{});
+  }
+  platform::Rect Screen() override {
+    return Maybe<&Interface::Screen>("ISystemInfo::Screen", {Fault::Empty}, platform::Rect{});
+  }
+  Text ComputerName() override {
+    return Maybe<&Interface::ComputerName>("ISystemInfo::ComputerName", {Fault::Empty}, Text());
+  }
+  Text SystemFolder() override {
+    return Maybe<&Interface::SystemFolder>("ISystemInfo::SystemFolder", {Fault::Empty}, Text());
+  }
   Text ProgramFolder() override { return in_.ProgramFolder(); }
   Text ProgramFileName() override { return in_.ProgramFileName(); }
   Text CommandLine() override { return in_.CommandLine(); }
   std::optional<Text> Environment(const Text& name) override;
   bool PreviousInstanceRunning() override { return in_.PreviousInstanceRunning(); }
-
- private:
-  platform::ISystemInfo& in_;
-  FaultPlan& plan_;
 };
 
-class FaultyShell : public platform::IShell {
+class FaultyShell : public Faulty<platform::IShell> {
  public:
-  FaultyShell(platform::IShell& inner, FaultPlan& plan) : in_(inner), plan_(plan) {}
-  long Open(const Text& target) override;
-  bool Run(const Text& commandLine, bool hidden) override;
+  using Faulty::Faulty;
+  long Open(const Text& target) override {
+    return Maybe<&Interface::Open>("IShell::Open", 2L, target);  // file not found
+  }
+  bool Run(const Text& commandLine, bool hidden) override {
+    return Maybe<&Interface::Run>("IShell::Run", false, commandLine, hidden);
+  }
   long Execute(std::uintptr_t ownerWindow, const Text& verb, const Text& file,
-               const Text& parameters, const Text& folder, int showCommand) override;
-
- private:
-  platform::IShell& in_;
-  FaultPlan& plan_;
+               const Text& parameters, const Text& folder, int showCommand) override {
+    return Maybe<&Interface::Execute>("IShell::Execute", 31L, ownerWindow, verb, file, parameters,
+                                      folder, showCommand);  // no association
+  }
 };
 
-class FaultyLocale : public platform::ILocale {
+// GetLocaleInfoW failing leaves the buffer empty.
+class FaultyLocale : public Faulty<platform::ILocale> {
  public:
-  FaultyLocale(platform::ILocale& inner, FaultPlan& plan) : in_(inner), plan_(plan) {}
-  Text DateSeparator() override { return Item("ILocale::DateSeparator", in_.DateSeparator()); }
-  Text TimeSeparator() override { return Item("ILocale::TimeSeparator", in_.TimeSeparator()); }
+  using Faulty::Faulty;
+  Text DateSeparator() override { return Item<&Interface::DateSeparator>("DateSeparator"); }
+  Text TimeSeparator() override { return Item<&Interface::TimeSeparator>("TimeSeparator"); }
   Text DecimalSeparator() override {
-    return Item("ILocale::DecimalSeparator", in_.DecimalSeparator());
+    return Item<&Interface::DecimalSeparator>("DecimalSeparator");
   }
   Text ThousandsSeparator() override {
-    return Item("ILocale::ThousandsSeparator", in_.ThousandsSeparator());
+    return Item<&Interface::ThousandsSeparator>("ThousandsSeparator");
   }
-  Text ShortDateFormat() override {
-    return Item("ILocale::ShortDateFormat", in_.ShortDateFormat());
-  }
-  Text TimeFormat() override { return Item("ILocale::TimeFormat", in_.TimeFormat()); }
-  Text AmSymbol() override { return Item("ILocale::AmSymbol", in_.AmSymbol()); }
-  Text PmSymbol() override { return Item("ILocale::PmSymbol", in_.PmSymbol()); }
+  Text ShortDateFormat() override { return Item<&Interface::ShortDateFormat>("ShortDateFormat"); }
+  Text TimeFormat() override { return Item<&Interface::TimeFormat>("TimeFormat"); }
+  Text AmSymbol() override { return Item<&Interface::AmSymbol>("AmSymbol"); }
+  Text PmSymbol() override { return Item<&Interface::PmSymbol>("PmSymbol"); }
 
  private:
-  Text Item(const char* site, Text value);
-  platform::ILocale& in_;
-  FaultPlan& plan_;
+  template <auto Method>
+  Text Item(const char* name) {
+    return Maybe<Method>((std::string("ILocale::") + name).c_str(), {Fault::Empty}, Text());
+  }
 };
 
-class FaultyProcessList : public platform::IProcessList {
+class FaultyProcessList : public Faulty<platform::IProcessList> {
  public:
-  FaultyProcessList(platform::IProcessList& inner, FaultPlan& plan) : in_(inner), plan_(plan) {}
+  using Faulty::Faulty;
   bool EnumProcessIds(std::uint32_t byteCount, std::vector<std::uint32_t>& ids,
                       std::uint32_t& bytesReturned) override;
   platform::OsHandle OpenProcess(std::uint32_t access, bool inheritHandle,
-                                 std::uint32_t processId) override;
+                                 std::uint32_t processId) override {
+    return Maybe<&Interface::OpenProcess>("IProcessList::OpenProcess", platform::OsHandle{0},
+                                          access, inheritHandle, processId);
+  }
   bool EnumModules(platform::OsHandle process, std::uint32_t tableBytes,
-                   std::uintptr_t& firstModule) override;
+                   std::uintptr_t& firstModule) override {
+    return Maybe<&Interface::EnumModules>("IProcessList::EnumModules", false, process, tableBytes,
+                                          firstModule);
+  }
   Text ModuleFileName(platform::OsHandle process, std::uintptr_t module, std::uint32_t size,
                       std::uint32_t bufferChars) override;
-  platform::OsHandle CreateSnapshot(std::uint32_t flags, std::uint32_t processId) override;
+  platform::OsHandle CreateSnapshot(std::uint32_t flags, std::uint32_t processId) override {
+    return Maybe<&Interface::CreateSnapshot>("IProcessList::CreateSnapshot", platform::OsHandle{0},
+                                             flags, processId);
+  }
   bool ProcessFirst(platform::OsHandle snapshot, std::uint32_t entrySize,
-                    platform::SnapshotEntry& entry) override;
+                    platform::SnapshotEntry& entry) override {
+    return Maybe<&Interface::ProcessFirst>("IProcessList::ProcessFirst", false, snapshot, entrySize,
+                                           entry);
+  }
   bool ProcessNext(platform::OsHandle snapshot, std::uint32_t entrySize,
-                   platform::SnapshotEntry& entry) override;
-  bool TerminateProcess(platform::OsHandle process, std::uint32_t exitCode) override;
-  bool CloseHandle(platform::OsHandle handle) override;
-  std::uint64_t ProcessStartTime(std::uint32_t processId) override;
-  platform::OsHandle FindWindowByTitle(const Text& title) override;
+                   platform::SnapshotEntry& entry) override {
+    return Maybe<&Interface::ProcessNext>("IProcessList::ProcessNext", false, snapshot, entrySize,
+                                          entry);
+  }
+  bool TerminateProcess(platform::OsHandle process, std::uint32_t exitCode) override {
+    return Maybe<&Interface::TerminateProcess>("IProcessList::TerminateProcess", false, process,
+                                               exitCode);
+  }
+  // The handle is gone either way; only the answer can fail.
+  bool CloseHandle(platform::OsHandle handle) override {
+    const bool ok = in_.CloseHandle(handle);
+    return plan_.Draw("IProcessList::CloseHandle", {Fault::Error}) ? false : ok;
+  }
+  std::uint64_t ProcessStartTime(std::uint32_t processId) override {
+    return Maybe<&Interface::ProcessStartTime>("IProcessList::ProcessStartTime", std::uint64_t{0},
+                                               processId);
+  }
+  platform::OsHandle FindWindowByTitle(const Text& title) override {
+    return Maybe<&Interface::FindWindowByTitle>("IProcessList::FindWindowByTitle",
+                                                platform::OsHandle{0}, title);
+  }
   bool PostMessageA(platform::OsHandle window, std::uint32_t message, std::uintptr_t wParam,
-                    std::intptr_t lParam) override;
-
- private:
-  platform::IProcessList& in_;
-  FaultPlan& plan_;
+                    std::intptr_t lParam) override {
+    return Maybe<&Interface::PostMessageA>("IProcessList::PostMessageA", false, window, message,
+                                           wParam, lParam);
+  }
 };
 
-class FaultyServiceManager : public platform::IServiceManager {
+// A failed call leaves its error number for LastError, as the service manager does.
+class FaultyServiceManager : public Faulty<platform::IServiceManager> {
  public:
-  FaultyServiceManager(platform::IServiceManager& inner, FaultPlan& plan)
-      : in_(inner), plan_(plan) {}
+  using Faulty::Faulty;
   platform::ScHandle OpenSCManagerW(const Text& machineName, const Text& databaseName,
-                                    unsigned long access) override;
+                                    unsigned long access) override {
+    return Failing<&Interface::OpenSCManagerW>("IServiceManager::OpenSCManagerW", 5, {},
+                                               platform::ScHandle{0}, machineName, databaseName,
+                                               access);
+  }
   platform::ScHandle OpenServiceW(platform::ScHandle manager, const Text& serviceName,
-                                  unsigned long access) override;
-  bool QueryServiceStatus(platform::ScHandle service, platform::ServiceStatus& status) override;
+                                  unsigned long access) override {
+    return Failing<&Interface::OpenServiceW>("IServiceManager::OpenServiceW", 5, {},
+                                             platform::ScHandle{0}, manager, serviceName, access);
+  }
+  bool QueryServiceStatus(platform::ScHandle service, platform::ServiceStatus& status) override {
+    return Failing<&Interface::QueryServiceStatus>("IServiceManager::QueryServiceStatus", 6, {},
+                                                   false, service, status);
+  }
   bool QueryServiceConfigA(platform::ScHandle service, unsigned long bufferBytes,
                            unsigned long& bytesNeeded, unsigned long& startType) override;
-  bool StartServiceA(platform::ScHandle service) override;
+  // A start or a control can also wait out the service (1053: it did not answer in
+  // time); a control can be refused (1052: not valid now).
+  bool StartServiceA(platform::ScHandle service) override {
+    return Failing<&Interface::StartServiceA>("IServiceManager::StartServiceA", 5, 1053, false,
+                                              service);
+  }
   bool ControlService(platform::ScHandle service, unsigned long control,
-                      platform::ServiceStatus& status) override;
-  bool CloseServiceHandle(platform::ScHandle handle) override;
-  bool ServiceInstalled(const Text& serviceName) override;
-  unsigned long LastError() override;
+                      platform::ServiceStatus& status) override {
+    return Failing<&Interface::ControlService>("IServiceManager::ControlService", 1052, 1053, false,
+                                               service, control, status);
+  }
+  bool CloseServiceHandle(platform::ScHandle handle) override {
+    const bool ok = in_.CloseServiceHandle(handle);
+    if (!plan_.Draw("IServiceManager::CloseServiceHandle", {Fault::Error})) return ok;
+    injectedError_ = 6;
+    return false;
+  }
+  // A registry lookup that fails cannot tell: the service may be there.
+  bool ServiceInstalled(const Text& serviceName) override {
+    return Maybe<&Interface::ServiceInstalled>("IServiceManager::ServiceInstalled", true,
+                                               serviceName);
+  }
+  unsigned long LastError() override {
+    return injectedError_ != 0 ? injectedError_ : in_.LastError();
+  }
 
  private:
-  bool Failed(unsigned long error);
-  platform::IServiceManager& in_;
-  FaultPlan& plan_;
+  // The call, or `failed` with `error` (an Error) or `timeout` (a Timeout, when not 0).
+  template <auto Method, class R, class... A>
+  R Failing(const char* site, unsigned long error, unsigned long timeout, R failed, A&&... args) {
+    injectedError_ = 0;
+    const auto fault = timeout != 0 ? plan_.Draw(site, {Fault::Error, Fault::Timeout})
+                                    : plan_.Draw(site, {Fault::Error});
+    if (!fault) return (in_.*Method)(std::forward<A>(args)...);
+    injectedError_ = fault == Fault::Timeout ? timeout : error;
+    return failed;
+  }
   unsigned long injectedError_ = 0;
 };
 
-class FaultyDialUp : public platform::IDialUp {
+class FaultyDialUp : public Faulty<platform::IDialUp> {
  public:
-  FaultyDialUp(platform::IDialUp& inner, FaultPlan& plan) : in_(inner), plan_(plan) {}
+  using Faulty::Faulty;
   platform::DialUpListing Connections() override;
-  unsigned long HangUp(std::uintptr_t handle) override;
-
- private:
-  platform::IDialUp& in_;
-  FaultPlan& plan_;
+  unsigned long HangUp(std::uintptr_t handle) override {
+    return Maybe<&Interface::HangUp>("IDialUp::HangUp", 668UL, handle);  // the line dropped
+  }
 };
 
-class FaultySound : public platform::ISound {
+class FaultySound : public Faulty<platform::ISound> {
  public:
-  FaultySound(platform::ISound& inner, FaultPlan& plan) : in_(inner), plan_(plan) {}
-  bool PlayAlias(const Text& alias) override;
-
- private:
-  platform::ISound& in_;
-  FaultPlan& plan_;
+  using Faulty::Faulty;
+  bool PlayAlias(const Text& alias) override {
+    return Maybe<&Interface::PlayAlias>("ISound::PlayAlias", false, alias);
+  }
 };
 
-class FaultyOsName : public platform::IOsNameProvider {
+class FaultyOsName : public Faulty<platform::IOsNameProvider> {
  public:
-  FaultyOsName(platform::IOsNameProvider& inner, FaultPlan& plan) : in_(inner), plan_(plan) {}
+  using Faulty::Faulty;
   std::optional<Text> OsName() override;
-
- private:
-  platform::IOsNameProvider& in_;
-  FaultPlan& plan_;
 };
 
-class FaultySettingsProvider : public platform::ISettingsProvider {
+class FaultySettingsProvider : public Faulty<platform::ISettingsProvider> {
  public:
-  FaultySettingsProvider(platform::ISettingsProvider& inner, FaultPlan& plan)
-      : in_(inner), plan_(plan) {}
-  Text GetSetting(const Text& key, long a, long b) override;
-
- private:
-  platform::ISettingsProvider& in_;
-  FaultPlan& plan_;
+  using Faulty::Faulty;
+  Text GetSetting(const Text& key, long a, long b) override {
+    return Maybe<&Interface::GetSetting>("ISettingsProvider::GetSetting", {Fault::Empty}, Text(),
+                                         key, a, b);
+  }
 };
 
 // The account and feedback objects are not a noexcept boundary: creating them and
 // every call may throw, besides failing in their own ways.
-class FaultyNetwork : public platform::INetworkObjects {
+class FaultyNetwork : public Faulty<platform::INetworkObjects> {
  public:
-  FaultyNetwork(platform::INetworkObjects& inner, FaultPlan& plan) : in_(inner), plan_(plan) {}
+  using Faulty::Faulty;
   std::unique_ptr<platform::ILoginObject> CreateLoginObject(
       const platform::ServiceEndpoints& endpoints) override;
   std::unique_ptr<platform::IHttpObject> CreateHttpObject(
       const platform::ServiceEndpoints& endpoints) override;
-
- private:
-  platform::INetworkObjects& in_;
-  FaultPlan& plan_;
 };
 
-class FaultyFileVersions : public platform::IFileVersions {
+class FaultyFileVersions : public Faulty<platform::IFileVersions> {
  public:
-  FaultyFileVersions(platform::IFileVersions& inner, FaultPlan& plan) : in_(inner), plan_(plan) {}
-  std::optional<platform::FileVersion> Read(const Text& path) override;
-
- private:
-  platform::IFileVersions& in_;
-  FaultPlan& plan_;
+  using Faulty::Faulty;
+  std::optional<platform::FileVersion> Read(const Text& path) override {
+    return Maybe<&Interface::Read>("IFileVersions::Read", std::optional<platform::FileVersion>(),
+                                   path);
+  }
 };
 
-class FaultyLocaleInfo : public platform::ILocaleInfo {
+class FaultyLocaleInfo : public Faulty<platform::ILocaleInfo> {
  public:
-  FaultyLocaleInfo(platform::ILocaleInfo& inner, FaultPlan& plan) : in_(inner), plan_(plan) {}
-  unsigned long Id(platform::LocaleSource source) override;
+  using Faulty::Faulty;
+  unsigned long Id(platform::LocaleSource source) override {
+    return Maybe<&Interface::Id>("ILocaleInfo::Id", {Fault::Empty}, 0UL, source);
+  }
   std::optional<Text> Item(platform::LocaleSource source, unsigned long item) override;
-
- private:
-  platform::ILocaleInfo& in_;
-  FaultPlan& plan_;
 };
 
-class FaultyHelp : public platform::IHelp {
+class FaultyHelp : public Faulty<platform::IHelp> {
  public:
-  FaultyHelp(platform::IHelp& inner, FaultPlan& plan) : in_(inner), plan_(plan) {}
-  bool Show(const Text& helpFile, const Text& topic) override;
-
- private:
-  platform::IHelp& in_;
-  FaultPlan& plan_;
+  using Faulty::Faulty;
+  bool Show(const Text& helpFile, const Text& topic) override {
+    return Maybe<&Interface::Show>("IHelp::Show", false, helpFile, topic);
+  }
 };
 
 class FaultyUiHost;

@@ -10,15 +10,21 @@ namespace fault {
 
 using base::Text;
 
-class FaultyUiHost : public platform::IUiHost {
+// Most calls fail by their result or throw; the result of a failed call is what
+// Windows gives (0: no window, no control, nothing chosen), a failed change is left out.
+class FaultyUiHost : public Faulty<platform::IUiHost> {
  public:
-  FaultyUiHost(platform::IUiHost& inner, FaultPlan& plan) : in_(inner), plan_(plan) {}
+  using Faulty::Faulty;
 
   int RunMessageLoop() override { return in_.RunMessageLoop(); }
   void Quit(int exitCode) override { in_.Quit(exitCode); }
   void DoEvents() override { in_.DoEvents(); }
   void AnswerOtherPrograms() override { in_.AnswerOtherPrograms(); }
-  std::uintptr_t StartTimer(std::uint32_t intervalMs, std::function<void()> onTick) override;
+  // SetTimer fails when the system is out of timers.
+  std::uintptr_t StartTimer(std::uint32_t intervalMs, std::function<void()> onTick) override {
+    return Maybe<&Interface::StartTimer>("IUiHost::StartTimer", std::uintptr_t{0}, intervalMs,
+                                         std::move(onTick));
+  }
   void StopTimer(std::uintptr_t id) override { in_.StopTimer(id); }
   bool AskYesNo(const Text& text, const Text& title) override { return in_.AskYesNo(text, title); }
   void SetFailureSink(std::function<void(const Text& line)> sink) override {
@@ -27,46 +33,80 @@ class FaultyUiHost : public platform::IUiHost {
 
   int TwipsPerPixelX() override { return in_.TwipsPerPixelX(); }
   int TwipsPerPixelY() override { return in_.TwipsPerPixelY(); }
+  // Empty: no device context, nothing measured.
   platform::UiTextSize MeasureText(const Text& text, const platform::UiFont& font,
-                                   double wrapWidth) override;
+                                   double wrapWidth) override {
+    return Maybe<&Interface::MeasureText>("IUiHost::MeasureText", {Fault::Empty, Fault::Throw},
+                                          platform::UiTextSize{}, text, font, wrapWidth);
+  }
 
   platform::UiHandle CreateForm(const platform::UiWindow& window,
-                                platform::IUiEvents& events) override;
+                                platform::IUiEvents& events) override {
+    return Maybe<&Interface::CreateForm>("IUiHost::CreateForm", kErrorOrThrow,
+                                         platform::UiHandle{0}, window, events);
+  }
+  // A failed update: the window kept its old look.
   void UpdateForm(platform::UiHandle window, const platform::UiWindow& state,
-                  platform::UiChange changes) override;
+                  platform::UiChange changes) override {
+    MaybeDo<&Interface::UpdateForm>("IUiHost::UpdateForm", kErrorOrThrow, window, state, changes);
+  }
   void DestroyForm(platform::UiHandle window) override { in_.DestroyForm(window); }
   platform::UiHandle CreateControl(platform::UiHandle window, platform::UiHandle container,
-                                   const platform::UiControl& control) override;
+                                   const platform::UiControl& control) override {
+    return Maybe<&Interface::CreateControl>("IUiHost::CreateControl", kErrorOrThrow,
+                                            platform::UiHandle{0}, window, container, control);
+  }
   void UpdateControl(platform::UiHandle control, const platform::UiControl& state,
-                     platform::UiChange changes) override;
+                     platform::UiChange changes) override {
+    MaybeDo<&Interface::UpdateControl>("IUiHost::UpdateControl", kErrorOrThrow, control, state,
+                                       changes);
+  }
   void FocusControl(platform::UiHandle window, platform::UiHandle control) override {
     in_.FocusControl(window, control);
   }
   void RunModal(platform::UiHandle window) override { in_.RunModal(window); }
   void EndModal(platform::UiHandle window) override { in_.EndModal(window); }
   void BeginDrag(platform::UiHandle window) override { in_.BeginDrag(window); }
-  void ShowNormal(platform::UiHandle window) override;
+  void ShowNormal(platform::UiHandle window) override {
+    MaybeDo<&Interface::ShowNormal>("IUiHost::ShowNormal", kErrorOrThrow, window);
+  }
   std::uintptr_t NativeWindow(platform::UiHandle window) override {
     return in_.NativeWindow(window);
   }
   std::uint32_t PopupMenu(platform::UiHandle window,
-                          const std::vector<platform::UiMenuItem>& items) override;
+                          const std::vector<platform::UiMenuItem>& items) override {
+    return Maybe<&Interface::PopupMenu>("IUiHost::PopupMenu", kErrorOrThrow, std::uint32_t{0},
+                                        window, items);
+  }
 
-  platform::UiHandle CreateTip(const platform::UiTip& tip) override;
+  platform::UiHandle CreateTip(const platform::UiTip& tip) override {
+    return Maybe<&Interface::CreateTip>("IUiHost::CreateTip", kErrorOrThrow, platform::UiHandle{0},
+                                        tip);
+  }
   void DestroyTip(platform::UiHandle tip) override { in_.DestroyTip(tip); }
-  void TrackTip(platform::UiHandle tip, long x, long y, platform::UiHandle control) override;
-  void ShowPlainTip(const Text& text) override;
+  void TrackTip(platform::UiHandle tip, long x, long y, platform::UiHandle control) override {
+    MaybeDo<&Interface::TrackTip>("IUiHost::TrackTip", {Fault::Error}, tip, x, y, control);
+  }
+  void ShowPlainTip(const Text& text) override {
+    MaybeDo<&Interface::ShowPlainTip>("IUiHost::ShowPlainTip", {Fault::Error}, text);
+  }
   void HidePlainTip() override { in_.HidePlainTip(); }
 
   platform::UiHandle AddTrayIcon(const platform::UiTrayIcon& icon,
-                                 std::function<void(int mouseMessage)> onEvent) override;
-  void ModifyTrayIcon(platform::UiHandle icon, const platform::UiTrayIcon& state) override;
+                                 std::function<void(int mouseMessage)> onEvent) override {
+    return Maybe<&Interface::AddTrayIcon>("IUiHost::AddTrayIcon", kErrorOrThrow,
+                                          platform::UiHandle{0}, icon, std::move(onEvent));
+  }
+  void ModifyTrayIcon(platform::UiHandle icon, const platform::UiTrayIcon& state) override {
+    MaybeDo<&Interface::ModifyTrayIcon>("IUiHost::ModifyTrayIcon", kErrorOrThrow, icon, state);
+  }
   void RemoveTrayIcon(platform::UiHandle icon) override { in_.RemoveTrayIcon(icon); }
-  void ShowTrayBalloon(platform::UiHandle icon, const platform::UiTrayBalloon& balloon) override;
+  void ShowTrayBalloon(platform::UiHandle icon, const platform::UiTrayBalloon& balloon) override {
+    MaybeDo<&Interface::ShowTrayBalloon>("IUiHost::ShowTrayBalloon", kErrorOrThrow, icon, balloon);
+  }
 
  private:
-  platform::IUiHost& in_;
-  FaultPlan& plan_;
+  static constexpr std::initializer_list<Fault> kErrorOrThrow = {Fault::Error, Fault::Throw};
 };
 
 }  // namespace fault

@@ -177,5 +177,19 @@ put tools/web-standin/Standin.cpp '#include <windows.h>
 static const wchar_t* k = L"x";'
 expect "named silence, traced handlers, handlers in text, Windows code in tools" pass "0 problems"
 
+newTree
+put tests/e2e/Probe.cpp '#include <windows.h>
+void A(HANDLE process, IUnknown* object) {
+  platform::win32::UniqueHandle held(process);
+  list.CloseHandle(process);
+  if (process) CloseHandle(process);
+  object->Release();
+}'
+expect "a release by hand in a test" fail "tests/e2e/Probe.cpp:5: CloseHandle by hand"
+expect "and a COM release" fail "tests/e2e/Probe.cpp:6: Release by hand"
+put tests/e2e/Probe.cpp '#include <windows.h>
+void A(HANDLE process) { platform::win32::UniqueHandle held(process); list.CloseHandle(process); }'
+expect "a holder and an interface's CloseHandle in a test" pass "0 problems"
+
 echo "check-sources cases: $passed passed, $failed failed"
 [ $failed -eq 0 ]

@@ -33,9 +33,8 @@ int Call() {
   HRESULT hr = CLSIDFromProgID(L"QVMonitor.IMonitor", &clsid);
   Print(L"progid", SUCCEEDED(hr) ? L"found" : L"missing");
   if (FAILED(hr)) return 1;
-  IDispatch* object = nullptr;
-  hr = CoCreateInstance(clsid, nullptr, CLSCTX_LOCAL_SERVER, IID_IDispatch,
-                        reinterpret_cast<void**>(&object));
+  platform::win32::ComPtr<IDispatch> object;
+  hr = CoCreateInstance(clsid, nullptr, CLSCTX_LOCAL_SERVER, IID_IDispatch, object.OutVoid());
   wchar_t code[16];
   std::swprintf(code, 16, L"0x%08lx", static_cast<unsigned long>(hr));
   Print(L"create", code);
@@ -57,28 +56,24 @@ int Call() {
     VariantClear(&result);
   }
 
-  _IMonitor* monitor = nullptr;
-  if (SUCCEEDED(object->QueryInterface(IID__IMonitor, reinterpret_cast<void**>(&monitor))) &&
-      monitor) {
-    BSTR text = nullptr;
-    if (SUCCEEDED(monitor->GetProperTime(3909, &text)) && text) Print(L"vtable", text);
-    SysFreeString(text);
-    monitor->Release();
+  platform::win32::ComPtr<_IMonitor> monitor;
+  if (SUCCEEDED(object->QueryInterface(IID__IMonitor, monitor.OutVoid())) && monitor) {
+    platform::win32::UniqueBstr text;
+    if (SUCCEEDED(monitor->GetProperTime(3909, text.Out())) && text) Print(L"vtable", text.Get());
   }
-  object->Release();
 
   for (const auto& p : e2e::FindProcesses(L"QVMonitor.exe")) Print(L"server", p.image);
   return 0;
 }
 
 int Shortcut(const wchar_t* path) {
-  IShellLinkW* link = nullptr;
+  platform::win32::ComPtr<IShellLinkW> link;
   if (FAILED(CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW,
-                              reinterpret_cast<void**>(&link))))
+                              link.OutVoid())))
     return 1;
-  IPersistFile* file = nullptr;
+  platform::win32::ComPtr<IPersistFile> file;
   int rc = 1;
-  if (SUCCEEDED(link->QueryInterface(IID_IPersistFile, reinterpret_cast<void**>(&file)))) {
+  if (SUCCEEDED(link->QueryInterface(IID_IPersistFile, file.OutVoid()))) {
     if (SUCCEEDED(file->Load(path, STGM_READ))) {
       wchar_t text[MAX_PATH * 2] = {};
       if (SUCCEEDED(link->GetPath(text, MAX_PATH * 2, nullptr, 0))) Print(L"target", text);
@@ -90,9 +85,7 @@ int Shortcut(const wchar_t* path) {
       Print(L"folder", text);
       rc = 0;
     }
-    file->Release();
   }
-  link->Release();
   return rc;
 }
 
@@ -138,11 +131,9 @@ int Processes(const wchar_t* exeName) {
   for (const auto& p : e2e::FindProcesses(exeName)) {
     PROCESS_MEMORY_COUNTERS counters{};
     counters.cb = sizeof(counters);
-    HANDLE h = OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, p.pid);
-    if (h) {
-      GetProcessMemoryInfo(h, &counters, sizeof(counters));
-      CloseHandle(h);
-    }
+    platform::win32::UniqueHandle h(
+        OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, p.pid));
+    if (h) GetProcessMemoryInfo(h.Get(), &counters, sizeof(counters));
     Print(L"process", std::to_wstring(counters.WorkingSetSize) + L" " + p.image);
   }
   return 0;

@@ -83,13 +83,11 @@ TEST_F(KitBoxTest, WhatTheBoxShowsCanBeReadFromOutside) {
     EXPECT_NE(GetPixel(screen, r.left + 2, r.top), outside) << "the edge itself is painted over";
     ReleaseDC(nullptr, screen);
     // A region would give the window a shape that the display shows black where it cuts.
-    HRGN region = CreateRectRgn(0, 0, 0, 0);
-    EXPECT_EQ(GetWindowRgn(box, region), ERROR) << "the box has a window region under Wine";
-    DeleteObject(region);
+    platform::win32::UniqueRegion region(CreateRectRgn(0, 0, 0, 0));
+    EXPECT_EQ(GetWindowRgn(box, region.Get()), ERROR) << "the box has a window region under Wine";
   } else {
-    HRGN region = CreateRectRgn(0, 0, 0, 0);
-    EXPECT_NE(GetWindowRgn(box, region), ERROR) << "the box has no window region";
-    DeleteObject(region);
+    platform::win32::UniqueRegion region(CreateRectRgn(0, 0, 0, 0));
+    EXPECT_NE(GetWindowRgn(box, region.Get()), ERROR) << "the box has no window region";
   }
 
   AltLetter(box, L'N');
