@@ -19,30 +19,89 @@ Text Where(const Text& procedure) { return u"in procedure " + procedure + u" " +
 // The row of record `r`, as far as it goes; a NextRun that is no date ends it after
 // the name.
 JobRow BuildRow(const jobstore::ScheduleRecord& r, const jobstore::LocaleFormats& locale) {
-  JobRow row;
-  row.cells.reserve(kJobColumnCount);
-  row.cells.push_back(r.BackupSetName);
-  row.nextRun = r.NextRun;
-  if (r.NextRun.empty()) return row;
-  const Text next = NextTransferText(r.NextRun, locale);
-  row.cells.resize(kJobColumnCount);
-  row.cells[kColNextTransfer - 1] = next;
+  if (r.NextRun.empty()) return JobRow(r.BackupSetName, r.NextRun);
+  JobRow::Filled f;
+  f.name = r.BackupSetName;
+  f.nextRun = r.NextRun;
+  f.nextTransfer = NextTransferText(r.NextRun, locale);
   const Text frequency = base::Trim(r.FrequencyIndex);
   if (!frequency.empty()) {
     long long index = 0;
     if (!base::ParseLong(frequency, index)) throw base::Failure(13, "Type mismatch");
-    row.cells[kColFrequency - 1] = jobstore::GetFreNameFromIndex(static_cast<long>(index));
+    f.frequency = jobstore::GetFreNameFromIndex(static_cast<long>(index));
   }
-  row.cells[kColDestination - 1] = r.Destination;
-  row.cells[kColDataSort - 1] = r.SortKey;
-  row.cells[kColNo - 1] = r.RecordNo;
-  row.cells[kColUserName - 1] = r.UserName;
-  const Text days = base::Trim(r.Days);
-  row.cells[kColDays - 1] = days.empty() ? r.Days : jobstore::DayNamesFromDays(days);
-  return row;
+  f.destination = r.Destination;
+  f.dataSort = r.SortKey;
+  f.number = r.RecordNo;
+  f.userName = r.UserName;
+  f.days = r.Days;
+  return JobRow(f);
 }
 
 }  // namespace
+
+JobRow::JobRow(const Text& name, const Text& nextRun) {
+  Append(kName, name);
+  for (int i = kNextTransfer; i < kNextRun; ++i) ends_[i] = ends_[kName];
+  Append(kNextRun, nextRun);
+}
+
+JobRow::JobRow(const Filled& f) : filled_(true) {
+  text_.reserve(f.name.size() + f.nextTransfer.size() + f.frequency.size() + f.destination.size() +
+                f.dataSort.size() + f.number.size() + f.userName.size() + f.days.size() +
+                f.nextRun.size());
+  Append(kName, f.name);
+  Append(kNextTransfer, f.nextTransfer);
+  Append(kFrequency, f.frequency);
+  Append(kDestination, f.destination);
+  Append(kDataSort, f.dataSort);
+  Append(kNumber, f.number);
+  Append(kUserName, f.userName);
+  Append(kDays, f.days);
+  Append(kNextRun, f.nextRun);
+}
+
+void JobRow::Append(PieceIndex i, const Text& piece) {
+  text_ += piece;
+  ends_[i] = static_cast<std::uint32_t>(text_.size());
+}
+
+Text JobRow::Piece(PieceIndex i) const {
+  const std::uint32_t begin = i == kName ? 0 : ends_[i - 1];
+  return text_.substr(begin, ends_[i] - begin);
+}
+
+Text JobRow::Cell(int column) const {
+  if (column == kColBackupset) return Piece(kName);
+  if (!filled_) return Text();
+  switch (column) {
+    case kColNextTransfer: return Piece(kNextTransfer);
+    case kColFrequency: return Piece(kFrequency);
+    case kColStatus:
+      return status_ == JobStatus::InProgress ? Text(kStatusInProgress)
+             : status_ == JobStatus::Stopping ? Text(kStatusStopping)
+                                              : Text();
+    case kColDestination: return Piece(kDestination);
+    case kColDataSort: return Piece(kDataSort);
+    case kColNo: return Piece(kNumber);
+    case kColUserName: return Piece(kUserName);
+    case kColDays: {
+      // The record's digits, shown as the names of the days; a field of blanks as it is.
+      const Text raw = Piece(kDays);
+      const Text days = base::Trim(raw);
+      return days.empty() ? raw : jobstore::DayNamesFromDays(days);
+    }
+    default: return Text();
+  }
+}
+
+std::vector<Text> JobRow::Cells() const {
+  std::vector<Text> cells;
+  const int n = filled_ ? kJobColumnCount : 1;
+  cells.reserve(static_cast<size_t>(n));
+  for (int c = 1; c <= n; ++c) cells.push_back(Cell(c));
+  return cells;
+}
 
 void LoadJobs(frame::AppState& app, JobList& list) {
   app.Store.BackupNowMode = false;
@@ -83,20 +142,18 @@ void FillListView(frame::AppState& app, JobList& list) {
   for (size_t i = 0; i < app.Jobs.size(); ++i) {
     if (i % 256 == 0) frame::KeepAnswering(app);
     const jobstore::ScheduleRecord& r = app.Jobs[i];
-    JobRow row;
-    row.cells.push_back(r.BackupSetName);
-    row.nextRun = r.NextRun;
+    JobRow row(r.BackupSetName, r.NextRun);
     const bool filled =
         base::Guarded([&] { row = BuildRow(r, locale); },
                       frame::TraceFailure(app, u"Error Reason :", Where(u"FillListView")));
     if (filled && !r.NextRun.empty() && static_cast<long>(i) == list.NextJobIndex) {
       const Text state = jobstore::Readfirstline(app, app.ScheduleFilePath);
       if (state == u"1") {
-        row.cells[kColStatus - 1] = kStatusInProgress;
+        row.SetStatus(JobStatus::InProgress);
         list.lblMsgProgres = u"Scheduled backup (username : " + base::Trim(r.UserName) +
                              u") for the Backup set : '" + r.BackupSetName + u"' is in progress.";
       } else if (state == u"2") {
-        row.cells[kColStatus - 1] = kStatusStopping;
+        row.SetStatus(JobStatus::Stopping);
       }
     }
     list.rows.push_back(std::move(row));

@@ -7,6 +7,7 @@
 // A job's state is never stored with the job: the list tells it from the state word at
 // the head of the schedule file and the rule that the record with the smallest SortKey
 // is the one running, so at most one row shows a status.
+#include <cstdint>
 #include <functional>
 #include <vector>
 
@@ -55,20 +56,55 @@ inline constexpr char16_t kAutomatedJob[] = u"autobkupqvwin";
 // The name of a restore job (any case).
 inline constexpr char16_t kRestoreJob[] = u"Restore ItemSet";
 
-struct JobRow {
-  // The cells in column order; a record without NextRun has its name only.
-  std::vector<Text> cells;
-  // The record's NextRun as the file gave it (the command line shows it as it stands).
-  Text nextRun;
+enum class JobStatus : unsigned char { None, InProgress, Stopping };
+
+// One row of the list, held compactly: a list may have hundreds of thousands of rows and
+// the list view asks for a cell only when it draws it. The texts of a row stand one after
+// the other in one string; the status is one of three words and the day names follow
+// from the record's day digits, so both are made when asked for.
+class JobRow {
+ public:
+  JobRow() = default;
+  // A row with its name only (a record without NextRun, or one whose fill failed).
+  explicit JobRow(const Text& name, const Text& nextRun = {});
+  // A filled row: every column, the status aside.
+  struct Filled {
+    Text name, nextTransfer, frequency, destination, dataSort, number, userName, days, nextRun;
+  };
+  explicit JobRow(const Filled& f);
 
   // Cell of column `column` (1-based); "" where the row has none.
-  Text Cell(int column) const {
-    const size_t i = static_cast<size_t>(column - 1);
-    return column >= 1 && i < cells.size() ? cells[i] : Text();
-  }
-  const Text& Name() const { return cells.front(); }
+  Text Cell(int column) const;
+  // The cells in column order; the name alone for a row without NextRun.
+  std::vector<Text> Cells() const;
+  bool HasCells() const { return filled_; }
+  Text Name() const { return Piece(kName); }
   Text Status() const { return Cell(kColStatus); }
-  Text Number() const { return Cell(kColNo); }
+  Text Number() const { return filled_ ? Piece(kNumber) : Text(); }
+  // The record's NextRun as the file gave it (the command line shows it as it stands).
+  Text NextRun() const { return Piece(kNextRun); }
+  void SetStatus(JobStatus s) { status_ = s; }
+
+ private:
+  enum PieceIndex : unsigned char {
+    kName,
+    kNextTransfer,
+    kFrequency,
+    kDestination,
+    kDataSort,
+    kNumber,
+    kUserName,
+    kDays,
+    kNextRun,
+    kPieces
+  };
+  void Append(PieceIndex i, const Text& piece);
+  Text Piece(PieceIndex i) const;
+
+  Text text_;
+  std::uint32_t ends_[kPieces] = {};
+  JobStatus status_ = JobStatus::None;
+  bool filled_ = false;
 };
 
 struct JobList {

@@ -1,7 +1,6 @@
 #include "jobs/frmManageScheduledJobs.h"
 
 #include "base/Guarded.h"
-#include "frame/KeepAnswering.h"
 #include "frame/Logs.h"
 #include "jobs/PluginRules.h"
 #include "kit/Design.h"
@@ -52,6 +51,7 @@ frmManageScheduledJobs::frmManageScheduledJobs(frame::AppState& app, kit::Ui& ui
   Sch_list_lv.SetFullRowSelect(true);
   Sch_list_lv.SetHideSelection(false);
   Sch_list_lv.SetToolTipText(u"Items scheduled for backup/restore");
+  Sch_list_lv.SetRowOwner(this);
   // Escape and Alt+C close whatever has the focus.
   SetKeyPreview(true);
   list_.changed = [this] { Mirror(); };
@@ -82,7 +82,7 @@ frmManageScheduledJobs::frmManageScheduledJobs(frame::AppState& app, kit::Ui& ui
       .Key(KeyStroke::Down, kit::kEnter, &S::Form_EnterDown)
       .Drag({&lblCapbar, &lblCaption})
       .On(Timer1.on.Timer, &S::Timer1_Timer)
-      .On(Sch_list_lv.on.ItemClick, &S::Sch_list_lv_ItemClick)
+      .On(Sch_list_lv.on.RowClick, &S::Sch_list_lv_ItemClick)
       .On(Sch_list_lv.on.DblClick, &S::Sch_list_lv_DblClick)
       .On(Sch_list_lv.on.KeyUp, &S::Sch_list_lv_KeyUp)
       // The six picture buttons behave alike: pressed picture under the left button,
@@ -104,26 +104,25 @@ void frmManageScheduledJobs::SetColumnHeaders() {
   for (const JobColumnSpec& c : kJobColumns) Sch_list_lv.AddColumn(c.caption, c.width);
 }
 
-// The list view, the line under it and the buttons as the JobList says.
+int frmManageScheduledJobs::RowCount() const { return static_cast<int>(list_.Count()); }
+
+// Sort-key terms: 0 is the row's text, the first column.
+Text frmManageScheduledJobs::RowCell(int row1, int sub) const {
+  const JobRow* row = list_.Row(row1);
+  return row == nullptr ? Text() : row->Cell(sub + 1);
+}
+
+// The list view, the line under it and the buttons as the JobList says. The list view
+// asks the JobList for its cells; it is told when the rows were rebuilt and which row is
+// marked, in one piece of news.
 void frmManageScheduledJobs::Mirror() {
-  // The host hears of the rows once, not once a cell: a file of many jobs would else
-  // cost time in the square of its length.
   kit::ListView::Batch batch(Sch_list_lv);
   if (mirroredFills_ != list_.fills) {
     mirroredFills_ = list_.fills;
-    Sch_list_lv.ClearRows();
-    for (const JobRow& row : list_.rows) {
-      if (Sch_list_lv.Count() % 256 == 0) frame::KeepAnswering(app_);
-      kit::ListItem& item = Sch_list_lv.AddRow(row.Name());
-      for (size_t i = 1; i < row.cells.size(); ++i)
-        item.SetSubItem(static_cast<int>(i), row.cells[i]);
-    }
+    Sch_list_lv.RowsChanged();
   }
-  if (list_.markedRow >= 1 && list_.markedRow <= Sch_list_lv.Count()) {
-    Sch_list_lv.Item(static_cast<int>(list_.markedRow)).SetSelected(true);
-  } else if (kit::ListItem* selected = Sch_list_lv.SelectedItem()) {
-    selected->SetSelected(false);
-  }
+  const bool marked = list_.markedRow >= 1 && list_.markedRow <= Sch_list_lv.Count();
+  Sch_list_lv.SelectRow(marked ? static_cast<int>(list_.markedRow) : 0);
   lblMsgProgres.SetCaption(list_.lblMsgProgres);
   for (kit::Picture* b : {&Pic_Edit, &Pic_Delete, &Pic_Imme, &Pic_Sttrf}) {
     b->SetEnabled(list_.buttonsEnabled);
@@ -201,9 +200,7 @@ void frmManageScheduledJobs::Timer1_Timer() {
                 frame::TraceFailure(app_, u"Error Reason :", Where(u"Timer1_Timer")));
 }
 
-void frmManageScheduledJobs::Sch_list_lv_ItemClick(kit::ListItem& item) {
-  ClickRow(app_, list_, item.Index());
-}
+void frmManageScheduledJobs::Sch_list_lv_ItemClick(int row1) { ClickRow(app_, list_, row1); }
 
 void frmManageScheduledJobs::Sch_list_lv_DblClick() { actions_.Sch_list_lv_DblClick(); }
 

@@ -30,7 +30,9 @@ inline constexpr unsigned kJobListRefreshMs = 60000;
 inline constexpr char16_t kJobListHelpTopic[] =
     u"QVWINHelp.chm::/Corvane_Tray_Icon/Using_Tray_Icon.htm";
 
-class frmManageScheduledJobs : public kit::Form {
+// The list view holds no rows of its own: it asks the JobList for the cells it draws, so
+// a schedule of many thousand jobs is held once by the screen.
+class frmManageScheduledJobs : public kit::Form, private kit::ListRows {
  public:
   frmManageScheduledJobs(frame::AppState& app, kit::Ui& ui, OpenEditorFn openEditor = {});
 
@@ -45,7 +47,7 @@ class frmManageScheduledJobs : public kit::Form {
   void SchcmdClose_Click();
   void Form_EnterDown();
   void Timer1_Timer();
-  void Sch_list_lv_ItemClick(kit::ListItem& item);
+  void Sch_list_lv_ItemClick(int row1);
   void Sch_list_lv_DblClick();
   void Sch_list_lv_KeyUp(kit::KeyArgs& args);
   // The pictures of the buttons: all to normal but button `under` (1 edit, 3 delete,
@@ -90,6 +92,8 @@ class frmManageScheduledJobs : public kit::Form {
   void Form_Unload(int& cancel) override;
 
  private:
+  int RowCount() const override;
+  Text RowCell(int row1, int sub) const override;
   void SetColumnHeaders();
   void Mirror();
   void CloseScreen();

@@ -149,6 +149,7 @@ struct ControlEvents {
   std::function<void(int& keyAscii)> KeyPress;
   std::function<void()> Timer;                   // Timer
   std::function<void(ListItem&)> ItemClick;      // ListView
+  std::function<void(int row1)> RowClick;        // ListView whose rows are its owner's
   std::function<void(ListItem&)> ItemCheck;      // ListView
   std::function<void(int column1)> ColumnClick;  // ListView, 1-based column
 };

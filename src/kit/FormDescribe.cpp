@@ -84,8 +84,15 @@ platform::UiControl FormHost::Describe(const Control& c, const std::function<voi
       const auto& lv = static_cast<const ListView&>(c);
       d.kind = platform::UiKind::ListView;
       for (const ListColumn& col : lv.Columns()) d.columns.push_back({col.caption, col.width});
-      d.rows.reserve(static_cast<std::size_t>(lv.Count()));
-      for (int i = 1; i <= lv.Count(); ++i) {
+      if (lv.OwnerRows()) {
+        // The rows stay with their owner; the host asks for a cell as it draws it.
+        d.rowSource = lv.RowSource();
+        d.rowCount = lv.Count();
+        d.selectedRow = lv.SelectedIndex();
+      } else {
+        d.rows.reserve(static_cast<std::size_t>(lv.Count()));
+      }
+      for (int i = 1; !lv.OwnerRows() && i <= lv.Count(); ++i) {
         if (meanwhile && i % 4096 == 0) meanwhile();
         const ListItem& item = lv.Item(i);
         platform::UiListRow row;
@@ -97,7 +104,7 @@ platform::UiControl FormHost::Describe(const Control& c, const std::function<voi
         row.image = item.IconKey();
         d.rows.push_back(std::move(row));
       }
-      d.checkboxes = lv.Checkboxes();
+      d.checkboxes = lv.Checkboxes() && !lv.OwnerRows();
       d.fullRowSelect = lv.FullRowSelect();
       d.hideSelection = lv.HideSelection();
       d.visibleRow = lv.VisibleRow();

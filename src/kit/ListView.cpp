@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "base/Guarded.h"
+#include "platform/UiProtocol.h"
+
 namespace kit {
 
 namespace {
@@ -82,8 +85,75 @@ Text ListItem::SortText(int key) const { return key == 0 ? text_ : SubItem(key);
 
 // ---- ListView ----------------------------------------------------------------
 
+// What the host holds of a list of the owner's rows. The host may keep it a little
+// longer than the list lives (until it destroys the window): the list lets go of it when
+// it goes, and a cell is then "". The host asks while it paints, where nothing may be
+// thrown: a cell that cannot be made is shown empty.
+class ListView::OwnerSource : public platform::UiListSource {
+ public:
+  explicit OwnerSource(const ListRows* rows) : rows_(rows) {}
+  void Forget() { rows_ = nullptr; }
+  Text Cell(int row0, int column0) const override {
+    if (rows_ == nullptr || row0 < 0 || column0 < 0 || row0 >= rows_->RowCount()) return Text();
+    // Not drawn this time: the owner's own fill traced what its rows failed on.
+    Text cell;
+    base::IgnoreFailure([&] { cell = rows_->RowCell(row0 + 1, column0); });
+    return cell;
+  }
+
+ private:
+  const ListRows* rows_;
+};
+
 ListView::ListView(Parent parent, Text name, Layout layout)
     : Control(parent, ControlKind::ListView, std::move(name), -1, layout) {}
+
+ListView::~ListView() {
+  if (source_) source_->Forget();
+}
+
+void ListView::SetRowOwner(const ListRows* rows) {
+  if (owner_ == rows) return;
+  if (source_) source_->Forget();
+  source_.reset();
+  rows_.clear();
+  owner_ = rows;
+  ownerSelected_ = 0;
+  visibleRow_ = 0;
+  if (owner_ != nullptr) source_ = std::make_shared<OwnerSource>(owner_);
+  ItemsChanged();
+}
+
+void ListView::RowsChanged() {
+  if (owner_ == nullptr) return;
+  if (ownerSelected_ > Count()) ownerSelected_ = 0;
+  if (visibleRow_ > Count()) visibleRow_ = 0;
+  ItemsChanged();
+}
+
+void ListView::SelectRow(int index1) {
+  if (index1 != 0) Slot(index1, static_cast<std::size_t>(Count()), "row index");
+  if (owner_ == nullptr) {
+    if (index1 != 0) {
+      Item(index1).SetSelected(true);
+    } else if (ListItem* selected = SelectedItem()) {
+      selected->SetSelected(false);
+    }
+    return;
+  }
+  if (ownerSelected_ == index1) return;
+  ownerSelected_ = index1;
+  ItemsChanged();
+}
+
+Text ListView::CellText(int index1, int sub) const {
+  if (sub < 0) throw std::out_of_range("sub-item index");
+  if (owner_ == nullptr) return Item(index1).SortText(sub);
+  Slot(index1, static_cast<std::size_t>(Count()), "row index");
+  return owner_->RowCell(index1, sub);
+}
+
+std::shared_ptr<const platform::UiListSource> ListView::RowSource() const { return source_; }
 
 void ListView::AddColumn(const Text& caption, double width) {
   columns_.push_back({caption, width});
@@ -115,6 +185,7 @@ void ListView::SetColumnWidth(int i, double width) {
 }
 
 ListItem& ListView::AddRow(const Text& text, const Text& key) {
+  if (owner_ != nullptr) throw std::logic_error("the rows are their owner's");
   if (!key.empty() && FindKey(key) != nullptr) throw std::invalid_argument("key is not unique");
   rows_.push_back(std::make_unique<ListItem>(*this, text, key));
   ListItem& item = *rows_.back();
@@ -137,7 +208,7 @@ void ListView::ClearRows() {
 }
 
 void ListView::EnsureVisible(int index1) {
-  Slot(index1, rows_.size(), "row index");
+  Slot(index1, static_cast<std::size_t>(Count()), "row index");
   visibleRow_ = index1;
   Touch(Aspect::Scroll);
 }
@@ -163,6 +234,7 @@ ListItem* ListView::SelectedItem() const {
 }
 
 int ListView::SelectedIndex() const {
+  if (owner_ != nullptr) return ownerSelected_;
   ListItem* item = SelectedItem();
   return item == nullptr ? 0 : IndexOf(*item);
 }
@@ -244,13 +316,18 @@ void ListView::EndBatch() noexcept {
 
 void ListView::UserClickRow(int index1) {
   if (!AcceptsInput() || index1 < 1 || index1 > Count()) return;
+  if (owner_ != nullptr) {
+    SelectRow(index1);
+    Invoke(on.RowClick, index1);
+    return;
+  }
   ListItem& item = Item(index1);
   item.SetSelected(true);
   Invoke(on.ItemClick, item);
 }
 
 void ListView::UserCheckRow(int index1, bool checked) {
-  if (!AcceptsInput() || index1 < 1 || index1 > Count()) return;
+  if (!AcceptsInput() || owner_ != nullptr || index1 < 1 || index1 > Count()) return;
   ListItem& item = Item(index1);
   item.SetChecked(checked);
   Invoke(on.ItemCheck, item);
@@ -273,6 +350,7 @@ void ListView::RestoreDesign() {
   columns_ = designColumns_;
   rows_.clear();
   visibleRow_ = 0;
+  ownerSelected_ = 0;
 }
 
 }  // namespace kit

@@ -11,7 +11,23 @@
 
 #include "kit/Control.h"
 
+namespace platform {
+class UiListSource;
+}
+
 namespace kit {
+
+// The rows of a list that stay with their owner, for a list of very many rows (the
+// screen's own model has them already): the list holds no items and asks for a cell only
+// when the host draws it or a caller reads it.
+class ListRows {
+ public:
+  virtual ~ListRows() = default;
+  virtual int RowCount() const = 0;
+  // The text of row `row1` (1-based) in sort-key terms: `sub` 0 the row's text, n
+  // sub-item n. Asked only for rows from 1 to RowCount().
+  virtual Text RowCell(int row1, int sub) const = 0;
+};
 
 class ListView;
 
@@ -83,7 +99,9 @@ class ListView : public Control {
   ListItem& AddRow(const Text& text, const Text& key = {});
   void RemoveRow(int index1);
   void ClearRows();
-  int Count() const { return static_cast<int>(rows_.size()); }
+  int Count() const {
+    return owner_ != nullptr ? owner_->RowCount() : static_cast<int>(rows_.size());
+  }
   ListItem& Item(int index1);
   const ListItem& Item(int index1) const;
   ListItem* FindKey(TextView key);
@@ -134,10 +152,29 @@ class ListView : public Control {
     ListView& list_;
   };
 
+  // Rows kept by their owner instead of items (null: back to items). While set, Count()
+  // is the owner's, there are no ListItems (Item() throws, SelectedItem() is null), the
+  // selection is a row number, a click on a row raises RowClick instead of ItemClick,
+  // and the control's sort and check marks do not apply. The owner calls RowsChanged()
+  // when its rows changed, as it would change items; it must outlive the setting.
+  void SetRowOwner(const ListRows* rows);
+  bool OwnerRows() const { return owner_ != nullptr; }
+  void RowsChanged();
+  // Selects row `index1` (0: none): an item list selects the item, a list of the owner's
+  // rows keeps the number. A number outside the list throws std::out_of_range.
+  void SelectRow(int index1);
+  // The text of a cell in either kind of list (`sub` as a sort key); a row outside the
+  // list throws std::out_of_range.
+  Text CellText(int index1, int sub) const;
+  // What the host asks for the cells of a list of the owner's rows; null for an item list.
+  std::shared_ptr<const platform::UiListSource> RowSource() const;
+
+  ~ListView() override;
   void SaveDesign() override;
   void RestoreDesign() override;
 
  private:
+  class OwnerSource;
   friend class ListItem;
   void RowChanged(ListItem& item, bool affectsSort);
   void ItemsChanged();
@@ -157,6 +194,9 @@ class ListView : public Control {
   std::vector<ListColumn> designColumns_;
   std::vector<std::unique_ptr<ListItem>> rows_;
   int visibleRow_ = 0;
+  const ListRows* owner_ = nullptr;
+  int ownerSelected_ = 0;
+  std::shared_ptr<OwnerSource> source_;
   int batch_ = 0;
   bool batchChanged_ = false;
 };

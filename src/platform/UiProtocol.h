@@ -5,6 +5,7 @@
 // forms never see a window handle. Sizes and positions are twips (1440 to the inch)
 // as the design gives them; the host maps them to pixels with its own scale.
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -91,6 +92,15 @@ struct UiListRow {
   bool operator==(const UiListRow&) const = default;
 };
 
+// The rows of a list that stay with the program (a list of very many rows): the host is
+// told their number and asks for a cell when it draws it or is asked for it. Rows and
+// columns count from 0 here, as the platform's list does; a cell outside the rows is "".
+class UiListSource {
+ public:
+  virtual ~UiListSource() = default;
+  virtual Text Cell(int row0, int column0) const = 0;
+};
+
 enum class UiDateFormat : int { LongDate = 0, ShortDate = 1, Time = 2, Custom = 3 };
 
 // One control. Every field is always filled; a kind reads the fields that mean
@@ -138,6 +148,11 @@ struct UiControl {
   // ListView; rows in the order they stand
   std::vector<UiListColumn> columns;
   std::vector<UiListRow> rows;
+  // With a source the rows stay with the program: `rows` is empty, `rowCount` rows are
+  // asked of the source, and `selectedRow` (from 1; 0 for none) is the selection.
+  std::shared_ptr<const UiListSource> rowSource;
+  int rowCount = 0;
+  int selectedRow = 0;
   bool checkboxes = false;
   bool fullRowSelect = true;
   bool hideSelection = false;

@@ -38,9 +38,9 @@ class FakeUiWorld : public UiWorld {
       seen.items = s.items;
       seen.listIndex = s.listIndex;
     }
-    for (const platform::UiListRow& row : s.rows) {
-      seen.items.push_back(row.text);
-      seen.rowImages.push_back(!row.image.empty());
+    for (int i = 0; i < c->second.RowCount(); ++i) {
+      seen.items.push_back(c->second.Cell(i, 0));
+      seen.rowImages.push_back(!s.rowSource && !s.rows[static_cast<size_t>(i)].image.empty());
       seen.rowsInView.push_back(true);  // the fake has no page: every row shows
     }
     return seen;

@@ -493,8 +493,11 @@ void Soak::PlayOn(UiHandle window, int depth) {
         }
         case platform::UiKind::ListView: {
           const auto kind = static_cast<platform::UiListWhat>(Pick(3));
-          const int rows = static_cast<int>(c.rows.size());
+          const auto& shown = fake_.ui.controls.at(h);
+          const int rows = shown.RowCount();
           const int index = static_cast<int>(Pick(static_cast<std::uint64_t>(rows) + 2));
+          // What the list draws is asked of the screen, as the Windows host asks.
+          static_cast<void>(shown.Cell(index - 1, static_cast<int>(Pick(10))));
           events->OnList(window, h, {kind, index, Chance(50)});
           if (kind == platform::UiListWhat::RowClick && Chance(30))
             events->OnMouse(window, h, {platform::UiMouse::DblClick, 1, 0, 10, 10});

@@ -127,9 +127,9 @@ class ConsolePrompts : public jobs::JobPrompts {
 // The cells of a "jobs" row: the list's, with the record's NextRun in place of the
 // shown date.
 std::vector<Text> JobCells(const jobs::JobRow& row) {
-  std::vector<Text> cells = row.cells;
+  std::vector<Text> cells = row.Cells();
   cells.resize(jobs::kJobColumnCount);
-  cells[jobs::kColNextTransfer - 1] = row.nextRun;
+  cells[jobs::kColNextTransfer - 1] = row.NextRun();
   return cells;
 }
 

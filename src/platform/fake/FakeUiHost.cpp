@@ -271,4 +271,24 @@ IUiEvents* FakeUiHost::Events(UiHandle window) const {
   return it == forms.end() ? nullptr : it->second.events;
 }
 
+int FakeUiHost::ControlRecord::RowCount() const {
+  return state.rowSource ? state.rowCount : static_cast<int>(state.rows.size());
+}
+
+Text FakeUiHost::ControlRecord::Cell(int row0, int column0) const {
+  if (row0 < 0 || row0 >= RowCount() || column0 < 0) return Text();
+  if (state.rowSource) return state.rowSource->Cell(row0, column0);
+  const UiListRow& row = state.rows[static_cast<std::size_t>(row0)];
+  if (column0 == 0) return row.text;
+  const auto sub = static_cast<std::size_t>(column0 - 1);
+  return sub < row.subItems.size() ? row.subItems[sub] : Text();
+}
+
+int FakeUiHost::ControlRecord::SelectedRow() const {
+  if (state.rowSource) return state.selectedRow;
+  for (std::size_t i = 0; i < state.rows.size(); ++i)
+    if (state.rows[i].selected) return static_cast<int>(i + 1);
+  return 0;
+}
+
 }  // namespace platform

@@ -91,6 +91,11 @@ class FakeUiHost : public IUiHost {
     int updates = 0;
     UiChange lastChanges = UiChange::None;
     std::vector<int> scrolledTo;  // a list's rows brought into view, in order
+    // What a list shows, its rows held or asked of their source as the Windows host asks
+    // when it draws; rows and columns from 0, "" outside the rows.
+    int RowCount() const;
+    Text Cell(int row0, int column0) const;
+    int SelectedRow() const;  // from 1; 0 for none
   };
   std::map<UiHandle, FormRecord> forms;
   std::map<UiHandle, ControlRecord> controls;

@@ -49,35 +49,47 @@ int Win32UiHost::RowImage(ControlRec& c, const Text& key) {
 }
 
 void Win32UiHost::FillDisplayInfo(ControlRec& c, LVITEMW& item) {
-  const auto& rows = c.state.rows;
-  if (item.iItem < 0 || static_cast<std::size_t>(item.iItem) >= rows.size()) return;
-  const UiListRow& row = rows[static_cast<std::size_t>(item.iItem)];
+  const UiControl& s = c.state;
+  const int count = s.rowSource ? s.rowCount : static_cast<int>(s.rows.size());
+  if (item.iItem < 0 || item.iItem >= count) return;
+  const UiListRow* row = s.rowSource ? nullptr : &s.rows[static_cast<std::size_t>(item.iItem)];
   if ((item.mask & LVIF_TEXT) != 0 && item.pszText != nullptr && item.cchTextMax > 0) {
-    const std::size_t sub = item.iSubItem < 0 ? 0 : static_cast<std::size_t>(item.iSubItem);
-    const Text* text = sub == 0                        ? &row.text
-                       : sub - 1 < row.subItems.size() ? &row.subItems[sub - 1]
-                                                       : nullptr;
+    const int column = item.iSubItem < 0 ? 0 : item.iSubItem;
+    // A list whose rows stay with the program is asked for the one cell it draws.
+    Text asked;
+    const std::size_t sub = static_cast<std::size_t>(column);
+    const Text* text = nullptr;
+    if (row == nullptr) {
+      asked = s.rowSource->Cell(item.iItem, column);
+      text = &asked;
+    } else {
+      text = sub == 0                         ? &row->text
+             : sub - 1 < row->subItems.size() ? &row->subItems[sub - 1]
+                                              : nullptr;
+    }
     const std::size_t n =
         text == nullptr ? 0 : std::min(text->size(), static_cast<std::size_t>(item.cchTextMax - 1));
     if (n > 0) std::copy_n(Wide(*text), n, item.pszText);
     item.pszText[n] = L'\0';
   }
-  if ((item.mask & LVIF_IMAGE) != 0 && item.iSubItem == 0) item.iImage = RowImage(c, row.image);
+  if ((item.mask & LVIF_IMAGE) != 0 && item.iSubItem == 0)
+    item.iImage = row == nullptr ? I_IMAGENONE : RowImage(c, row->image);
 }
 
 // A list of the rows' owner: the count, a repaint of what shows, and the selection.
 void Win32UiHost::ApplyOwnedRows(ControlRec& c) {
   const UiControl& s = c.state;
   HWND hwnd = c.hwnd.Get();
-  const int count = static_cast<int>(s.rows.size());
+  const int count = s.rowSource ? s.rowCount : static_cast<int>(s.rows.size());
   if (!c.listBuilt || ListView_GetItemCount(hwnd) != count) {
     ListView_SetItemCountEx(hwnd, count, LVSICF_NOSCROLL);
     c.shownSelected = -1;
     c.listBuilt = true;
   }
-  int selected = -1;
-  for (int i = 0; i < count && selected < 0; ++i)
+  int selected = s.rowSource ? s.selectedRow - 1 : -1;
+  for (int i = 0; !s.rowSource && i < count && selected < 0; ++i)
     if (s.rows[static_cast<std::size_t>(i)].selected) selected = i;
+  if (selected >= count) selected = -1;
   if (selected != c.shownSelected) {
     ListView_SetItemState(hwnd, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
     if (selected >= 0) {

@@ -28,8 +28,8 @@ TEST_F(JobListTest, TheRowsAndTheOneStatus) {
   const std::vector<Text> docs = {u"Documents", u"3/25/2013",   u"Weekly",
                                   u"",          u"My Corvane/", u"201303250641",
                                   u"3",         u"jsmith",      u"Monday"};
-  EXPECT_EQ(list.rows[0].cells, docs);
-  EXPECT_EQ(list.rows[0].nextRun, u"03-25-2013 6:41:00");
+  EXPECT_EQ(list.rows[0].Cells(), docs);
+  EXPECT_EQ(list.rows[0].NextRun(), u"03-25-2013 6:41:00");
   // The job with the smallest key is the one running; the line under the list names it.
   EXPECT_EQ(list.rows[1].Status(), u"In Progress");
   EXPECT_EQ(list.rows[1].Cell(jobs::kColFrequency), u"Daily");
@@ -71,10 +71,10 @@ TEST_F(JobListTest, EmptyNextRunAndBadDates) {
   Refresh();
   ASSERT_EQ(list.Count(), 3);
   // The name only: no cells, no number, and so no status even if it sorted first.
-  EXPECT_EQ(list.rows[0].cells, std::vector<Text>{u"Bare"});
+  EXPECT_EQ(list.rows[0].Cells(), std::vector<Text>{u"Bare"});
   EXPECT_EQ(list.rows[0].Number(), u"");
   // A NextRun that is no date ends its row after the name; the next row is filled.
-  EXPECT_EQ(list.rows[1].cells, std::vector<Text>{u"Bad"});
+  EXPECT_EQ(list.rows[1].Cells(), std::vector<Text>{u"Bad"});
   EXPECT_TRUE(TraceMentions(u"in procedure FillListView of Form SchedulerFrm"));
   EXPECT_EQ(list.rows[2].Number(), u"3");
 }

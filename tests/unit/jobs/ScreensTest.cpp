@@ -34,10 +34,10 @@ TEST_F(ManageScreenTest, WhatTheActivationShows) {
   EXPECT_EQ(lv.Column(3).width, 0);
   EXPECT_EQ(lv.Column(9).caption, u"Scheduled day(s)");
   ASSERT_EQ(lv.Count(), 2);
-  EXPECT_EQ(lv.Item(2).GetText(), u"Photos");
-  EXPECT_EQ(lv.Item(2).SubItem(3), u"In Progress");
-  EXPECT_EQ(lv.Item(2).SubItem(6), u"5");
-  EXPECT_TRUE(lv.Item(1).Selected());
+  EXPECT_EQ(lv.CellText(2, 0), u"Photos");
+  EXPECT_EQ(lv.CellText(2, 3), u"In Progress");
+  EXPECT_EQ(lv.CellText(2, 6), u"5");
+  EXPECT_EQ(lv.SelectedIndex(), 1);
   EXPECT_EQ(form.lblMsgProgres.Caption(),
             u"Scheduled backup (username : jsmith) for the Backup set : 'Photos' is in progress.");
   EXPECT_TRUE(form.Pic_Edit.Enabled());
@@ -113,9 +113,9 @@ TEST_F(ManageScreenTest, TheListsInputAndTheTimer) {
   // The engine ends the job; a minute later the list says so by itself.
   PutSchedule(u"0", {kDocs, kRunning});
   form.Timer1.Fire();
-  EXPECT_EQ(form.Sch_list_lv.Item(2).SubItem(3), u"");
+  EXPECT_EQ(form.Sch_list_lv.CellText(2, 3), u"");
   EXPECT_EQ(form.lblMsgProgres.Caption(), u"");
-  EXPECT_TRUE(form.Sch_list_lv.Item(2).Selected());
+  EXPECT_EQ(form.Sch_list_lv.SelectedIndex(), 2);
   // Enter on the list does not close the screen; Escape does.
   kit::KeyArgs enter{13, 0};
   form.DeliverKeyDown(enter);

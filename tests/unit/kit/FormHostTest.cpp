@@ -4,7 +4,9 @@
 // told and lets the test play the user through the same calls.
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <stdexcept>
+#include <vector>
 
 #include "base/Guarded.h"
 #include "base/Text.h"
@@ -621,6 +623,86 @@ TEST(FormHostLongLists, AListOfManyRowsLetsTheHostAnswerWhileItIsDescribedAndHan
   const int atList = host.answerCalls;
   form.lblStatus.SetCaption(u"Done");
   EXPECT_EQ(host.answerCalls, atList);
+}
+
+// Rows of a screen's own model, which the list asks for cell by cell.
+struct Squares : kit::ListRows {
+  int n = 0;
+  int RowCount() const override { return n; }
+  Text RowCell(int row1, int sub) const override {
+    if (row1 == 13 && sub == 1) throw std::runtime_error("no square today");
+    const Text number = base::FromNumber(row1);
+    return sub == 0 ? number : number + u"^2=" + base::FromNumber(1LL * row1 * row1);
+  }
+};
+
+class frmOwned : public kit::Form {
+ public:
+  explicit frmOwned(const kit::ListRows& rows) : Form(u"frmOwned", {0, 0, 4000, 3000}, u"Owned") {
+    lv.SetRowOwner(&rows);
+    lv.on.RowClick = [this](int row1) { clicked.push_back(row1); };
+  }
+  kit::ListView lv{*this, u"lv", {0, 0, 3000, 2000}};
+  std::vector<int> clicked;
+
+ protected:
+  void Form_Load() override {
+    lv.AddColumn(u"Number", 1000);
+    lv.AddColumn(u"Square", 2000);
+  }
+};
+
+TEST(FormHostOwnerRows, TheHostAsksTheOwnerForCellsAndKeepsNoRowsOfItsOwn) {
+  platform::FakeUiHost host;
+  Squares rows;
+  rows.n = 200000;
+  auto form = std::make_unique<frmOwned>(rows);
+  kit::HostedUi ui{host};
+  ui.Show(*form);
+  const UiHandle handle = ui.Forms().HandleOf(form->lv);
+  const auto& shown = host.controls.at(handle);
+  EXPECT_TRUE(shown.state.rows.empty());
+  EXPECT_FALSE(shown.state.checkboxes);
+  EXPECT_EQ(shown.RowCount(), 200000);
+  EXPECT_EQ(shown.Cell(199999, 1), u"200000^2=40000000000");
+  EXPECT_EQ(shown.Cell(200000, 0), u"") << "beyond the rows";
+  EXPECT_EQ(shown.Cell(12, 1), u"") << "a cell the owner cannot make is drawn empty";
+  EXPECT_EQ(form->lv.CellText(13, 0), u"13");
+  EXPECT_THROW(form->lv.CellText(200001, 0), std::out_of_range);
+
+  // Selection by the program and by the user, and one piece of news for a batch.
+  const int updates = shown.updates;
+  {
+    kit::ListView::Batch batch(form->lv);
+    rows.n = 5;
+    form->lv.RowsChanged();
+    form->lv.SelectRow(2);
+  }
+  EXPECT_EQ(shown.updates, updates + 1);
+  EXPECT_EQ(shown.RowCount(), 5);
+  EXPECT_EQ(shown.SelectedRow(), 2);
+  host.Events(ui.Forms().WindowOf(*form))
+      ->OnList(ui.Forms().WindowOf(*form), handle, {platform::UiListWhat::RowClick, 4, false});
+  EXPECT_EQ(form->clicked, std::vector<int>{4});
+  EXPECT_EQ(form->lv.SelectedIndex(), 4);
+  EXPECT_EQ(shown.SelectedRow(), 4);
+  EXPECT_THROW(form->lv.SelectRow(6), std::out_of_range);
+  // Fewer rows than the selected one: no selection, as when rows are removed.
+  rows.n = 3;
+  form->lv.RowsChanged();
+  EXPECT_EQ(form->lv.SelectedIndex(), 0);
+  EXPECT_EQ(shown.SelectedRow(), 0);
+
+  // Such a list has no items to hand out or add.
+  EXPECT_EQ(form->lv.SelectedItem(), nullptr);
+  EXPECT_THROW(form->lv.Item(1), std::out_of_range);
+  EXPECT_THROW(form->lv.AddRow(u"extra"), std::logic_error);
+
+  // A host that keeps the source past the list's life reads nothing from the gone owner.
+  const auto source = shown.state.rowSource;
+  form.reset();
+  ASSERT_NE(source, nullptr);
+  EXPECT_EQ(source->Cell(0, 0), u"");
 }
 
 }  // namespace
