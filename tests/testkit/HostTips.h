@@ -20,7 +20,8 @@ inline std::optional<ShownTip> RightClickTip(platform::FakeUiHost& host, const b
   const platform::UiHandle window = host.FindForm(form);
   const platform::UiHandle target = host.FindControl(window, control);
   if (window == 0 || target == 0) return std::nullopt;
-  host.Events(window)->OnMouse(window, target, {platform::UiMouse::Up, /* the right button */ 2, 0, 60, 60});
+  host.Events(window)->OnMouse(window, target,
+                               {platform::UiMouse::Up, /* the right button */ 2, 0, 60, 60});
   if (host.tips.size() != 1) return std::nullopt;
   const platform::UiTip& tip = host.tips.begin()->second.tip;
   return ShownTip{tip.text, tip.tool};

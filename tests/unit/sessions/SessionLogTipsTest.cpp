@@ -25,11 +25,13 @@ TEST_F(SessionLogTipsTest, EachControlShowsItsOwnTextOnTheRightClick) {
   struct Case {
     Text clicked, tool, text;
   } const cases[] = {
-      {u"lbl_cmdView", u"cmdView", u"View the log file of the selected \r\nbackup or restore session "},
+      {u"lbl_cmdView", u"cmdView",
+       u"View the log file of the selected \r\nbackup or restore session "},
       {u"lbl_cmdDelete", u"cmdDelete",
        u"Delete the log file of the selected backup \r\nor restore session"},
       {u"lbl_cmdCloseSessionLog", u"cmdCloseSessionLog", u"Exit this screen"},
-      {u"chkSelectAll", u"chkSelectAll", u"Select all the backup and restore \r\nsession log entries "},
+      {u"chkSelectAll", u"chkSelectAll",
+       u"Select all the backup and restore \r\nsession log entries "},
   };
   const platform::UiHandle window = fake.ui.FindForm(u"frmSessionLog");
   for (const Case& c : cases) {
