@@ -6,7 +6,8 @@
 #  1. Windows-only names (Windows SDK headers, wchar_t, L"" / L'' literals) are
 #     used outside src/platform/win32/ and src/app/. The logic must build and be
 #     tested natively, so it may not lean on them. tests/e2e/ holds Windows-only
-#     drivers (bench/startup/ the start-up benchmark's programs) and tools/ is not checked.
+#     drivers (bench/startup/ the start-up benchmark's programs), and tools/ is
+#     held to rules 3 and 4 alone.
 #  2. A layer includes a header of a layer that is not below it: one above it, or a
 #     sibling. The layers and their dependencies are read from the qv_layer(...)
 #     lines of the top CMakeLists.txt, so a header-only include is caught before it
@@ -22,10 +23,10 @@
 #     different. This rule covers tools/ as well.
 #  4. A handle or interface given back by hand: CloseHandle, DeleteObject,
 #     DestroyIcon, SysFreeString, WinHttpCloseHandle, RegCloseKey or ->Release()
-#     outside the holders of src/platform/win32/Win32Handles.h, in src/ and tests/
-#     (the end-to-end drivers include the holders too). The interfaces' own
-#     CloseHandle (a handle its caller owns, closed on request) are the two calls
-#     allowed by name below.
+#     outside the holders of src/platform/win32/Win32Handles.h, in src/, tests/,
+#     tools/ and bench/ (the end-to-end drivers, tools and benchmarks include the
+#     holders too). The interfaces' own CloseHandle (a handle its caller owns,
+#     closed on request) are the two calls allowed by name below.
 # Comments and the contents of string literals are ignored.
 use strict;
 use warnings;
@@ -92,13 +93,13 @@ for my $layer (keys %deps) {
 
 # --- files ------------------------------------------------------------------
 my @files;
-my %handlersOnly;  # files checked for empty handlers alone
+my %toolsOnly;  # files of tools/: checked for empty handlers and releases alone
 for my $dir (qw(src tests bench tools)) {
   next unless -d "$root/$dir";
   find({ no_chdir => 1, wanted => sub {
     return unless -f && /\.(?:h|hh|hpp|hxx|c|cc|cpp|cxx|inl|ipp)$/;
     push @files, $File::Find::name;
-    $handlersOnly{$File::Find::name} = 1 if $dir eq 'tools';
+    $toolsOnly{$File::Find::name} = 1 if $dir eq 'tools';
   } }, "$root/$dir");
 }
 @files = sort @files;
@@ -183,9 +184,8 @@ for my $path (@files) {
     my $what = $1 =~ /^catch/ ? 'empty catch block' : 'empty ErrorInfo handler';
     problem($rel, $at, "$what: pass a failure over with base::IgnoreFailure or trace it");
   }
-  next if $handlersOnly{$path};
-
-  my $windowsAllowed = $rel =~ m{^src/(?:platform/win32|app)/} || $rel =~ m{^(?:tests/e2e|bench/startup)/};
+  my $windowsAllowed = $toolsOnly{$path} || $rel =~ m{^src/(?:platform/win32|app)/}
+                    || $rel =~ m{^(?:tests/e2e|bench/startup)/};
   my ($layer) = $rel =~ m{^src/(\w+)/};
   my $layerChecked = defined $layer && exists $deps{$layer} && $rel !~ m{^src/platform/win32/};
   my $srcRel = $rel =~ s{^src/}{}r;
@@ -212,7 +212,7 @@ for my $path (@files) {
       $used{$layer}{$1} = 1 if $layerChecked && $inc =~ m{^(\w+)/} && exists $deps{$1};
     }
     my $b = $bareLines[$i] // '';
-    my $what = $rel =~ m{^(?:src|tests)/} ? rawRelease($b) : undef;
+    my $what = $rel =~ m{^(?:src|tests|tools|bench)/} ? rawRelease($b) : undef;
     if (defined $what) {
       my $allowed = $releaseAllowed{$rel};
       problem($rel, $n, "$what by hand: hold it in a holder of src/platform/win32/Win32Handles.h")

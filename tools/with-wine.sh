@@ -155,11 +155,14 @@ fi
 # its timeout while other tests keep the desktop busy. tools/wine/keep-desktop.cpp
 # stays on the desktop for the whole run, its output detached.
 keepDesktop() {
-  local src exe ready
-  src="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)/wine/keep-desktop.cpp"
+  local tools src exe ready
+  tools="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
+  src="$tools/wine/keep-desktop.cpp"
   exe="$prefix/qv-keep-desktop.exe"
   if [ ! -f "$exe" ] || [ "$src" -nt "$exe" ]; then
-    x86_64-w64-mingw32-g++-posix -O2 -s -static -mwindows -o "$exe.tmp" "$src" \
+    # The product's handle holders (a header of src/) own what it opens.
+    x86_64-w64-mingw32-g++-posix -std=c++20 -O2 -s -static -mwindows -I "$tools/../src" \
+      -o "$exe.tmp" "$src" \
       || { log "could not build $src"; return 1; }
     mv "$exe.tmp" "$exe"
   fi

@@ -14,6 +14,7 @@
 #include <initializer_list>
 
 #include "FloorTray.h"
+#include "platform/win32/Win32Handles.h"
 
 namespace {
 
@@ -69,8 +70,8 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
       if (child.kind == Kind::Bar) SetWindowTheme(c, L" ", L" ");
     }
   }
-  BSTR name = SysAllocString(L"Floor controls");
-  SysFreeString(name);
+  // The automation allocator, used once as the monitor uses it before its window.
+  platform::win32::UniqueBstr(SysAllocString(L"Floor controls")).Reset();
   RunInTray(window, L"Floor controls", show);
   if (SUCCEEDED(com)) CoUninitialize();
   return 0;

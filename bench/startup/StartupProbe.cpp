@@ -12,6 +12,8 @@
 #include <cstdio>
 #include <string>
 
+#include "platform/win32/Win32Handles.h"
+
 namespace {
 
 struct Search {
@@ -49,6 +51,7 @@ int Window(const std::wstring& exe, const std::wstring& word) {
     std::fprintf(stderr, "probe: cannot start %ls (%lu)\n", exe.c_str(), GetLastError());
     return 1;
   }
+  const platform::win32::UniqueHandle process(pi.hProcess), thread(pi.hThread);
   Search search{pi.dwProcessId, false};
   double ms = -1;
   for (;;) {
@@ -58,18 +61,16 @@ int Window(const std::wstring& exe, const std::wstring& word) {
       ms = Ms(start, now, frequency);
       break;
     }
-    if (Ms(start, now, frequency) > 30000 || WaitForSingleObject(pi.hProcess, 0) == 0) break;
+    if (Ms(start, now, frequency) > 30000 || WaitForSingleObject(process.Get(), 0) == 0) break;
     Sleep(1);
   }
   Sleep(2000);
   PROCESS_MEMORY_COUNTERS memory{};
   memory.cb = sizeof(memory);
-  GetProcessMemoryInfo(pi.hProcess, &memory, sizeof(memory));
+  GetProcessMemoryInfo(process.Get(), &memory, sizeof(memory));
   std::printf("window_ms=%.1f working_set_kb=%zu\n", ms, memory.WorkingSetSize / 1024);
-  TerminateProcess(pi.hProcess, 0);
-  WaitForSingleObject(pi.hProcess, 10000);
-  CloseHandle(pi.hThread);
-  CloseHandle(pi.hProcess);
+  TerminateProcess(process.Get(), 0);
+  WaitForSingleObject(process.Get(), 10000);
   return ms < 0 ? 1 : 0;
 }
 

@@ -10,7 +10,9 @@
 namespace account {
 
 namespace {
-const char16_t* OkFace(bool hover) { return hover ? u"button_OK_ovr" : u"button_OK_enb"; }
+// OK's own skins, normal and lit.
+constexpr const char16_t* kOkNormal = u"button_OK_enb";
+constexpr const char16_t* kOkHover = u"button_OK_ovr";
 }  // namespace
 
 AboutQVWIN::AboutQVWIN(frame::AppState& app, kit::Ui& ui)
@@ -34,26 +36,16 @@ AboutQVWIN::AboutQVWIN(frame::AppState& app, kit::Ui& ui)
       .Key(kit::KeyStroke::Up, kit::Alt('O'), &S::lblcopy_Click)
       .Key(kit::KeyStroke::Up, kit::kEscape, &S::lblcopy_Click)
       .Key(kit::KeyStroke::Down, kit::kEnter, &S::lblcopy_Click)
-      .Drag({this, &lblCapbar, &LblAppCaption});
-  // OK has a face of its own, narrower than the standard buttons': the pointer over
-  // it (or its label) shows "button_OK_ovr", anywhere else "button_OK_enb".
-  auto over = [this](const kit::MouseArgs&) { ShowOkFace(true); };
-  auto away = [this](const kit::MouseArgs&) { ShowOkFace(false); };
-  lblcopy.on.MouseMove = over;
-  lblcopy.Lbl().on.MouseMove = over;
-  picbkgrd.on.MouseMove = away;
-  on.MouseMove = away;
-}
-
-void AboutQVWIN::ShowOkFace(bool hover) {
-  if (!lblcopy.Enabled() || lblcopy.SkinState() == kit::kSkinDisabled) return;
-  const int state = hover ? kit::kSkinHover : kit::kSkinNormal;
-  if (lblcopy.SkinState() == state && lblcopy.PictureKey() == OkFace(hover)) return;
-  kit::ApplySkin(lblcopy, state, OkFace(hover));
+      .Drag({this, &lblCapbar, &LblAppCaption})
+      // OK has a face of its own, narrower than the standard buttons': the pointer
+      // over it (or its label) shows it lit, anywhere else (the background picture
+      // covers the form) normal.
+      .Hover({&lblcopy}, kOkNormal, kOkHover)
+      .HoverAway({&picbkgrd});
 }
 
 void AboutQVWIN::Form_Load() {
-  kit::ApplySkin(lblcopy, kit::kSkinNormal, OkFace(false));
+  kit::ApplySkin(lblcopy, kit::kSkinNormal, kOkNormal);
   picbkgrd.SetPictureKey(app_.AppTitle != kit::kDefaultAppTitle ? u"qv_cust_about_us"
                                                                 : u"qv_about_us");
   imglogo.SetPictureKey(u"qv_logo_monitor");

@@ -14,8 +14,6 @@ class AboutQVWIN : public kit::Form {
 
   void lblcopy_Click();  // the OK button, in spite of its name
   void lblshortclose_Click();
-  // The OK button's own skin, hover or normal.
-  void ShowOkFace(bool hover);
 
   // The background holds every other control.
   kit::Picture picbkgrd{*this, u"picbkgrd", {0, 0, 6750, 4950}, u"qv_about_us"};

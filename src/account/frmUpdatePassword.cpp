@@ -29,7 +29,6 @@ frmUpdatePassword::frmUpdatePassword(frame::AppState& app, kit::Ui& ui)
   txtUserName.SetToolTipText(u"Enter the username");
   txtPassword.SetToolTipText(u"Enter the password");
   txtPassword.SetPasswordChar(u'*');
-  txtPassword.on.Change = [this] { txtPassword_Change(); };
 
   using S = frmUpdatePassword;
   SetTipTexts(kAccountTips);
@@ -37,6 +36,7 @@ frmUpdatePassword::frmUpdatePassword(frame::AppState& app, kit::Ui& ui)
       .TabOrder({&txtUserName, &txtPassword, &cmdUpdate, &cmdClear, &Picture1, &Picture2})
       .Press(cmdUpdate, &S::cmdUpdate_Click)
       .Press(cmdClear, &S::cmdClear_Click)
+      .On(txtPassword.on.Change, &S::txtPassword_Change)
       .Press(Picture1, &S::Picture1_Click)
       .Press(Picture2, &S::Picture2_Click)
       .Key(kit::KeyStroke::Up, kit::Alt('A'), &S::cmdUpdate_Click)

@@ -121,7 +121,9 @@ void ClearStaleStateWord(AppState& app) {
         const Text word = StateWord(app);
         if (word != kWordRunning && word != kWordStopAsked) return;
         const Text status = app.ActiveEngine ? app.ActiveEngine->GetServiceStatus() : Text();
-        if (status != u"Running") jobstore::SetStateWord(app, app.ScheduleFilePath, kWordIdle);
+        // The write traces its own failure.
+        if (status != u"Running")
+          static_cast<void>(jobstore::SetStateWord(app, app.ScheduleFilePath, kWordIdle));
       },
       [&](const base::ErrorInfo& e) {
         frame::TraceError(app, u"Error obtaining the service status: ", e);

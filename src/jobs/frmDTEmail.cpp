@@ -98,16 +98,10 @@ frmDTEmail::frmDTEmail(frame::AppState& app, kit::Ui& ui)
       .Key(kit::KeyStroke::Up, kit::kEscape, &S::Sch_Start4_Cancel_Click)
       .Key(kit::KeyStroke::Up, kit::Alt('C'), &S::Sch_Start4_Next_Click)
       .Drag({this, &lblCapbar})
-      .Hover({&Sch_Start4_Next});
-
-  // The pointer over a picture button shows its "_ove" picture, over the form all go
-  // back to "_gen"; a disabled one keeps "_dis".
-  for (kit::Picture* p : {&Pic_Delete, &Pic_Refresh, &Pic_Sttrf})
-    p->on.MouseMove = [this, p](const kit::MouseArgs&) { HoverPictures(p); };
-  on.MouseMove = [this, formMove = on.MouseMove](const kit::MouseArgs& a) {
-    if (formMove) formMove(a);
-    HoverPictures(nullptr);
-  };
+      .Hover({&Sch_Start4_Next})
+      // The pointer over a picture button shows its "_ove" picture, over the form all
+      // go back to "_gen"; a disabled one keeps "_dis".
+      .HoverFaces(pictures_);
 
   ed_.host.message = [this](const Text& text, int icon, int buttons) {
     return Ask(text, icon, buttons);
@@ -193,16 +187,6 @@ void frmDTEmail::Form_Unload(int&) { ui_.Tips().Remove(); }
 void frmDTEmail::SetPictureEnabled(kit::Picture& picture, const Text& stem, bool enabled) {
   picture.SetPictureKey(stem + (enabled ? u"_gen" : u"_dis"));
   picture.SetEnabled(enabled);
-}
-
-void frmDTEmail::HoverPictures(const kit::Picture* over) {
-  const std::pair<kit::Picture*, const char16_t*> pictures[] = {
-      {&Pic_Delete, u"del"}, {&Pic_Refresh, u"ref"}, {&Pic_Sttrf, u"stop"}};
-  for (const auto& [picture, stem] : pictures) {
-    if (!picture->Enabled()) continue;
-    const Text want = Text(stem) + (picture == over ? u"_ove" : u"_gen");
-    if (picture->PictureKey() != want) picture->SetPictureKey(want);
-  }
 }
 
 void frmDTEmail::CheckForRecords() {

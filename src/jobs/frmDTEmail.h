@@ -8,6 +8,7 @@
 #include "jobs/DTEmailRules.h"
 #include "jobs/ScheduleEditorModel.h"
 #include "kit/Controls.h"
+#include "kit/Design.h"
 #include "kit/Form.h"
 #include "kit/ListView.h"
 #include "kit/Ui.h"
@@ -162,7 +163,6 @@ class frmDTEmail : public kit::Form {
   void SelectRecord(const Text& recordNo);
   kit::Picture& DayButtonAt(int index);
   void SetPictureEnabled(kit::Picture& picture, const Text& stem, bool enabled);
-  void HoverPictures(const kit::Picture* over);
   int Ask(const Text& text, int icon, int buttons);
 
   frame::AppState& app_;
@@ -175,6 +175,11 @@ class frmDTEmail : public kit::Form {
   bool saving_ = false;       // the main button's save is under way
   bool unloadAsked_ = false;  // and asked for the unload
   long nextJobIndex_ = 0;
+  // The picture buttons follow the pointer alone ("del" gives del_gen, del_ove and
+  // del_dis; they have no pressed face).
+  kit::PictureFaces pictures_{
+      {{&Pic_Delete, u"del"}, {&Pic_Refresh, u"ref"}, {&Pic_Sttrf, u"stop"}},
+      {u"_gen", u"_ove", u"_gen", u"_dis"}};
 };
 
 }  // namespace jobs

@@ -95,7 +95,9 @@ void ScheduleFileEdit::Append(const Text& line) {
 
 void ScheduleFileEdit::Put(ScheduleRecord& record, bool bNoSch) {
   Delete(record.RecordNo);
-  record.EngineFlag = u"0";
+  // Moved in as a Text: the optimised Windows build (g++ 12) takes the literal's
+  // assignment here for an overlapping copy and warns (-Wrestrict) where none is.
+  record.EngineFlag = Text(u"0");
   if (!bNoSch) Append(BuildScheduleLine(record));
 }
 

@@ -210,19 +210,19 @@ class Design {
   // (the skinned buttons of the group are left as they are); the focus shows the
   // hover face and its loss the normal one. The pointer over the form, or over a
   // skinned button of the group, puts every picture back to normal.
-  Design& Faces(const PictureFaces& faces) {
-    HoverGroup& group = Group();
-    if (group.faces != nullptr) throw std::logic_error(Where(form_) + ": faces bound twice");
-    group.faces = &faces;
-    for (const PictureFaces::Entry& e : faces.Entries()) {
-      Picture* p = e.picture;
-      const PictureFaces* all = &faces;
-      Bind(*p, p->on.MouseDown, "MouseDown", [all, p](const MouseArgs& a) {
-        if (a.button == kLeftButton) all->Show(*p, Face::Down);
-      });
-      Bind(*p, p->on.MouseMove, "MouseMove", [g = hover_, p](const MouseArgs&) { g->Light(p); });
-      Bind(*p, p->on.GotFocus, "GotFocus", [all, p] { all->Show(*p, Face::Over); });
-      Bind(*p, p->on.LostFocus, "LostFocus", [all, p] { all->Show(*p, Face::Normal); });
+  Design& Faces(const PictureFaces& faces) { return BindFaces(faces, true); }
+
+  // The same pictures with the pointer alone: the hover face under it, the normal one
+  // elsewhere; a press or the focus leaves the face as it is.
+  Design& HoverFaces(const PictureFaces& faces) { return BindFaces(faces, false); }
+
+  // Controls that cover the form (a background picture): the pointer over them puts
+  // the hover group back to normal, as over the form itself.
+  Design& HoverAway(std::initializer_list<Control*> areas) {
+    Group();
+    for (Control* area : areas) {
+      Bind(*area, area->on.MouseMove, "MouseMove",
+           [g = hover_](const MouseArgs&) { g->Light(nullptr); });
     }
     return *this;
   }
@@ -312,6 +312,24 @@ class Design {
       }
     }
     form_.AddKey(std::move(rule));
+    return *this;
+  }
+
+  Design& BindFaces(const PictureFaces& faces, bool pressAndFocus) {
+    HoverGroup& group = Group();
+    if (group.faces != nullptr) throw std::logic_error(Where(form_) + ": faces bound twice");
+    group.faces = &faces;
+    for (const PictureFaces::Entry& e : faces.Entries()) {
+      Picture* p = e.picture;
+      const PictureFaces* all = &faces;
+      Bind(*p, p->on.MouseMove, "MouseMove", [g = hover_, p](const MouseArgs&) { g->Light(p); });
+      if (!pressAndFocus) continue;
+      Bind(*p, p->on.MouseDown, "MouseDown", [all, p](const MouseArgs& a) {
+        if (a.button == kLeftButton) all->Show(*p, Face::Down);
+      });
+      Bind(*p, p->on.GotFocus, "GotFocus", [all, p] { all->Show(*p, Face::Over); });
+      Bind(*p, p->on.LostFocus, "LostFocus", [all, p] { all->Show(*p, Face::Normal); });
+    }
     return *this;
   }
 

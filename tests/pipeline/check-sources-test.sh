@@ -191,5 +191,32 @@ put tests/e2e/Probe.cpp '#include <windows.h>
 void A(HANDLE process) { platform::win32::UniqueHandle held(process); list.CloseHandle(process); }'
 expect "a holder and an interface's CloseHandle in a test" pass "0 problems"
 
+# Handles and interfaces are given back by their holders, in the product, the tools
+# and the benchmarks alike; a method of the same name is not a release.
+newTree
+put src/platform/win32/Win32Clock.cpp '#include <windows.h>
+void A(HKEY k) { if (k) ::RegCloseKey(k); }'
+put tools/engine-sim/Sim.cpp '#include <windows.h>
+void B(HANDLE h, IUnknown* p) {
+  CloseHandle(h);
+  p -> Release();
+}'
+put bench/startup/Probe.cpp '#include <windows.h>
+void C(BSTR s) { SysFreeString(s); }'
+expect "a release by hand in the product" fail "src/platform/win32/Win32Clock.cpp:2: RegCloseKey by hand"
+expect "a release by hand in a tool" fail "tools/engine-sim/Sim.cpp:3: CloseHandle by hand"
+expect "a COM release by hand in a tool" fail "tools/engine-sim/Sim.cpp:4: Release by hand"
+expect "a release by hand in a benchmark" fail "bench/startup/Probe.cpp:2: SysFreeString by hand"
+
+newTree
+put tools/engine-sim/Sim.cpp '#include "platform/win32/Win32Handles.h"
+const platform::win32::UniqueHandle h(CreateFileW(u, 0, 0, nullptr, 0, 0, nullptr));
+bool Close(platform::Mutex& m, std::uintptr_t x) { return m.CloseHandle(x); }
+bool Mine::CloseHandle(HANDLE x) { return true; }
+// held, never CloseHandle(h) by hand
+auto s = u"p->Release()";'
+put bench/startup/Probe.cpp 'platform::win32::ComPtr<IUnknown> p; void D() { p.Reset(); }'
+expect "holders, methods of the same name, and names in comments and text" pass "0 problems"
+
 echo "check-sources cases: $passed passed, $failed failed"
 [ $failed -eq 0 ]

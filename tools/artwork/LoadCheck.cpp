@@ -16,12 +16,19 @@
 #include <string>
 #include <vector>
 
+#include "platform/win32/Win32Handles.h"
 #include "platform/win32/Win32Pictures.h"
 
 namespace {
 
 using platform::win32::Bitmap;
+using platform::win32::MemoryDC;
 using platform::win32::Pictures;
+using platform::win32::Selected;
+using platform::win32::UniqueBitmap;
+using platform::win32::UniqueDC;
+using platform::win32::UniqueIcon;
+using platform::win32::WindowDC;
 
 std::wstring Widen(const std::string& s) { return std::wstring(s.begin(), s.end()); }
 base::Text Text(const std::wstring& s) { return platform::win32::FromWide(s.c_str(), s.size()); }
@@ -54,24 +61,18 @@ std::vector<uint8_t> DrawnPixels(const Bitmap& bmp) {
   BITMAPINFO bi{};
   bi.bmiHeader = {sizeof(bi.bmiHeader), bmp.width, -bmp.height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
   void* bits = nullptr;
-  HBITMAP canvas = CreateDIBSection(nullptr, &bi, DIB_RGB_COLORS, &bits, nullptr, 0);
-  HDC dc = CreateCompatibleDC(nullptr);
-  if (!canvas || !bits || !dc) {
-    if (canvas) DeleteObject(canvas);
-    if (dc) DeleteDC(dc);
-    return {};
-  }
-  HGDIOBJ old = SelectObject(dc, canvas);
+  const UniqueBitmap canvas(CreateDIBSection(nullptr, &bi, DIB_RGB_COLORS, &bits, nullptr, 0));
+  const UniqueDC dc(CreateCompatibleDC(nullptr));
+  if (!canvas || !bits || !dc) return {};
   const size_t bytes = static_cast<size_t>(bmp.width) * bmp.height * 4;
   std::memset(bits, 0, bytes);
-  Pictures::Draw(dc, bmp, 0, 0, bmp.width, bmp.height);
-  GdiFlush();
-  std::vector<uint8_t> px(static_cast<const uint8_t*>(bits),
-                          static_cast<const uint8_t*>(bits) + bytes);
-  SelectObject(dc, old);
-  DeleteDC(dc);
-  DeleteObject(canvas);
-  return px;
+  {
+    const Selected selected(dc.Get(), canvas.Get());
+    Pictures::Draw(dc.Get(), bmp, 0, 0, bmp.width, bmp.height);
+    GdiFlush();
+  }
+  return std::vector<uint8_t>(static_cast<const uint8_t*>(bits),
+                              static_cast<const uint8_t*>(bits) + bytes);
 }
 
 // As qvartwork's DecoderFingerprint: FNV-1a over every byte of the opaque and the
@@ -92,19 +93,12 @@ uint32_t Fingerprint(const std::vector<uint8_t>& bgra) {
 
 // Draws the picture with its alpha over white and returns the pixel at (x, y).
 COLORREF BlendOverWhite(const Bitmap& bmp, int x, int y) {
-  HDC screen = GetDC(nullptr);
-  HDC dst = CreateCompatibleDC(screen);
-  HBITMAP target = CreateCompatibleBitmap(screen, bmp.width, bmp.height);
-  HGDIOBJ old = SelectObject(dst, target);
+  const WindowDC screen(nullptr);
+  const MemoryDC dst(screen.Get(), bmp.width, bmp.height);
   RECT all{0, 0, bmp.width, bmp.height};
-  FillRect(dst, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
-  Pictures::Draw(dst, bmp, 0, 0, bmp.width, bmp.height);
-  const COLORREF c = GetPixel(dst, x, y);
-  SelectObject(dst, old);
-  DeleteObject(target);
-  DeleteDC(dst);
-  ReleaseDC(nullptr, screen);
-  return c;
+  FillRect(dst.Get(), &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+  Pictures::Draw(dst.Get(), bmp, 0, 0, bmp.width, bmp.height);
+  return GetPixel(dst.Get(), x, y);
 }
 
 void CheckBitmap(Pictures& pictures, const Entry& e) {
@@ -147,9 +141,9 @@ void CheckIcon(const std::wstring& dir, const Entry& e) {
     const int size = std::atoi(e.more.c_str() + at);
     const size_t comma = e.more.find(',', at);
     at = comma == std::string::npos ? e.more.size() : comma + 1;
-    HICON icon =
+    const UniqueIcon icon(
         static_cast<HICON>(LoadImageW(nullptr, WindowsPath(dir + L"\\" + Widen(e.path)).c_str(),
-                                      IMAGE_ICON, size, size, LR_LOADFROMFILE));
+                                      IMAGE_ICON, size, size, LR_LOADFROMFILE)));
     ++checked;
     if (!icon) {
       Fail(e.path + ": no icon of " + std::to_string(size));
@@ -157,18 +151,17 @@ void CheckIcon(const std::wstring& dir, const Entry& e) {
     }
     ICONINFO ii{};
     BITMAP bm{};
-    if (GetIconInfo(icon, &ii)) {
-      if (!GetObjectW(ii.hbmColor, sizeof bm, &bm))
+    if (GetIconInfo(icon.Get(), &ii)) {
+      // The icon's two bitmaps are copies the caller deletes.
+      const UniqueBitmap color(ii.hbmColor), mask(ii.hbmMask);
+      if (!GetObjectW(color.Get(), sizeof bm, &bm))
         Fail(e.path + ": the icon of " + std::to_string(size) + " has no colour bitmap");
       else if (bm.bmWidth != size || bm.bmHeight != size || bm.bmBitsPixel != 32)
         Fail(e.path + ": " + std::to_string(size) + " came as " + std::to_string(bm.bmWidth) + " " +
              std::to_string(bm.bmBitsPixel) + " bits");
-      DeleteObject(ii.hbmColor);
-      DeleteObject(ii.hbmMask);
     } else {
       Fail(e.path + ": no icon information for " + std::to_string(size));
     }
-    DestroyIcon(icon);
   }
   if (checked == 0) Fail(e.path + ": no sizes in the manifest");
 }

@@ -21,6 +21,9 @@ namespace {
 using platform::win32::Bitmap;
 using platform::win32::Pictures;
 using platform::win32::UniqueBitmap;
+using platform::win32::UniqueDC;
+using platform::win32::UniqueHandle;
+using platform::win32::UniqueIcon;
 
 base::Text ImagesDir() {
   std::string dir = QV_IMAGES_DIR;  // a Unix path of the build: drive Z: under Wine
@@ -76,19 +79,17 @@ class Canvas {
     bi.bmiHeader = {sizeof(bi.bmiHeader), w, -h, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
     void* bits = nullptr;
     bitmap_.Reset(CreateDIBSection(nullptr, &bi, DIB_RGB_COLORS, &bits, nullptr, 0));
-    old_ = SelectObject(dc_, bitmap_.Get());
+    old_ = SelectObject(dc_.Get(), bitmap_.Get());
     RECT all{0, 0, w, h};
-    FillRect(dc_, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    FillRect(dc_.Get(), &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
   }
-  ~Canvas() {
-    SelectObject(dc_, old_);
-    DeleteDC(dc_);
-  }
-  HDC Dc() const { return dc_; }
-  COLORREF At(int x, int y) const { return GetPixel(dc_, x, y); }
+  // The bitmap leaves the context before the holders delete both.
+  ~Canvas() { SelectObject(dc_.Get(), old_); }
+  HDC Dc() const { return dc_.Get(); }
+  COLORREF At(int x, int y) const { return GetPixel(dc_.Get(), x, y); }
 
  private:
-  HDC dc_;
+  UniqueDC dc_;
   UniqueBitmap bitmap_;
   HGDIOBJ old_ = nullptr;
 };
@@ -173,12 +174,11 @@ class TempFolder {
   // A file of `name` holding `bytes` (an empty one is enough for a lookup).
   void Put(const base::Text& name, const std::string& bytes = {}) {
     const base::Text path = path_ + u"\\" + name;
-    HANDLE h = CreateFileW(W(path), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL,
-                           nullptr);
-    ASSERT_NE(h, INVALID_HANDLE_VALUE);
+    const UniqueHandle h(CreateFileW(W(path), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                     FILE_ATTRIBUTE_NORMAL, nullptr));
+    ASSERT_TRUE(h);
     DWORD written = 0;
-    WriteFile(h, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
-    CloseHandle(h);
+    WriteFile(h.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
     files_.push_back(path);
   }
   void Folder(const base::Text& name) {
@@ -243,9 +243,8 @@ TEST(Pictures, EveryTrayStateHasALightIconThatLoads) {
     const base::Text light = p.IconPath(key, true);
     EXPECT_TRUE(base::EndsWith(light, u"_light.ico")) << std::string(light.begin(), light.end());
     for (int size : {16, 20, 24, 32}) {
-      HICON icon = Pictures::LoadIconFile(light, size, size);
-      EXPECT_NE(icon, nullptr) << size;
-      if (icon) DestroyIcon(icon);
+      const UniqueIcon icon(Pictures::LoadIconFile(light, size, size));
+      EXPECT_TRUE(icon) << size;
     }
   }
 }

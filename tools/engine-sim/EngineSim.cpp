@@ -3,6 +3,10 @@
 #include <objbase.h>
 #include <oleauto.h>
 
+// First of the product's headers: it takes back the API's macros (DeleteFile,
+// CreateMutex) that would rename the methods of the platform's interfaces.
+#include "platform/win32/Win32Handles.h"
+
 #include <cstdio>
 #include <memory>
 #include <optional>
@@ -26,6 +30,8 @@ namespace enginesim {
 namespace {
 
 using base::Text;
+using platform::win32::UniqueBstr;
+using platform::win32::UniqueHandle;
 
 const wchar_t* W(const Text& t) { return reinterpret_cast<const wchar_t*>(t.c_str()); }
 
@@ -35,12 +41,12 @@ class SimLog {
   explicit SimLog(const Text& path) : path_(path) {}
   void Line(const Text& text) {
     const std::string utf8 = base::ToUtf8(text) + "\r\n";
-    HANDLE h = ::CreateFileW(W(path_), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                             nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (h == INVALID_HANDLE_VALUE) return;
+    const UniqueHandle h(::CreateFileW(W(path_), FILE_APPEND_DATA,
+                                       FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
+                                       FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!h) return;
     DWORD written = 0;
-    ::WriteFile(h, utf8.data(), static_cast<DWORD>(utf8.size()), &written, nullptr);
-    ::CloseHandle(h);
+    ::WriteFile(h.Get(), utf8.data(), static_cast<DWORD>(utf8.size()), &written, nullptr);
   }
 
  private:
@@ -53,6 +59,27 @@ Text Hex(long v) {
   return base::FromUtf8(buf);
 }
 
+// A string passed by reference both ways: the monitor may free ours and put its own
+// in, which is then the one given back.
+class InOutString {
+ public:
+  explicit InOutString(const Text& text)
+      : held_(::SysAllocStringLen(W(text), static_cast<UINT>(text.size()))), arg_(held_.Get()) {}
+  ~InOutString() {
+    if (arg_ == held_.Get()) return;
+    static_cast<void>(held_.Detach());  // freed by the monitor
+    held_.Reset(arg_);
+  }
+  InOutString(const InOutString&) = delete;
+  InOutString& operator=(const InOutString&) = delete;
+
+  BSTR* Arg() { return &arg_; }
+
+ private:
+  UniqueBstr held_;
+  BSTR arg_;
+};
+
 // One client instance of the monitor's class, held for the length of a job.
 class MonitorClient {
  public:
@@ -61,13 +88,10 @@ class MonitorClient {
     HRESULT hr = ::CLSIDFromProgID(L"QVMonitor.IMonitor", &clsid);
     if (SUCCEEDED(hr))
       hr = ::CoCreateInstance(clsid, nullptr, CLSCTX_LOCAL_SERVER, IID__IMonitor,
-                              reinterpret_cast<void**>(&monitor_));
+                              monitor_.OutVoid());
     log_.Line(u"connect hr=" + Hex(hr));
   }
-  ~MonitorClient() {
-    if (monitor_) monitor_->Release();
-  }
-  bool Connected() const { return monitor_ != nullptr; }
+  bool Connected() const { return static_cast<bool>(monitor_); }
 
   void Call(const platform::UpdateMonitorArgs& a, bool withOptionals, Via via) {
     const Text how = via == Via::Dispatch ? u"dispatch" : u"vtable";
@@ -80,10 +104,7 @@ class MonitorClient {
       log_.Line(u"not sent (no monitor) " + how + u" " + sent);
       return;
     }
-    BSTR file = ::SysAllocStringLen(W(a.sFileName), static_cast<UINT>(a.sFileName.size()));
-    BSTR rate = ::SysAllocStringLen(W(a.sTrfRate), static_cast<UINT>(a.sTrfRate.size()));
-    BSTR elapsed = ::SysAllocStringLen(W(a.timeelapsed), static_cast<UINT>(a.timeelapsed.size()));
-    BSTR left = ::SysAllocStringLen(W(a.TimeRemaining), static_cast<UINT>(a.TimeRemaining.size()));
+    InOutString file(a.sFileName), rate(a.sTrfRate), elapsed(a.timeelapsed), left(a.TimeRemaining);
     double fileSize = a.dFileSize, total = a.dTotalFilesize, buff = a.dfileBuff,
            totalBuff = a.dTotalBuffer;
     short fileProg = a.iFileProg, totalProg = a.iTotalProg, eng = a.engNumber, pre = a.preCall;
@@ -94,9 +115,9 @@ class MonitorClient {
     if (via == Via::Vtable) {
       // A vtable caller cannot leave an argument out: it passes the defaults.
       if (!withOptionals) pre = 0;
-      hr = monitor_->UpdateMonitor(&file, &fileSize, &total, &buff, &totalBuff, &rate, &fileProg,
-                                   &totalProg, &start, &elapsed, &left, &eng, &pre,
-                                   withOptionals ? a.sBkStatus : 0, &result);
+      hr = monitor_->UpdateMonitor(file.Arg(), &fileSize, &total, &buff, &totalBuff, rate.Arg(),
+                                   &fileProg, &totalProg, &start, elapsed.Arg(), left.Arg(), &eng,
+                                   &pre, withOptionals ? a.sBkStatus : 0, &result);
     } else {
       // The number of the method is asked for once a connection, as a client that
       // binds late keeps it.
@@ -117,17 +138,17 @@ class MonitorClient {
           v.vt = VT_BYREF | type;
           v.byref = p;
         };
-        ref(0, VT_BSTR, &file);
+        ref(0, VT_BSTR, file.Arg());
         ref(1, VT_R8, &fileSize);
         ref(2, VT_R8, &total);
         ref(3, VT_R8, &buff);
         ref(4, VT_R8, &totalBuff);
-        ref(5, VT_BSTR, &rate);
+        ref(5, VT_BSTR, rate.Arg());
         ref(6, VT_I2, &fileProg);
         ref(7, VT_I2, &totalProg);
         ref(8, VT_R4, &start);
-        ref(9, VT_BSTR, &elapsed);
-        ref(10, VT_BSTR, &left);
+        ref(9, VT_BSTR, elapsed.Arg());
+        ref(10, VT_BSTR, left.Arg());
         ref(11, VT_I2, &eng);
         ref(12, VT_I2, &pre);
         args[0].vt = VT_I4;
@@ -147,24 +168,19 @@ class MonitorClient {
               (withOptionals ? Text(u" with optionals ") : Text(u" without optionals ")) + sent +
               outcome);
     ::VariantClear(&result);
-    ::SysFreeString(file);
-    ::SysFreeString(rate);
-    ::SysFreeString(elapsed);
-    ::SysFreeString(left);
   }
 
   Text ProperTime(long seconds) {
     if (!monitor_) return Text();
-    BSTR out = nullptr;
-    monitor_->GetProperTime(seconds, &out);
-    Text t = out ? Text(reinterpret_cast<const char16_t*>(out), ::SysStringLen(out)) : Text();
-    ::SysFreeString(out);
-    return t;
+    UniqueBstr out;
+    monitor_->GetProperTime(seconds, out.Out());
+    return out ? Text(reinterpret_cast<const char16_t*>(out.Get()), ::SysStringLen(out.Get()))
+               : Text();
   }
 
  private:
   SimLog& log_;
-  _IMonitor* monitor_ = nullptr;
+  platform::win32::ComPtr<_IMonitor> monitor_;
   std::optional<DISPID> updateId_;
 };
 

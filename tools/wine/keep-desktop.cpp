@@ -11,15 +11,16 @@
 // the desktop is never started again by a program under test.
 #include <windows.h>
 
+#include "platform/win32/Win32Handles.h"
+
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR readyFile, int) {
   // A message-only window: on the desktop, yet in no window list and never drawn.
   HWND window =
       CreateWindowExA(0, "STATIC", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
   if (!window) return 1;
   if (readyFile && *readyFile) {
-    HANDLE ready = CreateFileA(readyFile, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                               FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (ready != INVALID_HANDLE_VALUE) CloseHandle(ready);
+    const platform::win32::UniqueHandle ready(CreateFileA(
+        readyFile, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
   }
   MSG message;
   while (GetMessageA(&message, nullptr, 0, 0) > 0) DispatchMessageA(&message);

@@ -52,7 +52,8 @@ TEST_F(LogsTest, LoggedOutWithBlankAddsSingleByteSeparatorToActivityAndJobLogOnl
   frame::WriteActivityLog(app, u"user logged out ", frame::kInformation);
   frame::WriteTrace(app, u"trace line");
 
-  const std::string separator = std::string(104, '_') + "\r\n";
+  std::string separator(104, '_');
+  separator += "\r\n";
   for (const Text& path : {app.ServiceLogPath, Common(u"logs\\.txt")}) {
     std::string bytes = fake.fs.Bytes(path);
     ASSERT_GE(bytes.size(), separator.size());
