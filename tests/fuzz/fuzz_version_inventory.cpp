@@ -5,37 +5,14 @@
 // the title carries the running program's major, minor and revision.
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <vector>
 
-#include "testkit/FrameFixture.h"
+#include "FuzzInput.h"
 #include "account/VersionInventory.h"
 
 namespace {
 
 using base::Text;
-
-#define Check(condition)                                                                \
-  do {                                                                                  \
-    if (!(condition)) {                                                                 \
-      std::fprintf(stderr, "fuzz_version_inventory: broken at line %d: %s\n", __LINE__, \
-                   #condition);                                                         \
-      std::abort();                                                                     \
-    }                                                                                   \
-  } while (false)
-
-class Reader {
- public:
-  Reader(const std::uint8_t* data, std::size_t size) : data_(data), size_(size) {}
-  std::uint8_t Byte() { return at_ < size_ ? data_[at_++] : 0; }
-  std::uint16_t Word() { return static_cast<std::uint16_t>(Byte() | (Byte() << 8)); }
-
- private:
-  const std::uint8_t* data_;
-  std::size_t size_;
-  std::size_t at_ = 0;
-};
 
 Text VersionText(const platform::FileVersion& v) {
   return base::FromNumber(v[0]) + u"." + base::FromNumber(v[1]) + u"." + base::FromNumber(v[2]) +
@@ -45,11 +22,10 @@ Text VersionText(const platform::FileVersion& v) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  Reader in(data, size);
-  Text folder;
-  for (std::size_t n = in.Byte() % 32; n > 0; --n) folder.push_back(in.Word());
+  fuzz::Reader in(data, size);
+  const Text folder = in.String(32);
 
-  testkit::FrameFixture fx;
+  fuzz::Monitor fx;
   fx.fake.system.programFolder = folder;
   // The files of the list in its order; the last two have no column and never show.
   const Text files[] = {u"CorvaneForWindows_955.exe",
@@ -69,19 +45,20 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   const Text list = account::BuildVersionList(fx.app, folder);
   std::vector<Text> lines = base::Split(list, u"\r\n");
-  Check(lines.size() == expected.size() + 2 && lines[0].empty());
-  Check(base::StartsWith(lines[1], u"Release Date"));
+  FUZZ_CHECK(lines.size() == expected.size() + 2 && lines[0].empty());
+  FUZZ_CHECK(base::StartsWith(lines[1], u"Release Date"));
   std::size_t next = 0;
   for (std::size_t i = 2; i < lines.size(); ++i, ++next) {
-    Check(base::EndsWith(lines[i], expected[next]));
-    Check(lines[i].find(u"QVPatch") == Text::npos && lines[i].find(u"QVWINHelp") == Text::npos);
+    FUZZ_CHECK(base::EndsWith(lines[i], expected[next]));
+    FUZZ_CHECK(lines[i].find(u"QVPatch") == Text::npos &&
+               lines[i].find(u"QVWINHelp") == Text::npos);
   }
 
   const Text title = account::AboutTitleLine(fx.app);
   auto own = fx.fake.versions.Read(folder + u"\\QVMonitor.exe");
-  Check(base::EndsWith(title, own ? base::FromNumber((*own)[0]) + u"." +
-                                        base::FromNumber((*own)[1]) + u"." +
-                                        base::FromNumber((*own)[3])
-                                  : Text(u"0.0.0")));
+  FUZZ_CHECK(base::EndsWith(title, own ? base::FromNumber((*own)[0]) + u"." +
+                                             base::FromNumber((*own)[1]) + u"." +
+                                             base::FromNumber((*own)[3])
+                                       : Text(u"0.0.0")));
   return 0;
 }
