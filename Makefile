@@ -102,40 +102,39 @@ test-open-faults: windows
 # Every stage runs even when an earlier one failed, so the closing count covers all
 # of them; a stage that failed without a test log (a build error) counts as one failure.
 # The Windows tree is built first (after the one native program it needs, qvartwork)
-# and its tests run at once; the native stage (build and tests) and then the fuzz
-# stage run beside them at the lowest priority: the end-to-end tests take turns on the
-# monitor's mutex and mostly wait for its ticks, and those stages take the time they
-# leave. Their output is shown after the Wine stage's, in that order.
+# and its tests run at once; the native stage (build and tests, the replay of every
+# fuzz target's corpus among them) runs beside them at the lowest priority: the
+# end-to-end tests take turns on the monitor's mutex and mostly wait for its ticks, and
+# it takes the time they leave. Its output is shown after the Wine stage's.
 STAGE_DIR = build/test-stages
 test:
-	@rm -f $(NATIVE_DIR)/ctest.log $(WIN_DIR)/ctest.log $(WIN_DIR)/ctest-retried.txt $(FUZZ_DIR)/fuzz.log; \
+	@rm -f $(NATIVE_DIR)/ctest.log $(WIN_DIR)/ctest.log $(WIN_DIR)/ctest-retried.txt; \
 	rm -rf $(STAGE_DIR); mkdir -p $(STAGE_DIR); status=0; broken=0; \
 	failed() { status=1; echo "make test: stage $$1 failed"; \
 	  case $$1 in test-native) [ -f $(NATIVE_DIR)/ctest.log ] || broken=$$((broken+1));; \
 	    test-windows) [ -f $(WIN_DIR)/ctest.log ] || broken=$$((broken+1));; \
-	    test-fuzz) [ -f $(FUZZ_DIR)/fuzz.log ] || broken=$$((broken+1));; \
 	    *) broken=$$((broken+1));; esac; }; \
 	$(MAKE) --no-print-directory check || failed check; \
 	$(MAKE) --no-print-directory artwork-tool >$(STAGE_DIR)/artwork-tool.log 2>&1 || \
 	  { cat $(STAGE_DIR)/artwork-tool.log; failed artwork-tool; }; \
-	{ for stage in test-native test-fuzz; do \
-	    if nice -n 19 $(MAKE) --no-print-directory $$stage >$(STAGE_DIR)/$$stage.log 2>&1; \
-	    then echo 0; else echo 1; fi >$(STAGE_DIR)/$$stage.status; \
-	  done; } & beside=$$!; \
+	{ if nice -n 19 $(MAKE) --no-print-directory test-native >$(STAGE_DIR)/test-native.log 2>&1; \
+	  then echo 0; else echo 1; fi >$(STAGE_DIR)/test-native.status; } & beside=$$!; \
 	$(MAKE) --no-print-directory test-windows || failed test-windows; \
 	wait $$beside || true; \
-	for stage in test-native test-fuzz; do cat $(STAGE_DIR)/$$stage.log; \
-	  [ "$$(cat $(STAGE_DIR)/$$stage.status 2>/dev/null)" = 0 ] || failed $$stage; done; \
-	logs=$$(ls $(NATIVE_DIR)/ctest.log $(WIN_DIR)/ctest.log $(FUZZ_DIR)/fuzz.log 2>/dev/null || true); \
+	cat $(STAGE_DIR)/test-native.log; \
+	[ "$$(cat $(STAGE_DIR)/test-native.status 2>/dev/null)" = 0 ] || failed test-native; \
+	logs=$$(ls $(NATIVE_DIR)/ctest.log $(WIN_DIR)/ctest.log 2>/dev/null || true); \
 	awk -v broken=$$broken '/^[0-9]+% tests passed, .* tests failed out of/ { f += $$4; n += $$NF } \
 	      END { printf "total: %d passed, %d failed\n", n - f, f + broken }' $$logs /dev/null; \
 	if [ -s $(WIN_DIR)/ctest-retried.txt ]; then echo "needed a second run (Wine did not start them):"; \
 	  sed 's/^/  /' $(WIN_DIR)/ctest-retried.txt; else echo "needed a second run: none"; fi; \
 	exit $$status
 
-# Every fuzz target replays its whole corpus in tests/fuzz/corpus/<name> (each file run
-# once; a target without one fails) as part of the tests, JOBS of them at a time, then
-# fuzzes on for FUZZ_SMOKE seconds (0: the replay only); `make fuzz` is the long run.
+# Every libFuzzer program of the clang tree replays its whole corpus in
+# tests/fuzz/corpus/<name> (each file run once; a target without one fails), JOBS of
+# them at a time, then fuzzes on for FUZZ_SMOKE seconds (0: the replay only); `make
+# fuzz` is the long run. make test replays the same corpus in the native tree instead
+# (the ctest tests fuzz_replay.<name>), without a third build of the product.
 # The replay leaves out the rare-feature weighting that only steers mutation: it took
 # most of the CPU of loading a corpus.
 # UBSan stops at its first finding here, so that undefined behaviour fails the run as a
