@@ -4,11 +4,19 @@
 
 #include <commctrl.h>
 
+#include <cstdio>
 #include <thread>
 
 namespace e2e {
 
 namespace {
+
+// A test program that ends abnormally under Wine takes its buffered output with it, and
+// ctest's log then shows no word of the failure: every driver program writes unbuffered.
+[[maybe_unused]] const bool kUnbufferedOutput = [] {
+  std::setvbuf(stdout, nullptr, _IONBF, 0);
+  return true;
+}();
 
 std::wstring ClassOf(HWND hwnd) {
   wchar_t name[256] = {};
