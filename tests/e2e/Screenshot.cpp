@@ -58,13 +58,14 @@ std::optional<std::string> Screenshot(const std::string& name, Ms timeout) {
 
   // Wine starts a Unix program given by its Z: path. The handle it returns cannot be
   // waited on, so the script's atomic rename of the finished picture is the signal.
+  // It inherits no handle: given the test's standard handles (or the null device's in
+  // their place), the test program's own output was lost from the first screenshot on,
+  // failures' words included.
   std::wstring commandLine = L"bash \"" + Widen(script) + L"\" \"" + Widen(out) + L"\"";
   STARTUPINFOW si{};
   si.cb = sizeof(si);
-  NulHandles nul;
-  nul.Apply(si);
   PROCESS_INFORMATION pi{};
-  if (!CreateProcessW(L"Z:\\bin\\bash", commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr,
+  if (!CreateProcessW(L"Z:\\bin\\bash", commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
                       nullptr, &si, &pi))
     return std::nullopt;
   platform::win32::UniqueHandle thread(pi.hThread), process(pi.hProcess);
