@@ -22,6 +22,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cwchar>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -55,26 +56,27 @@ std::vector<ProcessEntry> ProcessesNamed(const wchar_t* exe) {
   return found;
 }
 
-// The handles a process holds, from the system's handle table: GetProcessHandleCount
-// answers 0 under Wine, this table does not. -1 when the table cannot be read.
-long HandleCount(DWORD pid) {
-  struct Entry {  // SYSTEM_HANDLE_TABLE_ENTRY_INFO
-    USHORT process;
-    USHORT backTrace;
-    UCHAR type;
-    UCHAR attributes;
-    USHORT value;
-    PVOID object;
-    ULONG access;
-  };
+struct HandleEntry {  // SYSTEM_HANDLE_TABLE_ENTRY_INFO
+  USHORT process;
+  USHORT backTrace;
+  UCHAR type;
+  UCHAR attributes;
+  USHORT value;
+  PVOID object;
+  ULONG access;
+};
+
+// The entries of the system's handle table that belong to `pid`; nothing when the table
+// cannot be read.
+std::optional<std::vector<HandleEntry>> HandlesOf(DWORD pid) {
   struct Table {  // SYSTEM_HANDLE_INFORMATION
     ULONG count;
-    Entry entries[1];
+    HandleEntry entries[1];
   };
   using Query = LONG(WINAPI*)(ULONG, PVOID, ULONG, PULONG);
   auto query = reinterpret_cast<Query>(reinterpret_cast<void*>(
       GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation")));
-  if (query == nullptr) return -1;
+  if (query == nullptr) return std::nullopt;
   std::vector<unsigned char> buffer(1 << 16);
   for (int tries = 0; tries < 12; ++tries) {
     ULONG needed = 0;
@@ -83,14 +85,21 @@ long HandleCount(DWORD pid) {
       buffer.resize(std::max<size_t>(buffer.size() * 2, needed + 4096));
       continue;
     }
-    if (status != 0) return -1;
+    if (status != 0) return std::nullopt;
     const auto* table = reinterpret_cast<const Table*>(buffer.data());
-    long mine = 0;
+    std::vector<HandleEntry> mine;
     for (ULONG i = 0; i < table->count; ++i)
-      if (table->entries[i].process == static_cast<USHORT>(pid)) ++mine;
+      if (table->entries[i].process == static_cast<USHORT>(pid)) mine.push_back(table->entries[i]);
     return mine;
   }
-  return -1;
+  return std::nullopt;
+}
+
+// The handles a process holds, from the system's handle table: GetProcessHandleCount
+// answers 0 under Wine, this table does not. -1 when the table cannot be read.
+long HandleCount(DWORD pid) {
+  const auto handles = HandlesOf(pid);
+  return handles ? static_cast<long>(handles->size()) : -1;
 }
 
 // Each handle a process holds: its type and the name of its object, one a line, from a
@@ -99,43 +108,21 @@ int ListHandles(const wchar_t* exe) {
   const std::vector<ProcessEntry> found = ProcessesNamed(exe);
   if (found.empty()) return 1;
   const DWORD pid = found.front().pid;
-  struct Entry {
-    USHORT process;
-    USHORT backTrace;
-    UCHAR type;
-    UCHAR attributes;
-    USHORT value;
-    PVOID object;
-    ULONG access;
-  };
-  struct Table {
-    ULONG count;
-    Entry entries[1];
-  };
-  using QuerySystem = LONG(WINAPI*)(ULONG, PVOID, ULONG, PULONG);
   using QueryObject = LONG(WINAPI*)(HANDLE, ULONG, PVOID, ULONG, PULONG);
-  HMODULE ntdll = GetModuleHandleW(L"ntdll.dll");
-  auto querySystem = reinterpret_cast<QuerySystem>(
-      reinterpret_cast<void*>(GetProcAddress(ntdll, "NtQuerySystemInformation")));
   auto queryObject = reinterpret_cast<QueryObject>(
-      reinterpret_cast<void*>(GetProcAddress(ntdll, "NtQueryObject")));
-  if (!querySystem || !queryObject) return 1;
-  std::vector<unsigned char> buffer(1 << 22);
-  ULONG needed = 0;
-  if (querySystem(16, buffer.data(), static_cast<ULONG>(buffer.size()), &needed) != 0) return 1;
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQueryObject")));
+  const auto handles = HandlesOf(pid);
+  if (!queryObject || !handles) return 1;
   platform::win32::UniqueHandle held(OpenProcess(PROCESS_DUP_HANDLE, FALSE, pid));
   if (!held) return 1;
   const HANDLE process = held.Get();
-  const auto* table = reinterpret_cast<const Table*>(buffer.data());
   // The text of a UNICODE_STRING at the start of what NtQueryObject wrote.
   auto text = [](const std::vector<unsigned char>& info) {
     const USHORT bytes = *reinterpret_cast<const USHORT*>(info.data());
     const wchar_t* chars = *reinterpret_cast<wchar_t* const*>(info.data() + sizeof(void*));
     return chars ? std::wstring(chars, bytes / sizeof(wchar_t)) : std::wstring();
   };
-  for (ULONG i = 0; i < table->count; ++i) {
-    const Entry& e = table->entries[i];
-    if (e.process != static_cast<USHORT>(pid)) continue;
+  for (const HandleEntry& e : *handles) {
     HANDLE copy = nullptr;
     std::wstring type = L"?", name;
     if (DuplicateHandle(process, reinterpret_cast<HANDLE>(static_cast<ULONG_PTR>(e.value)),
