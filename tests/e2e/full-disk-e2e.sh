@@ -87,6 +87,11 @@ utf16 $'Documents\b1' $'Mail\b2' >"$mnt/BacksetData.txt"
 utf16 "[Corvane]" "UserName=goodone" "DisableAllSchdulers=0" \
   "AccountServer=https://127.0.0.1:$port" >"$mnt/qvwin.ini"
 printf 'Earlier\r\n' >"$store/goodone.txt"
+# Web management off: with an account and a stored password it is on by default, and then
+# every tick of the monitor writes its answer to qvwin.ini (WebMessage) and the account's
+# choice beside the password, whenever the tick comes, also between a test's "before" and
+# "after". Those writes are not what these tests refuse.
+printf '[Corvane]\r\nWebManage=0\r\n' >"$store/qvwinserver.ini"
 
 # Remounts `how` (ro or rw) each mount named, retried while a program still has a file
 # there open for writing; the reason on stdout when it cannot.

@@ -104,4 +104,32 @@ TEST_F(LogsTest, UnwritableLogLosesTheLineSilently) {
   EXPECT_EQ(Lines(Common(u"logs\\.txt")).size(), 1u);
 }
 
+// The engine writes the same trace: it makes the file (with its line) right after this
+// process found it missing, before this process's own write.
+class EngineMakesTheFileMeanwhile : public platform::FakeFileSystem {
+ public:
+  std::optional<std::uint64_t> FileSize(const Text& path) override {
+    auto size = FakeFileSystem::FileSize(path);
+    if (!size && path == watched) PutFile(path, testkit::Utf16File({u"Engine's line"}));
+    return size;
+  }
+  Text watched;
+};
+
+TEST(LogsWithTheEngineBeside, ALogTheEngineMakesMeanwhileKeepsItsLines) {
+  EngineMakesTheFileMeanwhile disk;
+  platform::FakePlatform fake;
+  fake.Get().fs = &disk;
+  frame::AppState app(fake.Get());
+  app.DataRoot = u"C:\\QV";
+  disk.AddFolders(u"C:\\QV\\QVCOMMON");
+  disk.watched = u"C:\\QV\\QVCOMMON\\SerTraceFile.txt";
+  frame::WriteTrace(app, u"HideFromTaskBar called from the Monitor.");
+  const auto lines =
+      platform::TextFile::ReadLines(disk, disk.watched).value_or(std::vector<Text>{});
+  ASSERT_EQ(lines.size(), 2u);
+  EXPECT_EQ(lines[0], u"Engine's line");
+  EXPECT_TRUE(base::EndsWith(lines[1], u"HideFromTaskBar called from the Monitor."));
+}
+
 }  // namespace
