@@ -5,7 +5,6 @@
 #include <windows.h>
 #include <commctrl.h>
 
-
 #include "JobScreens.h"
 
 namespace e2e {
@@ -42,7 +41,6 @@ class MonitorWindowTest : public EngineMonitorTest {
   bool EngineWindowUp() {
     return !FindTopLevel(WindowQuery{L"QVBackground", L"", 0, false}).empty();
   }
-
 };
 
 TEST_F(MonitorWindowTest, BackgroundEngineIsStartedShownRunningAndTheTabsSwitchPanes) {
