@@ -199,8 +199,8 @@ TEST_P(ProfileCrossCheck, PortableMatchesThePlatform) {
     } else {
       const Read& r = std::get<Read>(step);
       Text expected = real_.GetString(r.section, r.key, r.def, r.buffer, realFile);
-      EXPECT_EQ(base::ToUtf8(portable_.GetString(r.section, r.key, r.def, r.buffer, portableFile)),
-                base::ToUtf8(expected));
+      EXPECT_EQ(portable_.GetString(r.section, r.key, r.def, r.buffer, portableFile), expected)
+          << base::ToUtf8(expected);
       // Each side reads the other's file.
       if (fs_.FileExists(realFile) || fs_.FileExists(portableFile)) {
         EXPECT_EQ(portable_.GetString(r.section, r.key, r.def, r.buffer, CopyOf(realFile)),
