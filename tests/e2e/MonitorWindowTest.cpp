@@ -63,9 +63,7 @@ TEST_F(MonitorWindowTest, BackgroundEngineIsStartedShownRunningAndTheTabsSwitchP
   EXPECT_EQ(Text(w, L"Label1"), kMonitorTitle);
   // The log list holds the 20 newest lines.
   HWND list = Control(w, L"lstLog");
-  DWORD_PTR rows = 0;
-  ASSERT_TRUE(SendMessageTimeoutW(list, LVM_GETITEMCOUNT, 0, 0, SMTO_ABORTIFHUNG, 5000, &rows));
-  EXPECT_EQ(rows, 20u);
+  EXPECT_EQ(RowCount(list), 20);
   Shot("idle");
 
   Press(w, L"cmdDetails");
