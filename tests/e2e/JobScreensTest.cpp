@@ -1,8 +1,9 @@
 // Manage Scheduled Jobs and Backup Now on real windows, beside the simulated engine:
-// opened from the tray menu, the rows of the file, the running job's status, run now,
-// stop and delete reaching the file and the engine, Backup Now's record taken by the
-// engine; the schedule editor opened by a double click on a row, a weekly job made
-// hourly, and the editor's save killed at each step.
+// opened from the tray menu, the rows of the file, the running job's status, run now
+// and stop reaching the file and the engine (what delete writes is the job actions'
+// unit tests'; the refused-writes test presses it on real windows), Backup Now's record
+// taken by the engine; the schedule editor opened by a double click on a row, a weekly
+// job made hourly, and the editor's save killed at each step.
 #include <windows.h>
 #include <commctrl.h>
 
@@ -21,7 +22,7 @@
 namespace e2e {
 namespace {
 
-TEST_F(JobScreensTest, TheJobListRunNowStopAndDelete) {
+TEST_F(JobScreensTest, TheJobListRunNowAndStopReachTheEngine) {
   Jobs(L"0", {LaterJob(), LaterJob(L"4", L"Photos")});
   // A file takes four seconds and the job far longer than the screens below, however
   // slowly they come: only the stop ends it.
@@ -80,15 +81,6 @@ TEST_F(JobScreensTest, TheJobListRunNowStopAndDelete) {
   ASSERT_TRUE(WaitForSimPrefix(L"job 7 stopped"));
   ASSERT_TRUE(WaitForSimLine(L"job 0 Photos starts", Ms{60000}));
 
-  // Delete with its question.
-  Press(screen, L"Pic_Refresh");
-  ASSERT_TRUE(WaitUntil([&] { return CellText(list, 0, 6) == L"9"; }));
-  ASSERT_NO_FATAL_FAILURE(DeleteRow(screen, list, 0));
-  EXPECT_TRUE(WaitUntil([&] {
-    for (const auto& l : ScheduleLines())
-      if (l.rfind(L"9\b\b", 0) == 0) return false;
-    return true;
-  }));
   Close(screen);
 }
 
