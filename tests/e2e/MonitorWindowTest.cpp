@@ -70,13 +70,6 @@ TEST_F(MonitorWindowTest, BackgroundEngineIsStartedShownRunningAndTheTabsSwitchP
   EXPECT_TRUE(WaitUntil([&] { return Shown(w, L"FrameDetails") && !Shown(w, L"FrameNormal"); }));
   EXPECT_TRUE(Shown(w, L"StartAuto"));
   Shot("details");
-
-  // Closing hides; a double click on the tray icon brings back the Status tab.
-  ASSERT_TRUE(Post(w, WM_CLOSE));
-  ASSERT_TRUE(WaitForVisible(w, false));
-  ASSERT_TRUE(PostTrayMouse(w, WM_LBUTTONDBLCLK));
-  ASSERT_TRUE(WaitForVisible(w, true));
-  EXPECT_TRUE(WaitUntil([&] { return Shown(w, L"FrameNormal") && !Shown(w, L"FrameDetails"); }));
 }
 
 TEST_F(MonitorWindowTest, ServiceFormIsStartedByTheServiceManagerAndShownRunning) {
