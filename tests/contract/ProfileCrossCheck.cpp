@@ -199,9 +199,8 @@ TEST_P(ProfileCrossCheck, PortableMatchesThePlatform) {
     } else {
       const Read& r = std::get<Read>(step);
       Text expected = real_.GetString(r.section, r.key, r.def, r.buffer, realFile);
-      EXPECT_EQ(base::ToUtf8(portable_.GetString(r.section, r.key, r.def, r.buffer, portableFile)),
-                base::ToUtf8(expected));
-      EXPECT_EQ(portable_.GetString(r.section, r.key, r.def, r.buffer, portableFile), expected);
+      EXPECT_EQ(portable_.GetString(r.section, r.key, r.def, r.buffer, portableFile), expected)
+          << base::ToUtf8(expected);
       // Each side reads the other's file.
       if (fs_.FileExists(realFile) || fs_.FileExists(portableFile)) {
         EXPECT_EQ(portable_.GetString(r.section, r.key, r.def, r.buffer, CopyOf(realFile)),
@@ -214,15 +213,6 @@ TEST_P(ProfileCrossCheck, PortableMatchesThePlatform) {
     EXPECT_EQ(ShowBytes(fs_.ReadAll(portableFile).value_or("<none>")),
               ShowBytes(fs_.ReadAll(realFile).value_or("<none>")));
   }
-}
-
-TEST_F(ProfileCrossCheck, MissingFolderFailsAlikeOnBothSides) {
-  Text file = dir_.TextPath() + u"\\NoSuchFolder\\x.ini";
-  EXPECT_FALSE(real_.WriteString(u"S", u"k", u"v", file));
-  EXPECT_FALSE(portable_.WriteString(u"S", u"k", u"v", file));
-  EXPECT_EQ(portable_.LastError(), real_.LastError());
-  EXPECT_EQ(portable_.GetString(u"S", u"k", u"\"dq\" ", 1024, file),
-            real_.GetString(u"S", u"k", u"\"dq\" ", 1024, file));
 }
 
 INSTANTIATE_TEST_SUITE_P(Wine, ProfileCrossCheck, ::testing::ValuesIn(Scenarios()),

@@ -81,11 +81,6 @@ class ProfileOver : public ProfileWorld {
   ProfileT profile_;
 };
 
-template <class World>
-Target<FsWorld> FsTargetOf(std::string name) {
-  return {std::move(name), [] { return std::unique_ptr<FsWorld>(new World()); }};
-}
-
 template <class FilesT, class ProfileT>
 ProfileTarget ProfileTargetOf(std::string name) {
   return {std::move(name),
@@ -96,11 +91,11 @@ ProfileTarget ProfileTargetOf(std::string name) {
 
 std::vector<FsTarget> FileSystemTargets() {
   std::vector<FsTarget> targets{
-      FsTargetOf<DiskWorld<platform::PortableFileSystem>>("Portable"),
-      FsTargetOf<FakeWorld>("Fake"),
+      TargetOf<FsWorld, DiskWorld<platform::PortableFileSystem>>("Portable"),
+      TargetOf<FsWorld, FakeWorld>("Fake"),
   };
 #if QV_HAVE_WIN32
-  targets.push_back(FsTargetOf<DiskWorld<platform::Win32FileSystem>>("Win32"));
+  targets.push_back(TargetOf<FsWorld, DiskWorld<platform::Win32FileSystem>>("Win32"));
 #endif
   return targets;
 }

@@ -1,15 +1,11 @@
 // The account and support screens on the real monitor: the feedback report opens from
 // the tray menu with the account filled in, Update Password from the tray menu refuses
-// a blank name; and About's inventory of the staged program folder.
+// a blank name. (About's inventory on real windows is the kit's e2e_about.)
 #include <gtest/gtest.h>
 
 #include <string>
 
 #include "MonitorFixture.h"
-#include "frame/AppState.h"
-#include "platform/fake/FakePlatform.h"
-#include "platform/win32/Win32SupportInfo.h"
-#include "account/VersionInventory.h"
 
 namespace e2e {
 namespace {
@@ -45,26 +41,6 @@ class AccountScreensE2E : public MonitorTest {
     return buffer;
   }
 };
-
-// The inventory of About read with the real version calls from the staged program
-// folder: the build gave the monitor and the simulated engine their version.
-TEST(AccountStage, AboutInventoryListsTheStagedProgramsWithTheirVersions) {
-  platform::FakePlatform fake;
-  platform::Win32FileVersions versions;
-  fake.Get().versions = &versions;
-  frame::AppState app(fake.Get());
-  const std::wstring stage = StageFolder().wstring();
-  const base::Text list = account::BuildVersionList(
-      app, base::Text(reinterpret_cast<const char16_t*>(stage.c_str()), stage.size()));
-  EXPECT_NE(list.find(u"Release Date                                  02/08/2013"),
-            base::Text::npos);
-  EXPECT_NE(list.find(u"QVMonitor.exe" + base::Text(25, u' ') + u"9.5.0.5"), base::Text::npos)
-      << base::ToUtf8(list);
-  EXPECT_NE(list.find(u"QVBackground_955.exe" + base::Text(11, u' ') + u"9.5.0.5"),
-            base::Text::npos);
-  // Not staged, so not listed.
-  EXPECT_EQ(list.find(u"QVWinSrv.dll"), base::Text::npos);
-}
 
 TEST_F(AccountScreensE2E, FeedbackReportOpensFromTheTrayMenuWithTheAccountFilledIn) {
   ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"qvwin.ini"),

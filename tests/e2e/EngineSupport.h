@@ -46,15 +46,6 @@ inline std::wstring After(const std::wstring& line, const std::wstring& prefix) 
   return at == std::wstring::npos ? std::wstring() : line.substr(at + prefix.size());
 }
 
-inline std::string Utf8(const std::wstring& w) {
-  int n = WideCharToMultiByte(CP_UTF8, 0, w.data(), static_cast<int>(w.size()), nullptr, 0, nullptr,
-                              nullptr);
-  std::string s(static_cast<size_t>(n), '\0');
-  WideCharToMultiByte(CP_UTF8, 0, w.data(), static_cast<int>(w.size()), s.data(), n, nullptr,
-                      nullptr);
-  return s;
-}
-
 // Wine's COM keeps the class object of a server that was killed (not ended through
 // its Shutdown) and hands it to later clients, who then cannot reach it. Restarting
 // the COM service forgets such leftovers of earlier tests.

@@ -54,16 +54,17 @@ bool WriteUtf16File(const std::filesystem::path& file, const Lines& lines) {
 
 bool WriteAnsiFile(const std::filesystem::path& file, const Lines& lines) {
   std::string bytes;
-  for (const auto& line : lines) {
-    std::wstring w = line + L"\r\n";
-    int n = WideCharToMultiByte(CP_ACP, 0, w.data(), static_cast<int>(w.size()), nullptr, 0,
-                                nullptr, nullptr);
-    std::string a(static_cast<size_t>(n), '\0');
-    WideCharToMultiByte(CP_ACP, 0, w.data(), static_cast<int>(w.size()), a.data(), n, nullptr,
-                        nullptr);
-    bytes += a;
-  }
+  for (const auto& line : lines) bytes += Narrow(line + L"\r\n", CP_ACP);
   return WriteBytes(file, bytes);
+}
+
+std::string Narrow(const std::wstring& w, unsigned codePage) {
+  const int n = WideCharToMultiByte(codePage, 0, w.data(), static_cast<int>(w.size()), nullptr, 0,
+                                    nullptr, nullptr);
+  std::string s(static_cast<size_t>(n), '\0');
+  WideCharToMultiByte(codePage, 0, w.data(), static_cast<int>(w.size()), s.data(), n, nullptr,
+                      nullptr);
+  return s;
 }
 
 std::optional<Lines> ReadTextFile(const std::filesystem::path& file) {

@@ -25,4 +25,8 @@ std::wstring ReadIni(const std::filesystem::path& file, const std::wstring& sect
 // Lines of `lines` equal to `line`.
 int CountLine(const Lines& lines, const std::wstring& line);
 
+// Text in a code page (UTF-8 by default, for the test's own messages).
+std::string Narrow(const std::wstring& w, unsigned codePage = 65001);
+inline std::string Utf8(const std::wstring& w) { return Narrow(w); }
+
 }  // namespace e2e

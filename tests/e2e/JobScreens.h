@@ -68,29 +68,6 @@ inline int RowCount(HWND list) {
   return static_cast<int>(rows);
 }
 
-// Selects row `row` (from 0) as a click would: the list tells the selection change.
-inline bool SelectRow(HWND list, int row) {
-  DWORD pid = 0;
-  GetWindowThreadProcessId(list, &pid);
-  platform::win32::UniqueHandle process(
-      OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid));
-  const HANDLE p = process.Get();
-  if (p == nullptr) return false;
-  auto* remote = VirtualAllocEx(p, nullptr, sizeof(LVITEMW), MEM_COMMIT, PAGE_READWRITE);
-  bool ok = false;
-  if (remote != nullptr) {
-    LVITEMW item{};
-    item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-    item.state = LVIS_SELECTED | LVIS_FOCUSED;
-    WriteProcessMemory(p, remote, &item, sizeof(item), nullptr);
-    DWORD_PTR r = 0;
-    ok = SendMessageTimeoutW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row),
-                             reinterpret_cast<LPARAM>(remote), SMTO_ABORTIFHUNG, 5000, &r) != 0;
-    VirtualFreeEx(p, remote, 0, MEM_RELEASE);
-  }
-  return ok;
-}
-
 // Sends `message` to a window of another process with `data` placed in that process's
 // memory, and reads `data` back from there afterwards.
 template <typename T>
@@ -112,6 +89,14 @@ inline bool SendRemote(HWND w, UINT message, WPARAM wp, T& data) {
     VirtualFreeEx(p, remote, 0, MEM_RELEASE);
   }
   return ok;
+}
+
+// Selects row `row` (from 0) as a click would: the list tells the selection change.
+inline bool SelectRow(HWND list, int row) {
+  LVITEMW item{};
+  item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+  item.state = LVIS_SELECTED | LVIS_FOCUSED;
+  return SendRemote(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), item);
 }
 
 // A double click on row `row` (from 0) as the list gets it from the mouse.

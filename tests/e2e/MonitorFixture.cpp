@@ -2,19 +2,6 @@
 
 namespace e2e {
 
-namespace {
-
-std::string Narrow(const std::wstring& w) {
-  int n = WideCharToMultiByte(CP_UTF8, 0, w.data(), static_cast<int>(w.size()), nullptr, 0, nullptr,
-                              nullptr);
-  std::string s(static_cast<size_t>(n), '\0');
-  WideCharToMultiByte(CP_UTF8, 0, w.data(), static_cast<int>(w.size()), s.data(), n, nullptr,
-                      nullptr);
-  return s;
-}
-
-}  // namespace
-
 std::string MonitorTest::TestName() const {
   const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
   std::string name = std::string(info->test_suite_name()) + "." + info->name();
@@ -28,7 +15,7 @@ void MonitorTest::SetUp() {
   int ended = TerminateProcessesUnder(RunsFolder());
   if (ended) std::printf("ended %d program(s) left by an earlier run\n", ended);
   for (const auto& p : FindProcesses(kMonitorExe))
-    FAIL() << "another monitor runs (" << Narrow(p.image) << ", pid " << p.pid
+    FAIL() << "another monitor runs (" << Utf8(p.image) << ", pid " << p.pid
            << ") and holds the single-instance mutex";
 
   folders_.push_back(std::make_unique<ProgramFolder>(TestName()));
@@ -129,8 +116,8 @@ bool MonitorTest::Shown(HWND window, const wchar_t* name) {
 
 void MonitorTest::Press(HWND window, const wchar_t* name) {
   HWND c = FindByName(window, name);
-  ASSERT_NE(c, nullptr) << "no control " << Narrow(name);
-  ASSERT_TRUE(ClickControl(c)) << Narrow(name);
+  ASSERT_NE(c, nullptr) << "no control " << Utf8(name);
+  ASSERT_TRUE(ClickControl(c)) << Utf8(name);
 }
 
 void MonitorTest::TrayItem(int n) {
@@ -170,7 +157,7 @@ HWND MonitorTest::WaitForBox(const std::wstring& text, Ms timeout) {
 
 void MonitorTest::Answer(HWND box, const std::wstring& control) {
   HWND button = FindByName(box, control);
-  ASSERT_NE(button, nullptr) << Narrow(control);
+  ASSERT_NE(button, nullptr) << Utf8(control);
   ASSERT_TRUE(ClickControl(button));
   ASSERT_TRUE(WaitUntil([&] { return !IsWindow(box) || !IsWindowVisible(box); }))
       << "the box stayed up";

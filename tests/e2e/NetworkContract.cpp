@@ -151,14 +151,6 @@ class AccountOverTls : public ::testing::Test, public testkit::FrameFixture {
   kit::ScriptedUi ui;
 };
 
-TEST_F(AccountOverTls, StatusCodesFromTheService) {
-  EXPECT_EQ(account::CheckAccountStatus(app, u"gone", u"pw"), 1);
-  EXPECT_EQ(account::CheckAccountStatus(app, u"lapsed", u"pw"), 2);
-  EXPECT_EQ(account::CheckAccountStatus(app, u"oneword", u"pw"), 3);
-  EXPECT_EQ(account::CheckAccountStatus(app, u"silent", u"pw"), 0);
-  EXPECT_EQ(account::CheckAccountStatus(app, u"goodone", u"pw"), 3);
-}
-
 TEST_F(AccountOverTls, GoodAccountStoresTheCutPasswordAndRefusalsSayWhy) {
   ui.Queue({kit::ScriptedUi::Answer::Yes(), kit::ScriptedUi::Answer::Ok()});
   EXPECT_EQ(account::ApplyPassword(app, ui, u"goodone", u"Right#Pass1234567", {}),

@@ -19,18 +19,6 @@ class TrayTest : public MonitorTest {
   }
   static std::wstring Twips(long pixels) { return std::to_wstring(pixels * kTwips); }
 
-  // 9007 twips are not a whole number of pixels: a store would write 9000.
-  void StoreOddGeometry() {
-    ASSERT_TRUE(WriteUtf16File(
-        Folder().CommonFile(L"qvwin.ini"),
-        {L"[LDPI]", L"MonWidth=9007", L"MonHeight=6007", L"MonTop=1507", L"MonLeft=3007"}));
-  }
-  void ExpectOddGeometryKept() {
-    EXPECT_EQ(Stored(L"MonWidth"), L"9007");
-    EXPECT_EQ(Stored(L"MonHeight"), L"6007");
-    EXPECT_EQ(Stored(L"MonTop"), L"1507");
-    EXPECT_EQ(Stored(L"MonLeft"), L"3007");
-  }
   // Shutdown Indicator from the tray menu; the monitor ends with code 0.
   void ShutdownFromTray(Process* p, HWND w) {
     ASSERT_TRUE(PostTrayMouse(w, WM_RBUTTONUP));
@@ -175,34 +163,34 @@ TEST_F(TrayTest, ShutdownFromTheTrayMenuEndsTheProgramAndStoresTheVisiblePlace) 
   EXPECT_TRUE(EqualRect(&w2->rect, &moved.rect));
 }
 
-TEST_F(TrayTest, ShutdownWhileHiddenLeavesTheStoredGeometryAsItWas) {
-  StoreOddGeometry();
-  Process* p = StartAndWait(L"Min");
-  ASSERT_NE(p, nullptr);
-  auto w = MainWindow(p->Pid());
-  ASSERT_TRUE(w);
-  ASSERT_FALSE(w->visible);
-
-  ShutdownFromTray(p, w->hwnd);
-  ExpectOddGeometryKept();
-}
-
-TEST_F(TrayTest, ShutdownWhileMinimisedLeavesTheStoredGeometryAsItWas) {
-  StoreOddGeometry();
-  Process* p = StartAndWait(L"");
-  ASSERT_NE(p, nullptr);
-  auto w = MainWindow(p->Pid());
-  ASSERT_TRUE(w && w->visible);
-  // Moved first, so that a store would write a place of its own.
-  ASSERT_TRUE(
-      SetWindowPos(w->hwnd, nullptr, 240, 120, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE));
-  ASSERT_TRUE(WaitUntil([&] { return Describe(w->hwnd).rect.left == 240; }));
-  ShowWindowAsync(w->hwnd, SW_MINIMIZE);
-  ASSERT_TRUE(WaitUntil([&] { return IsIconic(w->hwnd) != FALSE; }));
-  Sleep(300);
-
-  ShutdownFromTray(p, w->hwnd);
-  ExpectOddGeometryKept();
+// Neither a hidden nor a minimised window stores its place at Shutdown: 9007 twips are
+// not a whole number of pixels, so a store would have written 9000.
+TEST_F(TrayTest, ShutdownWhileHiddenOrMinimisedLeavesTheStoredGeometryAsItWas) {
+  for (const bool minimised : {false, true}) {
+    SCOPED_TRACE(minimised ? "minimised" : "hidden");
+    ASSERT_TRUE(WriteUtf16File(
+        Folder().CommonFile(L"qvwin.ini"),
+        {L"[LDPI]", L"MonWidth=9007", L"MonHeight=6007", L"MonTop=1507", L"MonLeft=3007"}));
+    Process* p = StartAndWait(minimised ? L"" : L"Min");
+    ASSERT_NE(p, nullptr);
+    auto w = MainWindow(p->Pid());
+    ASSERT_TRUE(w);
+    ASSERT_EQ(w->visible, minimised);
+    if (minimised) {
+      // Moved first, so that a store would write a place of its own.
+      ASSERT_TRUE(SetWindowPos(w->hwnd, nullptr, 240, 120, 0, 0,
+                               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE));
+      ASSERT_TRUE(WaitUntil([&] { return Describe(w->hwnd).rect.left == 240; }));
+      ShowWindowAsync(w->hwnd, SW_MINIMIZE);
+      ASSERT_TRUE(WaitUntil([&] { return IsIconic(w->hwnd) != FALSE; }));
+      Sleep(300);
+    }
+    ShutdownFromTray(p, w->hwnd);
+    EXPECT_EQ(Stored(L"MonWidth"), L"9007");
+    EXPECT_EQ(Stored(L"MonTop"), L"1507");
+    EXPECT_EQ(Stored(L"MonLeft"), L"3007");
+    std::filesystem::remove(Folder().Trace());
+  }
 }
 
 }  // namespace

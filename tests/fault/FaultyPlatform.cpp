@@ -4,46 +4,11 @@
 
 namespace fault {
 
-using platform::FileEntry;
 using platform::OsHandle;
 using platform::ScHandle;
 using F = Fault;
 
-namespace {
-
-// A read that can fail, come back empty or come back short.
-template <class Read>
-std::optional<std::string> Reading(FaultPlan& plan, const char* site, Read read) {
-  const auto fault = plan.Draw(site, {F::Error, F::Short, F::Empty});
-  if (fault == F::Error) return std::nullopt;
-  if (fault == F::Empty) return std::string();
-  auto bytes = read();
-  if (fault == F::Short && bytes) bytes->resize(plan.ShortLength(bytes->size()));
-  return bytes;
-}
-
-// An answer that can fail (nullopt) or come back empty.
-template <class Get>
-std::optional<Text> ErrorOrEmpty(FaultPlan& plan, const char* site, Get get) {
-  const auto fault = plan.Draw(site, {F::Error, F::Empty});
-  if (fault == F::Error) return std::nullopt;
-  if (fault == F::Empty) return Text();
-  return get();
-}
-
-}  // namespace
-
 // ---- Files ---------------------------------------------------------------------------
-
-std::optional<std::string> FaultyFileSystem::ReadAll(const Text& path) {
-  return Reading(plan_, "IFileSystem::ReadAll", [&] { return in_.ReadAll(path); });
-}
-
-std::optional<std::string> FaultyFileSystem::ReadRange(const Text& path, std::uint64_t offset,
-                                                       std::size_t count) {
-  return Reading(plan_, "IFileSystem::ReadRange",
-                 [&] { return in_.ReadRange(path, offset, count); });
-}
 
 bool FaultyFileSystem::Write(const char* site, const Text& path, std::string_view bytes,
                              WriteCall whole, WriteCall partial) {
@@ -57,27 +22,7 @@ bool FaultyFileSystem::Write(const char* site, const Text& path, std::string_vie
   return (in_.*whole)(path, bytes);
 }
 
-std::vector<FileEntry> FaultyFileSystem::List(const Text& folder, const Text& pattern) {
-  const auto fault = plan_.Draw("IFileSystem::List", {F::Empty, F::Short});
-  if (fault == F::Empty) return {};
-  auto entries = in_.List(folder, pattern);
-  // FindNextFileW failing part way: the entries found so far.
-  if (fault == F::Short) entries.resize(plan_.ShortLength(entries.size()));
-  return entries;
-}
-
 // ---- Profile files, registry, system -------------------------------------------------
-
-Text FaultyProfile::GetString(const Text& section, const Text& key, const Text& defaultValue,
-                              std::size_t bufferChars, const Text& file) {
-  // A file that cannot be opened gives the default; a buffer the platform filled
-  // only in part gives a cut value.
-  const auto fault = plan_.Draw("IProfile::GetString", {F::Error, F::Short});
-  if (fault == F::Error) return defaultValue;
-  Text value = in_.GetString(section, key, defaultValue, bufferChars, file);
-  if (fault == F::Short) value.resize(plan_.ShortLength(value.size()));
-  return value;
-}
 
 bool FaultyProfile::WriteString(const Text& section, const std::optional<Text>& key,
                                 const std::optional<Text>& value, const Text& file) {
@@ -87,24 +32,6 @@ bool FaultyProfile::WriteString(const Text& section, const std::optional<Text>& 
   }
   injectedError_ = 0;
   return in_.WriteString(section, key, value, file);
-}
-
-std::optional<Text> FaultyRegistry::ReadString(platform::RegRoot root, const Text& key,
-                                               const Text& name, std::size_t maxBytes) {
-  return ErrorOrEmpty(plan_, "IRegistry::ReadString",
-                      [&] { return in_.ReadString(root, key, name, maxBytes); });
-}
-
-std::optional<Text> FaultySystemInfo::Environment(const Text& name) {
-  return ErrorOrEmpty(plan_, "ISystemInfo::Environment", [&] { return in_.Environment(name); });
-}
-
-std::optional<Text> FaultyOsName::OsName() {
-  return ErrorOrEmpty(plan_, "IOsNameProvider::OsName", [&] { return in_.OsName(); });
-}
-
-std::optional<Text> FaultyLocaleInfo::Item(platform::LocaleSource source, unsigned long item) {
-  return ErrorOrEmpty(plan_, "ILocaleInfo::Item", [&] { return in_.Item(source, item); });
 }
 
 // ---- Process list, service manager, dial-up ------------------------------------------
@@ -125,15 +52,6 @@ bool FaultyProcessList::EnumProcessIds(std::uint32_t byteCount, std::vector<std:
   if (fault == F::Short)
     bytesReturned = static_cast<std::uint32_t>(plan_.ShortLength(bytesReturned / 4) * 4);
   return ok;
-}
-
-Text FaultyProcessList::ModuleFileName(OsHandle process, std::uintptr_t module, std::uint32_t size,
-                                       std::uint32_t bufferChars) {
-  const auto fault = plan_.Draw("IProcessList::ModuleFileName", {F::Empty, F::Short});
-  if (fault == F::Empty) return Text();
-  Text name = in_.ModuleFileName(process, module, size, bufferChars);
-  if (fault == F::Short) name.resize(plan_.ShortLength(name.size()));
-  return name;
 }
 
 bool FaultyServiceManager::QueryServiceConfigA(ScHandle service, unsigned long bufferBytes,

@@ -17,6 +17,9 @@ namespace fault {
 
 using base::Text;
 
+// An answer that can fail (none) or come back empty.
+inline constexpr std::initializer_list<Fault> kErrorOrEmpty = {Fault::Error, Fault::Empty};
+
 // The Windows file calls are noexcept: they fail by their results only. A failed
 // existence test answers "not there"; a read can come back short (the other program
 // was writing) or empty; a write can stop part way (a full disk) or not start.
@@ -39,9 +42,15 @@ class FaultyFileSystem : public Faulty<platform::IFileSystem> {
     return Maybe<&Interface::DeleteFileWithoutForce>("IFileSystem::DeleteFileWithoutForce", false,
                                                      path);
   }
-  std::optional<std::string> ReadAll(const Text& path) override;
+  std::optional<std::string> ReadAll(const Text& path) override {
+    return Cut<&Interface::ReadAll>("IFileSystem::ReadAll", kRead, std::optional<std::string>(),
+                                    path);
+  }
   std::optional<std::string> ReadRange(const Text& path, std::uint64_t offset,
-                                       std::size_t count) override;
+                                       std::size_t count) override {
+    return Cut<&Interface::ReadRange>("IFileSystem::ReadRange", kRead, std::optional<std::string>(),
+                                      path, offset, count);
+  }
   std::optional<std::uint64_t> FileSize(const Text& path) override {
     return Maybe<&Interface::FileSize>("IFileSystem::FileSize", std::optional<std::uint64_t>(),
                                        path);
@@ -69,7 +78,11 @@ class FaultyFileSystem : public Faulty<platform::IFileSystem> {
     return Maybe<&Interface::Truncate>("IFileSystem::Truncate", false, path, size);
   }
   Text LastErrorText() override { return in_.LastErrorText(); }
-  std::vector<platform::FileEntry> List(const Text& folder, const Text& pattern) override;
+  // FindNextFileW failing part way: the entries found so far.
+  std::vector<platform::FileEntry> List(const Text& folder, const Text& pattern) override {
+    return Cut<&Interface::List>("IFileSystem::List", {Fault::Empty, Fault::Short},
+                                 std::vector<platform::FileEntry>(), folder, pattern);
+  }
   bool SetCurrentFolder(const Text& path) override {
     return Maybe<&Interface::SetCurrentFolder>("IFileSystem::SetCurrentFolder", false, path);
   }
@@ -78,6 +91,8 @@ class FaultyFileSystem : public Faulty<platform::IFileSystem> {
   std::function<void(const Text& path, std::string_view bytes)> onWrite;
 
  private:
+  // A read can fail, come back empty or come back short.
+  static constexpr std::initializer_list<Fault> kRead = {Fault::Error, Fault::Short, Fault::Empty};
   using WriteCall = bool (platform::IFileSystem::*)(const Text&, std::string_view);
   // A write that can also stop part way: `partial` puts out the bytes that went.
   bool Write(const char* site, const Text& path, std::string_view bytes, WriteCall whole,
@@ -87,8 +102,13 @@ class FaultyFileSystem : public Faulty<platform::IFileSystem> {
 class FaultyProfile : public Faulty<platform::IProfile> {
  public:
   using Faulty::Faulty;
+  // A file that cannot be opened gives the default; a buffer the platform filled only
+  // in part gives a cut value.
   Text GetString(const Text& section, const Text& key, const Text& defaultValue,
-                 std::size_t bufferChars, const Text& file) override;
+                 std::size_t bufferChars, const Text& file) override {
+    return Cut<&Interface::GetString>("IProfile::GetString", {Fault::Error, Fault::Short},
+                                      defaultValue, section, key, defaultValue, bufferChars, file);
+  }
   bool WriteString(const Text& section, const std::optional<Text>& key,
                    const std::optional<Text>& value, const Text& file) override;
   unsigned long LastError() override {
@@ -103,7 +123,10 @@ class FaultyRegistry : public Faulty<platform::IRegistry> {
  public:
   using Faulty::Faulty;
   std::optional<Text> ReadString(platform::RegRoot root, const Text& key, const Text& name,
-                                 std::size_t maxBytes) override;
+                                 std::size_t maxBytes) override {
+    return Cut<&Interface::ReadString>("IRegistry::ReadString", kErrorOrEmpty,
+                                       std::optional<Text>(), root, key, name, maxBytes);
+  }
   bool WriteString(platform::RegRoot root, const Text& key, const Text& name, const Text& value,
                    unsigned long access) override {
     return Maybe<&Interface::WriteString>("IRegistry::WriteString", false, root, key, name, value,
@@ -168,7 +191,10 @@ class FaultySystemInfo : public Faulty<platform::ISystemInfo> {
   Text ProgramFolder() override { return in_.ProgramFolder(); }
   Text ProgramFileName() override { return in_.ProgramFileName(); }
   Text CommandLine() override { return in_.CommandLine(); }
-  std::optional<Text> Environment(const Text& name) override;
+  std::optional<Text> Environment(const Text& name) override {
+    return Cut<&Interface::Environment>("ISystemInfo::Environment", kErrorOrEmpty,
+                                        std::optional<Text>(), name);
+  }
   bool PreviousInstanceRunning() override { return in_.PreviousInstanceRunning(); }
 };
 
@@ -228,7 +254,11 @@ class FaultyProcessList : public Faulty<platform::IProcessList> {
                                           firstModule);
   }
   Text ModuleFileName(platform::OsHandle process, std::uintptr_t module, std::uint32_t size,
-                      std::uint32_t bufferChars) override;
+                      std::uint32_t bufferChars) override {
+    return Cut<&Interface::ModuleFileName>("IProcessList::ModuleFileName",
+                                           {Fault::Empty, Fault::Short}, Text(), process, module,
+                                           size, bufferChars);
+  }
   platform::OsHandle CreateSnapshot(std::uint32_t flags, std::uint32_t processId) override {
     return Maybe<&Interface::CreateSnapshot>("IProcessList::CreateSnapshot", platform::OsHandle{0},
                                              flags, processId);
@@ -348,7 +378,9 @@ class FaultySound : public Faulty<platform::ISound> {
 class FaultyOsName : public Faulty<platform::IOsNameProvider> {
  public:
   using Faulty::Faulty;
-  std::optional<Text> OsName() override;
+  std::optional<Text> OsName() override {
+    return Cut<&Interface::OsName>("IOsNameProvider::OsName", kErrorOrEmpty, std::optional<Text>());
+  }
 };
 
 class FaultySettingsProvider : public Faulty<platform::ISettingsProvider> {
@@ -386,7 +418,10 @@ class FaultyLocaleInfo : public Faulty<platform::ILocaleInfo> {
   unsigned long Id(platform::LocaleSource source) override {
     return Maybe<&Interface::Id>("ILocaleInfo::Id", {Fault::Empty}, 0UL, source);
   }
-  std::optional<Text> Item(platform::LocaleSource source, unsigned long item) override;
+  std::optional<Text> Item(platform::LocaleSource source, unsigned long item) override {
+    return Cut<&Interface::Item>("ILocaleInfo::Item", kErrorOrEmpty, std::optional<Text>(), source,
+                                 item);
+  }
 };
 
 class FaultyHelp : public Faulty<platform::IHelp> {

@@ -53,26 +53,12 @@ bool EndsWithNoCase(const Text& s, const Text& tail) {
 
 // One schedule line as the application writes it: twenty fields.
 Text RecordLine(int no, const Text& set, const Text& key) {
-  const Text fields[20] = {base::FromNumber(static_cast<long long>(no)),
-                           set,
-                           u"03-25-2027 6:41:00",
-                           u"03-18-2026 15:02:33",
-                           u"My Corvane/",
-                           u"4",
-                           u"2",
-                           u"1",
-                           u"a@b.c",
-                           u"",
-                           u"",
-                           u"",
-                           u"0",
-                           u"1",
-                           u"3",
-                           key,
-                           kUser,
-                           u"1",
-                           u"0",
-                           u"2"};
+  // clang-format off
+  const Text fields[20] = {base::FromNumber(static_cast<long long>(no)), set,
+                           u"03-25-2027 6:41:00", u"03-18-2026 15:02:33", u"My Corvane/", u"4",
+                           u"2", u"1", u"a@b.c", u"", u"", u"", u"0", u"1", u"3", key, kUser,
+                           u"1", u"0", u"2"};
+  // clang-format on
   Text line;
   for (int i = 0; i < 20; ++i) {
     if (i) line += u"\b\b";

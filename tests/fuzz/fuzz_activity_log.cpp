@@ -3,28 +3,13 @@
 // crash, no hang": the tail reader agrees with a read of the whole file, gives at most
 // the lines asked for, each cut at its NUL, trimmed and not blank, and a line without
 // a colon has no row.
-#include <cstddef>
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 
+#include "FuzzInput.h"
 #include "monitor/LogView.h"
 #include "platform/fake/FakeFileSystem.h"
 
-namespace {
-
 using base::Text;
-
-#define Check(condition)                                                                        \
-  do {                                                                                          \
-    if (!(condition)) {                                                                         \
-      std::fprintf(stderr, "fuzz_activity_log: broken at line %d: %s\n", __LINE__, #condition); \
-      std::abort();                                                                             \
-    }                                                                                           \
-  } while (false)
-
-}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size < 2) return 0;
@@ -41,14 +26,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto tail = monitor::ReadNewestLines(
       fs, path, count, [&] { ++pauses; }, chunk);
   const auto whole = monitor::ReadNewestLinesWhole(fs, path, count);
-  Check(tail.has_value() && whole.has_value());
-  Check(*tail == *whole);
-  Check(tail->size() <= count);
+  FUZZ_CHECK(tail.has_value() && whole.has_value());
+  FUZZ_CHECK(*tail == *whole);
+  FUZZ_CHECK(tail->size() <= count);
   for (const Text& line : *tail) {
-    Check(!base::IsBlank(line) && line == base::Trim(line));
-    Check(line.find(u'\0') == Text::npos);
+    FUZZ_CHECK(!base::IsBlank(line) && line == base::Trim(line));
+    FUZZ_CHECK(line.find(u'\0') == Text::npos);
     const auto row = monitor::ParseLogLine(line);
-    if (line.find(u':') == Text::npos) Check(!row);
+    if (line.find(u':') == Text::npos) FUZZ_CHECK(!row);
   }
   return 0;
 }

@@ -2,13 +2,10 @@
 // through the fill of the Backup Now list. Beyond "no crash, no hang": the sets file is
 // only read, the screen shows exactly when there are rows, and every row is a set the
 // file names, once, never one of the sets Backup Now keeps to itself.
-#include <cstddef>
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
+#include "FuzzInput.h"
 #include "frame/Settings.h"
 #include "jobstore/BackupSets.h"
 #include "jobstore/DBaction.h"
@@ -18,14 +15,6 @@
 namespace {
 
 using base::Text;
-
-#define Check(condition)                                                                       \
-  do {                                                                                         \
-    if (!(condition)) {                                                                        \
-      std::fprintf(stderr, "fuzz_backup_sets: broken at line %d: %s\n", __LINE__, #condition); \
-      std::abort();                                                                            \
-    }                                                                                          \
-  } while (false)
 
 Text Same(const Text& t) { return base::ToUpper(base::Trim(t)); }
 
@@ -59,34 +48,34 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   const jobstore::BackupNowOutcome outcome = jobstore::FillBackupNowList(fx.app);
   const auto& rows = fx.app.Store.LstBackupSet.Rows;
-  Check((outcome == jobstore::BackupNowOutcome::Show) == !rows.empty());
-  Check(outcome == jobstore::BackupNowOutcome::Show || messages == 1);
+  FUZZ_CHECK((outcome == jobstore::BackupNowOutcome::Show) == !rows.empty());
+  FUZZ_CHECK(outcome == jobstore::BackupNowOutcome::Show || messages == 1);
 
   if (!relative) {
-    Check(fx.fake.fs.Bytes(file) == bytes);
+    FUZZ_CHECK(fx.fake.fs.Bytes(file) == bytes);
     const std::vector<Text> lines =
         platform::TextFile::ReadLines(fx.fake.fs, file).value_or(std::vector<Text>{});
     for (std::size_t i = 0; i < rows.size(); ++i) {
       const jobstore::BackupNowRow& row = rows[i];
-      Check(!Hidden(row.Name));
-      Check(row.Destination == jobstore::kDefaultDestination && row.RecordNo == u"-1");
-      Check(row.UserName == frame::ReadSetting(fx.app, u"UserName"));
-      for (std::size_t j = 0; j < i; ++j) Check(!base::EqualsNoCase(rows[j].Name, row.Name));
+      FUZZ_CHECK(!Hidden(row.Name));
+      FUZZ_CHECK(row.Destination == jobstore::kDefaultDestination && row.RecordNo == u"-1");
+      FUZZ_CHECK(row.UserName == frame::ReadSetting(fx.app, u"UserName"));
+      for (std::size_t j = 0; j < i; ++j) FUZZ_CHECK(!base::EqualsNoCase(rows[j].Name, row.Name));
       bool named = false;
       for (const Text& line : lines) {
         const std::size_t at = line.find(u'\u0008');
         named = named || (at == Text::npos ? row.Name.empty() : line.substr(0, at) == row.Name);
       }
-      Check(named);
+      FUZZ_CHECK(named);
     }
   } else {
     for (std::size_t i = 0; i < rows.size(); ++i) {
       const jobstore::BackupNowRow& row = rows[i];
-      Check(!base::IsBlank(row.Name) && Same(row.Name) != u"RESTORE ITEMSET");
-      Check(Same(row.UserName) == Same(user));
+      FUZZ_CHECK(!base::IsBlank(row.Name) && Same(row.Name) != u"RESTORE ITEMSET");
+      FUZZ_CHECK(Same(row.UserName) == Same(user));
       for (std::size_t j = 0; j < i; ++j)
-        Check(!(Same(rows[j].Name) == Same(row.Name) &&
-                Same(rows[j].Destination) == Same(row.Destination)));
+        FUZZ_CHECK(!(Same(rows[j].Name) == Same(row.Name) &&
+                     Same(rows[j].Destination) == Same(row.Destination)));
     }
   }
   return 0;

@@ -1,22 +1,10 @@
 // Arbitrary bytes as a log file of the feedback report, read as Unicode and as plain
 // text: no crash or hang, the temporary file gone afterwards, the tail within the
 // limit (what one line can add beyond it included), and lines in file order.
-#include <cstddef>
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-
+#include "FuzzInput.h"
 #include "frame/AppState.h"
 #include "platform/fake/FakePlatform.h"
 #include "account/FeedbackReport.h"
-
-#define Check(condition)                                                                      \
-  do {                                                                                        \
-    if (!(condition)) {                                                                       \
-      std::fprintf(stderr, "fuzz_bundle_log: broken at line %d: %s\n", __LINE__, #condition); \
-      std::abort();                                                                           \
-    }                                                                                         \
-  } while (false)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   platform::FakePlatform fake;
@@ -30,11 +18,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fake.fs.WriteAll(u"C:\\QV\\QVCOMMON\\TraceLdb.txt", bytes);
     const base::Text tail =
         account::BundleLogFile(app, *http, u"TraceLdb.txt", false, plain, [] {});
-    Check(!fake.fs.FileExists(u"C:\\QV\\QVCOMMON\\TmpLogAttach.txt"));
+    FUZZ_CHECK(!fake.fs.FileExists(u"C:\\QV\\QVCOMMON\\TmpLogAttach.txt"));
     // The temporary file counts bytes of UTF-16 (2 a unit) or of single bytes; the
     // walk stops on the line that reaches the limit.
-    Check(tail.size() <= account::kLogTailLimit + size + 2);
-    Check(tail.empty() || tail.back() == u'\n');
+    FUZZ_CHECK(tail.size() <= account::kLogTailLimit + size + 2);
+    FUZZ_CHECK(tail.empty() || tail.back() == u'\n');
   }
   return 0;
 }

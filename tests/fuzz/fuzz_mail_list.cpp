@@ -3,27 +3,16 @@
 // and a write of the list read back. Beyond "no crash, no hang": loading never changes
 // the file, the list holds each address once, the saved address is in it afterwards,
 // and every address written comes back whole and in its place.
-#include <cstddef>
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
+#include "FuzzInput.h"
 #include "jobstore/BackupSets.h"
 #include "testkit/FrameFixture.h"
 
 namespace {
 
 using base::Text;
-
-#define Check(condition)                                                                     \
-  do {                                                                                       \
-    if (!(condition)) {                                                                      \
-      std::fprintf(stderr, "fuzz_mail_list: broken at line %d: %s\n", __LINE__, #condition); \
-      std::abort();                                                                          \
-    }                                                                                        \
-  } while (false)
 
 bool HasLineBreak(const Text& t) { return t.find_first_of(u"\r\n") != Text::npos; }
 
@@ -46,29 +35,29 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   jobstore::Sch_LoadMailidList(fx.app, &shown);
   const std::vector<Text> loaded = fx.app.Store.MailIdList;
   for (std::size_t i = 0; i < loaded.size(); ++i)
-    for (std::size_t j = 0; j < i; ++j) Check(!base::EqualsNoCase(loaded[i], loaded[j]));
+    for (std::size_t j = 0; j < i; ++j) FUZZ_CHECK(!base::EqualsNoCase(loaded[i], loaded[j]));
   std::vector<Text> expectedShown;
   for (const Text& a : loaded)
     if (!base::IsBlank(a)) expectedShown.push_back(a);
-  Check(shown == expectedShown);
+  FUZZ_CHECK(shown == expectedShown);
 
   // The editor has no list: the load ends early but the collection is the same.
   jobstore::Sch_LoadMailidList(fx.app, nullptr);
-  Check(fx.app.Store.MailIdList == loaded);
-  Check(fx.fake.fs.Bytes(fx.app.MailFilePath) == bytes);
+  FUZZ_CHECK(fx.app.Store.MailIdList == loaded);
+  FUZZ_CHECK(fx.fake.fs.Bytes(fx.app.MailFilePath) == bytes);
 
   jobstore::Sch_SaveMailid(fx.app, address);
   const std::vector<Text>& saved = fx.app.Store.MailIdList;
-  Check(saved.size() <= std::max(loaded.size(), jobstore::kMaxMailIds));
+  FUZZ_CHECK(saved.size() <= std::max(loaded.size(), jobstore::kMaxMailIds));
   if (!address.empty()) {
     const Text wanted = base::ToLower(base::Trim(address));
     bool found = false;
     for (const Text& a : saved)
       found = found || a == address || base::ToLower(base::Trim(a)) == wanted;
-    Check(found);
+    FUZZ_CHECK(found);
   }
   // The save joins the full path to the program folder, so the file keeps its bytes.
-  Check(fx.fake.fs.Bytes(fx.app.MailFilePath) == bytes);
+  FUZZ_CHECK(fx.fake.fs.Bytes(fx.app.MailFilePath) == bytes);
 
   // Written under a name relative to the program folder, the list lands in Mailid.txt
   // (oldest first) and reads back whole: newest last, a later case-twin dropped.
@@ -84,7 +73,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     std::vector<Text> again;
     jobstore::DB_ReadMaildata(fx.app, again, fx.app.MailFilePath);
-    Check(again == expected);
+    FUZZ_CHECK(again == expected);
   }
   return 0;
 }

@@ -3,26 +3,15 @@
 // themselves on the windowless kit. No crash and no hang; each request is taken (its
 // file gone) with the names it carries kept; a NoofDays or DateFailed that is no
 // number is the one failure the check gives back to the tick.
-#include <cstddef>
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 
+#include "FuzzInput.h"
 #include "base/Guarded.h"
 #include "frame/Settings.h"
 #include "kit/ScriptedUi.h"
 #include "notify/Notices.h"
 #include "notify/Requests.h"
 #include "testkit/FrameFixture.h"
-
-#define Check(condition)                                                                   \
-  do {                                                                                     \
-    if (!(condition)) {                                                                    \
-      std::fprintf(stderr, "fuzz_notices: broken at line %d: %s\n", __LINE__, #condition); \
-      std::abort();                                                                        \
-    }                                                                                      \
-  } while (false)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string bytes(reinterpret_cast<const char*>(data), size);
@@ -39,16 +28,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   notify::Notices notices(fx.app, ui, {});
   const auto job = notify::ReadJobRequest(fx.app);
   notices.senddesktopnotify();
-  Check(!fx.fake.fs.FileExists(fx.Common(u"qvwincurjobname.txt")));
+  FUZZ_CHECK(!fx.fake.fs.FileExists(fx.Common(u"qvwincurjobname.txt")));
   if (job && job->kind == notify::JobRequest::Kind::Names)
-    Check(fx.app.CurrentLogName == job->jobName);
+    FUZZ_CHECK(fx.app.CurrentLogName == job->jobName);
 
   const auto dialup = notify::ReadDialupRequest(fx.app);
   notices.DialupCheck();
-  Check(!fx.fake.fs.FileExists(fx.Common(u"DialupDisconnect.txt")));
+  FUZZ_CHECK(!fx.fake.fs.FileExists(fx.Common(u"DialupDisconnect.txt")));
   if (dialup) {
-    Check(fx.app.CurrentLogName == dialup->jobName);
-    Check(fx.app.CurrentSessionFile == dialup->secondLine);
+    FUZZ_CHECK(fx.app.CurrentLogName == dialup->jobName);
+    FUZZ_CHECK(fx.app.CurrentSessionFile == dialup->secondLine);
   }
   // A value that is no number ends the tick's run there, as the tick's handler does.
   for (int tick = 0; tick < 2; ++tick) base::IgnoreFailure([&] { notices.CheckMissedBackup(); });

@@ -1,21 +1,15 @@
 // Arbitrary bytes as a profile file (any of its encodings) through reads, repeated
 // writes and deletes. Beyond "no crash": a read never exceeds the buffer, and once
 // the file is tidy a written value reads back and the same write changes nothing.
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
 #include <string>
 
+#include "FuzzInput.h"
 #include "platform/fake/FakeFileSystem.h"
 #include "platform/portable/PortableProfile.h"
 
 namespace {
 
 using base::Text;
-
-void Check(bool condition) {
-  if (!condition) std::abort();
-}
 
 // Names for the reads come from the input too, so they hit what the file holds.
 Text NameFrom(const std::string& bytes, std::size_t at) {
@@ -41,7 +35,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (std::size_t buffer : {std::size_t{0}, std::size_t{1}, std::size_t{3}, std::size_t{1024}}) {
     Text value =
         profile.GetString(NameFrom(bytes, 1), NameFrom(bytes, size / 2), u"\"d\" ", buffer, file);
-    Check(buffer == 0 ? value.empty() : value.size() <= buffer - 1);
+    FUZZ_CHECK(buffer == 0 ? value.empty() : value.size() <= buffer - 1);
   }
 
   // The first write tidies the file. That can change how it reads: an ANSI file whose
@@ -52,15 +46,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   auto write = [&] {
     return profile.WriteString(u"Corvane", Text(u"UserName"), Text(u"alice"), file);
   };
-  Check(write());
-  Check(write());
+  FUZZ_CHECK(write());
+  FUZZ_CHECK(write());
   std::string tidy = fs.Bytes(file);
-  Check(write());
-  Check(fs.Bytes(file) == tidy);
-  Check(profile.GetString(u"corvane", u"username", u"", 1024, file) == u"alice");
+  FUZZ_CHECK(write());
+  FUZZ_CHECK(fs.Bytes(file) == tidy);
+  FUZZ_CHECK(profile.GetString(u"corvane", u"username", u"", 1024, file) == u"alice");
 
   profile.WriteString(NameFrom(bytes, 0), NameFrom(bytes, 3), std::nullopt, file);
   profile.WriteString(NameFrom(bytes, 2), std::nullopt, std::nullopt, file);
-  Check(profile.WriteString(u"Corvane", std::nullopt, std::nullopt, file));
+  FUZZ_CHECK(profile.WriteString(u"Corvane", std::nullopt, std::nullopt, file));
   return 0;
 }

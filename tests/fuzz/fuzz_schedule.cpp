@@ -1,14 +1,11 @@
 // Arbitrary bytes as scheduleData.txt through load, update, delete, new number and the
 // state word. Beyond "no crash, no hang", each write must leave a file that loads and
 // holds exactly what the operation means: the other lines untouched, the record last.
-#include <cstddef>
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "FuzzInput.h"
 #include "base/Utf16.h"
 #include "frame/AppState.h"
 #include "jobstore/DBaction.h"
@@ -19,15 +16,6 @@
 namespace {
 
 using base::Text;
-
-// Says which promise broke before stopping the run.
-#define Check(condition)                                                                    \
-  do {                                                                                      \
-    if (!(condition)) {                                                                     \
-      std::fprintf(stderr, "fuzz_schedule: broken at line %d: %s\n", __LINE__, #condition); \
-      std::abort();                                                                         \
-    }                                                                                       \
-  } while (false)
 
 std::vector<Text> LinesOf(platform::FakeFileSystem& fs, const Text& path) {
   return platform::TextFile::ReadLines(fs, path).value_or(std::vector<Text>{});
@@ -75,7 +63,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fake.fs.PutFile(app.ScheduleFilePath, bytes);
 
   long next = jobstore::DB_ReadSchdata(app, Text(), app.Jobs, (flags & 8) != 0);
-  Check(next >= 0 && (app.Jobs.empty() || static_cast<size_t>(next) < app.Jobs.size()));
+  FUZZ_CHECK(next >= 0 && (app.Jobs.empty() || static_cast<size_t>(next) < app.Jobs.size()));
   jobstore::Sch_SortBuildDate(app, app.Jobs.empty() ? Text() : app.Jobs[0].NextRun);
 
   // The Backup Now load may have written a record (and mended the state line): load
@@ -86,7 +74,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   const std::vector<Text> before = LinesOf(fake.fs, app.ScheduleFilePath);
   long number = jobstore::DB_GetNewSchRecordNo(app, app.RecordCount);
-  Check(number >= 1);
+  FUZZ_CHECK(number >= 1);
 
   // Update the record the flags point at (if the load made one), then check the file.
   // The load keeps only the lines with a separator: record `pick` is the pick-th of them.
@@ -124,7 +112,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       if (!goodState) expected = {u"0"};
       expected.push_back(jobstore::BuildScheduleLine(r));
     }
-    if (exact) Check(LinesOf(fake.fs, app.ScheduleFilePath) == expected);
+    if (exact) FUZZ_CHECK(LinesOf(fake.fs, app.ScheduleFilePath) == expected);
 
     // What was written loads again, and a record that came in the new form reads back
     // as written.
@@ -132,8 +120,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     jobstore::DB_ReadSchdata(app, Text(), again, false);
     if (exact && !remove && !hit->oldForm && SplitsCleanly(r)) {
       jobstore::ParsedLine back = jobstore::ParseScheduleLine(expected.back());
-      Check(back.hasSeparator);
-      if (!back.oldForm) Check(jobstore::BuildScheduleLine(back.record) == expected.back());
+      FUZZ_CHECK(back.hasSeparator);
+      if (!back.oldForm) FUZZ_CHECK(jobstore::BuildScheduleLine(back.record) == expected.back());
     }
     static_cast<void>(
         jobstore::DB_DeleteRecord(app, app.Jobs.back().RecordNo, app.ScheduleFilePath));
@@ -144,7 +132,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static_cast<void>(jobstore::SetStateWord(app, app.ScheduleFilePath, u"2"));
   const base::Utf16Content was = base::DecodeUtf16Le(current);
   const base::Utf16Content now = base::DecodeUtf16Le(fake.fs.Bytes(app.ScheduleFilePath));
-  Check(now.units == u"2" + base::Mid(was.units, 2));
-  Check(now.oddByte == was.oddByte);
+  FUZZ_CHECK(now.units == u"2" + base::Mid(was.units, 2));
+  FUZZ_CHECK(now.oddByte == was.oddByte);
   return 0;
 }

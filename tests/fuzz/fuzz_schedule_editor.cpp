@@ -3,13 +3,10 @@
 // hang": the list shows each numbered job once, the running job is one of the file's,
 // the file still loads afterwards, a refused check leaves it as it was, and a job in
 // progress keeps its line.
-#include <cstddef>
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
+#include "FuzzInput.h"
 #include "base/Utf16.h"
 #include "frame/AppState.h"
 #include "jobs/DTEmailRules.h"
@@ -21,14 +18,6 @@
 namespace {
 
 using base::Text;
-
-#define Check(condition)                                                                           \
-  do {                                                                                             \
-    if (!(condition)) {                                                                            \
-      std::fprintf(stderr, "fuzz_schedule_editor: broken at line %d: %s\n", __LINE__, #condition); \
-      std::abort();                                                                                \
-    }                                                                                              \
-  } while (false)
 
 std::vector<Text> LinesOf(platform::FakeFileSystem& fs, const Text& path) {
   return platform::TextFile::ReadLines(fs, path).value_or(std::vector<Text>{});
@@ -65,19 +54,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   // The list shows each numbered job once, keyed by its number.
   const std::vector<jobs::EditorRow> rows = jobs::EditorRows(app, ed, nextJob);
-  Check(rows.size() <= ed.TempJobs.size());
+  FUZZ_CHECK(rows.size() <= ed.TempJobs.size());
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    for (std::size_t j = 0; j < i; ++j) Check(rows[j].key != rows[i].key);
+    for (std::size_t j = 0; j < i; ++j) FUZZ_CHECK(rows[j].key != rows[i].key);
     bool known = false;
     for (const auto& r : ed.TempJobs)
       known = known || (!r.RecordNo.empty() && rows[i].key == u"QV_" + r.RecordNo);
-    Check(known);
+    FUZZ_CHECK(known);
   }
   const Text running = jobs::CurrentJobNo(app, nextJob);
   if (!running.empty()) {
     bool known = false;
     for (const auto& r : app.Jobs) known = known || r.RecordNo == running;
-    Check(known);
+    FUZZ_CHECK(known);
   }
   if (!ed.TempJobs.empty()) {
     const Text no = ed.TempJobs[pick % ed.TempJobs.size()].RecordNo;
@@ -128,7 +117,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::vector<Text> before = LinesOf(fake.fs, app.ScheduleFilePath);
   const jobs::SaveOutcome out = jobs::Sch_Start4_Next_Click(app, ed, c);
   const std::vector<Text> after = LinesOf(fake.fs, app.ScheduleFilePath);
-  if (!out.saved) Check(after == before);
+  if (!out.saved) FUZZ_CHECK(after == before);
 
   // The file loads again, and every running job that was in it is still there as it was.
   std::vector<jobstore::ScheduleRecord> reloaded;
@@ -145,7 +134,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (before[0].size() != 1 || sameNumber != 1) continue;
     bool kept = false;
     for (std::size_t j = 1; j < after.size(); ++j) kept = kept || after[j] == before[i];
-    Check(kept);
+    FUZZ_CHECK(kept);
   }
   return 0;
 }

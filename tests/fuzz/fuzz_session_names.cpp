@@ -3,12 +3,9 @@
 // name for viewing and deleting. Beyond "no crash, no hang": the fast order is the
 // design's insertion order, every row comes from a listed name, and a delete never
 // removes a file other than the one its row names.
-#include <cstddef>
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <vector>
 
+#include "FuzzInput.h"
 #include "frame/AppState.h"
 #include "kit/Form.h"
 #include "kit/ListView.h"
@@ -20,14 +17,6 @@
 namespace {
 
 using base::Text;
-
-#define Check(condition)                                                                         \
-  do {                                                                                           \
-    if (!(condition)) {                                                                          \
-      std::fprintf(stderr, "fuzz_session_names: broken at line %d: %s\n", __LINE__, #condition); \
-      std::abort();                                                                              \
-    }                                                                                            \
-  } while (false)
 
 const Text kFolder = u"C:\\QV\\QVCOMMON\\Session";
 
@@ -54,8 +43,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   std::vector<sessions::SessionEntry> walked = sessions::WalkSessionFolder(app, {});
   const std::vector<Text> listed = sessions::NewestFirst(walked);
-  Check(listed == testkit::InsertionNewestFirst(walked));
-  Check(listed.size() <= names.size());
+  FUZZ_CHECK(listed == testkit::InsertionNewestFirst(walked));
+  FUZZ_CHECK(listed.size() <= names.size());
 
   kit::Form holder(u"frmSessionLog");
   kit::ListView list(holder, u"LstSessionLogView", {});
@@ -63,7 +52,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   sessions::SessionPager pager;
   const int count = static_cast<int>(listed.size());
   sessions::ShowPage(app, list, listed, pager.Load(count));
-  Check(list.Count() <= sessions::SessionPager::kPageSize);
+  FUZZ_CHECK(list.Count() <= sessions::SessionPager::kPageSize);
   for (int i = 1; i <= list.Count(); ++i) {
     const kit::ListItem& row = list.Item(i);
     for (auto use : {sessions::NameFor::View, sessions::NameFor::Delete})
@@ -79,12 +68,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const Text& n : names)
       if (fake.fs.FileExists(kFolder + u"\\" + n)) before.push_back(n);
     list.Item(i).SetChecked(true);
-    Check(sessions::GetSessionFileSelected_Delete(app, list, i));
+    FUZZ_CHECK(sessions::GetSessionFileSelected_Delete(app, list, i));
     for (const Text& n : before) {
-      if (!fake.fs.FileExists(kFolder + u"\\" + n)) Check(base::EqualsNoCase(n, target));
+      if (!fake.fs.FileExists(kFolder + u"\\" + n)) FUZZ_CHECK(base::EqualsNoCase(n, target));
     }
   }
-  Check(list.Count() == 0);
+  FUZZ_CHECK(list.Count() == 0);
   while (pager.NextStart < count + sessions::SessionPager::kPageSize)
     sessions::ShowPage(app, list, listed, pager.Next(count));
   return 0;

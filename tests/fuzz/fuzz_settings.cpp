@@ -7,12 +7,9 @@
 // window at most once, the quota bar stays within 0..100 for sensible figures and is
 // absent for a total of 0, and the engine type is a yes or a no.
 #include <cmath>
-#include <cstddef>
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 
+#include "FuzzInput.h"
 #include "frame/Settings.h"
 #include "frame/Startup.h"
 #include "jobs/PluginRules.h"
@@ -27,14 +24,6 @@
 namespace {
 
 using base::Text;
-
-#define Check(condition)                                                                    \
-  do {                                                                                      \
-    if (!(condition)) {                                                                     \
-      std::fprintf(stderr, "fuzz_settings: broken at line %d: %s\n", __LINE__, #condition); \
-      std::abort();                                                                         \
-    }                                                                                       \
-  } while (false)
 
 struct Steps : frame::IStartupSteps {
   void CreateEngines(frame::AppState&) override {}
@@ -76,16 +65,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fx.app.secureStore = &secure;
 
   Steps steps;
-  Check(frame::Main(fx.app, steps) == frame::MainResult::Run);
-  Check(steps.placed <= 1);
-  Check(!fx.app.BacksetFilePath.empty());
+  FUZZ_CHECK(frame::Main(fx.app, steps) == frame::MainResult::Run);
+  FUZZ_CHECK(steps.placed <= 1);
+  FUZZ_CHECK(!fx.app.BacksetFilePath.empty());
   fx.app.UserName = u"alice";
 
   for (const char16_t* key : {monitor::kPlainLimitKey, monitor::kPausedLimitKey}) {
     const long percent =
         monitor::LimitPercent(monitor::LimitOrFull(base::Trim(frame::ReadSetting(fx.app, key))));
     const double left = monitor::KnobLeft({100, 3000, 200}, percent);
-    Check(!std::isnan(left));
+    FUZZ_CHECK(!std::isnan(left));
     monitor::KnobPercent({100, 3000, 200}, left);
   }
   const Text idle =
@@ -97,16 +86,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     monitor::ChooseSliderLimit(pass, autoPause, idle, data[0] % 6);
 
   if (auto f = notify::ReadQuotaFigures(fx.app)) {
-    if (f->totalMegabytes == 0) Check(!f->percent);
+    if (f->totalMegabytes == 0) FUZZ_CHECK(!f->percent);
     if (f->totalMegabytes > 0 && f->usedMegabytes >= 0) {
-      Check(f->percent && *f->percent >= 0 && *f->percent <= 100);
+      FUZZ_CHECK(f->percent && *f->percent >= 0 && *f->percent <= 100);
     }
   }
   const notify::QuotaView quota = notify::ReadQuota(fx.app);
-  Check(!quota.barValue || quota.visible);
+  FUZZ_CHECK(!quota.barValue || quota.visible);
 
   const int service = frame::EngineIsService(fx.app);
-  Check(service == 0 || service == 1);
+  FUZZ_CHECK(service == 0 || service == 1);
   monitor::WebManageChoice(
       base::Trim(frame::ReadAccountKey(fx.app, u"Corvane", u"WebManage", true)),
       !base::IsBlank(frame::ReadSetting(fx.app, u"alice", true)));
