@@ -51,17 +51,24 @@ class SessionLogTest : public EngineMonitorTest {
   // Chooses "&View log" on the tray menu (starting the monitor first when it is not
   // up yet); the screen's window.
   HWND OpenFromTray() {
-    if (main_ == nullptr && OpenMonitor(L"") == nullptr) return nullptr;
-    if (!PostTrayMouse(main_, WM_RBUTTONUP) || !WaitForPopupMenu(pid_)) return nullptr;
+    // Each step says when it is the one that failed: a run under load once ended here
+    // with no word of which.
+    auto failed = [](const char* step) -> HWND {
+      ADD_FAILURE() << step;
+      return nullptr;
+    };
+    if (main_ == nullptr && OpenMonitor(L"") == nullptr) return failed("the monitor did not start");
+    if (!PostTrayMouse(main_, WM_RBUTTONUP) || !WaitForPopupMenu(pid_))
+      return failed("a right click on the tray icon showed no menu");
     chosen_ = std::chrono::steady_clock::now();
-    if (!ChooseMenuItemByMnemonic(pid_, L'v')) return nullptr;
+    if (!ChooseMenuItemByMnemonic(pid_, L'v')) return failed("the menu did not close on V");
     HWND screen = nullptr;
     WaitUntil([&] {
       for (const WindowInfo& w : FindTopLevel({L"", kMonitorClass, pid_, true}))
         if (DesignName(w.hwnd) == L"frmSessionLog") screen = w.hwnd;
       return screen != nullptr;
     });
-    return screen;
+    return screen != nullptr ? screen : failed("no Session Log window within the wait");
   }
   bool WaitForRange(HWND screen, const std::wstring& text) {
     return WaitUntil([&] { return Text(screen, L"lblDispItems") == text; });
