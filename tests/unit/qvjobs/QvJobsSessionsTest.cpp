@@ -63,12 +63,16 @@ TEST_F(QvJobsSessionsTest, TheFirstPageWithItsCellsAsTheListHoldsThem) {
   EXPECT_EQ(err, "");
 }
 
+// A page in the middle, as Next shows it, and the last one.
 TEST_F(QvJobsSessionsTest, APageOfTheScreensPager) {
   Files(120);
-  ASSERT_EQ(Run({"--root", "C:\\QV", "sessions", "--page", "3"}), kExitOk);
-  EXPECT_EQ(out.substr(0, out.find('\n')), "101 to 120 of 120");
+  ASSERT_EQ(Run({"--root", "C:\\QV", "sessions", "--page", "2"}), kExitOk);
+  EXPECT_EQ(out.substr(0, out.find('\n')), "51 to 100 of 120");
+  EXPECT_EQ(Lines(), 51);
+  EXPECT_EQ(out.substr(out.find('\n') + 1, 22), " 11-11-2026  10-00-00|");  // session 51
+  ASSERT_EQ(Run({"sessions", "--page", "4"}), kExitOk);
+  EXPECT_EQ(out.substr(0, out.find('\n')), "101 to 120 of 120");  // Next is off on page 3
   EXPECT_EQ(Lines(), 21);
-  EXPECT_EQ(out.substr(out.find('\n') + 1, 22), " 09-22-2026  10-00-00|");  // session 101
 }
 
 TEST_F(QvJobsSessionsTest, NoFolderIsAnEmptyRangeAndABadPageAUsageError) {
