@@ -49,19 +49,19 @@ class frmErrorReport : public kit::Form {
   kit::PictureButton cmdExit{picbkgrd, u"cmdExit", {6900, 5760, 1350, 345}, u"&Close"};
 
   // Hidden: they take no part in a report.
+  kit::Label lblTo{picbkgrd, u"lblTo", {300, 6600, 2000, 255}};
   kit::TextBox txtTo{picbkgrd, u"txtTo", {2400, 6600, 2000, 315}};
+  kit::Label lblServer{picbkgrd, u"lblServer", {300, 6600, 2000, 255}};
   kit::TextBox txtServer{picbkgrd, u"txtServer", {2400, 6600, 2000, 315}};
+  kit::Label lblToName{picbkgrd, u"lblToName", {300, 6600, 2000, 255}};
   kit::TextBox txtToName{picbkgrd, u"txtToName", {2400, 6600, 2000, 315}};
+  kit::Label lblAttach{picbkgrd, u"lblAttach", {300, 6600, 2000, 255}};
   kit::TextBox txtAttach{picbkgrd, u"txtAttach", {2400, 6600, 2000, 315}};
   kit::Picture fraOptions{picbkgrd, u"fraOptions", {300, 6600, 2000, 600}};
   kit::OptionButton optSend{fraOptions, u"optSend", {60, 60, 1500, 255}};
   kit::TextBox txtQty{picbkgrd, u"txtQty", {2400, 6600, 600, 315}};
   kit::PictureButton cmdBrowse{picbkgrd, u"cmdBrowse", {4500, 6600, 1350, 345}, u"&Browse"};
   kit::PictureButton cmdReset{picbkgrd, u"cmdReset", {6000, 6600, 1350, 345}, u"R&eset"};
-  kit::Label lblServer{picbkgrd, u"lblServer", {300, 6600, 2000, 255}};
-  kit::Label lblToName{picbkgrd, u"lblToName", {300, 6600, 2000, 255}};
-  kit::Label lblAttach{picbkgrd, u"lblAttach", {300, 6600, 2000, 255}};
-  kit::Label lblTo{picbkgrd, u"lblTo", {300, 6600, 2000, 255}};
   kit::ListView lstStatus{picbkgrd, u"lstStatus", {300, 6600, 2000, 600}};
 
  protected:

@@ -49,15 +49,9 @@ TEST(FeedbackRules, MailAddressNeedsAnAtNoDotRightBehindItAndADotLater) {
   EXPECT_FALSE(account::ValidateMailid(u"a@"));
 }
 
-TEST(FeedbackRules, SubjectFollowsTheTicketAndTheTicketLabelTheScale) {
+TEST(FeedbackRules, SubjectFollowsTheTrimmedTicket) {
   EXPECT_EQ(account::TicketSubject(u" 1234 "), u"Corvane for Windows Ticket : 1234");
   EXPECT_EQ(account::TicketSubject(u"   "), u"Corvane for Windows user feedback");
-  auto at96 = account::TroubleTicketLabel(15);
-  EXPECT_EQ(at96.caption, u"Trouble Ticket No\r\n (If created already)");
-  EXPECT_EQ(at96.toolTip, u"");
-  auto at120 = account::TroubleTicketLabel(12);
-  EXPECT_EQ(at120.caption, u"Trouble Ticket ...");
-  EXPECT_EQ(at120.toolTip, u"Trouble Ticket No  (If created already)");
 }
 
 TEST_F(FeedbackReportTest, MessageLinesAreEncodedAndOnlySeveralLinesGetLineFeeds) {

@@ -15,11 +15,8 @@ class VersionInventoryTest : public ::testing::Test, public testkit::AccountFixt
   const Text kHead = u"\r\nRelease Date                                  02/08/2013";
 };
 
-TEST_F(VersionInventoryTest, NoneOfTheFilesLeavesOnlyTheReleaseDate) {
-  EXPECT_EQ(account::BuildVersionList(app, u"C:\\prog"), kHead);
-}
-
 TEST_F(VersionInventoryTest, FourFilesShowInTheirColumnsAndTheOtherTwoNever) {
+  EXPECT_EQ(account::BuildVersionList(app, u"C:\\prog"), kHead);  // none of them yet
   Version(u"QVMonitor.exe", {9, 5, 0, 5});
   Version(u"CorvaneForWindows_955.exe", {9, 5, 5, 1});
   Version(u"QVWinSrv.dll", {1, 2, 3, 4});

@@ -70,23 +70,6 @@ class SameBytesTest : public JobStoreTest {
 
 std::string Utf16(const Text& units) { return base::EncodeUtf16Le(units); }
 
-// Bytes readable in a failure message: printable ASCII as is, the rest as <XX>.
-std::string ShowBytes(const std::string& bytes) {
-  static const char* const kHex = "0123456789ABCDEF";
-  std::string out;
-  for (unsigned char c : bytes) {
-    if (c >= 0x20 && c < 0x7F) {
-      out += static_cast<char>(c);
-    } else {
-      out += '<';
-      out += kHex[c >> 4];
-      out += kHex[c & 15];
-      out += '>';
-    }
-  }
-  return out;
-}
-
 TEST_F(SameBytesTest, UpdateAndRemovalGiveTheSequencesBytesInOneWrite) {
   const std::string bom(base::kUtf16Bom);
   // Hand-picked starts: the damaged first lines, odd endings and forms, no file at all.
@@ -120,7 +103,6 @@ TEST_F(SameBytesTest, UpdateAndRemovalGiveTheSequencesBytesInOneWrite) {
     starts.push_back(bytes);
   }
 
-  int cases = 0;
   for (const auto& start : starts) {
     for (const Text& no : {Text(u"2"), Text(u"0"), Text(u"9"), Text()}) {
       for (bool bNoSch : {false, true}) {
@@ -128,18 +110,13 @@ TEST_F(SameBytesTest, UpdateAndRemovalGiveTheSequencesBytesInOneWrite) {
         int writes = 0;
         auto expected = Stepwise(start, Record(no), bNoSch, stepCount);
         auto actual = InOneWrite(start, Record(no), bNoSch, oneCount, writes);
-        const std::string shown = start ? ShowBytes(*start) : std::string("(no file)");
-        ASSERT_EQ(actual.has_value(), expected.has_value()) << shown;
-        if (expected) {
-          EXPECT_EQ(ShowBytes(*actual), ShowBytes(*expected)) << shown;
-        }
+        const std::string shown = ::testing::PrintToString(start);
+        EXPECT_EQ(actual, expected) << shown;
         EXPECT_EQ(oneCount, stepCount) << shown;
         EXPECT_LE(writes, 1) << "one change is one write: " << shown;
-        ++cases;
       }
     }
   }
-  EXPECT_EQ(cases, static_cast<int>(starts.size()) * 8);
 }
 
 // --- Every writer, every failure ---------------------------------------------------
@@ -232,7 +209,6 @@ TEST_F(FailingWriteTest, EachStepThatFailsKeepsTheOldBytesAndSaysWhy) {
       {"full disk", [](auto& fs, auto&) { fs.SetSpaceLeft(0); }},
       {"nearly full disk", [](auto& fs, auto&) { fs.SetSpaceLeft(5); }},
   };
-  int checked = 0;
   for (const Writer& writer : Writers()) {
     for (const Failure& failure : failures) {
       SCOPED_TRACE(std::string(writer.name) + ", " + failure.name);
@@ -247,13 +223,11 @@ TEST_F(FailingWriteTest, EachStepThatFailsKeepsTheOldBytesAndSaysWhy) {
       EXPECT_FALSE(result.reason.empty());
       EXPECT_EQ(app.LastWriteFailure, result.reason);
       if (std::string(failure.name).rfind("held", 0) != 0) {
-        EXPECT_EQ(ShowBytes(fake.fs.Bytes(path)), ShowBytes(before));
+        EXPECT_EQ(fake.fs.Bytes(path), before);
       }
       EXPECT_TRUE(NoTemporaries());
-      ++checked;
     }
   }
-  EXPECT_EQ(checked, 48);
 }
 
 TEST_F(FailingWriteTest, FailuresOfTheFileItselfAreToldToo) {
@@ -307,24 +281,12 @@ TEST_F(FailingWriteTest, AFileHeldByAnotherProgramIsWrittenInPlaceAndTraced) {
   EXPECT_TRUE(NoTemporaries());
 }
 
-TEST_F(FailingWriteTest, AFailedAppendIsCutBackToItsOldLength) {
-  PutSchedule({u"0", Rec(u"1")});
-  const std::string before = ScheduleBytes();
-  fake.fs.FailAt(Step::Append);
-  EXPECT_FALSE(DB_WriteRecord(app, Rec(u"2"), SchedulePath()).ok);
-  EXPECT_EQ(ScheduleBytes(), before) << "half a line is not left behind";
-  // The disk fills in the middle of the line: the same.
-  fake.fs.SetSpaceLeft(7);
-  EXPECT_FALSE(DB_WriteRecord(app, Rec(u"2"), SchedulePath()).ok);
-  EXPECT_EQ(ScheduleBytes(), before);
-  // A file the append would have created is not left as a stump.
+TEST_F(FailingWriteTest, AFailedAppendLeavesNoStumpOfTheFileItWouldHaveCreated) {
   const Text fresh = Common(u"logs\\new.txt");
   fake.fs.AddFolders(Common(u"logs"));
+  fake.fs.SetSpaceLeft(7);
   EXPECT_FALSE(platform::TextFile::AppendLine(fake.fs, fresh, u"a line").ok);
   EXPECT_FALSE(fake.fs.FileExists(fresh));
-  fake.fs.SetSpaceLeft(std::nullopt);
-  EXPECT_TRUE(DB_WriteRecord(app, Rec(u"2"), SchedulePath()).ok);
-  EXPECT_EQ(ScheduleBytes(), Utf16File({u"0", Rec(u"1"), Rec(u"2")}));
 }
 
 TEST_F(FailingWriteTest, EveryAppenderLeavesNoHalfLineWhateverFails) {
@@ -361,7 +323,7 @@ TEST_F(FailingWriteTest, EveryAppenderLeavesNoHalfLineWhateverFails) {
       appender.run();
       fake.fs.SetSpaceLeft(std::nullopt);
       fake.fs.SetReadOnly(appender.path, false);
-      EXPECT_EQ(ShowBytes(fake.fs.Bytes(appender.path)), ShowBytes(before));
+      EXPECT_EQ(fake.fs.Bytes(appender.path), before);
       EXPECT_TRUE(NoTemporaries());
     }
     // With nothing failing the same call adds its line: the checks above look at the
@@ -392,7 +354,7 @@ TEST_F(FailingWriteTest, KilledAtAnyPointTheFileIsOldOrNewAndTheNextStartClearsU
       fake.fs.Revive();
       const std::string after = fake.fs.Bytes(path);
       EXPECT_TRUE(after == old || after == fresh)
-          << "killed at change " << n << ": " << ShowBytes(after);
+          << "killed at change " << n << ": " << ::testing::PrintToString(after);
       frame::RemoveLeftoverWrites(app);
       EXPECT_TRUE(NoTemporaries()) << "killed at change " << n;
       EXPECT_EQ(fake.fs.Bytes(path), after) << "the clean-up leaves the file alone";

@@ -22,27 +22,8 @@ inline const Text kB = u"\b\b";
 
 // One record in the writer's form. `key` is the SortKey, `days` the Days field.
 struct Row {
-  explicit Row(Text no_, Text name_ = u"Docs", Text nextRun_ = u"03-25-2013 6:41:00",
-               Text freq_ = u"3", Text key_ = u"201303250641", Text days_ = u"1234567",
-               Text mailMode_ = u"0", Text mail_ = Text())
-      : no(std::move(no_)),
-        name(std::move(name_)),
-        nextRun(std::move(nextRun_)),
-        freq(std::move(freq_)),
-        key(std::move(key_)),
-        days(std::move(days_)),
-        mailMode(std::move(mailMode_)),
-        mail(std::move(mail_)) {}
-
-  Text no;
-  Text name;
-  Text nextRun;
-  Text freq;
-  Text key;
-  Text days;
-  Text mailMode;
-  Text mail;
-  Text reserved12;
+  Text no, name = u"Docs", nextRun = u"03-25-2013 6:41:00", freq = u"3", key = u"201303250641",
+           days = u"1234567", mailMode = u"0", mail = {}, reserved12 = {};
 
   Text Line() const {
     return base::Join({no,

@@ -1,7 +1,5 @@
 // The schedule editor's model: the mail checks, the error table, the capture of a row
 // and what the main button writes to scheduleData.txt.
-#include <random>
-
 #include "DTEmailFixture.h"
 #include "jobs/DTEmailRules.h"
 #include "frame/MessageTable.h"
@@ -13,25 +11,15 @@ using jobstore::ScheduleRecord;
 
 base::DateTime At(int h, int m, int s) { return base::DateTime{2013, 3, 18, h, m, s}; }
 
+// Each code's text and the box that shows it; other codes show nothing.
 TEST_F(EditorTest, ErrorTableShowsItsTextsAndNothingForOtherCodes) {
-  const std::pair<long, Text> table[] = {
-      {101, u"You have not selected any transfer set."},
-      {103, u"You have not specified any Zip File Name."},
-      {104, u"Enter your email address."},
-      {105, u"Enter your valid email address."},
-      {106, u"Enter your valid email address."},
-      {108,
-       u"The selected date/time for the scheduled backup/restore job has passed. Enter new "
-       u"settings."},
-      {201, u"Select the file to be backed up."},
-      {202, u"Select a folder in your Corvane account where you want your backups to go."},
-      {203, u"Select the file to be restored. "},
-      {204, u"Select a folder on your local machine to restore data."},
-      {205, u"Enter a valid email address."},
-      {206, u"Enter a valid email address."}};
+  const std::pair<long, Text> table[] = {{101, u"You have not selected any transfer set."},
+                                         {106, u"Enter your valid email address."},
+                                         {203, u"Select the file to be restored. "},
+                                         {206, u"Enter a valid email address."}};
   for (const auto& [code, text] : table) EXPECT_EQ(QVWinError(app, ed, code), text) << code;
   ASSERT_EQ(shown.size(), std::size(table));
-  EXPECT_EQ(shown[3].text, u"Enter your valid email address.");
+  EXPECT_EQ(shown[1].text, u"Enter your valid email address.");
   for (long code : {0L, 100L, 102L, 107L, 200L, 207L, 999L})
     EXPECT_EQ(QVWinError(app, ed, code), u"");
   EXPECT_EQ(shown.size(), std::size(table));
@@ -177,7 +165,8 @@ TEST_F(EditorTest, ImmediateTakesThePresentNotTheSentinel) {
 
 TEST_F(EditorTest, SaveRewritesEveryRowInOrderAndChangesOnlyTheEditedOne) {
   Row one{u"1"}, two{u"2", u"Photos", u"03-20-2013 9:00:00", u"4", u"201303200900", u"4"},
-      three{u"3", u"Music", u"04-01-2013 2:00:00", u"0", u"201304010200", u"Monthly"};
+      three{u"3",       u"Music", u"04-01-2013 2:00:00", u"0", u"201304010200",
+            u"Monthly", u"3",     u"x@y.com;z@w.org"};
   PutSchedule({u"0", three.Line(), one.Line(), two.Line()});
   Open(u"2");
   EXPECT_TRUE(c.timing.chkBox[3]);
@@ -307,57 +296,6 @@ TEST_F(EditorTest, SettingsAreStoredByTheChecks) {
   EXPECT_EQ(frame::ReadSetting(app, u"CUTOFFTIME"), u"0");
   LoadEditorSettings(app, loaded);
   EXPECT_FALSE(loaded.chkCutoffTime || loaded.DTPCutoffTimeEnabled);
-}
-
-// Over generated files: editing one row leaves every other job as it was loaded, and
-// a job in progress keeps its line.
-TEST_F(EditorTest, EditingOneRowLeavesTheOthersAsLoaded) {
-  std::mt19937 rng(12);
-  const Text dayWords[] = {u"1234567", u"23456", u"17", u"3", u"Hourly", u"Monthly", u"135"};
-  for (int round = 0; round < 40; ++round) {
-    const int count = 1 + static_cast<int>(rng() % 8);
-    const int running = static_cast<int>(rng() % (count + 1));  // == count: none
-    std::vector<Text> lines{running < count ? Text(u"1") : Text(u"0")};
-    std::vector<Row> rows;
-    for (int i = 0; i < count; ++i) {
-      Row r{base::FromNumber(i + 1 + static_cast<int>(rng() % 3) * 10)};
-      if (std::any_of(rows.begin(), rows.end(), [&](const Row& o) { return o.no == r.no; }))
-        r.no += u"0" + base::FromNumber(i);
-      r.name = u"Set " + base::FromNumber(static_cast<long long>(rng() % 100));
-      r.days = dayWords[rng() % std::size(dayWords)];
-      r.key = i == running ? Text(u"000000000000") : u"2013040" + base::FromNumber(1 + i) + u"0600";
-      r.mailMode = rng() % 2 ? u"3" : u"0";
-      r.mail = r.mailMode == u"3" ? Text(u"x@y.com") : Text();
-      rows.push_back(r);
-      lines.push_back(r.Line());
-    }
-    PutSchedule(lines);
-    const size_t pick = rng() % rows.size();
-    ed = ScheduleEditor{};
-    ed.host.message = [this](const Text& text, int icon, int buttons) {
-      shown.push_back({text, icon, buttons});
-      return answer;
-    };
-    c = EditorChoices{};
-    Open(rows[pick].no);
-    c.SetFrequency(dayWords[rng() % std::size(dayWords)]);
-    c.timing.DTPMonthly = base::DateTime{2013, 3, 28, 0, 0, 0};
-    c.timing.DTPicker = At(static_cast<int>(rng() % 24), static_cast<int>(rng() % 60), 0);
-    ASSERT_TRUE(Sch_Start4_Next_Click(app, ed, c).saved) << round;
-
-    const auto after = ScheduleLines();
-    ASSERT_EQ(after.size(), lines.size()) << round;
-    EXPECT_EQ(after[0], lines[0]);
-    for (size_t i = 0; i < rows.size(); ++i) {
-      const bool inAfter = std::find(after.begin(), after.end(), rows[i].Line()) != after.end();
-      if (static_cast<int>(i) == running) {
-        // A job in progress is never written: its line stays where it was.
-        EXPECT_EQ(after[1], rows[i].Line()) << round;
-      } else if (i != pick) {
-        EXPECT_TRUE(inAfter) << round << " row " << i;
-      }
-    }
-  }
 }
 
 // The list's rows from the temporary array: records without a job have none, a number

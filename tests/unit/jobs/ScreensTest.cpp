@@ -87,7 +87,8 @@ TEST_F(ManageScreenTest, PictureButtons) {
   EXPECT_EQ(fake.clock.sleptMs, 9000u);
 }
 
-// The plug-in's download is opened with the job list's window as its owner.
+// The plug-in's download is opened through the shell with the job list's window as
+// its owner.
 TEST_F(ManageScreenTest, ThePluginDownloadIsOwnedByTheScreen) {
   PutSchedule(u"0",
               {Rec{u"4", u"QVORACLEBkset", u"03-25-2013 6:41:00", u"201303250641", u"2", u"4"}});
@@ -96,6 +97,10 @@ TEST_F(ManageScreenTest, ThePluginDownloadIsOwnedByTheScreen) {
   ui.Queue(A::Ok());
   form.Pic_Edit.RaiseMouseUp({kit::kLeftButton});
   ASSERT_EQ(fake.shell.executed.size(), 1u);
+  EXPECT_EQ(fake.shell.executed[0].verb, u"open");
+  EXPECT_EQ(fake.shell.executed[0].file,
+            u"http://www.corvane.com/qvwin/downloads/AddOnPackSetup.exe");
+  EXPECT_EQ(fake.shell.executed[0].parameters, u"");
   EXPECT_NE(fake.shell.executed[0].ownerWindow, 0u);
   EXPECT_EQ(fake.shell.executed[0].ownerWindow, ui.NativeWindowOf(form));
   EXPECT_EQ(fake.shell.executed[0].showCommand, 2);

@@ -10,13 +10,7 @@ using SetsTest = JobStoreTest;
 Text Set(const Text& name) { return name + u"\bC:\\data\b1\b0"; }
 
 Text Job(const Text& no, const Text& name, const Text& dest, const Text& user) {
-  // A record as the file holds it, field after field.
-  // clang-format off
-  return Join({no, name, u"03-25-2013 6:41:00", u"03-18-2013 15:02:33", dest, u"3", u"2", u"0",
-               u"", u"", u"", u"", u"0", u"", u"0", u"201303250641", user, u"1", u"0",
-               // clang-format on
-               u"1234567"},
-              kB);
+  return Line({{0, no}, {1, name}, {4, dest}, {16, user}});
 }
 
 TEST_F(SetsTest, SetNameIsTheTextBeforeTheFirstBackspace) {

@@ -30,13 +30,24 @@ inline Text Join(const std::vector<Text>& fields, const Text& sep) {
 using testkit::U8;
 using testkit::Utf16File;
 
+// The worked record with some fields changed ({position from 0, text}), cut to `count`
+// fields and joined with `sep`.
+inline Text Line(std::initializer_list<std::pair<int, Text>> changes, std::size_t count = 20,
+                 const Text& sep = kB) {
+  std::vector<Text> f = base::Split(kWorkedLine, kB);
+  for (const auto& [i, text] : changes) f[static_cast<std::size_t>(i)] = text;
+  f.resize(count);
+  return Join(f, sep);
+}
+
+// A line written with "|" for each field separator.
+inline Text Bars(const Text& fields, const Text& sep = kB) {
+  return base::Replace(fields, u"|", sep);
+}
+
 // A weekly record of jsmith's in the writer's form, numbered and named as asked.
 inline Text Rec(const Text& no, const Text& name = u"Docs", const Text& key = u"201303250641") {
-  // clang-format off
-  return Join({no, name, u"03-25-2013 6:41:00", u"03-18-2013 15:02:33", u"My Corvane/", u"3",
-               u"2", u"1", u"", u"", u"", u"", u"0", u"1", u"0", key, u"jsmith", u"1", u"0",
-               u"1234567"}, kB);
-  // clang-format on
+  return Line({{0, no}, {1, name}, {15, key}});
 }
 
 struct Message {

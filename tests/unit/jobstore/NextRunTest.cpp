@@ -43,33 +43,40 @@ TEST_F(NextRunTest, SortKeyTakesYearMonthDayHourMinute) {
   EXPECT_EQ(Sch_SortBuildDate(app, u""), u"0000");
 }
 
-TEST_F(NextRunTest, WeeklyJobAroundThePresentMinute) {
-  Now(2013, 3, 18, 10, 15, 20);  // Monday
-  auto monday = Days({2}, 10, 30);
-  EXPECT_EQ(Sch_Build_Date(app, monday), u"03-18-2013 10:30:00");
-  auto sameMinute = Days({2}, 10, 15, 0);  // seconds behind the clock, same minute
-  EXPECT_EQ(Sch_Build_Date(app, sameMinute), u"03-18-2013 10:15:00");
-  auto minuteAgo = Days({2}, 10, 14, 59);
-  EXPECT_EQ(Sch_Build_Date(app, minuteAgo), u"03-25-2013 10:14:59");
-  // Passed today, the walk starts tomorrow: Tuesday is next, Monday a week on.
-  auto monTue = Days({2, 3}, 9, 0);
-  EXPECT_EQ(Sch_Build_Date(app, monTue), u"03-19-2013 9:00:00");
-  auto sunday = Days({1}, 9, 0);
-  EXPECT_EQ(Sch_Build_Date(app, sunday), u"03-24-2013 9:00:00");
-}
-
-TEST_F(NextRunTest, MidnightMeansOneSecondPastIt) {
-  Now(2013, 3, 18, 23, 59, 30);
-  auto everyDay = Days({1, 2, 3, 4, 5, 6, 7}, 0, 0, 0);
-  EXPECT_EQ(Sch_Build_Date(app, everyDay), u"03-19-2013 0:00:01");
-  EXPECT_EQ(Build_Date(app, everyDay), u"01-01-2013 0:00:01");
+// The day walk of a weekly or daily choice: from the present minute on, the first day
+// checked; midnight means one second past it; nothing checked means today.
+TEST_F(NextRunTest, TheWalkToTheFirstCheckedDay) {
+  struct Case {
+    DateTime now;
+    std::initializer_list<int> days;
+    int h, mi, s;
+    const char16_t* next;
+  } const cases[] = {
+      {{2013, 3, 18, 10, 15, 20}, {2}, 10, 30, 0, u"03-18-2013 10:30:00"},  // a Monday
+      {{2013, 3, 18, 10, 15, 20}, {2}, 10, 15, 0, u"03-18-2013 10:15:00"},  // the same minute
+      {{2013, 3, 18, 10, 15, 20}, {2}, 10, 14, 59, u"03-25-2013 10:14:59"},
+      {{2013, 3, 18, 10, 15, 20}, {2, 3}, 9, 0, 0, u"03-19-2013 9:00:00"},  // passed: tomorrow on
+      {{2013, 3, 18, 10, 15, 20}, {1}, 9, 0, 0, u"03-24-2013 9:00:00"},
+      {{2013, 3, 18, 23, 59, 30}, {1, 2, 3, 4, 5, 6, 7}, 0, 0, 0, u"03-19-2013 0:00:01"},
+      {{2013, 3, 18, 23, 59, 30}, {1, 2, 3, 4, 5, 6, 7}, 23, 59, 59, u"03-18-2013 23:59:59"},
+      {{2013, 12, 31, 23, 59, 0}, {3}, 23, 0, 0, u"01-07-2014 23:00:00"},  // over the year's end
+      {{2012, 2, 28, 20, 0, 0}, {4}, 6, 0, 0, u"02-29-2012 6:00:00"},
+      {{2013, 2, 28, 20, 0, 0}, {6}, 6, 0, 0, u"03-01-2013 6:00:00"},
+      {{2013, 3, 18, 10, 0, 0}, {}, 7, 5, 9, u"03-18-2013 7:05:09"},
+  };
+  for (const Case& k : cases) {
+    fake.clock.now = k.now;
+    auto choice = Days(k.days, k.h, k.mi, k.s);
+    EXPECT_EQ(Sch_Build_Date(app, choice), k.next);
+  }
+  // The list's own builder keeps the picker's date, with the same midnight rule.
+  auto midnight = Days({1, 2, 3, 4, 5, 6, 7}, 0, 0, 0);
+  EXPECT_EQ(Build_Date(app, midnight), u"01-01-2013 0:00:01");
   auto late = Days({1, 2, 3, 4, 5, 6, 7}, 23, 59, 59);
-  EXPECT_EQ(Sch_Build_Date(app, late), u"03-18-2013 23:59:59");
   EXPECT_EQ(Build_Date(app, late), u"01-01-2013 23:59:59");
-  // Over the year's end the walk crosses into January.
-  Now(2013, 12, 31, 23, 59, 0);
-  auto tuesday = Days({3}, 23, 0);
-  EXPECT_EQ(Sch_Build_Date(app, tuesday), u"01-07-2014 23:00:00");
+  auto none = Days({}, 7, 5, 9);
+  EXPECT_EQ(DaysAdd(app, none, u"", u"7:05:09"), u"");
+  EXPECT_EQ(DaysAdd(app, none, u"Immediate", u"7:05:09"), u"");
 }
 
 TEST_F(NextRunTest, HourlyFollowsTheClockOncePassed) {
@@ -100,23 +107,6 @@ TEST_F(NextRunTest, MonthlyAddsOneCalendarMonthOnceOnly) {
   Timing t = PlanTiming(app, c);
   EXPECT_EQ(t.Days, u"Monthly");
   EXPECT_EQ(t.FrequencyIndex, u"0");
-}
-
-TEST_F(NextRunTest, LeapDayWeeklyWalk) {
-  Now(2012, 2, 28, 20, 0, 0);  // Tuesday
-  auto wednesday = Days({4}, 6, 0);
-  EXPECT_EQ(Sch_Build_Date(app, wednesday), u"02-29-2012 6:00:00");
-  Now(2013, 2, 28, 20, 0, 0);  // Thursday
-  auto friday = Days({6}, 6, 0);
-  EXPECT_EQ(Sch_Build_Date(app, friday), u"03-01-2013 6:00:00");
-}
-
-TEST_F(NextRunTest, NothingCheckedFallsBackToTodayAtThePickerTime) {
-  Now(2013, 3, 18, 10, 0, 0);
-  auto none = Days({}, 7, 5, 9);
-  EXPECT_EQ(DaysAdd(app, none, u"", u"7:05:09"), u"");
-  EXPECT_EQ(Sch_Build_Date(app, none), u"03-18-2013 7:05:09");
-  EXPECT_EQ(DaysAdd(app, none, u"Immediate", u"7:05:09"), u"");
 }
 
 TEST_F(NextRunTest, ImmediateTakesThePresentMoment) {

@@ -56,37 +56,6 @@ class Generator {
     return f;
   }
 
-  // Any line a damaged or foreign file may hold.
-  Text AnyLine(const Text& no) {
-    switch (Int(0, 5)) {
-      case 0: {  // short record
-        auto f = CanonicalFields(no);
-        f.resize(static_cast<size_t>(Int(2, 19)));
-        return Join(f, kB);
-      }
-      case 1:  // old form, no Days
-      {
-        auto f = CanonicalFields(no);
-        f.resize(19);
-        return Join(f, kU);
-      }
-      case 2: return Field(10);  // no separator
-      case 3: {                  // free text everywhere, dates included
-        std::vector<Text> f;
-        f.push_back(no);
-        int n = Int(1, 22);
-        for (int i = 1; i < n; ++i) f.push_back(Field());
-        return Join(f, kB);
-      }
-      default: return Join(CanonicalFields(no), kB);
-    }
-  }
-
-  Text StateLine() {
-    static const char16_t* kStates[] = {u"0", u"1", u"2", u"10", u"", u" "};
-    return kStates[Int(0, 5)];
-  }
-
  private:
   std::mt19937 rng_;
 };
@@ -112,58 +81,6 @@ TEST_F(RoundTrip, RewritingEveryCanonicalRecordInOrderGivesTheSameBytes) {
     // And a second load sees the same records.
     Load();
     ASSERT_EQ(app.Jobs, jobs) << "seed " << seed;
-  }
-}
-
-TEST_F(RoundTrip, UpdateAndDeleteTouchOnlyTheirRecord) {
-  for (unsigned seed = 1; seed <= 300; ++seed) {
-    Generator g(seed);
-    if (g.Chance(50))
-      SetIni(u"DateFormat", u"DateFormat", u"D");  // dates as they stand
-    else
-      SetIni(u"DateFormat", u"DateFormat", u"");
-
-    const Text state = g.StateLine();
-    std::vector<Text> body;
-    int n = g.Int(0, 12);
-    for (int i = 0; i < n; ++i) body.push_back(g.AnyLine(base::FromNumber(g.Int(1, 8))));
-    std::vector<Text> lines = {state};
-    lines.insert(lines.end(), body.begin(), body.end());
-    PutSchedule(lines);
-
-    Load();
-    // Pick a loaded record, if any line made one; a line without a separator makes none.
-    std::vector<size_t> loaded;
-    for (size_t i = 0; i < body.size(); ++i)
-      if (FindSeparator(body[i])) loaded.push_back(i);
-    ASSERT_EQ(app.Jobs.size(), loaded.size());
-    if (loaded.empty()) continue;
-    const size_t pick = static_cast<size_t>(g.Int(0, static_cast<int>(loaded.size()) - 1));
-    ScheduleRecord r = app.Jobs[pick];
-    const Text no = r.RecordNo;
-
-    std::vector<Text> others;
-    for (const Text& l : body) {
-      auto key = KeyOfLine(l);
-      if (key && *key != no) others.push_back(l);
-    }
-
-    const bool remove = g.Chance(30);
-    static_cast<void>(DB_WriteSchdata(app, r, remove));
-
-    std::vector<Text> expected;
-    if (remove) {
-      expected = {state};
-      expected.insert(expected.end(), others.begin(), others.end());
-    } else if (state.size() == 1) {
-      expected = {state};
-      expected.insert(expected.end(), others.begin(), others.end());
-      expected.push_back(BuildScheduleLine(r));
-    } else {
-      // A state line that is not one character costs every record.
-      expected = {u"0", BuildScheduleLine(r)};
-    }
-    ASSERT_EQ(ScheduleBytes(), Utf16File(expected)) << "seed " << seed;
   }
 }
 

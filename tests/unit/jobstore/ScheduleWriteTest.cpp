@@ -8,10 +8,7 @@ namespace {
 using WriteTest = JobStoreTest;
 
 TEST_F(WriteTest, UpdateMovesTheRecordToTheEndInTheNewForm) {
-  Text old4 =
-      Join({u"4", u"Old", u"03-25-2013 6:41:00", u"03-18-2013 15:02:33", u"My Corvane/", u"3", u"2",
-            u"1", u"", u"", u"", u"", u"0", u"1", u"0", u"201303250641", u"jsmith", u"1", u"0"},
-           kU);
+  const Text old4 = Line({{0, u"4"}, {1, u"Old"}}, 19, kU);
   PutSchedule({u"1", Rec(u"2"), old4, Rec(u"9")});
   Load();
   ScheduleRecord r = app.Jobs[1];
@@ -25,13 +22,7 @@ TEST_F(WriteTest, UpdateMovesTheRecordToTheEndInTheNewForm) {
   EXPECT_EQ(lines[1], Rec(u"2"));
   EXPECT_EQ(lines[2], Rec(u"9"));
   // Old form in, new form out; the old line had no Days, so the write has an empty one.
-  // A record as the file holds it, field after field.
-  // clang-format off
-  EXPECT_EQ(lines[3], Join({u"4", u"Renamed", u"03-25-2013 6:41:00", u"03-18-2013 15:02:33",
-                            u"My Corvane/", u"3", u"2", u"1", u"", u"", u"", u"", u"0", u"1", u"0",
-                            u"201303250641", u"jsmith", u"1", u"0", u""},
-                           // clang-format on
-                           kB));
+  EXPECT_EQ(lines[3], Line({{0, u"4"}, {1, u"Renamed"}, {19, u""}}));
   EXPECT_EQ(Trace().back(), u"Exit DB_WriteRecord Monitor");
 }
 
@@ -155,13 +146,9 @@ class ImmediateTest : public JobStoreTest {
 };
 
 TEST_F(ImmediateTest, RecordFromASourceJobCopiesItsIdentity) {
-  // A record as the file holds it, field after field.
-  // clang-format off
-  Text source = Join({u"3", u"Docs", u"03-25-2013 6:41:00", u"03-18-2013 15:02:33", u"Dest/",
-                      u"3", u"2", u"0", u"m@x.com", u"r10", u"r11", u"r12", u"0", u"r14", u"3",
-                      u"201303250641", u"bob", u"pw", u"0", u"1234567"},
-                     // clang-format on
-                     kB);
+  const Text source = Bars(
+      u"3|Docs|03-25-2013 6:41:00|03-18-2013 15:02:33|Dest/|3|2|0|m@x.com|r10|r11|r12|0|r14|3|"
+      u"201303250641|bob|pw|0|1234567");
   PutSchedule({u"0", source});
   Choose(u"Docs", u"3");
   DB_ReadSchdata(app, u"", app.Jobs, true);
@@ -173,13 +160,10 @@ TEST_F(ImmediateTest, RecordFromASourceJobCopiesItsIdentity) {
   auto lines = ScheduleLines();
   ASSERT_EQ(lines.size(), 3u);
   EXPECT_EQ(lines[1], source);
-  // A record as the file holds it, field after field.
-  // clang-format off
-  EXPECT_EQ(lines[2], Join({u"1", u"Docs", u"03-18-2013 15:02:33", u"03-18-2013 15:02:33",
-                            u"Dest/", u"1", u"2", u"1", u"m@x.com", u"", u"", u"r12", u"1", u"r14",
-                            u"3", kImmediateKey, u"bob", u"1", u"0", u""},
-                           // clang-format on
-                           kB));
+  EXPECT_EQ(lines[2],
+            Bars(Text(u"1|Docs|03-18-2013 15:02:33|03-18-2013 15:02:33|Dest/|1|2|1|m@x.com|||"
+                      u"r12|1|r14|3|") +
+                 kImmediateKey + u"|bob|1|0|"));
   ASSERT_EQ(app.Jobs.size(), 2u);
   EXPECT_FALSE(app.Store.ImmediateFound);
 
@@ -203,13 +187,10 @@ TEST_F(ImmediateTest, RecordWithoutSourceTakesTheAccountDefaults) {
   DB_ReadSchdata(app, u"", app.Jobs, true);
   auto lines = ScheduleLines();
   ASSERT_EQ(lines.size(), 3u);
-  // A record as the file holds it, field after field.
-  // clang-format off
-  EXPECT_EQ(lines[2], Join({u"2", u"Music", u"03-18-2013 15:02:33", u"03-18-2013 15:02:33",
-                            u"My Corvane/", u"1", u"1", u"0", u"", u"", u"", u"", u"0", u"1", u"",
-                            kImmediateKey, u"jsmith", u"1", u"0", u""},
-                           // clang-format on
-                           kB));
+  EXPECT_EQ(lines[2],
+            Bars(Text(u"2|Music|03-18-2013 15:02:33|03-18-2013 15:02:33|My Corvane/|1|1|0|||"
+                      u"||0|1||") +
+                 kImmediateKey + u"|jsmith|1|0|"));
 }
 
 TEST_F(ImmediateTest, SameSetInAnyCaseIsFoundAndNothingIsAdded) {

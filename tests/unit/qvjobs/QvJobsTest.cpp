@@ -14,14 +14,19 @@ using base::Text;
 
 const Text kSchedule = u"C:\\QV\\QVCOMMON\\scheduleData.txt";
 
+Text Line(const Text& no, const Text& name, const Text& next, const Text& key, const Text& days,
+          const Text& mailMode, const Text& mail) {
+  return base::Replace(no + u"|" + name + u"|" + next + u"|03-18-2013 15:02:33|My Corvane/|4|2|1|" +
+                           mail + u"||||0|1|" + mailMode + u"|" + key + u"|jsmith|1|0|" + days,
+                       u"|", u"\b\b");
+}
 Text Rec(const Text& no, const Text& name, const Text& next, const Text& key, const Text& days) {
-  // A record as the file holds it, field after field.
-  // clang-format off
-  return base::Join({no, name, next, u"03-18-2013 15:02:33", u"My Corvane/", u"4", u"2", u"1",
-                     u"a@b.c;d@e.f", u"", u"", u"", u"0", u"1", u"3", key, u"jsmith", u"1", u"0",
-                     // clang-format on
-                     days},
-                    u"\b\b");
+  return Line(no, name, next, key, days, u"3", u"a@b.c;d@e.f");
+}
+// A record without mail, due at 03-25-2013 6:41:00 unless it runs already.
+Text Quiet(const Text& no, const Text& name, const Text& key, const Text& days,
+           const Text& mailMode = u"0", const Text& mail = u"") {
+  return Line(no, name, u"03-25-2013 6:41:00", key, days, mailMode, mail);
 }
 
 class QvJobsTest : public ::testing::Test {
@@ -37,6 +42,16 @@ class QvJobsTest : public ::testing::Test {
   }
   void Put(const std::vector<Text>& lines) {
     fake.fs.PutFile(kSchedule, testkit::Utf16File(lines));
+  }
+  std::vector<Text> Lines() {
+    return platform::TextFile::ReadLines(fake.fs, kSchedule).value_or(std::vector<Text>{});
+  }
+  std::string List() {
+    Run({"list"});
+    return out;
+  }
+  Text Setting(const Text& key) {
+    return fake.profile.GetString(u"Corvane", key, Text(), 1024, u"C:\\QV\\QVCOMMON\\qvwin.ini");
   }
 
   platform::FakePlatform fake;
@@ -83,7 +98,7 @@ TEST_F(QvJobsTest, ChangingCommands) {
   EXPECT_EQ(Run({"new-number"}), kExitOk);
   EXPECT_EQ(out, "2\n");
   EXPECT_EQ(Run({"set-state", "2"}), kExitOk);
-  auto lines = platform::TextFile::ReadLines(fake.fs, kSchedule).value();
+  auto lines = Lines();
   ASSERT_EQ(lines.size(), 3u);
   EXPECT_EQ(lines[0], u"2");
   EXPECT_EQ(lines[2].substr(0, 3), u"4\b\b");
@@ -107,7 +122,9 @@ TEST_F(QvJobsTest, PlanGivesWhatTheEditorWouldStore) {
   EXPECT_EQ(out, "03-19-2013 0:00:01|1234567|3|201303190000\n");
 }
 
-TEST_F(QvJobsTest, BadArgumentsGiveOneUsageLineAndTwo) {
+TEST_F(QvJobsTest, BadArgumentsGiveOneUsageLineAndTwoAndChangeNothing) {
+  Put({u"0", Quiet(u"1", u"A", u"201303250641", u"2")});
+  const auto before = Lines();
   const std::vector<std::vector<std::string>> bad = {
       {},
       {"bogus"},
@@ -132,13 +149,28 @@ TEST_F(QvJobsTest, BadArgumentsGiveOneUsageLineAndTwo) {
       {"plan", "--time", "9:00:00", "--days", "8"},
       {"plan", "--time", "9:00:00", "--days", "1,,2"},
       {"plan", "--time", "9:00:00", "--monthly", "02-30-2013"},
+      {"edit"},
+      {"edit", "1", "--hourly"},
+      {"edit", "1", "--time", "25:00:00", "--hourly"},
+      {"edit", "1", "--time", "9:00:00"},
+      {"edit", "1", "--time", "9:00:00", "--hourly", "--daily"},
+      {"edit", "1", "--time", "9:00:00", "--days", "8"},
+      {"edit", "1", "--time", "9:00:00", "--hourly", "--mail", "a@b.c"},
+      {"edit", "1", "--time", "9:00:00", "--hourly", "--no-mail", "--notify", "always"},
+      {"edit", "1", "--time", "9:00:00", "--hourly", "--desktop", "2"},
+      {"edit", "1", "--time", "9:00:00", "--hourly", "--cutoff", "1:00:00", "--no-cutoff"},
+      {"edit", "x", "--time", "9:00:00", "--hourly"},
+      {"edit", "4", "--time", "9:00:00", "--hourly"},
+      {"--answer", "maybe", "edit", "1", "--time", "9:00:00", "--hourly"},
   };
   for (const auto& args : bad) {
-    EXPECT_EQ(Run(args), kExitUsage) << (args.empty() ? "" : args[0]);
+    EXPECT_EQ(Run(args), kExitUsage) << (args.empty() ? "" : args[0]) << " " << args.size();
     EXPECT_EQ(out, "");
     EXPECT_EQ(err.rfind("qvjobs: ", 0), 0u) << err;
+    EXPECT_NE(err.find("usage: qvjobs"), std::string::npos) << err;
     EXPECT_EQ(err.find('\n'), err.size() - 1) << err;
   }
+  EXPECT_EQ(Lines(), before);
 }
 
 TEST_F(QvJobsTest, JobsAreTheRowsOfTheJobList) {
@@ -162,30 +194,24 @@ TEST_F(QvJobsTest, ActionsPrintTheScreensMessagesAndSayWhetherTheyWrote) {
             "A record has been added for immediate backup/restore.\n"
             "This operation should commence within a few minutes.\n\n"
             "Click the 'Refresh' button to get the updated status on this backup/restore job.\n");
-  EXPECT_EQ(Run({"run-now", "3"}), 1);
-  EXPECT_EQ(out, "An immediate backup/ restore job is already on the list.\n");
+  EXPECT_EQ(Run({"run-now", "3"}), 1);  // already on the list
   EXPECT_EQ(Run({"run-now", "4"}), 1);
   EXPECT_EQ(out, "");
   EXPECT_NE(err.find("no job row"), std::string::npos);
 
   EXPECT_EQ(Run({"--answer", "no", "delete", "3"}), 1);
-  EXPECT_EQ(out, "Are you sure you want to delete the scheduled record?\n");
   EXPECT_EQ(Run({"delete", "5"}), 1);  // in progress
-  EXPECT_EQ(out, "The scheduled job can not be deleted as the backup operation is underway.\n");
 
   EXPECT_EQ(Run({"stop"}), kExitOk);
   EXPECT_EQ(out,
             "A scheduled job is in progress.\nDo you want to stop the transfer? \n"
             "The scheduled job will stop shortly.\n");
   EXPECT_EQ(Run({"stop"}), 1);
-  EXPECT_EQ(out,
-            "Select the scheduled job which is 'In Progress' to stop the backup/restore "
-            "operation.\n");
   // The engine did not take the stop up: stop completely clears it after its wait.
   EXPECT_EQ(Run({"stop-completely"}), kExitOk);
   EXPECT_EQ(out, "");
   EXPECT_EQ(fake.clock.sleptMs, 9000u);
-  EXPECT_EQ(platform::TextFile::ReadLines(fake.fs, kSchedule).value()[0], u"0");
+  EXPECT_EQ(Lines()[0], u"0");
 }
 
 TEST_F(QvJobsTest, AWriteThatFailsExitsOneWithTheReasonAndNoSuccessLine) {
@@ -224,14 +250,100 @@ TEST_F(QvJobsTest, BackupNowAndThePlugInOffer) {
             "You have successfully set up an immediate backup of your scheduled Backup set "
             "'Docs'. You may check its status from the system tray.\n");
   EXPECT_EQ(Run({"backup-now", "docs"}), 1);
-  EXPECT_EQ(out, "You have already set up an immediate backup job for this Backup set 'Docs'.\n");
   EXPECT_EQ(Run({"--os-major", "5", "backup-now", "QVExchBrick Mon"}), 1);
-  EXPECT_EQ(out,
-            "Download and install the 'Advanced Backup plug-in' for the SQL Server, Exchange "
-            "Server, Brick level Backup and Oracle server Backups.\n");
   EXPECT_NE(err.find("/qvwin/downloads/AddOnPackSetup.exe (not opened)"), std::string::npos);
   EXPECT_TRUE(fake.shell.executed.empty());
   EXPECT_EQ(Run({"backup-now", "Nowhere"}), 1);
+}
+
+// qvjobs edit: the editor's rules without the screen.
+using QvJobsEditTest = QvJobsTest;
+
+TEST_F(QvJobsEditTest, WeeklyToHourlyChangesThatJobOnly) {
+  Put({u"0", Quiet(u"1", u"A", u"201303250641", u"2"), Quiet(u"2", u"B", u"201303200641", u"4")});
+  EXPECT_EQ(Run({"edit", "1", "--time", "11:30:00", "--hourly"}), 0);
+  EXPECT_EQ(out, "");
+  // Every row is written again in the editor's order; only the edited one changed.
+  EXPECT_EQ(List(),
+            "1|A|03-18-2013 11:30:00|03-18-2013 10:15:20|0|201303181130|Hourly|jsmith|0|\n"
+            "2|B|03-25-2013 6:41:00|03-18-2013 15:02:33|4|201303200641|4|jsmith|0|\n");
+}
+
+TEST_F(QvJobsEditTest, OptionsNotGivenKeepWhatTheEditorShowed) {
+  Put({u"0", Quiet(u"5", u"A", u"201303250641", u"2", u"2", u"x@y.com;z@w.org")});
+  EXPECT_EQ(Run({"edit", "5", "--time", "9:00:00", "--days", "2,4"}), 0);
+  EXPECT_EQ(
+      List(),
+      "5|A|03-20-2013 9:00:00|03-18-2013 10:15:20|0|201303200900|24|jsmith|2|x@y.com;z@w.org\n");
+  EXPECT_EQ(Run({"edit", "5", "--time", "9:00:00", "--daily", "--no-mail", "--desktop", "1"}), 0);
+  EXPECT_EQ(List(),
+            "5|A|03-19-2013 9:00:00|03-18-2013 10:15:20|3|201303190900|1234567|jsmith|0|\n");
+  EXPECT_EQ(Setting(u"desktopnotify"), u"1");
+  EXPECT_EQ(Setting(u"MISSEDBACKUP"), u"0");
+}
+
+TEST_F(QvJobsEditTest, RefusedMailPrintsTheMessageAndKeepsTheFile) {
+  Put({u"0", Quiet(u"1", u"A", u"201303250641", u"2")});
+  const auto before = Lines();
+  EXPECT_EQ(Run({"edit", "1", "--time", "9:00:00", "--hourly", "--mail", "me@.com", "--notify",
+                 "always"}),
+            1);
+  EXPECT_EQ(out, "Enter your valid email address.\n");
+  EXPECT_EQ(Lines(), before);
+}
+
+TEST_F(QvJobsEditTest, QuestionsAreAnsweredByTheAnswerOption) {
+  Put({u"0", Quiet(u"1", u"A", u"201303250641", u"2")});
+  fake.profile.WriteString(u"Corvane", u"DisableAllSchdulers", u"1",
+                           u"C:\\QV\\QVCOMMON\\qvwin.ini");
+  // --answer no gives every question No: the cut-off is not set, the jobs stay held.
+  EXPECT_EQ(Run({"--answer", "no", "edit", "1", "--time", "9:00:00", "--monthly", "03-30-2013",
+                 "--cutoff", "23:00:00"}),
+            0);
+  EXPECT_EQ(out.rfind("All your scheduled backup/ restore jobs are disabled", 0), 0u) << out;
+  EXPECT_NE(out.find("\nYou have set '23:00:00' as the cut-off time"), std::string::npos) << out;
+  EXPECT_EQ(Setting(u"CUTOFFTIME"), u"0");
+  EXPECT_EQ(Setting(u"DisableAllSchdulers"), u"1");
+  EXPECT_EQ(Run({"--answer", "yes", "edit", "1", "--time", "9:00:00", "--immediate", "--cutoff",
+                 "23:00:00"}),
+            0);
+  EXPECT_EQ(Setting(u"CUTOFFTIME"), u"23:00:00");
+  EXPECT_EQ(Setting(u"DisableAllSchdulers"), u"0");
+  // Immediate takes the present moment as its key.
+  EXPECT_EQ(List(),
+            "1|A|03-18-2013 10:15:20|03-18-2013 10:15:20|1|201303181015|Immediate|jsmith|0|\n");
+}
+
+TEST_F(QvJobsEditTest, NoneRemovesTheJobAndAJobInProgressIsLeftAlone) {
+  Put({u"1", Quiet(u"1", u"A", u"000000000000", u"2"),
+       Quiet(u"2", u"B", u"201303250641", u"Hourly")});
+  EXPECT_EQ(Run({"edit", "1", "--time", "9:00:00", "--hourly"}), 1);
+  EXPECT_EQ(Run({"edit", "2", "--time", "9:00:00", "--none"}), 0);
+  EXPECT_EQ(Lines(), (std::vector<Text>{u"1", Quiet(u"1", u"A", u"000000000000", u"2")}));
+}
+
+// An empty day list unchecks every day as a user would: the job stays, as a daily one.
+TEST_F(QvJobsEditTest, NoDaysSavesTheJobAsDaily) {
+  Put({u"0", Quiet(u"1", u"A", u"201303250641", u"2"),
+       Quiet(u"2", u"B", u"201303200641", u"23456")});
+  EXPECT_EQ(Run({"edit", "1", "--time", "9:00:00", "--days", ""}), 0);
+  EXPECT_EQ(Run({"edit", "2", "--time", "9:00:00", "--none"}), 0);
+  EXPECT_EQ(List(),
+            "1|A|03-19-2013 9:00:00|03-18-2013 10:15:20|3|201303190900|1234567|jsmith|0|\n"
+            "2|B|03-19-2013 9:00:00|03-18-2013 10:15:20|3|201303190900|1234567|jsmith|0|\n");
+}
+
+TEST_F(QvJobsEditTest, AFrequencyChangeOfAPluginSetOffersTheDownloadWhenItsFilesAreMissing) {
+  Put({u"0", Quiet(u"1", u"QVSQLServerBkSet1", u"201303250641", u"2")});
+  EXPECT_EQ(Run({"--os-major", "5", "edit", "1", "--time", "9:00:00", "--hourly"}), 0);
+  EXPECT_NE(out.find("Download and install the 'Advanced Backup plug-in'"), std::string::npos)
+      << out;
+  EXPECT_NE(err.find("not opened"), std::string::npos) << err;
+  // A set of no plug-in class asks nothing.
+  Put({u"0", Quiet(u"1", u"Documents", u"201303250641", u"2")});
+  EXPECT_EQ(Run({"--os-major", "5", "edit", "1", "--time", "9:00:00", "--hourly"}), 0);
+  EXPECT_EQ(out, "");
+  EXPECT_EQ(err, "");
 }
 
 }  // namespace

