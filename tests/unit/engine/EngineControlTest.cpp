@@ -93,7 +93,9 @@ TEST_F(EngineControlTest, ControlsUseFullAccessAndTheirCodes) {
   service.ServiceStart();
   EXPECT_EQ(Service().state, 4u);
   const std::pair<std::string, long> calls[] = {
-      {"ControlService(2)", 1}, {"ControlService(3)", 1}, {"ControlService(1)", 1},
+      {"ControlService(2)", 1},
+      {"ControlService(3)", 1},
+      {"ControlService(1)", 1},
       {"StartService", 1},
       {"OpenSCManagerW(,ServicesActive,0xf003f)", 5},  // 4 operations + start type
       {"OpenServiceW(QVWin Service,0xf01ff)", 4}};
