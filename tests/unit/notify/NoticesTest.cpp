@@ -66,6 +66,13 @@ TEST_F(NoticesTest, AGreenJobComesUpInTheCornerWithItsNamesAndIsConsumed) {
   EXPECT_EQ(job.schjobststus.Caption(), notify::kNoScheduledJob);
   EXPECT_FALSE(job.lblnxtbkup.Visible());
   EXPECT_FALSE(job.QVDiskPBar.Visible());  // no quota keys
+
+  // The words are RequestRulesTest's; the notice shows the failed picture for a red one.
+  frame::WriteSetting(app, u"DESKNOTIFYICON", u"red");
+  Request({u"Docs", u"", u"alice"});
+  notices.senddesktopnotify();
+  EXPECT_TRUE(job.PicFailedJob.Visible());
+  EXPECT_FALSE(job.PicSuccessJob.Visible());
 }
 
 TEST_F(NoticesTest, TheDefaultSetIsNotNamedAndAnEmptyRequestShowsTheNamesKept) {
