@@ -32,8 +32,16 @@ TEST_F(TrayMenuTest, MenusStandInTheirOrderWithTheirCaptions) {
     for (const kit::MenuItem* item : menu.Children()) out.push_back(item->Caption());
     return out;
   };
-  // The bar's menus are the design's; the tray menu's launch item takes the application
-  // title at load.
+  EXPECT_EQ(
+      captions(form->MainMenu),
+      (std::vector<Text>{u"Start Service", u"Stop Service", u"Pause Service", u"Stop Transfer",
+                         u"Refresh", u"Shutdown Corvane for Windows Monitor"}));
+  EXPECT_EQ(captions(form->MnuDetails), (std::vector<Text>{u"&View", u"&Hide"}));
+  EXPECT_EQ(captions(form->LogMenu), (std::vector<Text>{u"&View", u"&Clear"}));
+  EXPECT_EQ(captions(form->HelpMenu),
+            (std::vector<Text>{u"Help Topics", u"Send Error Report", u"Website",
+                               u"About Corvane for Windows ..."}));
+  // The launch item takes the application title at load.
   EXPECT_EQ(captions(form->TrayMenu),
             (std::vector<Text>{u"&Open Status Indicator", u"Launch Corvane for Windows",
                                u"Backup Now", u"Update Password", u"Manage all the Scheduled Jobs",
@@ -44,6 +52,8 @@ TEST_F(TrayMenuTest, MenusStandInTheirOrderWithTheirCaptions) {
   EXPECT_TRUE(form->MainMenu.Visible());
   EXPECT_FALSE(form->mnuHideDetails.Enabled());
   EXPECT_TRUE(form->mnuViewDetails.Enabled());
+  EXPECT_EQ(form->Label1.Caption(), u"Corvane for Windows Monitor");
+  EXPECT_EQ(form->btnRefresh.PictureKey(), u"qvmon_refresh");
 }
 
 TEST_F(TrayMenuTest, TheIconCarriesTheTipOfTheTitle) {
