@@ -212,6 +212,14 @@ TEST_F(EngineControlTest, BackgroundFormOffersNoPauseNorServiceQueries) {
   }
 }
 
+TEST_F(EngineControlTest, BothFormsGiveThePanesGuideText) {
+  const Text guide =
+      u"The transfer progress will reflect here once the scheduled job commences.\r\n\r\n"
+      u"Click the 'Details' tab to view the Session logs for the recent scheduled jobs.";
+  EXPECT_EQ(NTService(app).getlabelstring(), guide);
+  EXPECT_EQ(BackGroundService(app).getlabelstring(), guide);
+}
+
 TEST_F(EngineControlTest, MainCreatesThreeObjectsWithTheActiveOneByType) {
   SetEngineType(u"SERVICE ");
   engine::CreateEngines(app);

@@ -10,17 +10,30 @@ namespace {
 using base::Text;
 using frame::GetMessage;
 
-// The texts are the table's own; what is checked here is how they are put together.
 TEST(MessageTable, TextsReadAsShownAndUnknownCodesAreEmpty) {
+  const Text disabled =
+      u"All your scheduled backup/restore jobs are currently disabled.\r\nDo you want to enable "
+      u"them?";
   const std::pair<long, Text> shown[] = {
-      // Several codes share one text.
-      {22, GetMessage(6, u"T")},
-      {35, GetMessage(6, u"T")},
+      {6, disabled},
+      {22, disabled},
+      {35, disabled},
+      {29, u"A scheduled job is in progress.\r\nDo you want to stop the transfer? "},
+      {304, u"A scheduled job is underway.\r\nDo you want to stop it?"},
+      {64, u"Reason: \r\nError while deleting the logs."},
+      {100, u"Reason : \r\nUnable to continue"},
       // The reason first, an empty line, the question, as the pause question shows it.
       {17,
        u"There is a backup/ restore operation in progress, can not pause the QVWin Service"
        u"\r\n\r\nTo cancel the backup operation, Stop the QVWin Service"},
+      {564,
+       u"A record has been added for immediate backup/restore.\r\n"
+       u"This operation should commence within a few minutes.\r\n\r\n"
+       u"Click the 'Refresh' button to get the updated status on this backup/restore job."},
+      {39, u"Enter your Corvane username."},
       {23, u" This record can not be edited as a backup/restore job is 'In Progress'."},
+      {329,
+       u"To stop the backup operation, select the scheduled job with the status  'In Progress'."},
       {62, u"Reason: "},
       {501, GetMessage(502, u"T") + u" "},  // 501 differs from 502 by a trailing blank only
   };

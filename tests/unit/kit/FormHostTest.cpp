@@ -112,6 +112,7 @@ TEST_F(FormHostTest, AScreenBecomesOneWindowWithItsControlsInTheirContainers) {
   ASSERT_NE(w, 0u);
   const platform::UiWindow& win = fake.forms.at(w).state;
   EXPECT_EQ(win.caption, u"Sample");
+  EXPECT_EQ(win.rect, (platform::UiRect{1200, 900, 6000, 4000}));
   EXPECT_TRUE(win.visible);
 
   // Timers and menus are no windows; every other control is, in its container.
@@ -127,6 +128,8 @@ TEST_F(FormHostTest, AScreenBecomesOneWindowWithItsControlsInTheirContainers) {
   EXPECT_EQ(State(form.cmdGo).caption, u"&Go");  // the button reads as its label
   EXPECT_EQ(State(form.picFrame).pictureKey, u"qv_medium");
   const platform::UiControl& list = State(form.lvItems);
+  ASSERT_EQ(list.columns.size(), 2u);
+  EXPECT_EQ(list.columns[1].caption, u"Size");
   ASSERT_EQ(list.rows.size(), 2u);
   EXPECT_EQ(list.rows[1].subItems, std::vector<Text>{u"2 KB"});
   EXPECT_TRUE(list.checkboxes);

@@ -43,6 +43,9 @@ TEST(WindowLook, TheNamedFormsGetANarrowerOutline) {
   EXPECT_EQ(rounder.RoundForm(notice, 15, 15).right, 452);
   kit::Form about(u"AboutQVWIN", {0, 0, 6754.5, 4050});
   EXPECT_EQ(rounder.RoundForm(about, 15, 15).right, 451);
+  EXPECT_TRUE(kit::clsRounder::IsNamedForm(u"frmUpdatePassword"));
+  EXPECT_TRUE(kit::clsRounder::IsNamedForm(u"MesgBox"));
+  EXPECT_FALSE(kit::clsRounder::IsNamedForm(u"bkupjobnotify"));
 }
 
 TEST(WindowLook, SkinStatesSetPictureAndLabelWithoutRepaintingTheSame) {

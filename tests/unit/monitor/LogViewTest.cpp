@@ -64,6 +64,9 @@ TEST_F(LogViewTest, FiftyLinesGiveTheNewestTwentyNewestFirst) {
   ASSERT_EQ(form->lstLog.Count(), 20);
   EXPECT_EQ(form->lstLog.Item(1).SubItem(2), u" line 50");
   EXPECT_EQ(form->lstLog.Item(20).SubItem(2), u" line 31");
+  EXPECT_EQ(form->lstLog.Column(1).caption, u"Type");
+  EXPECT_EQ(form->lstLog.Column(2).caption, u"Time");
+  EXPECT_EQ(form->lstLog.Column(3).caption, u"Message");
 }
 
 TEST_F(LogViewTest, BlankAndNulLinesAreSkippedAndLinesTrimmed) {

@@ -35,8 +35,11 @@ TEST_F(SliderTest, WithNoKeysTheSliderShowsAHundredAndAutoPauseIsOff) {
   Open();
   EXPECT_EQ(Shown(), 100);
   EXPECT_EQ(form->lablBandWidth.Caption(), u"100%");
+  EXPECT_EQ(form->lblSlider1Tooltip.Caption(), u"100%");
   EXPECT_FALSE(form->chkbandwidth.Checked());
   EXPECT_DOUBLE_EQ(form->PictSliderKnob1.Left(), KnobAt(100));
+  EXPECT_EQ(form->PictSliderBox1.PictureKey(), u"slider_box");
+  EXPECT_EQ(form->PictSliderKnob1.PictureKey(), u"slider_knob2");
 }
 
 TEST_F(SliderTest, AtLoadTheIdleFileIsNotConsulted) {
