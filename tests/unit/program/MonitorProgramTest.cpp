@@ -42,7 +42,9 @@ TEST_F(MonitorProgramTest, TheWindowIsHiddenOrShownInItsStoredPlaceWithTheLogFil
     auto& w = program.Window();
     EXPECT_TRUE(w.IsLoaded());
     EXPECT_EQ(w.Visible(), c.visible);
-    if (!c.visible) EXPECT_TRUE(w.mnuOpen.Enabled());
+    if (!c.visible) {
+      EXPECT_TRUE(w.mnuOpen.Enabled());
+    }
     EXPECT_EQ(w.GetLayout(), c.layout);
     EXPECT_EQ(w.lstLog.Count(), 2);
     EXPECT_EQ(fx.fake.ui.trayIcons.size(), 1u);
