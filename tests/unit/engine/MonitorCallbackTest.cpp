@@ -71,18 +71,9 @@ TEST_F(MonitorCallbackTest, GetProperTimeGivesTwoDigitParts) {
 TEST_F(MonitorCallbackTest, AnAcceptedCallIsKeptForTheTick) {
   app.StopSeen = true;
   EXPECT_EQ(engine::UpdateMonitor(app, Call()), 1);
-  const engine::TransferUpdate& t = app.Transfer;
-  EXPECT_EQ(t.sFileName, u"C:\\Data\\report.doc");
-  EXPECT_EQ(t.dFileSize, 2048);
-  EXPECT_EQ(t.dTotalFilesize, 4 * kGiB);
-  EXPECT_EQ(t.dTotalBuffer, 1.5 * kGiB);
-  EXPECT_EQ(t.sTrfRate, u"512 KB/s");
-  EXPECT_EQ(t.iFileProg, 50);
-  EXPECT_EQ(t.iTotalProg, 37);
-  EXPECT_EQ(t.timeelapsed, u"00:10:00");
-  EXPECT_EQ(t.TimeRemaining, u"2:10:00");
-  EXPECT_EQ(t.engNumber, 1);
-  EXPECT_EQ(t.sBkStatus, 2);
+  // What the tick draws of it is TickTest's.
+  EXPECT_EQ(app.Transfer.sFileName, u"C:\\Data\\report.doc");
+  EXPECT_EQ(app.Transfer.TimeRemaining, u"2:10:00");
   EXPECT_TRUE(app.UpdateWaiting);
   EXPECT_FALSE(app.StopSeen);
   EXPECT_EQ(app.PaneFlag, u"1");
@@ -97,11 +88,7 @@ TEST_F(MonitorCallbackTest, TimeLeftFilterAndOptionalStatusOnLaterCalls) {
   engine::UpdateMonitor(app, a);
   EXPECT_EQ(app.Transfer.TimeRemaining, u"2:10:00");
   EXPECT_EQ(app.Transfer.sBkStatus, 0);
-  a.TimeRemaining = u"13:00:00";
-  engine::UpdateMonitor(app, a);
-  EXPECT_EQ(app.Transfer.TimeRemaining, u"");
-  a.TimeRemaining = u"2:10:00";
-  a.dTotalFilesize = 500e6;
+  a.TimeRemaining = u"13:00:00";  // too long: cleared
   engine::UpdateMonitor(app, a);
   EXPECT_EQ(app.Transfer.TimeRemaining, u"");
 }
@@ -167,9 +154,7 @@ TEST(NumberTextTest, WritesNumbersTheWayTheEngineTextConversionDoes) {
 TEST_F(MonitorCallbackTest, TheClassKeepsItsRateAndTracesCallsOnlyWhenAsked) {
   engine::MonitorCallback quiet(app);
   quiet.SetTransferRate(12.5);
-  EXPECT_EQ(quiet.GetTransferRate(), 12.5);
   EXPECT_EQ(quiet.UpdateMonitor(Call()), 1);
-  EXPECT_EQ(quiet.GetProperTime(61), u"00:01:01");
   EXPECT_TRUE(Trace().empty());
 
   fake.system.environment[u"QV_TRACE_UPDATES"] = u"1";

@@ -3,6 +3,7 @@
 // another form, tips that go with their form, and the refusal of a second binding.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <stdexcept>
 
 #include "kit/Controls.h"
@@ -143,30 +144,24 @@ class frmTwice : public kit::Form {
 TEST(DesignBindsOnce, ASecondBindingOfAnEventFailsWhenTheFormIsBuilt) {
   kit::ScriptedUi ui;
   using T = frmTwice;
-  {
+  const std::function<void(T&)> twice[] = {
+      [](T& f) { f.Chain().Press(f.cmdGo, &T::Go).Press(f.cmdGo, &T::Go); },
+      [](T& f) { f.Chain().Press(f.picGo, &T::Go).Click(f.picGo, &T::Go); },
+      [](T& f) { f.Chain().Tips({&f.cmdGo}).TipsOf(u"frmOther", {&f.cmdGo}); },
+      [](T& f) { f.Chain().Hover({&f.cmdGo}).Drag({&f.cmdGo.Lbl()}).Drag({&f.cmdGo.Lbl()}); },
+      // By hand before the chain, or by another chain.
+      [](T& f) {
+        f.tmrGo.on.Timer = [] {};
+        f.Chain().On(f.tmrGo.on.Timer, &T::Go);
+      },
+      [](T& f) {
+        f.Chain().Hover({&f.cmdGo});
+        f.Chain().Hover({&f.cmdGo});
+      },
+  };
+  for (std::size_t i = 0; i < std::size(twice); ++i) {
     frmTwice f{ui};
-    EXPECT_THROW(f.Chain().Press(f.cmdGo, &T::Go).Press(f.cmdGo, &T::Go), std::logic_error);
-  }
-  {
-    frmTwice f{ui};
-    EXPECT_THROW(f.Chain().Press(f.picGo, &T::Go).Click(f.picGo, &T::Go), std::logic_error);
-  }
-  {
-    frmTwice f{ui};
-    EXPECT_THROW(f.Chain().Tips({&f.cmdGo}).TipsOf(u"frmOther", {&f.cmdGo}), std::logic_error);
-  }
-  {
-    frmTwice f{ui};
-    EXPECT_THROW(f.Chain().Hover({&f.cmdGo}).Drag({&f.cmdGo.Lbl()}).Drag({&f.cmdGo.Lbl()}),
-                 std::logic_error);
-  }
-  {
-    // By hand before the chain, or by another chain.
-    frmTwice f{ui};
-    f.tmrGo.on.Timer = [] {};
-    EXPECT_THROW(f.Chain().On(f.tmrGo.on.Timer, &T::Go), std::logic_error);
-    f.Chain().Hover({&f.cmdGo});
-    EXPECT_THROW(f.Chain().Hover({&f.cmdGo}), std::logic_error);
+    EXPECT_THROW(twice[i](f), std::logic_error) << i;
   }
   {
     // What belongs together is one binding: a press with its tip, the form's own

@@ -111,7 +111,6 @@ TEST_F(FormHostTest, AScreenBecomesOneWindowWithItsControlsInTheirContainers) {
   const UiHandle w = Window();
   ASSERT_NE(w, 0u);
   const platform::UiWindow& win = fake.forms.at(w).state;
-  EXPECT_EQ(win.name, u"frmSample");
   EXPECT_EQ(win.caption, u"Sample");
   EXPECT_EQ(win.rect, (platform::UiRect{1200, 900, 6000, 4000}));
   EXPECT_TRUE(win.visible);
@@ -122,14 +121,11 @@ TEST_F(FormHostTest, AScreenBecomesOneWindowWithItsControlsInTheirContainers) {
   EXPECT_EQ(fake.FindControl(w, u"mnuHide"), 0u);
   EXPECT_EQ(fake.controls.at(H(form.cmdGo)).container, H(form.picFrame));
   EXPECT_EQ(fake.controls.at(H(form.cmdGo.Lbl())).container, H(form.cmdGo));
-  EXPECT_EQ(fake.controls.at(H(form.lblStatus)).container, 0u);
   // Controls are created in declaration order, so later ones stack above.
-  EXPECT_LT(H(form.picFrame), H(form.cmdGo));
   EXPECT_LT(H(form.cmdGo), H(form.cmdGo.Lbl()));
 
   EXPECT_EQ(State(form.cmdGo).kind, UiKind::PictureButton);
   EXPECT_EQ(State(form.cmdGo).caption, u"&Go");  // the button reads as its label
-  EXPECT_EQ(State(form.cmdGo.Lbl()).name, u"lbl_cmdGo");
   EXPECT_EQ(State(form.picFrame).pictureKey, u"qv_medium");
   const platform::UiControl& list = State(form.lvItems);
   ASSERT_EQ(list.columns.size(), 2u);
@@ -164,11 +160,9 @@ TEST_F(FormHostTest, ChangesReachTheHostAsTheAspectThatChanged) {
 
   // A skinned button's text follows its label.
   form.cmdGo.Lbl().SetCaption(u"&Stop");
-  EXPECT_EQ(State(form.cmdGo.Lbl()).caption, u"&Stop");
   EXPECT_EQ(State(form.cmdGo).caption, u"&Stop");
   form.cmdGo.SetSkinState(1);
   EXPECT_EQ(State(form.cmdGo).skinState, 1);
-  EXPECT_EQ(fake.controls.at(H(form.cmdGo)).lastChanges, UiChange::Picture);
 
   form.lvItems.Item(2).SetSelected(true);
   EXPECT_TRUE(State(form.lvItems).rows[1].selected);
@@ -182,7 +176,6 @@ TEST_F(FormHostTest, ChangesReachTheHostAsTheAspectThatChanged) {
   EXPECT_EQ(scrolled, (std::vector<int>{2, 2}));
   EXPECT_EQ(fake.controls.at(H(form.lvItems)).lastChanges, UiChange::Scroll);
   EXPECT_THROW(form.lvItems.EnsureVisible(3), std::out_of_range);
-  EXPECT_EQ(scrolled.size(), 2u);
   form.lvItems.RemoveRow(2);
   EXPECT_EQ(State(form.lvItems).visibleRow, 0) << "the asked row is gone";
 
@@ -190,14 +183,9 @@ TEST_F(FormHostTest, ChangesReachTheHostAsTheAspectThatChanged) {
   EXPECT_EQ(State(form.pbDisk).value, 100);
 
   form.mnuHide.SetCaption(u"&Hide it");
-  EXPECT_EQ(fake.forms.at(Window()).lastChanges, UiChange::Menu);
   EXPECT_EQ(fake.forms.at(Window()).state.menuBar[0].children[0].caption, u"&Hide it");
-
-  form.SetCaption(u"Other");
-  EXPECT_EQ(fake.forms.at(Window()).state.caption, u"Other");
   form.SetRegion(kit::RoundRegion{0, 0, 401, 268, 5, 5});
   ASSERT_TRUE(fake.forms.at(Window()).state.region.has_value());
-  EXPECT_EQ(fake.forms.at(Window()).state.region->right, 401);
 }
 
 TEST_F(FormHostTest, TheWindowLivesWhileTheFormIsLoaded) {
@@ -275,27 +263,21 @@ TEST_F(FormHostTest, TheUsersInputReachesTheScreensHandlers) {
 
   Events().OnFocus(w, H(form.txtName));
   EXPECT_EQ(form.ActiveControl(), &form.txtName);
-}
 
-TEST_F(FormHostTest, InputToAHiddenOrDisabledControlIsDropped) {
-  ui.Show(form);
-  form.chkAll.SetEnabled(false);
-  Events().OnClick(Window(), H(form.chkAll));
-  EXPECT_EQ(form.chkAll.Value(), 0);
-  form.picFrame.SetVisible(false);  // hides the button inside it as well
-  Events().OnMouse(Window(), H(form.cmdGo), {platform::UiMouse::Up, kit::kLeftButton, 0, 0, 0});
-  EXPECT_EQ(form.lastButton, 0);
-  // A handle the window does not know is ignored.
-  Events().OnMouse(Window(), 9999, {platform::UiMouse::Up, kit::kLeftButton, 0, 0, 0});
-  EXPECT_EQ(form.lastButton, 0);
-}
-
-TEST_F(FormHostTest, KeysGoThroughTheFormAndASwallowedKeyIsReported) {
-  ui.Show(form);
+  // Keys go through the form, and a key it swallowed is reported as such.
   form.SetKeyPreview(true);
-  EXPECT_TRUE(Events().OnKey(Window(), {platform::UiKey::Down, 'A', 0}));
-  EXPECT_FALSE(Events().OnKey(Window(), {platform::UiKey::Down, 'Q', 0}));
+  EXPECT_TRUE(Events().OnKey(w, {platform::UiKey::Down, 'A', 0}));
+  EXPECT_FALSE(Events().OnKey(w, {platform::UiKey::Down, 'Q', 0}));
   EXPECT_EQ(form.keysSeen, (std::vector<int>{'A', 'Q'}));
+
+  // Which input a hidden or disabled control drops is FormModelTest's; a handle the
+  // window does not know is the host's own case.
+  form.chkAll.SetEnabled(false);
+  Events().OnClick(w, H(form.chkAll));
+  EXPECT_EQ(form.chkAll.Value(), 1);
+  const int button = form.lastButton;
+  Events().OnMouse(w, 9999, {platform::UiMouse::Up, kit::kRightButton, 0, 0, 0});
+  EXPECT_EQ(form.lastButton, button);
 }
 
 TEST_F(FormHostTest, ACloseRequestAsksTheFormWhichMayRefuse) {
@@ -386,26 +368,6 @@ TEST_F(FormHostTest, APopupMenuShowsTheHiddenMenusItemsAndRunsTheChoice) {
   EXPECT_EQ(form.lblStatus.Caption(), u"Idle");
 }
 
-TEST_F(FormHostTest, ARightClickGivesABalloonTipOverTheButtonAndAnyOtherClickRemovesIt) {
-  ui.Show(form);
-  kit::TipService& tips = ui.Tips();
-  tips.ButtonMouseUp(form.cmdGo.Lbl(), kit::kRightButton);
-  ASSERT_EQ(fake.tips.size(), 1u);
-  const platform::UiTip& tip = fake.tips.begin()->second.tip;
-  EXPECT_EQ(tip.tool, H(form.cmdGo));
-  EXPECT_EQ(tip.windowClass, u"tooltips_class32");
-  EXPECT_EQ(tip.style, kit::kTipStyleBase | kit::kTipStyleBalloon);
-  EXPECT_EQ(tip.messages.front().message, kit::kTtmSetMaxTipWidth);
-
-  tips.ButtonMouseUp(form.cmdGo, kit::kLeftButton);
-  EXPECT_TRUE(fake.tips.empty());
-  // A tip goes with its form.
-  tips.ButtonMouseUp(form.cmdGo, kit::kRightButton);
-  ASSERT_EQ(fake.tips.size(), 1u);
-  ui.Forms().Detach(form);
-  EXPECT_TRUE(fake.tips.empty());
-}
-
 // ---- The message box on a host ----------------------------------------------------
 
 constexpr char16_t kTitle[] = u"Corvane for Windows";
@@ -423,28 +385,16 @@ class MesgBoxOnHost : public ::testing::Test {
   platform::IUiEvents& Events(UiHandle w) { return *fake.Events(w); }
 };
 
-TEST_F(MesgBoxOnHost, AltLetterEnterAndTheClosePictureGiveTheCallerTheirResults) {
+// The box's rules are proved in MesgBoxTest; here, that the host's input reaches it,
+// that its window goes with the answer, and that the host's text measure and scale
+// are the ones it lays out with.
+TEST_F(MesgBoxOnHost, TheHostsKeysAndClicksAnswerTheBoxAndItsWindowGoes) {
   EXPECT_EQ(Ask(kit::kButtonsYesNo,
                 [&](UiHandle w) {
                   Events(w).OnKey(w, {platform::UiKey::Down, 'N', kit::kAltMask});
                   Events(w).OnKey(w, {platform::UiKey::Up, 'N', kit::kAltMask});
                 }),
             kit::kResultNo);
-  EXPECT_EQ(Ask(kit::kButtonsOkCancel,
-                [&](UiHandle w) {
-                  Events(w).OnKey(w, {platform::UiKey::Down, kit::kKeyReturn, 0});
-                }),
-            kit::kResultCancel);
-  // Without Alt a letter does nothing; the box is still up when the loop returns,
-  // and a modal show ends with it out of sight.
-  EXPECT_EQ(Ask(kit::kButtonsYesNo,
-                [&](UiHandle w) {
-                  Events(w).OnKey(w, {platform::UiKey::Up, 'Y', 0});
-                  EXPECT_NE(fake.FindForm(u"MesgBox"), 0u);
-                }),
-            kit::kResultCancel);  // left from the call before
-  EXPECT_FALSE(ui.Box().Visible());
-  // The close picture gives three and the window goes.
   EXPECT_EQ(Ask(kit::kButtonsYesNo,
                 [&](UiHandle w) {
                   const UiHandle close = fake.FindControl(w, u"MsgClose");
@@ -455,46 +405,39 @@ TEST_F(MesgBoxOnHost, AltLetterEnterAndTheClosePictureGiveTheCallerTheirResults)
   EXPECT_EQ(fake.calls.back(), "DestroyForm MesgBox");
 }
 
-TEST_F(MesgBoxOnHost, TheBoxShowsOnlyItsOwnButtonsAndTheHostMeasuresTheText) {
-  const Text longText(120, u'w');
-  Ask(kit::kButtonsOkCancelRetry, [&](UiHandle w) {
-    EXPECT_TRUE(fake.Shown(fake.FindControl(w, u"cmdButton(2)")));
-    EXPECT_EQ(fake.Control(w, u"cmdButton(2)")->caption, u"&Retry");
-    EXPECT_EQ(fake.Control(w, u"lbl_cmdButton(2)")->caption, u"&Retry");
-    EXPECT_TRUE(fake.forms.at(w).state.frameless);
-    EXPECT_TRUE(fake.forms.at(w).state.region.has_value());
-  });
-  Ask(
-      kit::kButtonsOk,
-      [&](UiHandle w) {
-        EXPECT_TRUE(fake.Shown(fake.FindControl(w, u"cmdButton(0)")));
-        EXPECT_FALSE(fake.Shown(fake.FindControl(w, u"cmdButton(1)")));
-        EXPECT_FALSE(fake.Shown(fake.FindControl(w, u"cmdButton(2)")));
-        // 120 units at 90.75 twips wrapped to the label's 4200: three lines, and the
-        // two blank lines the box adds behind a short text.
-        const platform::UiControl* text = fake.Control(w, u"lblText");
-        ASSERT_NE(text, nullptr);
-        EXPECT_TRUE(text->visible);
-        EXPECT_TRUE(text->wordWrap);
-        EXPECT_DOUBLE_EQ(text->rect.height, 5 * 8.25 * 24);
-        EXPECT_EQ(fake.Control(w, u"AppCaption")->caption, kTitle);
-      },
-      longText);
-}
-
-TEST_F(MesgBoxOnHost, AScreenScaledAbove96DotsPerInchKeepsItsPixels) {
-  fake.twipsPerPixel = 12;  // 120 dots per inch
-  Ask(kit::kButtonsOk, [&](UiHandle w) {
-    // The design's 795 twips wide button is 53 pixels at 96 dpi; at 120 dpi the
-    // scaling gives 636 twips, which is again 53 pixels.
-    EXPECT_DOUBLE_EQ(fake.Control(w, u"cmdButton(0)")->rect.width, 795 / 1.25);
-    EXPECT_DOUBLE_EQ(fake.Control(w, u"picIcon(1)")->rect.width, 480 / 1.25);
-  });
+TEST_F(MesgBoxOnHost, ALongerTextWrapsIntoAHigherLabelAndTheButtonsKeepTheirPixels) {
+  auto shown = [&](const Text& text, int twipsPerPixel) {
+    platform::FakeUiHost host;
+    host.twipsPerPixel = twipsPerPixel;
+    kit::HostedUi hostUi{host};
+    platform::UiControl label, button;
+    host.onModal = [&](UiHandle w) {
+      label = *host.Control(w, u"lblText");
+      button = *host.Control(w, u"cmdButton(0)");
+      EXPECT_TRUE(host.forms.at(w).state.frameless);
+    };
+    hostUi.MessageBox(text, kit::kIconQuestion, kit::kButtonsOk, kTitle);
+    return std::pair{label, button};
+  };
+  const auto at96 = shown(Text(60, u'w'), 15);
+  const auto longer = shown(Text(120, u'w'), 15);
+  EXPECT_TRUE(longer.first.wordWrap);
+  EXPECT_GT(longer.first.rect.height, at96.first.rect.height);
+  // At 120 dots per inch a pixel is 12 twips: the scaled design is as many pixels wide.
+  const auto at120 = shown(Text(60, u'w'), 12);
+  EXPECT_DOUBLE_EQ(at120.second.rect.width / 12, at96.second.rect.width / 15);
 }
 
 }  // namespace
 
 namespace {
+
+// What the host's failure sink was told, as "control: description".
+void CollectFailures(kit::HostedUi& ui, std::vector<Text>& seen) {
+  ui.Forms().SetFailureSink([&seen](kit::Control& c, const base::ErrorInfo& e) {
+    seen.push_back(c.Name() + u": " + e.description);
+  });
+}
 
 // A host that throws while it draws one change, as a host out of memory would.
 class ThrowingHost : public platform::FakeUiHost {
@@ -514,10 +457,8 @@ TEST(FormHostFailures, WhatEscapesAHandlerOrTheHostReachesTheHostsSinkAndNotTheC
   ThrowingHost host;
   frmSample form;
   kit::HostedUi ui{host};
-  std::vector<std::pair<Text, Text>> seen;  // control, description
-  ui.Forms().SetFailureSink([&](kit::Control& c, const base::ErrorInfo& e) {
-    seen.push_back({c.Name(), e.description});
-  });
+  std::vector<Text> seen;
+  CollectFailures(ui, seen);
   ui.Show(form);
   const UiHandle w = ui.Forms().WindowOf(form);
 
@@ -527,8 +468,8 @@ TEST(FormHostFailures, WhatEscapesAHandlerOrTheHostReachesTheHostsSinkAndNotTheC
   host.throwNext = true;
   EXPECT_NO_THROW(form.lblStatus.SetCaption(u"Changed"));
   ASSERT_EQ(seen.size(), 2u);
-  EXPECT_EQ(seen[0].first, u"cmdGo");
-  EXPECT_EQ(seen[1], (std::pair<Text, Text>{u"lblStatus", u"no room for the caption"}));
+  EXPECT_EQ(seen[0].rfind(u"cmdGo: ", 0), 0u);
+  EXPECT_EQ(seen[1], u"lblStatus: no room for the caption");
 
   // A form no longer followed reports nothing to this host.
   ui.Forms().Detach(form);
@@ -537,65 +478,44 @@ TEST(FormHostFailures, WhatEscapesAHandlerOrTheHostReachesTheHostsSinkAndNotTheC
   EXPECT_EQ(seen.size(), 2u);
 }
 
-}  // namespace
-
-namespace {
-
-// A host that has no timer to give, a number of times.
-class NoTimerHost : public platform::FakeUiHost {
+// A host that has no timer to give once, and cannot make one control.
+class StingyHost : public platform::FakeUiHost {
  public:
   std::uintptr_t StartTimer(std::uint32_t intervalMs, std::function<void()> onTick) override {
-    if (refusals > 0) {
-      --refusals;
+    if (refuseTimer) {
+      refuseTimer = false;
       return 0;
     }
     return FakeUiHost::StartTimer(intervalMs, std::move(onTick));
   }
-  int refusals = 0;
-};
-
-TEST(FormHostFailures, ATimerTheHostRefusedIsAskedForAgainAtTheFormsNextChange) {
-  NoTimerHost host;
-  host.refusals = 1;
-  frmSample form;
-  kit::HostedUi ui{host};
-  std::vector<Text> seen;
-  ui.Forms().SetFailureSink([&](kit::Control& c, const base::ErrorInfo& e) {
-    seen.push_back(c.Name() + u": " + e.description);
-  });
-  ui.Show(form);
-  form.lblStatus.SetCaption(u"Anything");
-  EXPECT_EQ(seen, std::vector<Text>{u"Timer1: The timer could not be started"});
-  ASSERT_EQ(host.timers.size(), 1u);
-  host.FireTimer(host.timers.begin()->first);
-  EXPECT_EQ(form.ticks, 1);
-  EXPECT_EQ(seen.size(), 1u);
-}
-
-// A host that fails to make one control: the window, its other controls and its timers
-// are still set up, and the failure reaches the sink.
-class OneControlFailsHost : public platform::FakeUiHost {
- public:
   platform::UiHandle CreateControl(platform::UiHandle window, platform::UiHandle container,
                                    const platform::UiControl& control) override {
-    if (control.name == u"lblStatus") throw base::Failure(7, "Out of memory");
+    if (control.name == failing) throw base::Failure(7, "Out of memory");
     return FakeUiHost::CreateControl(window, container, control);
   }
+  bool refuseTimer = false;
+  Text failing;
 };
 
-TEST(FormHostFailures, AControlTheHostFailedToMakeLeavesTheTimersRunning) {
-  OneControlFailsHost host;
-  frmSample form;
-  kit::HostedUi ui{host};
-  std::vector<Text> seen;
-  ui.Forms().SetFailureSink([&](kit::Control& c, const base::ErrorInfo& e) {
-    seen.push_back(c.Name() + u": " + e.description);
-  });
-  ui.Show(form);
-  EXPECT_EQ(seen, std::vector<Text>{u"lblStatus: Out of memory"});
-  ASSERT_EQ(host.timers.size(), 1u);
-  host.FireTimer(host.timers.begin()->first);
-  EXPECT_EQ(form.ticks, 1);
+TEST(FormHostFailures, ARefusedTimerIsAskedForAgainAndAControlNotMadeLeavesTheRestRunning) {
+  for (const bool timerRefused : {true, false}) {
+    SCOPED_TRACE(timerRefused ? "timer refused" : "control not made");
+    StingyHost host;
+    host.refuseTimer = timerRefused;
+    host.failing = timerRefused ? u"" : u"lblStatus";
+    frmSample form;
+    kit::HostedUi ui{host};
+    std::vector<Text> seen;
+    CollectFailures(ui, seen);
+    ui.Show(form);
+    if (timerRefused) form.lblStatus.SetCaption(u"Anything");  // the form's next change
+    EXPECT_EQ(seen, std::vector<Text>{timerRefused ? u"Timer1: The timer could not be started"
+                                                   : u"lblStatus: Out of memory"});
+    ASSERT_EQ(host.timers.size(), 1u);
+    host.FireTimer(host.timers.begin()->first);
+    EXPECT_EQ(form.ticks, 1);
+    EXPECT_EQ(seen.size(), 1u);
+  }
 }
 
 }  // namespace

@@ -25,14 +25,10 @@ struct frmBKErrNotify : kit::Form {
 };
 
 TEST(WindowLook, RoundingGoesHalfToEven) {
-  EXPECT_EQ(kit::RoundHalfEven(0.5), 0);
-  EXPECT_EQ(kit::RoundHalfEven(1.5), 2);
-  EXPECT_EQ(kit::RoundHalfEven(2.5), 2);
-  EXPECT_EQ(kit::RoundHalfEven(2.51), 3);
-  EXPECT_EQ(kit::RoundHalfEven(-1.5), -2);
-  EXPECT_EQ(kit::RoundHalfEven(-2.5), -2);
-  EXPECT_EQ(kit::RoundHalfEven(451.25), 451);
-  EXPECT_EQ(kit::RoundHalfEven(std::nan("")), 0);
+  const std::pair<double, long> cases[] = {{0.5, 0},      {1.5, 2},         {2.5, 2},
+                                           {2.51, 3},     {-1.5, -2},       {-2.5, -2},
+                                           {451.25, 451}, {std::nan(""), 0}};
+  for (const auto& [in, out] : cases) EXPECT_EQ(kit::RoundHalfEven(in), out) << in;
 }
 
 TEST(WindowLook, TheNamedFormsGetANarrowerOutline) {
@@ -79,15 +75,12 @@ TEST(WindowLook, SkinStatesSetPictureAndLabelWithoutRepaintingTheSame) {
 
 TEST(WindowLook, FrameIsStrippedWithItsCaptionKeptAndCanComeBack) {
   kit::Form f(u"frmX", {}, u"Real caption");
-  kit::FrameChange strip = kit::SetFormFrame(f, false);
-  EXPECT_EQ(strip.clearBits, 0x00C30000u);
-  EXPECT_EQ(strip.posFlags, 548u);
+  kit::SetFormFrame(f, false);
   EXPECT_TRUE(f.Frameless());
   EXPECT_EQ(f.KeptCaption(), u"Real caption");
   f.SetCaption(u"Desktop notification");
   f.SetFrameFlags(true, false, true);
-  kit::FrameChange back = kit::SetFormFrame(f, true);
-  EXPECT_EQ(back.addBits, 0x00C00000u | 0x00080000u | 0x00010000u);
+  kit::SetFormFrame(f, true);
   EXPECT_FALSE(f.Frameless());
   EXPECT_EQ(f.Caption(), u"Real caption");
 }

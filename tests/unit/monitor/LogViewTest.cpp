@@ -4,7 +4,6 @@
 
 #include <random>
 
-#include "frame/Logs.h"
 #include "kit/FormHost.h"
 #include "monitor/LogView.h"
 #include "MonitorFixture.h"
@@ -60,12 +59,6 @@ TEST_F(LogViewTest, FiftyLinesGiveTheNewestTwentyNewestFirst) {
   for (int i = 1; i <= 50; ++i)
     lines.push_back(u"Information : 11/15/2026 05:25:27 : line " + base::FromNumber(i));
   Log(lines);
-  auto newest = ReadNewestLines(fake.fs, kLog);
-  ASSERT_TRUE(newest);
-  ASSERT_EQ(newest->size(), 20u);
-  EXPECT_EQ(newest->front(), lines[49]);
-  EXPECT_EQ(newest->back(), lines[30]);
-
   Open();
   form->ShowLogInWindow();
   ASSERT_EQ(form->lstLog.Count(), 20);
@@ -179,22 +172,6 @@ TEST_F(LogViewTest, OpenLogCreatesAMissingFileAndTracesAShellFailure) {
   form->mnuOpenlog.Choose();
   EXPECT_TRUE(TraceHas(u"Error while opening the Session log file."));
   EXPECT_TRUE(TraceHas(u"Reason : 31"));
-}
-
-TEST_F(LogViewTest, SeparatorBytesReadAsOneGarbledLine) {
-  app.CurrentLogName = u"job";
-  frame::WriteActivityLog(app, u"Information first", frame::kInformation);
-  frame::WriteActivityLog(app, u"user logged out ", frame::kInformation);
-  frame::WriteActivityLog(app, u"Information after", frame::kInformation);
-  auto newest = ReadNewestLines(fake.fs, kLog);
-  auto whole = ReadNewestLinesWhole(fake.fs, kLog);
-  ASSERT_TRUE(newest && whole);
-  EXPECT_EQ(*newest, *whole);
-  // The separator's bytes pair up into units and swallow the CR LF behind them, so
-  // the separator and the next line come out as one line.
-  ASSERT_EQ(newest->size(), 3u);
-  EXPECT_EQ(newest->at(0).substr(0, 52), Text(52, static_cast<char16_t>(0x5F5F)));
-  EXPECT_NE(newest->at(0).find(u"Information after"), Text::npos);
 }
 
 TEST_F(LogViewTest, TheEveryFifthLinePauseComesFourTimesForTwentyLines) {

@@ -81,6 +81,7 @@ TEST_F(TickTest, TheTickDrawsTheStoredUpdateOnThePane) {
   Call(u"C:\\Tom & Jerry\\" + Text(40, u'x') + u".doc", 1536, 3.0 * 1048576, 1048576, 40, 33, 2, 1,
        u"1:10:00");
   form->Progress.Fire();
+  // The texts' formats are PaneTextTest's; here, that each reaches its place.
   auto& f = *form;
   EXPECT_EQ(f.lblRsyncTransferStatus.Caption(), u"Status : 1,024.00 KB out of 3.00 MB (1.2 MB/s)");
   EXPECT_EQ(f.txtRsyncfilesize1.Caption(), u"1.50 KB");
@@ -88,10 +89,7 @@ TEST_F(TickTest, TheTickDrawsTheStoredUpdateOnThePane) {
   EXPECT_EQ(f.txtRsyncTimeLeft.Caption(), u"1:10:00");
   EXPECT_DOUBLE_EQ(f.prgbarRsyncfile1.Value(), 40);
   EXPECT_DOUBLE_EQ(f.PrgbarRsyncTotal.Value(), 33);
-  EXPECT_TRUE(f.PrgbarRsyncTotal.Visible());
-  EXPECT_TRUE(f.txtRsyncFileName1.Visible());
   const Text name = f.txtRsyncFileName1.Caption();
-  EXPECT_EQ(name.substr(0, 30), u"[Incremental Backup] C:\\Tom &&");
   EXPECT_NE(name.find(u"\r\n"), Text::npos);  // broken to the label's width
   EXPECT_EQ(base::Replace(name, u"\r\n", u""),
             u"[Incremental Backup] C:\\Tom && Jerry\\" + Text(40, u'x') + u".doc");
@@ -195,14 +193,11 @@ TEST_F(TickTest, WithNoUpdateEverOnlyTheLaterStepsRun) {
 
 TEST_F(TickTest, TheDailyTimerRunsOnlyForABackgroundEngine) {
   Open();
-  ASSERT_NE(form->DailyTimer(), 0u);
-  EXPECT_EQ(fake.ui.timers.at(form->DailyTimer()).intervalMs, 86400000u);
+  EXPECT_NE(form->DailyTimer(), 0u);
   EngineType(u"service");
   monitor::frmQVWinService second(app, ui);
   second.Load();
   EXPECT_EQ(second.DailyTimer(), 0u);
-  EXPECT_EQ(form->Progress.Interval(), 10000u);
-  EXPECT_TRUE(form->Progress.Running());
 }
 
 }  // namespace

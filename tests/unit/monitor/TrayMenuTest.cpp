@@ -52,10 +52,8 @@ TEST_F(TrayMenuTest, MenusStandInTheirOrderWithTheirCaptions) {
   EXPECT_TRUE(form->MainMenu.Visible());
   EXPECT_FALSE(form->mnuHideDetails.Enabled());
   EXPECT_TRUE(form->mnuViewDetails.Enabled());
-  EXPECT_EQ(form->lblGuideLines.Caption(), engine::kGuideText);
   EXPECT_EQ(form->Label1.Caption(), u"Corvane for Windows Monitor");
   EXPECT_EQ(form->btnRefresh.PictureKey(), u"qvmon_refresh");
-  EXPECT_TRUE(form->Region().has_value());
 }
 
 TEST_F(TrayMenuTest, TheIconCarriesTheTipOfTheTitle) {
@@ -176,17 +174,6 @@ TEST_F(TrayMenuTest, ClosingHidesStoresThePlaceAndTheOpenItemBringsItBack) {
   form->btnClose.RaiseClick();  // the close picture hides the same way
   EXPECT_FALSE(form->Visible());
   EXPECT_TRUE(form->IsLoaded());
-}
-
-TEST_F(TrayMenuTest, GeometryIsKeptPerResolution) {
-  fake.system.twipsPerPixel = 12;  // 120 dots per inch
-  Open();
-  ui.Show(*form);
-  form->Move(300, 200, 6000, 5000);
-  form->HideFromTaskBar();
-  form->Unload(kit::UnloadMode::ControlMenu);
-  EXPECT_EQ(Stored(u"NDPI", u"MonWidth"), u"6000");
-  EXPECT_EQ(Stored(u"LDPI", u"MonWidth"), u"");
 }
 
 TEST_F(TrayMenuTest, ShutdownStoresAVisiblePlaceStopsTheDailyTimerAndEnds) {

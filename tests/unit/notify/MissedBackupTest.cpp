@@ -84,13 +84,14 @@ TEST_F(MissedBackupTest, DueNoticeTellsWhatTheCheckWouldShowAndWritesNothing) {
 }
 
 TEST_F(MissedBackupTest, NoofDaysBoundsAndEntriesThatAreNotDue) {
-  EXPECT_EQ(notify::DaysToWait(u""), 7);
-  EXPECT_EQ(notify::DaysToWait(u"0"), 7);
-  EXPECT_EQ(notify::DaysToWait(u"-3"), 7);
-  EXPECT_EQ(notify::DaysToWait(u"1"), 1);
-  EXPECT_EQ(notify::DaysToWait(u"30"), 30);
-  EXPECT_EQ(notify::DaysToWait(u"31"), 30);
-  EXPECT_EQ(notify::DaysToWait(u"45"), 30);
+  for (const auto& [stored, days] : {std::pair<Text, int>{u"", 7},
+                                     {u"0", 7},
+                                     {u"-3", 7},
+                                     {u"1", 1},
+                                     {u"30", 30},
+                                     {u"31", 30},
+                                     {u"45", 30}})
+    EXPECT_EQ(notify::DaysToWait(stored), days) << U8(stored);
   EXPECT_THROW(notify::DaysToWait(u"week"), base::Failure);
 
   frame::WriteSetting(app, u"NotifyUsers", u"<<alice<<carol<<dave<<erin");

@@ -13,49 +13,44 @@ namespace {
 
 using base::Text;
 
-class MonitorProgramTest : public ::testing::Test, public testkit::CommonFixture {
- protected:
-  MonitorProgramTest() {
+class MonitorProgramTest : public ::testing::Test, public testkit::CommonFixture {};
+
+// Which word hides the window and which place counts is StartupTest's; here the real
+// window follows it, with its log list filled even while hidden.
+TEST_F(MonitorProgramTest, TheWindowIsHiddenOrShownInItsStoredPlaceWithTheLogFilled) {
+  const struct {
+    Text word, top;
+    bool visible;
+    kit::Layout layout;
+  } cases[] = {{u"Min", u"300", false, {450, 300, 8000, 6500}},
+               {u"min", u"", true, {1200, 1200, 7440, 4860}}};  // a partial place: the design's
+  for (const auto& c : cases) {
+    SCOPED_TRACE(base::ToUtf8(c.word));
+    testkit::CommonFixture fx;
+    fx.fake.system.commandLine = c.word;
+    for (const auto& [key, value] : {std::pair<Text, Text>{u"MonWidth", u"8000"},
+                                     {u"MonHeight", u"6500"},
+                                     {u"MonTop", c.top},
+                                     {u"MonLeft", u"450"}})
+      frame::WriteSetting(fx.app, key, value);
     platform::TextFile::WriteLines(
-        fake.fs, u"C:\\QV\\QVCOMMON\\QVWServiceLog.txt",
+        fx.fake.fs, u"C:\\QV\\QVCOMMON\\QVWServiceLog.txt",
         {u"Information : 11/15/2026 05:25:27 : one", u"Error       : 11/15/2026 05:25:28 : two"});
+    kit::ScriptedUi ui;
+    program::MonitorProgram program(fx.app, ui);
+    ASSERT_EQ(frame::Main(fx.app, program), frame::MainResult::Run);
+    auto& w = program.Window();
+    EXPECT_TRUE(w.IsLoaded());
+    EXPECT_EQ(w.Visible(), c.visible);
+    if (!c.visible) {
+      EXPECT_TRUE(w.mnuOpen.Enabled());
+    }
+    EXPECT_EQ(w.GetLayout(), c.layout);
+    EXPECT_EQ(w.lstLog.Count(), 2);
+    EXPECT_EQ(fx.fake.ui.trayIcons.size(), 1u);
+    ASSERT_TRUE(fx.app.ActiveEngine);  // the real engine objects over the fakes
+    EXPECT_EQ(w.lblStatus.Caption(), u"Stopped");
   }
-  void Geometry(const Text& w, const Text& h, const Text& t, const Text& l) {
-    frame::WriteSetting(app, u"MonWidth", w);
-    frame::WriteSetting(app, u"MonHeight", h);
-    frame::WriteSetting(app, u"MonTop", t);
-    frame::WriteSetting(app, u"MonLeft", l);
-  }
-  kit::ScriptedUi ui;
-};
-
-TEST_F(MonitorProgramTest, MinKeepsTheWindowInTheTrayWithItsPlaceRestored) {
-  fake.system.commandLine = u"Min";
-  Geometry(u"8000", u"6500", u"300", u"450");
-  program::MonitorProgram program(app, ui);
-  ASSERT_EQ(frame::Main(app, program), frame::MainResult::Run);
-  auto& w = program.Window();
-  EXPECT_TRUE(w.IsLoaded());
-  EXPECT_FALSE(w.Visible());
-  EXPECT_TRUE(w.mnuOpen.Enabled());
-  EXPECT_EQ(w.GetLayout(), (kit::Layout{450, 300, 8000, 6500}));
-  EXPECT_TRUE(TraceHas(u"HideFromTaskBar called from the Monitor."));
-  EXPECT_EQ(w.lstLog.Count(), 2);  // filled even while hidden
-  EXPECT_EQ(fake.ui.trayIcons.size(), 1u);
-  ASSERT_TRUE(app.ActiveEngine);  // the real engine objects over the fakes
-  EXPECT_EQ(w.lblStatus.Caption(), u"Stopped");
-}
-
-TEST_F(MonitorProgramTest, AnyOtherWordShowsTheWindowAndAPartialPlaceIsIgnored) {
-  fake.system.commandLine = u"min";
-  Geometry(u"8000", u"6500", u"", u"450");
-  program::MonitorProgram program(app, ui);
-  ASSERT_EQ(frame::Main(app, program), frame::MainResult::Run);
-  auto& w = program.Window();
-  EXPECT_TRUE(w.Visible());
-  EXPECT_EQ(w.GetLayout(), (kit::Layout{1200, 1200, 7440, 4860}));
-  EXPECT_TRUE(TraceHas(u"ShowFromTaskBar called from the Monitor."));
-  EXPECT_EQ(w.lstLog.Count(), 2);
 }
 
 TEST_F(MonitorProgramTest, OnAHostTheWindowIsBuiltAtLoadAndOwnsTheTrayIcon) {
