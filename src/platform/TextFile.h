@@ -72,10 +72,10 @@ class TextLineReader {
   Text path_;
   std::size_t pieceBytes_;
   std::uint64_t offset_ = 0;
-  Text units_;          // decoded units not yet given out, from pos_ on
+  Text units_;  // decoded units not yet given out, from pos_ on
   std::size_t pos_ = 0;
   std::size_t searched_ = 0;  // units_ holds no line feed before this index
-  std::string carry_;   // bytes of a unit (or of the mark) that the last piece cut
+  std::string carry_;         // bytes of a unit (or of the mark) that the last piece cut
   bool markChecked_ = false;
   bool atEnd_ = false;
   bool failed_ = false;
