@@ -1,5 +1,6 @@
 #include "jobs/JobActions.h"
 
+#include <optional>
 #include <stdexcept>
 
 #include "base/Guarded.h"
@@ -7,6 +8,7 @@
 #include "frame/Settings.h"
 #include "jobs/PluginRules.h"
 #include "jobstore/DBaction.h"
+#include "jobstore/ScheduleReader.h"
 #include "kit/MesgBox.h"
 #include "frame/MessageTable.h"
 
@@ -87,7 +89,7 @@ void JobActions::ShowSelectedRecord() {
         if (row == nullptr) throw std::out_of_range("Invalid property value");
         const int number = RecordNumberOf(row->Number());
         LoadJobs(app_, list_);
-        const long index = jobstore::GetIndexFromRecordNo(app_, base::FromNumber(number));
+        const long index = list_.IndexOfRecord(base::FromNumber(number));
         if (index == -1) {
           Ask(28, kit::kIconInfo, kit::kButtonsOk);
           FillListView(app_, list_);
@@ -208,15 +210,18 @@ void JobActions::ScheduleImmediate(int recordNo) {
         }
         LoadJobs(app_, list_);
         // One immediate job at a time, whichever set it is for.
-        for (const jobstore::ScheduleRecord& r : app_.Jobs) {
-          if (r.RecordNo == u"0" || r.SortKey == jobstore::kImmediateKey) {
+        for (const JobRow& r : list_.Jobs()) {
+          if (r.RecordNo() == u"0" || r.SortKey() == jobstore::kImmediateKey) {
             Ask(38, kit::kIconWarning, kit::kButtonsOk);
             return;
           }
         }
-        const long index = jobstore::GetIndexFromRecordNo(app_, base::FromNumber(recordNo)) - 1;
-        if (index < 0) throw std::out_of_range("Subscript out of range");
-        const jobstore::ScheduleRecord source = app_.Jobs.at(static_cast<size_t>(index));
+        // The list keeps rows only: the one record the new job copies is read again.
+        const Text number = base::FromNumber(recordNo);
+        std::optional<jobstore::ScheduleRecord> found;
+        if (list_.IndexOfRecord(number) > 0) found = jobstore::FindScheduleRecord(app_, number);
+        if (!found) throw std::out_of_range("Subscript out of range");
+        const jobstore::ScheduleRecord& source = *found;
 
         // The date in the system's short form and the time as "hh:mm AMPM": not the
         // file's usual form, and the engine expects it so.

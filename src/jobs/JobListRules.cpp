@@ -3,10 +3,10 @@
 #include <stdexcept>
 
 #include "base/Guarded.h"
-#include "frame/KeepAnswering.h"
 #include "frame/Logs.h"
 #include "jobstore/DBaction.h"
 #include "jobstore/NextRun.h"
+#include "jobstore/ScheduleReader.h"
 
 namespace jobs {
 
@@ -19,7 +19,7 @@ Text Where(const Text& procedure) { return u"in procedure " + procedure + u" " +
 // The row of record `r`, as far as it goes; a NextRun that is no date ends it after
 // the name.
 JobRow BuildRow(const jobstore::ScheduleRecord& r, const jobstore::LocaleFormats& locale) {
-  if (r.NextRun.empty()) return JobRow(r.BackupSetName, r.NextRun);
+  if (r.NextRun.empty()) return JobRow(r.BackupSetName, r.NextRun, r.RecordNo, r.SortKey);
   JobRow::Filled f;
   f.name = r.BackupSetName;
   f.nextRun = r.NextRun;
@@ -40,9 +40,15 @@ JobRow BuildRow(const jobstore::ScheduleRecord& r, const jobstore::LocaleFormats
 
 }  // namespace
 
-JobRow::JobRow(const Text& name, const Text& nextRun) {
+JobRow::JobRow(const Text& name, const Text& nextRun, const Text& recordNo, const Text& sortKey) {
   Append(kName, name);
-  for (int i = kNextTransfer; i < kNextRun; ++i) ends_[i] = ends_[kName];
+  Append(kNextTransfer, {});
+  Append(kFrequency, {});
+  Append(kDestination, {});
+  Append(kDataSort, sortKey);
+  Append(kNumber, recordNo);
+  Append(kUserName, {});
+  Append(kDays, {});
   Append(kNextRun, nextRun);
 }
 
@@ -103,9 +109,42 @@ std::vector<Text> JobRow::Cells() const {
   return cells;
 }
 
+long JobList::IndexOfRecord(const Text& recordNo) const {
+  const auto& jobs = Jobs();
+  for (size_t i = 0; i < jobs.size(); ++i)
+    if (jobs[i].RecordNo() == recordNo) return static_cast<long>(i) + 1;
+  return -1;
+}
+
 void LoadJobs(frame::AppState& app, JobList& list) {
   app.Store.BackupNowMode = false;
-  list.NextJobIndex = jobstore::DB_ReadSchdata(app, Text(), app.Jobs, false);
+  app.Store.ImmediateFound = false;
+  // What an earlier load left goes first: a large schedule is held once at most.
+  app.Jobs.clear();
+  app.Jobs.shrink_to_fit();
+  list.loaded.clear();
+  list.loaded.shrink_to_fit();
+  list.loadedFresh = true;
+
+  const jobstore::LocaleFormats locale = jobstore::LocaleOf(app);
+  Text smallestKey = jobstore::kSearchStartKey;
+  long smallestIndex = 0;
+  jobstore::ScheduleReader reader(app);
+  jobstore::ScheduleRecord r;
+  while (reader.Next(r)) {
+    if (r.SortKey < smallestKey) {
+      smallestKey = r.SortKey;
+      smallestIndex = static_cast<long>(list.loaded.size());
+    }
+    // A NextRun that is no date ends its row after the name; the next row is filled.
+    JobRow row(r.BackupSetName, r.NextRun, r.RecordNo, r.SortKey);
+    base::Guarded([&] { row = BuildRow(r, locale); },
+                  frame::TraceFailure(app, u"Error Reason :", Where(u"FillListView")));
+    list.loaded.push_back(std::move(row));
+  }
+  list.loaded.shrink_to_fit();
+  app.RecordCount = reader.Count();
+  list.NextJobIndex = smallestIndex;
 }
 
 Text NextTransferText(const Text& nextRun, const jobstore::LocaleFormats& locale) {
@@ -134,29 +173,28 @@ void FillListView(frame::AppState& app, JobList& list) {
   } tell{app, list};
 
   ++list.fills;
-  list.rows.clear();
+  if (list.loadedFresh) {
+    list.rows.swap(list.loaded);
+    list.loaded.clear();
+    list.loaded.shrink_to_fit();
+    list.loadedFresh = false;
+  }
   list.markedRow = 0;
   list.lblMsgProgres.clear();
-  const jobstore::LocaleFormats locale = jobstore::LocaleOf(app);
-  list.rows.reserve(app.Jobs.size());
-  for (size_t i = 0; i < app.Jobs.size(); ++i) {
-    if (i % 256 == 0) frame::KeepAnswering(app);
-    const jobstore::ScheduleRecord& r = app.Jobs[i];
-    JobRow row(r.BackupSetName, r.NextRun);
-    const bool filled =
-        base::Guarded([&] { row = BuildRow(r, locale); },
-                      frame::TraceFailure(app, u"Error Reason :", Where(u"FillListView")));
-    if (filled && !r.NextRun.empty() && static_cast<long>(i) == list.NextJobIndex) {
+  for (JobRow& row : list.rows) row.SetStatus(JobStatus::None);
+  // The state word goes to the next job's row, and only when that row is filled.
+  if (list.NextJobIndex >= 0 && list.NextJobIndex < list.Count()) {
+    JobRow& row = list.rows[static_cast<size_t>(list.NextJobIndex)];
+    if (row.HasCells()) {
       const Text state = jobstore::Readfirstline(app, app.ScheduleFilePath);
       if (state == u"1") {
         row.SetStatus(JobStatus::InProgress);
-        list.lblMsgProgres = u"Scheduled backup (username : " + base::Trim(r.UserName) +
-                             u") for the Backup set : '" + r.BackupSetName + u"' is in progress.";
+        list.lblMsgProgres = u"Scheduled backup (username : " + base::Trim(row.Cell(kColUserName)) +
+                             u") for the Backup set : '" + row.Name() + u"' is in progress.";
       } else if (state == u"2") {
         row.SetStatus(JobStatus::Stopping);
       }
     }
-    list.rows.push_back(std::move(row));
   }
   if (list.HasRows() && list.SelectedRow > 0) {
     // A row deleted elsewhere (or the bottom row just deleted here) leaves SelectedRow
@@ -199,7 +237,7 @@ void RefreshSteps(frame::AppState& app, JobList& list, bool disableWhenEmpty) {
 void ActivateJobList(frame::AppState& app, JobList& list) {
   LoadJobs(app, list);
   FillListView(app, list);
-  if (!app.Jobs.empty()) SetButtons(list, true);
+  if (app.RecordCount != 0) SetButtons(list, true);
   if (!list.HasRows()) SetButtons(list, false);
 }
 

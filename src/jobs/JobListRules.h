@@ -61,12 +61,15 @@ enum class JobStatus : unsigned char { None, InProgress, Stopping };
 // One row of the list, held compactly: a list may have hundreds of thousands of rows and
 // the list view asks for a cell only when it draws it. The texts of a row stand one after
 // the other in one string; the status is one of three words and the day names follow
-// from the record's day digits, so both are made when asked for.
+// from the record's day digits, so both are made when asked for. A row is all the list
+// keeps of its record: the record's number and key stay with it also when the row shows
+// the name alone.
 class JobRow {
  public:
   JobRow() = default;
   // A row with its name only (a record without NextRun, or one whose fill failed).
-  explicit JobRow(const Text& name, const Text& nextRun = {});
+  explicit JobRow(const Text& name, const Text& nextRun = {}, const Text& recordNo = {},
+                  const Text& sortKey = {});
   // A filled row: every column, the status aside.
   struct Filled {
     Text name, nextTransfer, frequency, destination, dataSort, number, userName, days, nextRun;
@@ -81,6 +84,9 @@ class JobRow {
   Text Name() const { return Piece(kName); }
   Text Status() const { return Cell(kColStatus); }
   Text Number() const { return filled_ ? Piece(kNumber) : Text(); }
+  // The record's RecordNo and SortKey, whether or not the row shows them.
+  Text RecordNo() const { return Piece(kNumber); }
+  Text SortKey() const { return Piece(kDataSort); }
   // The record's NextRun as the file gave it (the command line shows it as it stands).
   Text NextRun() const { return Piece(kNextRun); }
   void SetStatus(JobStatus s) { status_ = s; }
@@ -107,8 +113,16 @@ class JobRow {
   bool filled_ = false;
 };
 
+// The list holds no ScheduleRecord: its load reads the schedule a record at a time and
+// keeps of each the row it shows, so the rows are the job array in the list's own form,
+// one row per record in the file's order. An action that needs more of a record reads
+// that record again.
 struct JobList {
+  // The rows shown, as the last fill made them.
   std::vector<JobRow> rows;
+  // The rows of the last load, until a fill makes them the list (`loadedFresh`).
+  std::vector<JobRow> loaded;
+  bool loadedFresh = false;
   Text lblMsgProgres;
   // Result of the last load: 0-based index of the record with the smallest SortKey.
   long NextJobIndex = 0;
@@ -126,6 +140,10 @@ struct JobList {
   std::function<void()> changed;
 
   long Count() const { return static_cast<long>(rows.size()); }
+  // The job array in the list's form: the last load's rows.
+  const std::vector<JobRow>& Jobs() const { return loadedFresh ? loaded : rows; }
+  // The 1-based place in Jobs() of the first row of record `recordNo`, -1 when none is.
+  long IndexOfRecord(const Text& recordNo) const;
   bool HasRows() const { return !rows.empty(); }
   // Row `row1` (1-based), or null.
   const JobRow* Row(long row1) const {
@@ -137,8 +155,10 @@ struct JobList {
   }
 };
 
-// BackupNowMode false, then the job array loaded afresh (empty key, no warning) and the
-// index of the next job kept.
+// BackupNowMode false, then the schedule loaded afresh as DB_ReadSchdata loads it (empty
+// key, no warning), straight into rows: a row per record without its status, and the
+// index of the next job kept. The record count is the job store's; the global job array
+// is left empty, so that no second copy of a large schedule stays behind.
 void LoadJobs(frame::AppState& app, JobList& list);
 
 // The "Next Transfer" text of a NextRun: read as a date (through the file's form first
@@ -146,7 +166,8 @@ void LoadJobs(frame::AppState& app, JobList& list);
 // date form, as the hidden date control gives it. Throws when it is no date.
 Text NextTransferText(const Text& nextRun, const jobstore::LocaleFormats& locale);
 
-// Rebuilds the rows from the job array. A stored SelectedRow beyond the last row cannot
+// Makes the loaded rows the list: the status of the next job, the line under the list,
+// the selection and the buttons. A stored SelectedRow beyond the last row cannot
 // be marked: the fill traces that itself ("in procedure FillListView") and the list
 // stands without a selection; nothing reaches the caller. A row whose NextRun is no date
 // keeps its name only; the failure is traced and the next row is filled.

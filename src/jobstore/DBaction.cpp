@@ -5,10 +5,10 @@
 
 #include "base/Guarded.h"
 #include "base/Utf16.h"
-#include "frame/KeepAnswering.h"
 #include "frame/Logs.h"
 #include "frame/Settings.h"
 #include "jobstore/DBactionWrites.h"
+#include "jobstore/ScheduleReader.h"
 #include "platform/TextFile.h"
 
 namespace jobstore {
@@ -132,55 +132,39 @@ long DB_ReadSchdata(AppState& app, const Text& key, std::vector<ScheduleRecord>&
   JobStoreState& store = app.Store;
   long smallestIndex = 0;
   Text smallestKey = kSearchStartKey;
-
-  long count = 1;
-  if (key.empty()) {
-    count = DB_NumberOfRecord(app, app.ScheduleFilePath);
-    app.RecordCount = count;
-  }
-  records.assign(static_cast<size_t>(count), ScheduleRecord());
-
-  std::vector<Text> lines;
-  const bool read = DB_ReadRecord(app, key, app.ScheduleFilePath, lines);
-  store.ImmediateFound = false;
-
-  size_t kept = 0;
-  if (read) {
-    const LocaleFormats locale = LocaleOf(app);
-    // The setting is read when the first record reaches its dates and then kept for the
-    // rest of the load. Reading qvwin.ini again for every record would only matter if
-    // the application changed the date form in the milliseconds of one load, and it
-    // made a load of a thousand records cost more than all the rest of it.
-    std::optional<Text> dateFormat;
-    DateRule rule = [&](const Text& value, int position) {
-      if (position == 3 && !dateFormat) dateFormat = frame::ReadSetting(app, u"DateFormat");
-      return ApplyDateFormat(value, dateFormat.value_or(Text()), locale);
-    };
-    const Text chosen = base::ToUpper(store.ChosenSetName);
-    // The file may have changed between the count and the read; the count rules.
-    const size_t n = std::min(records.size(), lines.size());
-    for (size_t i = 0; i < n; ++i) {
-      if (i % 256 == 0) frame::KeepAnswering(app);
-      ParsedLine parsed = ParseScheduleLine(lines[i], rule);
-      if (!parsed.hasSeparator) continue;
-      const size_t at = key.empty() ? kept++ : i;
-      ScheduleRecord& r = records[at];
-      r = std::move(parsed.record);
-      if (!parsed.oldForm) RepairDays(r, locale);
-      if (r.SortKey < smallestKey) {
-        smallestKey = r.SortKey;
-        smallestIndex = static_cast<long>(at);
-      }
-      if (store.BackupNowMode && base::ToUpper(r.BackupSetName) == chosen &&
-          r.SortKey == kImmediateKey)
-        store.ImmediateFound = true;
+  const Text chosen = base::ToUpper(store.ChosenSetName);
+  auto consider = [&](const ScheduleRecord& r, size_t at) {
+    if (r.SortKey < smallestKey) {
+      smallestKey = r.SortKey;
+      smallestIndex = static_cast<long>(at);
     }
-  }
-  // A line without a separator is no record: with an empty key it is passed over, the
-  // records close up behind it and the count says how many were read.
+    if (store.BackupNowMode && base::ToUpper(r.BackupSetName) == chosen &&
+        r.SortKey == kImmediateKey)
+      store.ImmediateFound = true;
+  };
+
   if (key.empty()) {
-    records.resize(kept);
-    app.RecordCount = static_cast<long>(kept);
+    // Every record of the file, read a piece at a time. A line without a separator is no
+    // record: it is passed over, the records close up behind it and the count says how
+    // many were read.
+    records.clear();
+    store.ImmediateFound = false;
+    ScheduleReader reader(app);
+    ScheduleRecord r;
+    while (reader.Next(r)) {
+      consider(r, records.size());
+      records.push_back(std::move(r));
+    }
+    app.RecordCount = reader.Count();
+  } else {
+    records.assign(1, ScheduleRecord());
+    std::vector<Text> lines;
+    const bool read = DB_ReadRecord(app, key, app.ScheduleFilePath, lines);
+    store.ImmediateFound = false;
+    if (read) {
+      RecordMaker maker(app);
+      if (!lines.empty() && maker.Make(lines[0], records[0])) consider(records[0], 0);
+    }
   }
 
   if (store.BackupNowMode && warn) {

@@ -65,6 +65,8 @@ struct JobStoreState {
 
   // Index of the record the editor works on.
   long RecordIndex = 0;
+  // How many lines without a separator the trace was last told a load passed over.
+  long PassedOverLines = 0;
 
   ShowMessageFn ShowMessage;
 };

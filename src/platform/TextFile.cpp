@@ -1,5 +1,7 @@
 #include "platform/TextFile.h"
 
+#include <algorithm>
+
 #include "base/Utf16.h"
 
 namespace platform {
@@ -77,6 +79,69 @@ std::optional<std::size_t> TextFile::CountLines(IFileSystem& fs, const Text& pat
     start = lf + 2;
   }
   return lines + (start < end ? 1 : 0);
+}
+
+TextLineReader::TextLineReader(IFileSystem& fs, Text path, std::size_t pieceBytes)
+    : fs_(fs), path_(std::move(path)), pieceBytes_(std::max<std::size_t>(pieceBytes, 2)) {}
+
+bool TextLineReader::ReadPiece() {
+  auto more = fs_.ReadRange(path_, offset_, pieceBytes_);
+  if (!more) {
+    failed_ = atEnd_ = true;
+    return false;
+  }
+  pieceRead_ = true;
+  offset_ += more->size();
+  atEnd_ = more->size() < pieceBytes_;
+  std::string_view bytes(*more);
+  std::string joined;
+  if (!carry_.empty()) {
+    joined = carry_ + *more;
+    carry_.clear();
+    bytes = joined;
+  }
+  if (!markChecked_) {
+    // The mark is told only from the file's first two bytes, whichever piece they came in.
+    if (bytes.size() < 2 && !atEnd_) {
+      carry_.assign(bytes);
+      return true;
+    }
+    markChecked_ = true;
+    if (base::HasUtf16Bom(bytes)) bytes.remove_prefix(2);
+  }
+  // Everything before pos_ has been given out: drop it before the units grow.
+  units_.erase(0, pos_);
+  searched_ -= pos_;
+  pos_ = 0;
+  units_.reserve(units_.size() + bytes.size() / 2);
+  size_t i = 0;
+  for (; i + 1 < bytes.size(); i += 2)
+    units_.push_back(static_cast<char16_t>(static_cast<unsigned char>(bytes[i]) |
+                                           (static_cast<unsigned char>(bytes[i + 1]) << 8)));
+  // A unit cut by the piece's end waits for its second byte; at the file's end an odd
+  // last byte is no unit, as for ReadLines.
+  if (i < bytes.size() && !atEnd_) carry_.assign(bytes.substr(i));
+  return true;
+}
+
+std::optional<Text> TextLineReader::Next() {
+  for (;;) {
+    const size_t lf = units_.find(u'\n', searched_);
+    if (lf != Text::npos) {
+      const size_t end = (lf > pos_ && units_[lf - 1] == u'\r') ? lf - 1 : lf;
+      Text line = units_.substr(pos_, end - pos_);
+      pos_ = searched_ = lf + 1;
+      return line;
+    }
+    searched_ = units_.size();
+    if (atEnd_) {
+      if (failed_ || pos_ >= units_.size()) return std::nullopt;
+      Text line = units_.substr(pos_);
+      pos_ = searched_ = units_.size();
+      return line;
+    }
+    ReadPiece();
+  }
 }
 
 namespace {

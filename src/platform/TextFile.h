@@ -2,7 +2,9 @@
 // UTF-16 LE text files by lines, over any IFileSystem. Lines end in CR LF; a reader
 // also ends a line at a lone LF. Units are kept exactly: what a single-byte writer put
 // into the file reads back as the units its bytes make, and writes back the same.
+#include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -39,6 +41,45 @@ class TextFile {
   static WriteResult AppendBytes(IFileSystem& fs, const Text& path, std::string_view bytes);
   // Splits decoded units into lines the way ReadLines does.
   static std::vector<Text> SplitLines(base::TextView units);
+};
+
+// The lines of a file one after another, as ReadLines gives them, read from the start a
+// piece at a time: no more of the file is held than one piece and the line being made.
+// A file no larger than a piece is read in one call, as ReadLines reads it.
+class TextLineReader {
+ public:
+  static constexpr std::size_t kPieceBytes = std::size_t{512} << 10;
+
+  TextLineReader(IFileSystem& fs, Text path, std::size_t pieceBytes = kPieceBytes);
+  // The next line without its end; nullopt after the last one, or when a piece could not
+  // be read (the unfinished line is then dropped).
+  std::optional<Text> Next();
+  // The first piece could not be read: the file is missing or refused.
+  bool Unreadable() const { return failed_ && offset_ == 0; }
+  // A later piece could not be read: the lines stopped before the end of the file.
+  bool CutShort() const { return failed_ && offset_ > 0; }
+  // Whether a piece was read since the last call (a caller's moment to let others in).
+  bool TakePieceRead() {
+    const bool read = pieceRead_;
+    pieceRead_ = false;
+    return read;
+  }
+
+ private:
+  bool ReadPiece();
+
+  IFileSystem& fs_;
+  Text path_;
+  std::size_t pieceBytes_;
+  std::uint64_t offset_ = 0;
+  Text units_;  // decoded units not yet given out, from pos_ on
+  std::size_t pos_ = 0;
+  std::size_t searched_ = 0;  // units_ holds no line feed before this index
+  std::string carry_;         // bytes of a unit (or of the mark) that the last piece cut
+  bool markChecked_ = false;
+  bool atEnd_ = false;
+  bool failed_ = false;
+  bool pieceRead_ = false;
 };
 
 }  // namespace platform

@@ -27,5 +27,3 @@ add_dependencies(e2e_notices qv_sim_background qv_sim_service)
 qv_e2e_test(e2e_hostile_sizes HostileSizesTest.cpp)
 target_link_libraries(e2e_hostile_sizes PRIVATE qv_engine qv_platform_win32 ole32 oleaut32 uuid psapi)
 add_dependencies(e2e_hostile_sizes qv_sim_background qv_sim_service)
-qv_e2e_open_fault(e2e_hostile_sizes
-                  HostileSizesTest.TheJobListOpensTwoHundredThousandRecordsInTenSeconds)

@@ -56,6 +56,9 @@ void ReadJobs(frame::AppState& app, MachineStatus& status) {
                 [&](const base::ErrorInfo& e) {
                   status.notes.push_back(u"the job list stopped half way: " + e.description);
                 });
+  // The list keeps rows only; the records behind them are loaded for the count and the
+  // next job.
+  jobstore::DB_ReadSchdata(app, Text(), app.Jobs, false);
   for (const jobstore::ScheduleRecord& r : app.Jobs)
     if (!base::IsBlank(r.RecordNo) || !base::IsBlank(r.BackupSetName)) ++status.jobCount;
   for (const jobs::JobRow& row : list.rows) {
