@@ -1,7 +1,6 @@
-// Arbitrary bytes as what the account service and the settings hand the account code:
-// a status reply, an address, a log line. No crash or hang, and the promises hold: the
-// code is 0 to 3 and 0 only for an empty reply, an accepted address is https:// with a
-// host, and a filtered line keeps no value behind "password=".
+// Arbitrary bytes as a status reply, an address and a log line for the account code:
+// the code is 0 to 3 and 0 only for an empty reply, an accepted address has a host,
+// and a filtered line keeps no value behind "password=".
 #include "FuzzInput.h"
 #include "base/Text.h"
 #include "platform/portable/HttpRules.h"

@@ -1,8 +1,6 @@
-// Arbitrary bytes as the activity log the monitor window lists: the tail reader with
-// an arbitrary chunk size and count, and the parse of every line it gives. Beyond "no
-// crash, no hang": the tail reader agrees with a read of the whole file, gives at most
-// the lines asked for, each cut at its NUL, trimmed and not blank, and a line without
-// a colon has no row.
+// Arbitrary bytes as the activity log with any chunk size and count, through the tail
+// reader and the parse of each line: the tail agrees with a whole read, gives at most
+// the lines asked for, each trimmed, without NUL and not blank.
 #include <string>
 
 #include "FuzzInput.h"

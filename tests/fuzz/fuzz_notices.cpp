@@ -1,8 +1,6 @@
-// Arbitrary bytes as the engine's requests to the notices: the job-end request file,
-// the dial-up request file and a user's missed-backup keys, through the notices
-// themselves on the windowless kit. No crash and no hang; each request is taken (its
-// file gone) with the names it carries kept; a NoofDays or DateFailed that is no
-// number is the one failure the check gives back to the tick.
+// Arbitrary bytes as the job-end and dial-up request files and a user's missed-backup
+// keys, through the notices on the windowless kit: each request is taken (its file
+// gone) with the names it carries kept.
 #include <string>
 
 #include "FuzzInput.h"

@@ -1,6 +1,6 @@
 // Arbitrary bytes as a profile file (any of its encodings) through reads, repeated
-// writes and deletes. Beyond "no crash": a read never exceeds the buffer, and once
-// the file is tidy a written value reads back and the same write changes nothing.
+// writes and deletes: a read never exceeds its buffer, and once the file is tidy a
+// written value reads back and the same write changes nothing.
 #include <string>
 
 #include "FuzzInput.h"
@@ -38,11 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FUZZ_CHECK(buffer == 0 ? value.empty() : value.size() <= buffer - 1);
   }
 
-  // The first write tidies the file. That can change how it reads: an ANSI file whose
-  // first kept line begins with the bytes of a byte-order mark, or a header whose name
-  // has blanks before a NUL, read differently once written out, on the platform too.
-  // From the second write on the file is tidy: the same write changes nothing more,
-  // and the value reads back.
+  // The first write tidies the file (which can change how it reads, on the platform too).
   auto write = [&] {
     return profile.WriteString(u"Corvane", Text(u"UserName"), Text(u"alice"), file);
   };
