@@ -45,13 +45,6 @@ TEST_F(AccountServiceTest, StatusQueryCarriesTheEncodedTrimmedValuesToTheSetting
   EXPECT_EQ(fake.network.liveObjects, 0);  // released after the call
 }
 
-TEST_F(AccountServiceTest, DefaultsWhenTheSettingsAreEmpty) {
-  auto e = account::ReadEndpoints(app);
-  EXPECT_EQ(e.accountServer, u"https://account.corvane.com");
-  EXPECT_EQ(e.feedbackServer, u"https://feedback.corvane.com");
-  EXPECT_EQ(account::SupportMailAddress(app), u"support@corvane.com");
-}
-
 TEST_F(AccountServiceTest, ARefusingProxyGetsExactlyOneRetry) {
   fake.network.statusReplies.push_back({u"Cache Access Denied.", u"", 403});
   fake.network.statusReplies.push_back({u"OK", u"Expired last week"});

@@ -35,13 +35,51 @@ class UpdatePasswordRulesTest : public ::testing::Test, public testkit::AccountF
   std::vector<std::string> events;
 };
 
-TEST_F(UpdatePasswordRulesTest, BlankFieldsAreAskedForFirstAndNothingElseHappens) {
-  EXPECT_EQ(Apply(u"   ", u"pw"), ApplyOutcome::MissingUserName);
-  EXPECT_EQ(Apply(u"mary", u"  "), ApplyOutcome::MissingPassword);
-  EXPECT_EQ(Texts(), (std::vector<Text>{Msg(39), Msg(40)}));
+// Whatever is refused before or instead of the proof asks the account service nothing
+// and stores nothing, even where the account would have taken the password.
+TEST_F(UpdatePasswordRulesTest, RefusalsBeforeTheProofStoreNothing) {
+  using A = ScriptedUi::Answer;
+  struct Case {
+    Text user, password;
+    A answer;
+    ApplyOutcome outcome;
+    Text message;
+    std::vector<std::string> events;
+  } const cases[] = {
+      {u"   ", u"pw", A::Ok(), ApplyOutcome::MissingUserName, Msg(39), {"focus user"}},
+      {u"mary", u"  ", A::Ok(), ApplyOutcome::MissingPassword, Msg(40), {"focus password"}},
+      {u"mary", u"0123456789abcdef", A::No(), ApplyOutcome::NotConfirmed, Msg(41), {}},
+      {u"mary",
+       u"caf\u00E9 au lait",
+       A::Ok(),
+       ApplyOutcome::NotStorable,
+       account::kPasswordAlphabetMessage,
+       {"focus password"}},
+  };
+  std::vector<Case> all(std::begin(cases), std::end(cases));
+  for (const char16_t* name : {u"..\\mary", u"mary/x", u"C:mary", u"ma..ry", u"a\\b"})
+    all.push_back({name,
+                   u"secret",
+                   A::Ok(),
+                   ApplyOutcome::NameLeavesFolder,
+                   account::kUserNameFolderMessage,
+                   {"focus user"}});
+  for (const Case& c : all) {
+    SCOPED_TRACE(testkit::U8(c.user + u" / " + c.password));
+    fake.network.goodAccounts[base::Trim(c.user)] = base::Trim(c.password);
+    events.clear();
+    const std::size_t asked = ui.Questions().size();
+    ui.Queue(c.answer);
+    EXPECT_EQ(Apply(c.user, c.password), c.outcome);
+    EXPECT_EQ(ui.Questions().size(), asked + 1);
+    EXPECT_EQ(Texts().back(), c.message);
+    EXPECT_EQ(events, c.events);
+  }
   EXPECT_EQ(ui.Questions()[0].icon, 0);
-  EXPECT_EQ(events, (std::vector<std::string>{"focus user", "focus password"}));
   EXPECT_TRUE(fake.network.logins.empty());
+  EXPECT_TRUE(fake.network.requests.empty());
+  EXPECT_EQ(frame::ReadSetting(app, u"UserName"), u"");
+  EXPECT_FALSE(fake.fs.FileExists(Common(u"mary\\mary.txt")));
 }
 
 TEST_F(UpdatePasswordRulesTest, SeventeenCharactersAreProvedAndStoredCutToSixteen) {
@@ -85,14 +123,6 @@ TEST_F(UpdatePasswordRulesTest, APasswordThatCannotBeStoredIsNeverCalledUpdated)
             u"The new password could not be stored. Reason : There is not enough space on the "
             u"disk.");
   EXPECT_EQ(fake.fs.Bytes(Common(u"qvwin.ini")), ini);
-}
-
-TEST_F(UpdatePasswordRulesTest, NoToTheQuestionLeavesEverythingAsItWas) {
-  ui.Queue(ScriptedUi::Answer::No());
-  EXPECT_EQ(Apply(u"mary", u"0123456789abcdef"), ApplyOutcome::NotConfirmed);
-  EXPECT_TRUE(fake.network.logins.empty());
-  EXPECT_TRUE(events.empty());
-  EXPECT_EQ(frame::ReadSetting(app, u"UserName"), u"");
 }
 
 TEST_F(UpdatePasswordRulesTest, JobInProgressIsRefusedOnlyAfterAGoodProof) {
@@ -142,37 +172,11 @@ TEST_F(UpdatePasswordRulesTest, NoConnectionSaysNothingAndTooFewSetsWriteNothing
   EXPECT_FALSE(fake.fs.FileExists(Common(u"mary\\mary.txt")));
 }
 
-TEST_F(UpdatePasswordRulesTest, APasswordOutsideTheAlphabetIsNeverProvedNorStored) {
-  ui.Queue(ScriptedUi::Answer::Ok());
-  EXPECT_EQ(Apply(u"mary", u"caf\u00E9 au lait"), ApplyOutcome::NotStorable);
-  EXPECT_EQ(Texts(), (std::vector<Text>{account::kPasswordAlphabetMessage}));
-  EXPECT_EQ(ui.Questions()[0].icon, 0);
-  EXPECT_EQ(events, (std::vector<std::string>{"focus password"}));
-  EXPECT_TRUE(fake.network.logins.empty());
-  EXPECT_TRUE(fake.network.requests.empty());
-  EXPECT_EQ(frame::ReadSetting(app, u"UserName"), u"");
-  EXPECT_FALSE(fake.fs.FileExists(Common(u"mary\\mary.txt")));
-}
-
-TEST_F(UpdatePasswordRulesTest, AUserNameThatWouldLeaveItsFolderIsRefusedFirst) {
-  for (const Text& name :
-       {Text(u"..\\mary"), Text(u"mary/x"), Text(u"C:mary"), Text(u"ma..ry"), Text(u"a\\b")}) {
-    fake.network.goodAccounts[base::Trim(name)] = u"secret";
-    events.clear();
-    ui.Queue(ScriptedUi::Answer::Ok());
-    EXPECT_EQ(Apply(name, u"secret"), ApplyOutcome::NameLeavesFolder) << testkit::U8(name);
-    EXPECT_EQ(Texts().back(), account::kUserNameFolderMessage);
-    EXPECT_EQ(events, (std::vector<std::string>{"focus user"}));
-  }
-  EXPECT_EQ(ui.Questions().size(), 5u);  // the refusal alone: no question 41
-  EXPECT_TRUE(fake.network.logins.empty());
-  EXPECT_EQ(frame::ReadSetting(app, u"UserName"), u"");
-  // Nor does the store write for such a name when asked directly.
+TEST_F(UpdatePasswordRulesTest, TheStoreWritesNoFileOutsideItsFolderAndDotsApartAreAName) {
   frame::WriteSetting(app, u"..\\mary", u"secret", true);
   EXPECT_FALSE(fake.fs.FileExists(u"C:\\QV\\mary\\mary.txt"));
   EXPECT_FALSE(fake.fs.FileExists(Common(u"..\\mary\\..\\mary.txt")));
   EXPECT_FALSE(fake.fs.FolderExists(Common(u"..\\mary")));
-  // A dot alone, or dots apart, are a name like any other.
   fake.network.goodAccounts[u"mary.ann"] = u"secret";
   ui.Queue(ScriptedUi::Answer::Yes());
   EXPECT_EQ(Apply(u"mary.ann", u"secret"), ApplyOutcome::Updated);
