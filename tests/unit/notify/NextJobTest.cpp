@@ -140,17 +140,6 @@ TEST_F(QuotaTest, FullAndMissingQuotas) {
   EXPECT_EQ(none.barValue, std::nullopt);
 }
 
-TEST_F(QuotaTest, ReadFromTheSettingsAndTheAccountsKind) {
-  fake.fs.AddFolders(u"C:\\QV\\QVCOMMON\\alice");
-  app.UserName = u"alice";
-  frame::WriteSetting(app, u"TotalSpace", u"1000M");
-  frame::WriteSetting(app, u"UsedSpace", u"250M");
-  frame::WriteAccountKey(app, u"Corvane", u"ACCTYPE", u"QVSYNC");
-  const notify::QuotaView view = notify::ReadQuota(app);
-  EXPECT_EQ(view.barValue, 25);
-  EXPECT_EQ(view.label, Text(u"250.00 MB Out of 1,000.00 MB"));
-}
-
 // The time of the next transfer is shown as the system shows a date: the short date,
 // then the time in the locale's own time format.
 class NextTransferTimeTest : public ::testing::Test, public testkit::FrameFixture {};
