@@ -136,6 +136,11 @@ TEST_F(ProcessScanTest, SnapshotPathOnTheOldPlatformAndNoneOnAnyOther) {
   fake.processes.Add(12, u"C:\\QV\\QVBACKGROUND_955.EXE");
   fake.processes.Add(16, u"C:\\QV\\QVBackground_955.exe");
   EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", true, 1), 1);
+  // The walk ends at the first match.
+  std::vector<std::string> expected = {
+      "CreateSnapshot(2,0)", "ProcessFirst(546)", "ProcessNext(546)", "OpenProcess(1025,1,12)",
+      "TerminateProcess(0)", "CloseHandle",       "CloseHandle"};
+  EXPECT_EQ(Calls(), expected);
   EXPECT_EQ(fake.processes.terminated, std::vector<std::uint32_t>{12});
   EXPECT_EQ(fake.processes.OpenHandles(), 0);
 
