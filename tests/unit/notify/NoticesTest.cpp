@@ -54,6 +54,7 @@ TEST_F(NoticesTest, AGreenJobComesUpInTheCornerWithItsNamesAndIsConsumed) {
   EXPECT_EQ(job.lblaccntname.Caption(), u"alice");
   EXPECT_TRUE(job.PicSuccessJob.Visible());
   EXPECT_FALSE(job.PicFailedJob.Visible());
+  EXPECT_TRUE(job.ShowWithoutActivation()) << "the notice took the keyboard";
   EXPECT_DOUBLE_EQ(job.Left() + job.Width(), 1280 * 15);
   EXPECT_DOUBLE_EQ(job.Top() + job.Height(), 760 * 15);
   EXPECT_EQ(job.schjobststus.Caption(), notify::kNoScheduledJob);
