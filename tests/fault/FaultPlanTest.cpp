@@ -71,6 +71,7 @@ TEST_F(DecoratorTest, FilesFailByResultShortAndEmptyAndPassThroughWhenOff) {
   std::optional<std::string> read;
   Until(Fault::Error, [&] { read = fs.ReadAll(u"C:\\d\\f.txt"); });
   EXPECT_FALSE(read);
+  EXPECT_EQ(plan.BySite().count("IFileSystem::ReadAll error"), 1u) << "counted by the call";
   Until(Fault::Empty, [&] { read = fs.ReadAll(u"C:\\d\\f.txt"); });
   EXPECT_EQ(read, std::string());
   Until(Fault::Short, [&] { read = fs.ReadAll(u"C:\\d\\f.txt"); });
