@@ -21,30 +21,22 @@ class TextFileContract : public ::testing::TestWithParam<FsTarget> {
   std::unique_ptr<FsWorld> world_;
 };
 
-TEST_P(TextFileContract, CreateWritesTheByteOrderMarkAndKeepsAnExistingFile) {
-  Text file = Path(u"trace.txt");
+// Create makes an empty file with its byte-order mark and keeps one that is there;
+// lines go out with CR LF, WriteLines replaces the whole file.
+TEST_P(TextFileContract, CreateAppendAndWriteLines) {
+  Text file = Path(u"log.txt");
   ASSERT_TRUE(TextFile::Create(fs(), file, false));
   EXPECT_EQ(fs().ReadAll(file), "\xFF\xFE");
-  ASSERT_TRUE(TextFile::AppendLine(fs(), file, u"kept"));
-  ASSERT_TRUE(TextFile::Create(fs(), file, false));
-  EXPECT_EQ(TextFile::ReadLines(fs(), file), std::vector<Text>{u"kept"});
-  ASSERT_TRUE(TextFile::Create(fs(), file, true));
-  EXPECT_EQ(fs().ReadAll(file), "\xFF\xFE") << "overwrite empties it";
-}
-
-TEST_P(TextFileContract, AppendedLinesEndInCrLfAndReadBack) {
-  Text file = Path(u"log.txt");
   ASSERT_TRUE(TextFile::AppendLine(fs(), file, u"Information : one"));
+  ASSERT_TRUE(TextFile::Create(fs(), file, false));
   ASSERT_TRUE(TextFile::AppendLine(fs(), file, u""));
   ASSERT_TRUE(TextFile::AppendLine(fs(), file, u"\u00e9\u20ac\u0416 \U0001F600"));
   EXPECT_EQ(fs().ReadAll(file),
             "\xFF\xFE" + Utf16(u"Information : one\r\n\r\n\u00e9\u20ac\u0416 \U0001F600\r\n"));
   EXPECT_EQ(TextFile::ReadLines(fs(), file),
             (std::vector<Text>{u"Information : one", u"", u"\u00e9\u20ac\u0416 \U0001F600"}));
-}
-
-TEST_P(TextFileContract, WriteLinesReplacesTheWholeFile) {
-  Text file = Path(u"schedule.txt");
+  ASSERT_TRUE(TextFile::Create(fs(), file, true));
+  EXPECT_EQ(fs().ReadAll(file), "\xFF\xFE") << "overwrite empties it";
   ASSERT_TRUE(TextFile::WriteLines(fs(), file, {u"0", u"a", u"b"}));
   ASSERT_TRUE(TextFile::WriteLines(fs(), file, {u"1"}));
   EXPECT_EQ(fs().ReadAll(file), "\xFF\xFE" + Utf16(u"1\r\n"));
@@ -76,18 +68,16 @@ TEST_P(TextFileContract, SingleByteRunInTheMiddleSurvivesARoundTrip) {
   EXPECT_EQ(fs().ReadAll(copy), original);
 }
 
-TEST_P(TextFileContract, OddByteCountStillReadsTheWholeUnits) {
-  Text file = Path(u"odd.txt");
-  ASSERT_TRUE(TextFile::AppendLine(fs(), file, u"a"));
-  ASSERT_TRUE(TextFile::AppendBytes(fs(), file, "_"));
-  EXPECT_EQ(TextFile::ReadText(fs(), file), Text(u"a\r\n"));
-}
-
-TEST_P(TextFileContract, FileWithoutByteOrderMarkIsReadAsUtf16) {
+// Without a byte-order mark the file is still UTF-16; an odd last byte is left out.
+TEST_P(TextFileContract, FileWithoutMarkOrWithAnOddByteCountIsReadAsUtf16) {
   Text file = Path(u"nobom.txt");
   ASSERT_TRUE(fs().WriteAll(file, Utf16(u"x=1\r\ny\n")));
   EXPECT_EQ(TextFile::ReadLines(fs(), file), (std::vector<Text>{u"x=1", u"y"}));
   EXPECT_EQ(TextFile::ReadLines(fs(), Path(u"absent.txt")), std::nullopt);
+  Text odd = Path(u"odd.txt");
+  ASSERT_TRUE(TextFile::AppendLine(fs(), odd, u"a"));
+  ASSERT_TRUE(TextFile::AppendBytes(fs(), odd, "_"));
+  EXPECT_EQ(TextFile::ReadText(fs(), odd), Text(u"a\r\n"));
 }
 
 // The first line and the count of lines, read without making every line, agree with

@@ -38,31 +38,16 @@ UiWindow Window(const Text& name) {
   return w;
 }
 
+// A control with what the hosts need of it here: a tab stop where it can take the
+// focus, and the button role on a picture button (it takes no capture of its own).
 UiControl Control(UiKind kind, const Text& name, const Text& caption, platform::UiRect rect) {
   UiControl c;
   c.kind = kind;
   c.name = name;
   c.caption = caption;
   c.rect = rect;
-  switch (kind) {
-    case UiKind::PictureButton:
-      c.role = platform::UiRole::PushButton;
-      c.tabStop = true;
-      break;
-    case UiKind::CheckBox:
-      c.role = platform::UiRole::CheckBox;
-      c.tabStop = true;
-      break;
-    case UiKind::ComboBox:
-      c.role = platform::UiRole::ComboBox;
-      c.tabStop = true;
-      break;
-    case UiKind::ListView:
-      c.role = platform::UiRole::List;
-      c.tabStop = true;
-      break;
-    default: break;
-  }
+  c.tabStop = kind != UiKind::Picture && kind != UiKind::Label;
+  if (kind == UiKind::PictureButton) c.role = platform::UiRole::PushButton;
   return c;
 }
 

@@ -42,7 +42,7 @@ TEST_P(WholeFileContract, ReplacesTheFileAndLeavesNothingBeside) {
   EXPECT_EQ(fs().FileSize(fresh), 0u);
 }
 
-TEST_P(WholeFileContract, ReadOnlyFileIsRefusedUnlessAskedAndKeptWhole) {
+TEST_P(WholeFileContract, ReadOnlyFileOrMissingFolderIsRefusedAndNothingIsLeft) {
   Text file = Path(u"qvwin.ini");
   ASSERT_TRUE(fs().WriteAll(file, "kept"));
   ASSERT_TRUE(world_->MakeReadOnly(file));
@@ -55,18 +55,15 @@ TEST_P(WholeFileContract, ReadOnlyFileIsRefusedUnlessAskedAndKeptWhole) {
   auto forced = platform::WriteWholeFile(fs(), file, "replaced", true);
   ASSERT_TRUE(forced.ok) << base::ToUtf8(forced.reason);
   EXPECT_EQ(fs().ReadAll(file), "replaced");
-}
 
-TEST_P(WholeFileContract, MissingFolderFailsWithAReason) {
-  Text file = Path(u"NoSuchUser") + u"\\jsmith.txt";
-  auto failed = platform::WriteWholeFile(fs(), file, "x");
-  EXPECT_FALSE(failed.ok);
-  EXPECT_FALSE(failed.reason.empty());
-  EXPECT_FALSE(fs().FileExists(file));
-  auto appended = platform::AppendWhole(fs(), file, "x");
-  EXPECT_FALSE(appended.ok);
-  EXPECT_FALSE(appended.reason.empty());
-  EXPECT_TRUE(Names().empty());
+  // A missing folder: both ways fail with a reason and make nothing.
+  Text lost = Path(u"NoSuchUser") + u"\\jsmith.txt";
+  for (auto written :
+       {platform::WriteWholeFile(fs(), lost, "x"), platform::AppendWhole(fs(), lost, "x")}) {
+    EXPECT_FALSE(written.ok);
+    EXPECT_FALSE(written.reason.empty());
+  }
+  EXPECT_EQ(Names(), std::vector<Text>{u"qvwin.ini"});
 }
 
 TEST_P(WholeFileContract, ReplaceMovesInOneStep) {

@@ -77,6 +77,21 @@ class FaultPlan {
 // The marker of a thrown fault, as it stands in its description.
 std::string ThrownMarker(std::uint64_t id);
 
+// The name of a decorated call, "IFileSystem::ReadAll", taken from its member pointer
+// as the compiler spells it in the function's own name; the plan counts by it.
+template <auto Method>
+const char* CallName() {
+  static const std::string name = [](const std::string& f) {
+    // f: "... [with auto Method = &ns::I::Call]"
+    const std::size_t from = f.rfind('&') + 1;
+    const std::string full = f.substr(from, f.find_first_of("];", from) - from);
+    const std::size_t call = full.rfind("::");
+    const std::size_t owner = full.rfind("::", call - 1);
+    return owner == std::string::npos ? full : full.substr(owner + 2);
+  }(__PRETTY_FUNCTION__);
+  return name.c_str();
+}
+
 // The base of the decorators over an interface I: the implementation it wraps, the
 // plan, and the one step that a call takes, "fail as the plan says, or pass through".
 template <class I>
@@ -87,24 +102,24 @@ class Faulty : public I {
  protected:
   using Interface = I;
   // Calls `Method` of the wrapped implementation with `args`, unless the plan draws
-  // one of `kinds` at `site`: then the injected exception (Throw) or `failed`.
+  // one of `kinds` for it: then the injected exception (Throw) or `failed`.
   template <auto Method, class R, class... A>
-  R Maybe(const char* site, std::initializer_list<Fault> kinds, R failed, A&&... args) {
-    const auto fault = plan_.Draw(site, kinds);
-    if (fault == Fault::Throw) plan_.Throw(site);
+  R Maybe(std::initializer_list<Fault> kinds, R failed, A&&... args) {
+    const auto fault = plan_.Draw(CallName<Method>(), kinds);
+    if (fault == Fault::Throw) plan_.Throw(CallName<Method>());
     if (fault) return failed;
     return (in_.*Method)(std::forward<A>(args)...);
   }
   // The same with the call's own failure result only.
   template <auto Method, class R, class... A>
-  R Maybe(const char* site, R failed, A&&... args) {
-    return Maybe<Method>(site, {Fault::Error}, std::move(failed), std::forward<A>(args)...);
+  R Maybe(R failed, A&&... args) {
+    return Maybe<Method>({Fault::Error}, std::move(failed), std::forward<A>(args)...);
   }
   // An answer that can fail (`failed`), come back empty (Empty) or cut short (Short):
   // a read, a listing, a name. Which of these the call meets is in `kinds`.
   template <auto Method, class R, class... A>
-  R Cut(const char* site, std::initializer_list<Fault> kinds, R failed, A&&... args) {
-    const auto fault = plan_.Draw(site, kinds);
+  R Cut(std::initializer_list<Fault> kinds, R failed, A&&... args) {
+    const auto fault = plan_.Draw(CallName<Method>(), kinds);
     if (fault == Fault::Error) return failed;
     if (fault == Fault::Empty) return Emptied(R{});
     R answer = (in_.*Method)(std::forward<A>(args)...);
@@ -113,9 +128,9 @@ class Faulty : public I {
   }
   // A call without a result, left out when it fails.
   template <auto Method, class... A>
-  void MaybeDo(const char* site, std::initializer_list<Fault> kinds, A&&... args) {
-    const auto fault = plan_.Draw(site, kinds);
-    if (fault == Fault::Throw) plan_.Throw(site);
+  void MaybeDo(std::initializer_list<Fault> kinds, A&&... args) {
+    const auto fault = plan_.Draw(CallName<Method>(), kinds);
+    if (fault == Fault::Throw) plan_.Throw(CallName<Method>());
     if (!fault) (in_.*Method)(std::forward<A>(args)...);
   }
 

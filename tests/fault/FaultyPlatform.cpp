@@ -81,34 +81,29 @@ platform::DialUpListing FaultyDialUp::Connections() {
 
 namespace {
 
-class FaultyLogin : public platform::ILoginObject {
+// The objects made for the monitor are decorated in turn; each owns what it wraps.
+class FaultyLogin : public Faulty<platform::ILoginObject> {
  public:
   FaultyLogin(std::unique_ptr<platform::ILoginObject> inner, FaultPlan& plan)
-      : in_(std::move(inner)), plan_(plan) {}
+      : Faulty(*inner, plan), own_(std::move(inner)) {}
   bool Login(const Text& userName, const Text& password, long flags) override {
-    const auto fault = plan_.Draw("ILoginObject::Login", {F::Error, F::Throw, F::Timeout});
-    if (fault == F::Throw) plan_.Throw("ILoginObject::Login");
-    if (fault) return false;
-    return in_->Login(userName, password, flags);
+    return Maybe<&Interface::Login>({F::Error, F::Throw, F::Timeout}, false, userName, password,
+                                    flags);
   }
 
  private:
-  std::unique_ptr<platform::ILoginObject> in_;
-  FaultPlan& plan_;
+  std::unique_ptr<platform::ILoginObject> own_;
 };
 
-class FaultyHttp : public platform::IHttpObject {
+class FaultyHttp : public Faulty<platform::IHttpObject> {
  public:
   FaultyHttp(std::unique_ptr<platform::IHttpObject> inner, FaultPlan& plan)
-      : in_(std::move(inner)), plan_(plan) {}
+      : Faulty(*inner, plan), own_(std::move(inner)) {}
   Text EncodeQueryValue(const Text& value, long flags) override {
-    if (plan_.Draw("IHttpObject::EncodeQueryValue", {F::Throw}))
-      plan_.Throw("IHttpObject::EncodeQueryValue");
-    return in_->EncodeQueryValue(value, flags);
+    return Maybe<&Interface::EncodeQueryValue>({F::Throw}, Text(), value, flags);
   }
   Text FilterLine(const Text& line) override {
-    if (plan_.Draw("IHttpObject::FilterLine", {F::Throw})) plan_.Throw("IHttpObject::FilterLine");
-    return in_->FilterLine(line);
+    return Maybe<&Interface::FilterLine>({F::Throw}, Text(), line);
   }
   Text Request(const Text& host, const Text& path, const Text& query, long mode, Text& status,
                long flags, RequestState& state) override {
@@ -121,7 +116,7 @@ class FaultyHttp : public platform::IHttpObject {
       state.statusCode = 0;
       return Text();
     }
-    Text reply = in_->Request(host, path, query, mode, status, flags, state);
+    Text reply = in_.Request(host, path, query, mode, status, flags, state);
     if (fault == F::Empty) reply.clear();
     if (fault == F::Short) reply.resize(plan_.ShortLength(reply.size()));
     return reply;
@@ -137,12 +132,11 @@ class FaultyHttp : public platform::IHttpObject {
                                             : u"The connection with the server was reset");
       return;
     }
-    in_->SendMail(to, subject, body, from, html, events);
+    in_.SendMail(to, subject, body, from, html, events);
   }
 
  private:
-  std::unique_ptr<platform::IHttpObject> in_;
-  FaultPlan& plan_;
+  std::unique_ptr<platform::IHttpObject> own_;
 };
 
 // Creating an object can fail or throw; what was made is decorated in turn.

@@ -4,9 +4,9 @@
 // to the implementation it wraps unless the plan says otherwise. They live with the
 // tests: the shipped program never links them.
 //
-// Adding a call to an interface means one line here: ask the plan with the call's
-// name and the kinds it can meet, and say what each kind returns (Faulty::Maybe when
-// a failure is one result; the .cpp file when it is more than that).
+// Adding a call to an interface means one line here: ask the plan with the kinds the
+// call can meet, and say what each kind returns (Faulty::Maybe when a failure is one
+// result; the .cpp file when it is more than that). The plan knows the call by name.
 #include <functional>
 #include <memory>
 
@@ -26,34 +26,26 @@ inline constexpr std::initializer_list<Fault> kErrorOrEmpty = {Fault::Error, Fau
 class FaultyFileSystem : public Faulty<platform::IFileSystem> {
  public:
   using Faulty::Faulty;
-  bool FileExists(const Text& path) override {
-    return Maybe<&Interface::FileExists>("IFileSystem::FileExists", false, path);
-  }
+  bool FileExists(const Text& path) override { return Maybe<&Interface::FileExists>(false, path); }
   bool FolderExists(const Text& path) override {
-    return Maybe<&Interface::FolderExists>("IFileSystem::FolderExists", false, path);
+    return Maybe<&Interface::FolderExists>(false, path);
   }
   bool CreateFolder(const Text& path) override {
-    return Maybe<&Interface::CreateFolder>("IFileSystem::CreateFolder", false, path);
+    return Maybe<&Interface::CreateFolder>(false, path);
   }
-  bool DeleteFile(const Text& path) override {
-    return Maybe<&Interface::DeleteFile>("IFileSystem::DeleteFile", false, path);
-  }
+  bool DeleteFile(const Text& path) override { return Maybe<&Interface::DeleteFile>(false, path); }
   bool DeleteFileWithoutForce(const Text& path) override {
-    return Maybe<&Interface::DeleteFileWithoutForce>("IFileSystem::DeleteFileWithoutForce", false,
-                                                     path);
+    return Maybe<&Interface::DeleteFileWithoutForce>(false, path);
   }
   std::optional<std::string> ReadAll(const Text& path) override {
-    return Cut<&Interface::ReadAll>("IFileSystem::ReadAll", kRead, std::optional<std::string>(),
-                                    path);
+    return Cut<&Interface::ReadAll>(kRead, std::optional<std::string>(), path);
   }
   std::optional<std::string> ReadRange(const Text& path, std::uint64_t offset,
                                        std::size_t count) override {
-    return Cut<&Interface::ReadRange>("IFileSystem::ReadRange", kRead, std::optional<std::string>(),
-                                      path, offset, count);
+    return Cut<&Interface::ReadRange>(kRead, std::optional<std::string>(), path, offset, count);
   }
   std::optional<std::uint64_t> FileSize(const Text& path) override {
-    return Maybe<&Interface::FileSize>("IFileSystem::FileSize", std::optional<std::uint64_t>(),
-                                       path);
+    return Maybe<&Interface::FileSize>(std::optional<std::uint64_t>(), path);
   }
   // A short write: the file was opened (and so truncated) and part of it went out; for
   // a flushed write, the disk filled part way or the flush failed after part of it.
@@ -71,20 +63,19 @@ class FaultyFileSystem : public Faulty<platform::IFileSystem> {
   // place, which is not all or nothing by design; the soak leaves that answer out, so
   // that its whole-records check holds (the in-place write has tests of its own).
   ReplaceResult Replace(const Text& from, const Text& to, bool evenReadOnly) override {
-    return Maybe<&Interface::Replace>("IFileSystem::Replace", ReplaceResult::Failed, from, to,
-                                      evenReadOnly);
+    return Maybe<&Interface::Replace>(ReplaceResult::Failed, from, to, evenReadOnly);
   }
   bool Truncate(const Text& path, std::uint64_t size) override {
-    return Maybe<&Interface::Truncate>("IFileSystem::Truncate", false, path, size);
+    return Maybe<&Interface::Truncate>(false, path, size);
   }
   Text LastErrorText() override { return in_.LastErrorText(); }
   // FindNextFileW failing part way: the entries found so far.
   std::vector<platform::FileEntry> List(const Text& folder, const Text& pattern) override {
-    return Cut<&Interface::List>("IFileSystem::List", {Fault::Empty, Fault::Short},
-                                 std::vector<platform::FileEntry>(), folder, pattern);
+    return Cut<&Interface::List>({Fault::Empty, Fault::Short}, std::vector<platform::FileEntry>(),
+                                 folder, pattern);
   }
   bool SetCurrentFolder(const Text& path) override {
-    return Maybe<&Interface::SetCurrentFolder>("IFileSystem::SetCurrentFolder", false, path);
+    return Maybe<&Interface::SetCurrentFolder>(false, path);
   }
 
   // Told of every write the program tried, whole, whether or not it was let through.
@@ -106,8 +97,8 @@ class FaultyProfile : public Faulty<platform::IProfile> {
   // in part gives a cut value.
   Text GetString(const Text& section, const Text& key, const Text& defaultValue,
                  std::size_t bufferChars, const Text& file) override {
-    return Cut<&Interface::GetString>("IProfile::GetString", {Fault::Error, Fault::Short},
-                                      defaultValue, section, key, defaultValue, bufferChars, file);
+    return Cut<&Interface::GetString>({Fault::Error, Fault::Short}, defaultValue, section, key,
+                                      defaultValue, bufferChars, file);
   }
   bool WriteString(const Text& section, const std::optional<Text>& key,
                    const std::optional<Text>& value, const Text& file) override;
@@ -124,16 +115,15 @@ class FaultyRegistry : public Faulty<platform::IRegistry> {
   using Faulty::Faulty;
   std::optional<Text> ReadString(platform::RegRoot root, const Text& key, const Text& name,
                                  std::size_t maxBytes) override {
-    return Cut<&Interface::ReadString>("IRegistry::ReadString", kErrorOrEmpty,
-                                       std::optional<Text>(), root, key, name, maxBytes);
+    return Cut<&Interface::ReadString>(kErrorOrEmpty, std::optional<Text>(), root, key, name,
+                                       maxBytes);
   }
   bool WriteString(platform::RegRoot root, const Text& key, const Text& name, const Text& value,
                    unsigned long access) override {
-    return Maybe<&Interface::WriteString>("IRegistry::WriteString", false, root, key, name, value,
-                                          access);
+    return Maybe<&Interface::WriteString>(false, root, key, name, value, access);
   }
   bool DeleteValue(platform::RegRoot root, const Text& key, const Text& name) override {
-    return Maybe<&Interface::DeleteValue>("IRegistry::DeleteValue", false, root, key, name);
+    return Maybe<&Interface::DeleteValue>(false, root, key, name);
   }
 };
 
@@ -154,8 +144,7 @@ class FaultyMutex : public Faulty<platform::IMutexService> {
  public:
   using Faulty::Faulty;
   Created CreateMutex(const Text& name, bool initialOwner) override {
-    return Maybe<&Interface::CreateMutex>("IMutexService::CreateMutex", Created{0, 5}, name,
-                                          initialOwner);
+    return Maybe<&Interface::CreateMutex>(Created{0, 5}, name, initialOwner);
   }
   // The handle is gone either way; only the answer can fail.
   bool CloseHandle(std::uintptr_t handle) override {
@@ -163,7 +152,7 @@ class FaultyMutex : public Faulty<platform::IMutexService> {
     return plan_.Draw("IMutexService::CloseHandle", {Fault::Error}) ? false : ok;
   }
   bool ReleaseMutex(std::uintptr_t handle) override {
-    return Maybe<&Interface::ReleaseMutex>("IMutexService::ReleaseMutex", false, handle);
+    return Maybe<&Interface::ReleaseMutex>(false, handle);
   }
 };
 
@@ -177,23 +166,18 @@ class FaultySystemInfo : public Faulty<platform::ISystemInfo> {
   int TwipsPerPixelX() override { return in_.TwipsPerPixelX(); }
   int TwipsPerPixelY() override { return in_.TwipsPerPixelY(); }
   platform::Rect WorkArea() override {
-    return Maybe<&Interface::WorkArea>("ISystemInfo::WorkArea", {Fault::Empty}, platform::Rect{});
+    return Maybe<&Interface::WorkArea>({Fault::Empty}, platform::Rect{});
   }
   platform::Rect Screen() override {
-    return Maybe<&Interface::Screen>("ISystemInfo::Screen", {Fault::Empty}, platform::Rect{});
+    return Maybe<&Interface::Screen>({Fault::Empty}, platform::Rect{});
   }
-  Text ComputerName() override {
-    return Maybe<&Interface::ComputerName>("ISystemInfo::ComputerName", {Fault::Empty}, Text());
-  }
-  Text SystemFolder() override {
-    return Maybe<&Interface::SystemFolder>("ISystemInfo::SystemFolder", {Fault::Empty}, Text());
-  }
+  Text ComputerName() override { return Maybe<&Interface::ComputerName>({Fault::Empty}, Text()); }
+  Text SystemFolder() override { return Maybe<&Interface::SystemFolder>({Fault::Empty}, Text()); }
   Text ProgramFolder() override { return in_.ProgramFolder(); }
   Text ProgramFileName() override { return in_.ProgramFileName(); }
   Text CommandLine() override { return in_.CommandLine(); }
   std::optional<Text> Environment(const Text& name) override {
-    return Cut<&Interface::Environment>("ISystemInfo::Environment", kErrorOrEmpty,
-                                        std::optional<Text>(), name);
+    return Cut<&Interface::Environment>(kErrorOrEmpty, std::optional<Text>(), name);
   }
   bool PreviousInstanceRunning() override { return in_.PreviousInstanceRunning(); }
 };
@@ -202,15 +186,15 @@ class FaultyShell : public Faulty<platform::IShell> {
  public:
   using Faulty::Faulty;
   long Open(const Text& target) override {
-    return Maybe<&Interface::Open>("IShell::Open", 2L, target);  // file not found
+    return Maybe<&Interface::Open>(2L, target);  // file not found
   }
   bool Run(const Text& commandLine, bool hidden) override {
-    return Maybe<&Interface::Run>("IShell::Run", false, commandLine, hidden);
+    return Maybe<&Interface::Run>(false, commandLine, hidden);
   }
   long Execute(std::uintptr_t ownerWindow, const Text& verb, const Text& file,
                const Text& parameters, const Text& folder, int showCommand) override {
-    return Maybe<&Interface::Execute>("IShell::Execute", 31L, ownerWindow, verb, file, parameters,
-                                      folder, showCommand);  // no association
+    return Maybe<&Interface::Execute>(31L, ownerWindow, verb, file, parameters, folder,
+                                      showCommand);  // no association
   }
 };
 
@@ -218,23 +202,19 @@ class FaultyShell : public Faulty<platform::IShell> {
 class FaultyLocale : public Faulty<platform::ILocale> {
  public:
   using Faulty::Faulty;
-  Text DateSeparator() override { return Item<&Interface::DateSeparator>("DateSeparator"); }
-  Text TimeSeparator() override { return Item<&Interface::TimeSeparator>("TimeSeparator"); }
-  Text DecimalSeparator() override {
-    return Item<&Interface::DecimalSeparator>("DecimalSeparator");
-  }
-  Text ThousandsSeparator() override {
-    return Item<&Interface::ThousandsSeparator>("ThousandsSeparator");
-  }
-  Text ShortDateFormat() override { return Item<&Interface::ShortDateFormat>("ShortDateFormat"); }
-  Text TimeFormat() override { return Item<&Interface::TimeFormat>("TimeFormat"); }
-  Text AmSymbol() override { return Item<&Interface::AmSymbol>("AmSymbol"); }
-  Text PmSymbol() override { return Item<&Interface::PmSymbol>("PmSymbol"); }
+  Text DateSeparator() override { return Item<&Interface::DateSeparator>(); }
+  Text TimeSeparator() override { return Item<&Interface::TimeSeparator>(); }
+  Text DecimalSeparator() override { return Item<&Interface::DecimalSeparator>(); }
+  Text ThousandsSeparator() override { return Item<&Interface::ThousandsSeparator>(); }
+  Text ShortDateFormat() override { return Item<&Interface::ShortDateFormat>(); }
+  Text TimeFormat() override { return Item<&Interface::TimeFormat>(); }
+  Text AmSymbol() override { return Item<&Interface::AmSymbol>(); }
+  Text PmSymbol() override { return Item<&Interface::PmSymbol>(); }
 
  private:
   template <auto Method>
-  Text Item(const char* name) {
-    return Maybe<Method>((std::string("ILocale::") + name).c_str(), {Fault::Empty}, Text());
+  Text Item() {
+    return Maybe<Method>({Fault::Empty}, Text());
   }
 };
 
@@ -245,37 +225,30 @@ class FaultyProcessList : public Faulty<platform::IProcessList> {
                       std::uint32_t& bytesReturned) override;
   platform::OsHandle OpenProcess(std::uint32_t access, bool inheritHandle,
                                  std::uint32_t processId) override {
-    return Maybe<&Interface::OpenProcess>("IProcessList::OpenProcess", platform::OsHandle{0},
-                                          access, inheritHandle, processId);
+    return Maybe<&Interface::OpenProcess>(platform::OsHandle{0}, access, inheritHandle, processId);
   }
   bool EnumModules(platform::OsHandle process, std::uint32_t tableBytes,
                    std::uintptr_t& firstModule) override {
-    return Maybe<&Interface::EnumModules>("IProcessList::EnumModules", false, process, tableBytes,
-                                          firstModule);
+    return Maybe<&Interface::EnumModules>(false, process, tableBytes, firstModule);
   }
   Text ModuleFileName(platform::OsHandle process, std::uintptr_t module, std::uint32_t size,
                       std::uint32_t bufferChars) override {
-    return Cut<&Interface::ModuleFileName>("IProcessList::ModuleFileName",
-                                           {Fault::Empty, Fault::Short}, Text(), process, module,
+    return Cut<&Interface::ModuleFileName>({Fault::Empty, Fault::Short}, Text(), process, module,
                                            size, bufferChars);
   }
   platform::OsHandle CreateSnapshot(std::uint32_t flags, std::uint32_t processId) override {
-    return Maybe<&Interface::CreateSnapshot>("IProcessList::CreateSnapshot", platform::OsHandle{0},
-                                             flags, processId);
+    return Maybe<&Interface::CreateSnapshot>(platform::OsHandle{0}, flags, processId);
   }
   bool ProcessFirst(platform::OsHandle snapshot, std::uint32_t entrySize,
                     platform::SnapshotEntry& entry) override {
-    return Maybe<&Interface::ProcessFirst>("IProcessList::ProcessFirst", false, snapshot, entrySize,
-                                           entry);
+    return Maybe<&Interface::ProcessFirst>(false, snapshot, entrySize, entry);
   }
   bool ProcessNext(platform::OsHandle snapshot, std::uint32_t entrySize,
                    platform::SnapshotEntry& entry) override {
-    return Maybe<&Interface::ProcessNext>("IProcessList::ProcessNext", false, snapshot, entrySize,
-                                          entry);
+    return Maybe<&Interface::ProcessNext>(false, snapshot, entrySize, entry);
   }
   bool TerminateProcess(platform::OsHandle process, std::uint32_t exitCode) override {
-    return Maybe<&Interface::TerminateProcess>("IProcessList::TerminateProcess", false, process,
-                                               exitCode);
+    return Maybe<&Interface::TerminateProcess>(false, process, exitCode);
   }
   // The handle is gone either way; only the answer can fail.
   bool CloseHandle(platform::OsHandle handle) override {
@@ -283,17 +256,14 @@ class FaultyProcessList : public Faulty<platform::IProcessList> {
     return plan_.Draw("IProcessList::CloseHandle", {Fault::Error}) ? false : ok;
   }
   std::uint64_t ProcessStartTime(std::uint32_t processId) override {
-    return Maybe<&Interface::ProcessStartTime>("IProcessList::ProcessStartTime", std::uint64_t{0},
-                                               processId);
+    return Maybe<&Interface::ProcessStartTime>(std::uint64_t{0}, processId);
   }
   platform::OsHandle FindWindowByTitle(const Text& title) override {
-    return Maybe<&Interface::FindWindowByTitle>("IProcessList::FindWindowByTitle",
-                                                platform::OsHandle{0}, title);
+    return Maybe<&Interface::FindWindowByTitle>(platform::OsHandle{0}, title);
   }
   bool PostMessageA(platform::OsHandle window, std::uint32_t message, std::uintptr_t wParam,
                     std::intptr_t lParam) override {
-    return Maybe<&Interface::PostMessageA>("IProcessList::PostMessageA", false, window, message,
-                                           wParam, lParam);
+    return Maybe<&Interface::PostMessageA>(false, window, message, wParam, lParam);
   }
 };
 
@@ -303,31 +273,27 @@ class FaultyServiceManager : public Faulty<platform::IServiceManager> {
   using Faulty::Faulty;
   platform::ScHandle OpenSCManagerW(const Text& machineName, const Text& databaseName,
                                     unsigned long access) override {
-    return Failing<&Interface::OpenSCManagerW>("IServiceManager::OpenSCManagerW", 5, {},
-                                               platform::ScHandle{0}, machineName, databaseName,
-                                               access);
+    return Failing<&Interface::OpenSCManagerW>(5, {}, platform::ScHandle{0}, machineName,
+                                               databaseName, access);
   }
   platform::ScHandle OpenServiceW(platform::ScHandle manager, const Text& serviceName,
                                   unsigned long access) override {
-    return Failing<&Interface::OpenServiceW>("IServiceManager::OpenServiceW", 5, {},
-                                             platform::ScHandle{0}, manager, serviceName, access);
+    return Failing<&Interface::OpenServiceW>(5, {}, platform::ScHandle{0}, manager, serviceName,
+                                             access);
   }
   bool QueryServiceStatus(platform::ScHandle service, platform::ServiceStatus& status) override {
-    return Failing<&Interface::QueryServiceStatus>("IServiceManager::QueryServiceStatus", 6, {},
-                                                   false, service, status);
+    return Failing<&Interface::QueryServiceStatus>(6, {}, false, service, status);
   }
   bool QueryServiceConfigA(platform::ScHandle service, unsigned long bufferBytes,
                            unsigned long& bytesNeeded, unsigned long& startType) override;
   // A start or a control can also wait out the service (1053: it did not answer in
   // time); a control can be refused (1052: not valid now).
   bool StartServiceA(platform::ScHandle service) override {
-    return Failing<&Interface::StartServiceA>("IServiceManager::StartServiceA", 5, 1053, false,
-                                              service);
+    return Failing<&Interface::StartServiceA>(5, 1053, false, service);
   }
   bool ControlService(platform::ScHandle service, unsigned long control,
                       platform::ServiceStatus& status) override {
-    return Failing<&Interface::ControlService>("IServiceManager::ControlService", 1052, 1053, false,
-                                               service, control, status);
+    return Failing<&Interface::ControlService>(1052, 1053, false, service, control, status);
   }
   bool CloseServiceHandle(platform::ScHandle handle) override {
     const bool ok = in_.CloseServiceHandle(handle);
@@ -337,8 +303,7 @@ class FaultyServiceManager : public Faulty<platform::IServiceManager> {
   }
   // A registry lookup that fails cannot tell: the service may be there.
   bool ServiceInstalled(const Text& serviceName) override {
-    return Maybe<&Interface::ServiceInstalled>("IServiceManager::ServiceInstalled", true,
-                                               serviceName);
+    return Maybe<&Interface::ServiceInstalled>(true, serviceName);
   }
   unsigned long LastError() override {
     return injectedError_ != 0 ? injectedError_ : in_.LastError();
@@ -347,7 +312,8 @@ class FaultyServiceManager : public Faulty<platform::IServiceManager> {
  private:
   // The call, or `failed` with `error` (an Error) or `timeout` (a Timeout, when not 0).
   template <auto Method, class R, class... A>
-  R Failing(const char* site, unsigned long error, unsigned long timeout, R failed, A&&... args) {
+  R Failing(unsigned long error, unsigned long timeout, R failed, A&&... args) {
+    const char* site = CallName<Method>();
     injectedError_ = 0;
     const auto fault = timeout != 0 ? plan_.Draw(site, {Fault::Error, Fault::Timeout})
                                     : plan_.Draw(site, {Fault::Error});
@@ -363,23 +329,21 @@ class FaultyDialUp : public Faulty<platform::IDialUp> {
   using Faulty::Faulty;
   platform::DialUpListing Connections() override;
   unsigned long HangUp(std::uintptr_t handle) override {
-    return Maybe<&Interface::HangUp>("IDialUp::HangUp", 668UL, handle);  // the line dropped
+    return Maybe<&Interface::HangUp>(668UL, handle);  // the line dropped
   }
 };
 
 class FaultySound : public Faulty<platform::ISound> {
  public:
   using Faulty::Faulty;
-  bool PlayAlias(const Text& alias) override {
-    return Maybe<&Interface::PlayAlias>("ISound::PlayAlias", false, alias);
-  }
+  bool PlayAlias(const Text& alias) override { return Maybe<&Interface::PlayAlias>(false, alias); }
 };
 
 class FaultyOsName : public Faulty<platform::IOsNameProvider> {
  public:
   using Faulty::Faulty;
   std::optional<Text> OsName() override {
-    return Cut<&Interface::OsName>("IOsNameProvider::OsName", kErrorOrEmpty, std::optional<Text>());
+    return Cut<&Interface::OsName>(kErrorOrEmpty, std::optional<Text>());
   }
 };
 
@@ -387,8 +351,7 @@ class FaultySettingsProvider : public Faulty<platform::ISettingsProvider> {
  public:
   using Faulty::Faulty;
   Text GetSetting(const Text& key, long a, long b) override {
-    return Maybe<&Interface::GetSetting>("ISettingsProvider::GetSetting", {Fault::Empty}, Text(),
-                                         key, a, b);
+    return Maybe<&Interface::GetSetting>({Fault::Empty}, Text(), key, a, b);
   }
 };
 
@@ -407,8 +370,7 @@ class FaultyFileVersions : public Faulty<platform::IFileVersions> {
  public:
   using Faulty::Faulty;
   std::optional<platform::FileVersion> Read(const Text& path) override {
-    return Maybe<&Interface::Read>("IFileVersions::Read", std::optional<platform::FileVersion>(),
-                                   path);
+    return Maybe<&Interface::Read>(std::optional<platform::FileVersion>(), path);
   }
 };
 
@@ -416,11 +378,10 @@ class FaultyLocaleInfo : public Faulty<platform::ILocaleInfo> {
  public:
   using Faulty::Faulty;
   unsigned long Id(platform::LocaleSource source) override {
-    return Maybe<&Interface::Id>("ILocaleInfo::Id", {Fault::Empty}, 0UL, source);
+    return Maybe<&Interface::Id>({Fault::Empty}, 0UL, source);
   }
   std::optional<Text> Item(platform::LocaleSource source, unsigned long item) override {
-    return Cut<&Interface::Item>("ILocaleInfo::Item", kErrorOrEmpty, std::optional<Text>(), source,
-                                 item);
+    return Cut<&Interface::Item>(kErrorOrEmpty, std::optional<Text>(), source, item);
   }
 };
 
@@ -428,7 +389,7 @@ class FaultyHelp : public Faulty<platform::IHelp> {
  public:
   using Faulty::Faulty;
   bool Show(const Text& helpFile, const Text& topic) override {
-    return Maybe<&Interface::Show>("IHelp::Show", false, helpFile, topic);
+    return Maybe<&Interface::Show>(false, helpFile, topic);
   }
 };
 

@@ -22,8 +22,7 @@ class FaultyUiHost : public Faulty<platform::IUiHost> {
   void AnswerOtherPrograms() override { in_.AnswerOtherPrograms(); }
   // SetTimer fails when the system is out of timers.
   std::uintptr_t StartTimer(std::uint32_t intervalMs, std::function<void()> onTick) override {
-    return Maybe<&Interface::StartTimer>("IUiHost::StartTimer", std::uintptr_t{0}, intervalMs,
-                                         std::move(onTick));
+    return Maybe<&Interface::StartTimer>(std::uintptr_t{0}, intervalMs, std::move(onTick));
   }
   void StopTimer(std::uintptr_t id) override { in_.StopTimer(id); }
   bool AskYesNo(const Text& text, const Text& title) override { return in_.AskYesNo(text, title); }
@@ -36,30 +35,28 @@ class FaultyUiHost : public Faulty<platform::IUiHost> {
   // Empty: no device context, nothing measured.
   platform::UiTextSize MeasureText(const Text& text, const platform::UiFont& font,
                                    double wrapWidth) override {
-    return Maybe<&Interface::MeasureText>("IUiHost::MeasureText", {Fault::Empty, Fault::Throw},
-                                          platform::UiTextSize{}, text, font, wrapWidth);
+    return Maybe<&Interface::MeasureText>({Fault::Empty, Fault::Throw}, platform::UiTextSize{},
+                                          text, font, wrapWidth);
   }
 
   platform::UiHandle CreateForm(const platform::UiWindow& window,
                                 platform::IUiEvents& events) override {
-    return Maybe<&Interface::CreateForm>("IUiHost::CreateForm", kErrorOrThrow,
-                                         platform::UiHandle{0}, window, events);
+    return Maybe<&Interface::CreateForm>(kErrorOrThrow, platform::UiHandle{0}, window, events);
   }
   // A failed update: the window kept its old look.
   void UpdateForm(platform::UiHandle window, const platform::UiWindow& state,
                   platform::UiChange changes) override {
-    MaybeDo<&Interface::UpdateForm>("IUiHost::UpdateForm", kErrorOrThrow, window, state, changes);
+    MaybeDo<&Interface::UpdateForm>(kErrorOrThrow, window, state, changes);
   }
   void DestroyForm(platform::UiHandle window) override { in_.DestroyForm(window); }
   platform::UiHandle CreateControl(platform::UiHandle window, platform::UiHandle container,
                                    const platform::UiControl& control) override {
-    return Maybe<&Interface::CreateControl>("IUiHost::CreateControl", kErrorOrThrow,
-                                            platform::UiHandle{0}, window, container, control);
+    return Maybe<&Interface::CreateControl>(kErrorOrThrow, platform::UiHandle{0}, window, container,
+                                            control);
   }
   void UpdateControl(platform::UiHandle control, const platform::UiControl& state,
                      platform::UiChange changes) override {
-    MaybeDo<&Interface::UpdateControl>("IUiHost::UpdateControl", kErrorOrThrow, control, state,
-                                       changes);
+    MaybeDo<&Interface::UpdateControl>(kErrorOrThrow, control, state, changes);
   }
   void FocusControl(platform::UiHandle window, platform::UiHandle control) override {
     in_.FocusControl(window, control);
@@ -68,41 +65,39 @@ class FaultyUiHost : public Faulty<platform::IUiHost> {
   void EndModal(platform::UiHandle window) override { in_.EndModal(window); }
   void BeginDrag(platform::UiHandle window) override { in_.BeginDrag(window); }
   void ShowNormal(platform::UiHandle window) override {
-    MaybeDo<&Interface::ShowNormal>("IUiHost::ShowNormal", kErrorOrThrow, window);
+    MaybeDo<&Interface::ShowNormal>(kErrorOrThrow, window);
   }
   std::uintptr_t NativeWindow(platform::UiHandle window) override {
     return in_.NativeWindow(window);
   }
   std::uint32_t PopupMenu(platform::UiHandle window,
                           const std::vector<platform::UiMenuItem>& items) override {
-    return Maybe<&Interface::PopupMenu>("IUiHost::PopupMenu", kErrorOrThrow, std::uint32_t{0},
-                                        window, items);
+    return Maybe<&Interface::PopupMenu>(kErrorOrThrow, std::uint32_t{0}, window, items);
   }
 
   platform::UiHandle CreateTip(const platform::UiTip& tip) override {
-    return Maybe<&Interface::CreateTip>("IUiHost::CreateTip", kErrorOrThrow, platform::UiHandle{0},
-                                        tip);
+    return Maybe<&Interface::CreateTip>(kErrorOrThrow, platform::UiHandle{0}, tip);
   }
   void DestroyTip(platform::UiHandle tip) override { in_.DestroyTip(tip); }
   void TrackTip(platform::UiHandle tip, long x, long y, platform::UiHandle control) override {
-    MaybeDo<&Interface::TrackTip>("IUiHost::TrackTip", {Fault::Error}, tip, x, y, control);
+    MaybeDo<&Interface::TrackTip>({Fault::Error}, tip, x, y, control);
   }
   void ShowPlainTip(const Text& text) override {
-    MaybeDo<&Interface::ShowPlainTip>("IUiHost::ShowPlainTip", {Fault::Error}, text);
+    MaybeDo<&Interface::ShowPlainTip>({Fault::Error}, text);
   }
   void HidePlainTip() override { in_.HidePlainTip(); }
 
   platform::UiHandle AddTrayIcon(const platform::UiTrayIcon& icon,
                                  std::function<void(int mouseMessage)> onEvent) override {
-    return Maybe<&Interface::AddTrayIcon>("IUiHost::AddTrayIcon", kErrorOrThrow,
-                                          platform::UiHandle{0}, icon, std::move(onEvent));
+    return Maybe<&Interface::AddTrayIcon>(kErrorOrThrow, platform::UiHandle{0}, icon,
+                                          std::move(onEvent));
   }
   void ModifyTrayIcon(platform::UiHandle icon, const platform::UiTrayIcon& state) override {
-    MaybeDo<&Interface::ModifyTrayIcon>("IUiHost::ModifyTrayIcon", kErrorOrThrow, icon, state);
+    MaybeDo<&Interface::ModifyTrayIcon>(kErrorOrThrow, icon, state);
   }
   void RemoveTrayIcon(platform::UiHandle icon) override { in_.RemoveTrayIcon(icon); }
   void ShowTrayBalloon(platform::UiHandle icon, const platform::UiTrayBalloon& balloon) override {
-    MaybeDo<&Interface::ShowTrayBalloon>("IUiHost::ShowTrayBalloon", kErrorOrThrow, icon, balloon);
+    MaybeDo<&Interface::ShowTrayBalloon>(kErrorOrThrow, icon, balloon);
   }
 
  private:

@@ -44,13 +44,6 @@ void NoteIgnored(const base::ErrorInfo& error) noexcept {
   base::IgnoreFailure([&] { ignoredSeen += base::ToUtf8(error.description) + "\n"; });
 }
 
-std::string Bytes16(const Text& t) { return base::EncodeUtf16Le(t); }
-
-bool EndsWithNoCase(const Text& s, const Text& tail) {
-  if (tail.size() > s.size()) return false;
-  return base::EqualsNoCase(s.substr(s.size() - tail.size()), tail);
-}
-
 // One schedule line as the application writes it: twenty fields.
 Text RecordLine(int no, const Text& set, const Text& key) {
   // clang-format off
@@ -88,7 +81,7 @@ class Soak {
     password_ = u"Zq7#pw" + base::FromNumber(static_cast<long long>(o.seed % 100000)) + u"!";
     result_.seed = o.seed;
     faulty_.Files().onWrite = [this](const Text& path, std::string_view bytes) {
-      if (EndsWithNoCase(path, u"SerTraceFile.txt")) traceSeen_.append(bytes);
+      if (base::EndsWith(base::ToLower(path), u"sertracefile.txt")) traceSeen_.append(bytes);
     };
     // What escapes a window message or a tick goes to the trace, as in the program.
     fake_.ui.SetFailureSink([this](const Text& line) {
@@ -560,7 +553,7 @@ void Soak::CheckSchedule() {
 }
 
 void Soak::CheckPassword() {
-  const std::string wide = Bytes16(password_);
+  const std::string wide = base::EncodeUtf16Le(password_);
   const std::string narrow = base::ToUtf8(password_);
   const Text store = account::ValueFilePath(process_->app, kUser, account::ValueKind::Password);
   std::vector<Text> folders{u"C:"};
@@ -591,7 +584,7 @@ void Soak::Check(const char* step) {
     ++result_.thrown;
     // "#12" must not be found in "#123": the marker is followed by " at".
     const std::string marker = t.marker + " at ";
-    if (traceSeen_.find(Bytes16(base::FromUtf8(marker))) != std::string::npos) {
+    if (traceSeen_.find(base::EncodeUtf16Le(base::FromUtf8(marker))) != std::string::npos) {
       ++result_.thrownTraced;
     } else if (ignoredSeen.find(marker) != std::string::npos) {
       ++result_.thrownPassedOver;
