@@ -4,19 +4,23 @@ namespace base {
 
 bool HasUtf16Bom(std::string_view bytes) { return bytes.substr(0, 2) == kUtf16Bom; }
 
+std::size_t AppendUtf16Le(std::string_view bytes, Text& units) {
+  units.reserve(units.size() + bytes.size() / 2);
+  std::size_t i = 0;
+  for (; i + 1 < bytes.size(); i += 2)
+    units.push_back(static_cast<char16_t>(static_cast<unsigned char>(bytes[i]) |
+                                          (static_cast<unsigned char>(bytes[i + 1]) << 8)));
+  return i;
+}
+
 Utf16Content DecodeUtf16Le(std::string_view bytes) {
   Utf16Content c;
-  size_t i = 0;
   if (HasUtf16Bom(bytes)) {
     c.hasBom = true;
-    i = 2;
+    bytes.remove_prefix(2);
   }
-  c.units.reserve((bytes.size() - i) / 2);
-  for (; i + 1 < bytes.size(); i += 2) {
-    c.units.push_back(static_cast<char16_t>(static_cast<unsigned char>(bytes[i]) |
-                                            (static_cast<unsigned char>(bytes[i + 1]) << 8)));
-  }
-  if (i < bytes.size()) c.oddByte = static_cast<unsigned char>(bytes[i]);
+  const std::size_t used = AppendUtf16Le(bytes, c.units);
+  if (used < bytes.size()) c.oddByte = static_cast<unsigned char>(bytes[used]);
   return c;
 }
 

@@ -2,6 +2,7 @@
 // Byte codecs for the product's text files. UTF-16 LE units are taken exactly as
 // they stand, unpaired surrogates and stray single bytes included, so a read and a
 // write of the same content give back the same bytes.
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,6 +20,9 @@ struct Utf16Content {
 };
 
 Utf16Content DecodeUtf16Le(std::string_view bytes);
+// Appends the whole units of `bytes` to `units`, looking for no byte-order mark, and
+// returns the bytes they took: all of them but an odd last byte.
+std::size_t AppendUtf16Le(std::string_view bytes, Text& units);
 std::string EncodeUtf16Le(TextView units);
 std::string EncodeUtf16Le(const Utf16Content& content);
 

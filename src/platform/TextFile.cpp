@@ -113,14 +113,10 @@ bool TextLineReader::ReadPiece() {
   units_.erase(0, pos_);
   searched_ -= pos_;
   pos_ = 0;
-  units_.reserve(units_.size() + bytes.size() / 2);
-  size_t i = 0;
-  for (; i + 1 < bytes.size(); i += 2)
-    units_.push_back(static_cast<char16_t>(static_cast<unsigned char>(bytes[i]) |
-                                           (static_cast<unsigned char>(bytes[i + 1]) << 8)));
+  const size_t used = base::AppendUtf16Le(bytes, units_);
   // A unit cut by the piece's end waits for its second byte; at the file's end an odd
   // last byte is no unit, as for ReadLines.
-  if (i < bytes.size() && !atEnd_) carry_.assign(bytes.substr(i));
+  if (used < bytes.size() && !atEnd_) carry_.assign(bytes.substr(used));
   return true;
 }
 

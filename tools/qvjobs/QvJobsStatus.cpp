@@ -7,7 +7,6 @@
 #include "engine/EngineObjects.h"
 #include "frame/Settings.h"
 #include "jobs/JobListRules.h"
-#include "jobstore/DBaction.h"
 #include "notify/Requests.h"
 #include "sessions/SessionFiles.h"
 
@@ -48,19 +47,17 @@ void ReadEngine(frame::AppState& app, MachineStatus& status) {
       });
 }
 
-// The job list's rows tell the job in progress (the state word and the smallest key);
-// the record that sorts first is the next job, by the next-job line's rules.
+// The job list's rows tell the job in progress (the state word and the smallest key),
+// how many jobs there are, and the next job: the row that sorts first, by the next-job
+// line's rules. The schedule is read once, by the list.
 void ReadJobs(frame::AppState& app, MachineStatus& status) {
   jobs::JobList list;
   base::Guarded([&] { jobs::ActivateJobList(app, list); },
                 [&](const base::ErrorInfo& e) {
                   status.notes.push_back(u"the job list stopped half way: " + e.description);
                 });
-  // The list keeps rows only; the records behind them are loaded for the count and the
-  // next job.
-  jobstore::DB_ReadSchdata(app, Text(), app.Jobs, false);
-  for (const jobstore::ScheduleRecord& r : app.Jobs)
-    if (!base::IsBlank(r.RecordNo) || !base::IsBlank(r.BackupSetName)) ++status.jobCount;
+  for (const jobs::JobRow& row : list.rows)
+    if (!base::IsBlank(row.RecordNo()) || !base::IsBlank(row.Name())) ++status.jobCount;
   for (const jobs::JobRow& row : list.rows) {
     const Text word = row.Status();
     if (word.empty()) continue;
@@ -69,8 +66,8 @@ void ReadJobs(frame::AppState& app, MachineStatus& status) {
     break;
   }
   const auto index = static_cast<std::size_t>(list.NextJobIndex);
-  if (status.jobCount == 0 || index >= app.Jobs.size()) return;
-  const jobstore::ScheduleRecord& first = app.Jobs[index];
+  if (status.jobCount == 0 || index >= list.rows.size()) return;
+  const jobs::JobRow& first = list.rows[index];
   Text dateFormat;
   if (auto* provider = app.platform.settingsProvider)
     dateFormat = provider->GetSetting(u"DateFormat", 0, 0);
@@ -78,10 +75,10 @@ void ReadJobs(frame::AppState& app, MachineStatus& status) {
   // A key that makes no date (the running job's) gives no next job, as on the notice.
   base::IgnoreFailure([&] {
     const notify::NextJobView view =
-        notify::ComposeNextJob(first.BackupSetName, first.NextRun, first.SortKey, dateFormat,
+        notify::ComposeNextJob(first.Name(), first.NextRun(), first.SortKey(), dateFormat,
                                app.platform.clock->Now(), decimal);
     if (view.status != notify::kNoScheduledJob)
-      status.nextJob = MachineStatus::NextJob{first.BackupSetName, first.NextRun};
+      status.nextJob = MachineStatus::NextJob{first.Name(), first.NextRun()};
   });
 }
 
