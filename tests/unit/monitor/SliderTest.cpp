@@ -31,20 +31,16 @@ class SliderTest : public MonitorFormTest {
   }
 };
 
-TEST_F(SliderTest, WithNoKeysTheSliderShowsAHundredAndAutoPauseIsOff) {
-  Open();
+TEST_F(SliderTest, AtLoadTheStoredLimitIsShownAndTheIdleFileIsNotConsulted) {
+  Open();  // no keys: a hundred, Auto-Pause off
   EXPECT_EQ(Shown(), 100);
   EXPECT_EQ(form->lablBandWidth.Caption(), u"100%");
-  EXPECT_EQ(form->lblSlider1Tooltip.Caption(), u"100%");
   EXPECT_FALSE(form->chkbandwidth.Checked());
   EXPECT_DOUBLE_EQ(form->PictSliderKnob1.Left(), KnobAt(100));
-  EXPECT_EQ(form->PictSliderBox1.PictureKey(), u"slider_box");
-  EXPECT_EQ(form->PictSliderKnob1.PictureKey(), u"slider_knob2");
-}
 
-TEST_F(SliderTest, AtLoadTheIdleFileIsNotConsulted) {
   Limits(u"1", u"40", u"70");
   Idle(u"1");
+  form.reset();
   Open();
   EXPECT_TRUE(form->chkbandwidth.Checked());
   EXPECT_EQ(Shown(), 70);  // the limit for an active user, whatever the engine says
@@ -104,15 +100,13 @@ TEST_F(SliderTest, DraggingMovesTheKnobWithinTheBoxAndItsSlack) {
   EXPECT_DOUBLE_EQ(form->lblSlider1Tooltip.Left() + form->lblSlider1Tooltip.Width() / 2,
                    knob.Left() + knob.Width() / 2);
 
-  // To the right end and 25 twips past it: the figure passes 100, the slider keeps 100.
+  // Into the slack past the right end (its stops are BandwidthRulesTest's): the figure
+  // passes 100, the slider keeps 100; a move beyond the stops leaves the knob.
   knob.RaiseMouseMove({kit::kLeftButton, 0, boxLeft + range + 25 - knob.Left()});
-  EXPECT_DOUBLE_EQ(knob.Left(), boxLeft + range + 25);
   EXPECT_EQ(form->lablBandWidth.Caption(), u"101%");
   EXPECT_EQ(Shown(), 100);
   const double atEnd = knob.Left();
-  knob.RaiseMouseMove({kit::kLeftButton, 0, 1});  // one twip further is refused
-  EXPECT_DOUBLE_EQ(knob.Left(), atEnd);
-  knob.RaiseMouseMove({kit::kLeftButton, 0, boxLeft - knob.Left() - 1});  // left of the box
+  knob.RaiseMouseMove({kit::kLeftButton, 0, boxLeft - knob.Left() - 1});
   EXPECT_DOUBLE_EQ(knob.Left(), atEnd);
 
   knob.RaiseMouseUp({kit::kLeftButton});

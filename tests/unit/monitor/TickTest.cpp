@@ -117,7 +117,7 @@ TEST_F(TickTest, ARestoreIsNotThrottledSoTheBandwidthControlsHide) {
   for (kit::Control* c : Throttling()) EXPECT_TRUE(c->Visible()) << monitortest::U8(c->Name());
 }
 
-TEST_F(TickTest, StopReturnsTheIdlePaneOnlyOnTheStatusTab) {
+TEST_F(TickTest, StopAndAnUpdateWithoutAFileReturnTheIdlePaneOnlyOnTheStatusTab) {
   Open();
   Call(u"a.txt", 100, 1000, 10, 10, 1, 1);
   form->Progress.Fire();
@@ -141,16 +141,14 @@ TEST_F(TickTest, StopReturnsTheIdlePaneOnlyOnTheStatusTab) {
   EXPECT_TRUE(form->FrameNormal.Visible());
   EXPECT_FALSE(form->FrameProgress.Visible());
   EXPECT_EQ(form->cmdDetails.PictureKey(), monitor::kTabDetails);
-}
 
-TEST_F(TickTest, AnUpdateWithoutAFileEndsInTheStatusTabRoutine) {
-  Open();
+  // An update without a file ends in the Status tab routine, which takes the tab back.
   form->cmdDetails.RaiseClick();
   ASSERT_EQ(app.PaneFlag, u"2");
   Call(u"", 0, 1000, 0, 0, 0, 1);  // sets the flag to 1
   form->Progress.Fire();
   EXPECT_EQ(app.PaneFlag, u"0");
-  EXPECT_TRUE(form->StatusTabSelected());    // the routine took the Status tab back
+  EXPECT_TRUE(form->StatusTabSelected());
   EXPECT_TRUE(form->FrameNormal.Visible());  // the update was drawn: nothing is waiting
 }
 

@@ -25,37 +25,6 @@ class TrayMenuTest : public MonitorFormTest {
   std::vector<Text> ActivityLog() { return Lines(Common(u"QVWServiceLog.txt")); }
 };
 
-TEST_F(TrayMenuTest, MenusStandInTheirOrderWithTheirCaptions) {
-  Open();
-  auto captions = [](const kit::MenuItem& menu) {
-    std::vector<Text> out;
-    for (const kit::MenuItem* item : menu.Children()) out.push_back(item->Caption());
-    return out;
-  };
-  EXPECT_EQ(
-      captions(form->MainMenu),
-      (std::vector<Text>{u"Start Service", u"Stop Service", u"Pause Service", u"Stop Transfer",
-                         u"Refresh", u"Shutdown Corvane for Windows Monitor"}));
-  EXPECT_EQ(captions(form->MnuDetails), (std::vector<Text>{u"&View", u"&Hide"}));
-  EXPECT_EQ(captions(form->LogMenu), (std::vector<Text>{u"&View", u"&Clear"}));
-  EXPECT_EQ(captions(form->HelpMenu),
-            (std::vector<Text>{u"Help Topics", u"Send Error Report", u"Website",
-                               u"About Corvane for Windows ..."}));
-  // The launch item takes the application title at load.
-  EXPECT_EQ(captions(form->TrayMenu),
-            (std::vector<Text>{u"&Open Status Indicator", u"Launch Corvane for Windows",
-                               u"Backup Now", u"Update Password", u"Manage all the Scheduled Jobs",
-                               u"Enable all the Scheduled jobs", u"Stop running scheduled job",
-                               u"&Web Management", u"Send Error Report", u"&View log",
-                               u"&Shutdown Indicator"}));
-  EXPECT_FALSE(form->TrayMenu.Visible());  // a popup, not on the bar
-  EXPECT_TRUE(form->MainMenu.Visible());
-  EXPECT_FALSE(form->mnuHideDetails.Enabled());
-  EXPECT_TRUE(form->mnuViewDetails.Enabled());
-  EXPECT_EQ(form->Label1.Caption(), u"Corvane for Windows Monitor");
-  EXPECT_EQ(form->btnRefresh.PictureKey(), u"qvmon_refresh");
-}
-
 TEST_F(TrayMenuTest, TheIconCarriesTheTipOfTheTitle) {
   Open();
   Icon();
@@ -69,10 +38,26 @@ TEST_F(TrayMenuTest, TheIconCarriesTheTipOfTheTitle) {
   EXPECT_EQ(app.AppTitle, u"Acme Backup");
   EXPECT_EQ(IconState().tip, u"QVMonitor");
   EXPECT_EQ(form->mnuLaunch.Caption(), u"Launch Acme Backup");
-  EXPECT_EQ(form->AboutMenu.Caption(), u"About Acme Backup ...");
 }
 
-TEST_F(TrayMenuTest, DoubleClickOpensTheWindowOnTheStatusTab) {
+// View > Details grows the window down to the log; Hide shrinks it; each item enables
+// the other.
+TEST_F(TrayMenuTest, ViewAndHideDetailsSizeTheWindowAndEnableEachOther) {
+  Open();
+  EXPECT_FALSE(form->mnuHideDetails.Enabled());
+  EXPECT_TRUE(form->mnuViewDetails.Enabled());
+  form->mnuViewDetails.Choose();
+  EXPECT_TRUE(form->mnuHideDetails.Enabled());
+  EXPECT_FALSE(form->mnuViewDetails.Enabled());
+  EXPECT_GT(form->Height(), form->lstLog.Top() + form->lstLog.Height());
+  form->mnuHideDetails.Choose();
+  EXPECT_TRUE(form->mnuViewDetails.Enabled());
+  EXPECT_LT(form->Height(), form->lstLog.Top() + form->lstLog.Height());
+}
+
+// The double click and Open Status Indicator show the window normal even when it is
+// visible: minimised or behind other programs, it comes back restored and in front.
+TEST_F(TrayMenuTest, TheIconAndOpenShowTheWindowRestoredOnTheStatusTab) {
   Open();
   form->HideFromTaskBar();
   form->cmdDetails.RaiseClick();
@@ -82,24 +67,10 @@ TEST_F(TrayMenuTest, DoubleClickOpensTheWindowOnTheStatusTab) {
   EXPECT_EQ(form->cmdDetails.PictureKey(), monitor::kTabDetails);
   EXPECT_TRUE(form->FrameNormal.Visible());
 
-  form->HideFromTaskBar();
-  Call(u"a.txt", 100, 1000, 10, 10, 1, 1);
-  fake.ui.FireTray(Icon(), platform::kTrayLeftDoubleClick);
-  EXPECT_TRUE(form->FrameProgress.Visible());  // an update waits: the transfer pane
-}
-
-// The double click and Open Status Indicator show the window normal even when it is
-// visible: minimised or behind other programs, it comes back restored and in front.
-TEST_F(TrayMenuTest, TheIconAndOpenBringBackAMinimisedWindowRestored) {
-  Open();
-  ui.Show(*form);
   form->SetWindowState(kit::kWindowMinimized);
   fake.ui.FireTray(Icon(), platform::kTrayLeftDoubleClick);
-  ASSERT_FALSE(ui.ShownForms().empty());
-  EXPECT_EQ(ui.ShownForms().back().name, u"frmQVWinService");
   EXPECT_TRUE(ui.ShownForms().back().normal) << "the visible window was not shown normal";
   EXPECT_EQ(form->WindowState(), kit::kWindowNormal);
-
   // Hidden while minimised, then opened from the menu.
   form->SetWindowState(kit::kWindowMinimized);
   form->HideFromTaskBar();
@@ -107,9 +78,14 @@ TEST_F(TrayMenuTest, TheIconAndOpenBringBackAMinimisedWindowRestored) {
   EXPECT_TRUE(form->Visible());
   EXPECT_TRUE(ui.ShownForms().back().normal);
   EXPECT_EQ(form->WindowState(), kit::kWindowNormal);
+
+  form->HideFromTaskBar();
+  Call(u"a.txt", 100, 1000, 10, 10, 1, 1);
+  fake.ui.FireTray(Icon(), platform::kTrayLeftDoubleClick);
+  EXPECT_TRUE(form->FrameProgress.Visible());  // an update waits: the transfer pane
 }
 
-TEST_F(TrayMenuTest, RightButtonReadsTheHoldKeyBeforeTheMenuComesUp) {
+TEST_F(TrayMenuTest, TheHoldKeyIsReadBeforeTheMenuAndTheItemAsksBeforeHoldingAllJobs) {
   Open();
   Text captionAtPopup;
   ui.OnPopup(u"TrayMenu", [&](kit::Menu&) { captionAtPopup = form->mnuenablesch.Caption(); });
@@ -122,10 +98,9 @@ TEST_F(TrayMenuTest, RightButtonReadsTheHoldKeyBeforeTheMenuComesUp) {
   EXPECT_EQ(ui.Popups(), (std::vector<Text>{u"TrayMenu", u"TrayMenu"}));
   fake.ui.FireTray(Icon(), 512);  // a mere move does nothing
   EXPECT_EQ(ui.Popups().size(), 2u);
-}
 
-TEST_F(TrayMenuTest, HoldingAllJobsAsksFirstAndReleasingDoesNot) {
-  Open();
+  // Holding all jobs asks first; releasing them does not.
+  Setting(u"DisableAllSchdulers", u"");
   form->mnuenablesch.SetCaption(u"disable ALL the scheduled jobs");  // compared without case
   ui.Queue(kit::ScriptedUi::Answer::No());
   form->mnuenablesch.Choose();
@@ -176,31 +151,25 @@ TEST_F(TrayMenuTest, ClosingHidesStoresThePlaceAndTheOpenItemBringsItBack) {
   EXPECT_TRUE(form->IsLoaded());
 }
 
-TEST_F(TrayMenuTest, ShutdownStoresAVisiblePlaceStopsTheDailyTimerAndEnds) {
-  Open();
-  ui.Show(*form);
-  form->Move(100, 200, 7000, 6000);
-  const auto daily = form->DailyTimer();
-  ASSERT_EQ(fake.ui.timers.count(daily), 1u);
-  form->ShutDownMenu.Choose();
-  EXPECT_EQ(terminated, (std::vector<unsigned>{0}));
-  EXPECT_EQ(Stored(u"LDPI", u"MonLeft"), u"100");
-  EXPECT_EQ(fake.ui.timers.count(daily), 0u);
-  EXPECT_TRUE(fake.ui.trayIcons.empty());
-}
-
-TEST_F(TrayMenuTest, TrayShutdownKeepsTheDailyTimerAndAMinimisedPlaceIsNotStored) {
-  Open();
-  ui.Show(*form);
-  form->Move(100, 200, 7000, 6000);
-  form->SetWindowState(kit::kWindowMinimized);  // as the renderer tells
-  const auto daily = form->DailyTimer();
-  form->mnuShutdown.Choose();
-  EXPECT_EQ(terminated, (std::vector<unsigned>{0}));
-  EXPECT_EQ(Stored(u"LDPI", u"MonLeft"), u"");
-  EXPECT_EQ(form->KeptGeometry().left, 100);  // the members still take the place
-  EXPECT_EQ(fake.ui.timers.count(daily), 1u);
-  EXPECT_TRUE(fake.ui.trayIcons.empty());
+// The window menu's shutdown stores a visible place and stops the daily timer; the
+// tray's keeps the timer, and a minimised place is not stored.
+TEST_F(TrayMenuTest, BothShutdownsEndTheProgramAndTakeTheIcon) {
+  for (const bool fromTray : {true, false}) {
+    SCOPED_TRACE(fromTray ? "tray" : "window menu");
+    Open();
+    ui.Show(*form);
+    form->Move(100, 200, 7000, 6000);
+    if (fromTray) form->SetWindowState(kit::kWindowMinimized);  // as the renderer tells
+    const auto daily = form->DailyTimer();
+    ASSERT_EQ(fake.ui.timers.count(daily), 1u);
+    terminated.clear();
+    (fromTray ? form->mnuShutdown : form->ShutDownMenu).Choose();
+    EXPECT_EQ(terminated, (std::vector<unsigned>{0}));
+    EXPECT_EQ(Stored(u"LDPI", u"MonLeft"), fromTray ? u"" : u"100");
+    EXPECT_EQ(fake.ui.timers.count(daily), fromTray ? 1u : 0u);
+    EXPECT_TRUE(fake.ui.trayIcons.empty());
+    form.reset();
+  }
 }
 
 TEST_F(TrayMenuTest, StartAutoWritesOrRemovesTheRunValue) {
@@ -220,15 +189,8 @@ TEST_F(TrayMenuTest, StartAutoWritesOrRemovesTheRunValue) {
 TEST_F(TrayMenuTest, EachItemOpensItsScreenThroughItsHook) {
   Open();
   form->mnuBackupNow.Choose();
-  EXPECT_EQ(log, (std::vector<std::string>{"open BackupNow"}));
-  EXPECT_TRUE(Trace().empty());
-
-  form->mnuManSchJob.Choose();
-  form->mnusenderrorreport.Choose();
-  form->mnusenderrorrpt.Choose();
   form->mnuChangePassword.Choose();  // no user name: nothing at all
-  EXPECT_EQ(log, (std::vector<std::string>{"open BackupNow", "open ManageScheduledJobs",
-                                           "open ErrorReport", "open ErrorReport"}));
+  EXPECT_EQ(log, (std::vector<std::string>{"open BackupNow"}));
   Account(u"mary", u"pw");
   app.UserName = u"mary";
   form->mnuChangePassword.Choose();
@@ -238,16 +200,6 @@ TEST_F(TrayMenuTest, EachItemOpensItsScreenThroughItsHook) {
   form->mnuviewlog.Choose();
   EXPECT_EQ(log.back(), "open SessionLog");
   EXPECT_TRUE(fake.shell.executed.empty());
-}
-
-TEST_F(TrayMenuTest, RightClickOnAButtonShowsItsTip) {
-  Open();
-  ui.Show(*form);
-  form->btnRefresh.RaiseMouseUp({kit::kRightButton});
-  ASSERT_NE(ui.Tips().Balloon(), nullptr);
-  EXPECT_EQ(ui.Tips().Balloon()->TipText(), u"Update the service status and the log entries");
-  form->btnRefresh.RaiseMouseUp({kit::kLeftButton});
-  EXPECT_EQ(ui.Tips().Balloon(), nullptr);
 }
 
 }  // namespace

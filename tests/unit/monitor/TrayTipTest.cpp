@@ -7,12 +7,10 @@ namespace {
 
 using monitor::TrayTipText;
 
-TEST(TrayTip, TheTitleNamesTheProductOrTheBrandedMonitor) {
+TEST(TrayTip, TheTitleNamesTheProductOrTheBrandedMonitorAndATotalAddsThePercentage) {
   EXPECT_EQ(TrayTipText(u"Corvane for Windows", false, 0, 0), u"Corvane for Windows Monitor");
   EXPECT_EQ(TrayTipText(u"Acme Backup", false, 0, 0), u"QVMonitor");
-}
-
-TEST(TrayTip, ARunningTransferWithATotalAddsItsPercentage) {
+  // A running transfer with a total adds its percentage.
   EXPECT_EQ(TrayTipText(u"Corvane for Windows", true, 1048576, 42),
             u"Corvane for Windows Monitor - 42% transferred");
   EXPECT_EQ(TrayTipText(u"Acme Backup", true, 5, 100), u"QVMonitor - 100% transferred");

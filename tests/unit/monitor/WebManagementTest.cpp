@@ -60,15 +60,23 @@ class WebManagementTest : public MonitorFormTest {
   HelperShell shell;
 };
 
-TEST_F(WebManagementTest, WithoutAStoredPasswordNothingStartsAndTheItemExplains) {
+TEST_F(WebManagementTest, WithoutAPasswordOrAHelperNothingStarts) {
   Setting(u"UserName", u"mary");
   Open();
   form->Progress.Fire();
   EXPECT_FALSE(form->WebMang.Checked());
-  EXPECT_EQ(HelperStarts(), 0);
   form->WebMang.Choose();
   ASSERT_EQ(ui.Questions().size(), 1u);
   EXPECT_EQ(ui.Questions()[0].text, frame::GetMessage(app, 72));
+  EXPECT_EQ(HelperStarts(), 0);
+
+  // With a password but no helper program the item stays on.
+  Account(u"mary", u"secret");
+  fake.fs.DeleteFile(kHelper);
+  form.reset();
+  Open();
+  form->Progress.Fire();
+  EXPECT_TRUE(form->WebMang.Checked());
   EXPECT_EQ(HelperStarts(), 0);
 }
 
@@ -172,15 +180,6 @@ TEST_F(WebManagementTest, TheItemTurnsTheFeatureOnAndWatchesTheLogin) {
   EXPECT_FALSE(form->WebMang.Checked());
   EXPECT_EQ(WebManage(), u"0");
   EXPECT_EQ(ui.Questions().back().text, frame::GetMessage(app, 278));
-}
-
-TEST_F(WebManagementTest, AMissingHelperIsNotStartedAndTheItemStaysOn) {
-  Account(u"mary", u"secret");
-  fake.fs.DeleteFile(kHelper);
-  Open();
-  form->Progress.Fire();
-  EXPECT_TRUE(form->WebMang.Checked());
-  EXPECT_EQ(HelperStarts(), 0);
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 // The program's screens behind the monitor's menu hooks and the notices' links.
 #include <gtest/gtest.h>
 
-#include "frame/MessageTable.h"
 #include "kit/ScriptedUi.h"
 #include "frame/Settings.h"
 #include "program/ProgramScreens.h"
@@ -11,37 +10,23 @@
 
 namespace {
 
-TEST(ProgramScreensTest, TheMenusOpenTheJobScreens) {
-  testkit::FrameFixture fx;
-  fx.AddCommon();
-  kit::ScriptedUi ui;
-  program::ProgramScreens screens(fx.app, ui);
-  fx.app.Store.BackupNowMode = true;
-  bool sawList = false;
-  ui.OnShow(u"frmManageScheduledJobs", [&](kit::Form& f) {
-    sawList = f.Caption() == u"Manage Scheduled Jobs";
-    EXPECT_FALSE(fx.app.Store.BackupNowMode);
-  });
-  screens.OpenManageScheduledJobs();
-  EXPECT_TRUE(sawList);
-  ASSERT_EQ(ui.ShownForms().size(), 1u);
-  EXPECT_TRUE(ui.ShownForms()[0].modal);
-  // Backup Now in mirror mode without a set file: its message and no screen.
-  screens.OpenBackupNow();
-  ASSERT_EQ(ui.Questions().size(), 1u);
-  EXPECT_EQ(ui.Questions()[0].text, frame::GetMessage(fx.app, 16));
-  EXPECT_EQ(ui.ShownForms().back().name, u"MesgBox");
-}
-
-// The tray's View Log shows the Session Log, not modally.
-TEST(ProgramScreensTest, ViewLogShowsTheSessionLogNotModally) {
+// What each screen does is its folder's tests'; here, that each hook opens its screen,
+// modally or beside the monitor.
+TEST(ProgramScreensTest, TheMenusOpenTheirScreens) {
   testkit::CommonFixture fx;
   kit::ScriptedUi ui;
   program::ProgramScreens screens(fx.app, ui);
-  screens.OpenSessionLog();
+  fx.app.Store.BackupNowMode = true;
+  ui.OnShow(u"frmManageScheduledJobs", [&](kit::Form&) {
+    EXPECT_FALSE(fx.app.Store.BackupNowMode) << "the list is not the Backup Now list";
+  });
+  screens.OpenManageScheduledJobs();
   ASSERT_EQ(ui.ShownForms().size(), 1u);
-  EXPECT_EQ(ui.ShownForms()[0].name, u"frmSessionLog");
-  EXPECT_FALSE(ui.ShownForms()[0].modal);
+  EXPECT_EQ(ui.ShownForms()[0].name, u"frmManageScheduledJobs");
+  EXPECT_TRUE(ui.ShownForms()[0].modal);
+  screens.OpenSessionLog();
+  EXPECT_EQ(ui.ShownForms().back().name, u"frmSessionLog");
+  EXPECT_FALSE(ui.ShownForms().back().modal);
 }
 
 // The missed-backup notice's link: the notice goes and the feedback report comes up
