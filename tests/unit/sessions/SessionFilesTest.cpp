@@ -2,11 +2,14 @@
 // delete, on a fake disk.
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "kit/Form.h"
 #include "kit/ListView.h"
 #include "sessions/SessionFiles.h"
 #include "sessions/SessionPager.h"
 #include "testkit/FrameFixture.h"
+#include "testkit/SessionInsertion.h"
 
 namespace sessions {
 namespace {
@@ -245,6 +248,29 @@ TEST_F(SessionFilesTest, TheWalkLetsTheUserInterfaceThroughAsItGoes) {
   int turns = 0;
   EXPECT_EQ(ListSessionFiles(app, {}, [&] { ++turns; }).size(), 600u);
   EXPECT_EQ(turns, 600 / kFilesPerTurn);
+}
+
+// Random folders: what the fast listing gives is what the design's insertion gives,
+// for any order of finding, with many sessions in one minute and odd names among them.
+TEST_F(SessionFilesTest, TheFastOrderIsTheInsertionOrderForRandomFolders) {
+  std::mt19937 random(20261125);
+  const Text words[] = {u"Backup", u"Restore", u"Schedule", u"Sync", u"Archive", u"QVx", u""};
+  auto pick = [&](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
+  auto two = [&](int n) { return base::PadLeft(base::FromNumber(pick(n)), 2, u'0'); };
+  for (int round = 0; round < 200; ++round) {
+    std::vector<SessionEntry> found;
+    const int count = pick(120);
+    for (int i = 0; i < count; ++i) {
+      Text name = words[pick(7)] + u" " + two(3) + u"-" + two(3) + u"-202" +
+                  base::FromNumber(pick(3)) + u"  " + two(3) + u"-" + two(3) + u"-" + two(60) +
+                  u".txt";
+      if (pick(10) == 0)
+        name = name.substr(0, static_cast<size_t>(pick(static_cast<int>(name.size()))) + 1);
+      if (name.find(u' ') == Text::npos) continue;
+      found.push_back({ListingKeyOf(app, name), name});
+    }
+    ASSERT_EQ(NewestFirst(found), testkit::InsertionNewestFirst(found)) << "round " << round;
+  }
 }
 
 }  // namespace
