@@ -236,8 +236,6 @@ TEST_F(EditorTest, ShowingARecordSetsChoicesMailAndIdentity) {
   PutSchedule({u"0", r.Line()});
   Open(u"7");
   EXPECT_EQ(ed.Identity.BackupSetName, u"Tom & Jerry");
-  EXPECT_EQ(ed.Identity.Compression, u"1");
-  EXPECT_EQ(ed.Identity.Reserved14, u"1");
   EXPECT_EQ(BackupSetLabel(ed.Identity.BackupSetName), u"Backup/Restore set name - 'Tom && Jerry'");
   EXPECT_TRUE(c.timing.optMonthly);
   EXPECT_EQ(c.timing.DTPicker.hour, 6);

@@ -2,10 +2,8 @@
 // click rules, the row change, the Delete key, the pictures and the main button.
 #include "DTEmailFixture.h"
 #include "jobs/frmDTEmail.h"
-#include "kit/HostedUi.h"
 #include "frame/MessageTable.h"
 #include "kit/ScriptedUi.h"
-#include "platform/fake/FakeUiHost.h"
 
 namespace jobs::test {
 namespace {
@@ -283,37 +281,18 @@ TEST_F(DTEmailScreen, ShowDTEmailOpensModallyOnTheRecord) {
   EXPECT_EQ(InFile(u"1").Days, u"1234567");
 }
 
-// On a host, the row the user moves to is selected and scrolled into view: a long list
-// does not leave the edited job out of sight.
+// The row the user moves to is brought into view (the host scrolls to the list's
+// visible row): a long list does not leave the edited job out of sight.
 TEST_F(DTEmailScreen, TheRowChangeBringsTheNewRowIntoView) {
   std::vector<Text> lines{u"0"};
   for (int i = 1; i <= 30; ++i) lines.push_back(Row{base::FromNumber(i), u"Set"}.Line());
   PutSchedule(lines);
-  platform::FakeUiHost host;
-  kit::HostedUi hosted{host};
-  frmDTEmail screen{app, hosted};
-  screen.Load();
-  jobstore::DB_ReadSchdata(app, Text(), app.Jobs, false);
-  LoadTempJobs(app, screen.Editor());
-  screen.Sch_ShowSelectedRecord(u"1");
-  hosted.Show(screen);
-  const platform::UiHandle window = hosted.Forms().WindowOf(screen);
-  const platform::UiHandle list = hosted.Forms().HandleOf(screen.Sch_list_lv);
-  host.Events(window)->OnActivate(window, true);  // the list is filled at activation
-  const kit::ListItem* item = screen.Sch_list_lv.FindKey(u"QV_27");
-  ASSERT_NE(item, nullptr);
-  const int row = item->Index();
-
-  host.Events(window)->OnList(window, list, {platform::UiListWhat::RowClick, row, false});
-  const auto& shown = host.controls.at(list);
-  ASSERT_FALSE(shown.scrolledTo.empty()) << "the new row was not made visible";
-  const int seen = shown.scrolledTo.back();
-  ASSERT_GE(seen, 1);
-  ASSERT_LE(static_cast<size_t>(seen), shown.state.rows.size());
-  const platform::UiListRow& r = shown.state.rows[static_cast<size_t>(seen - 1)];
-  EXPECT_TRUE(r.selected);
-  EXPECT_EQ(r.subItems[5], u"27");
-  EXPECT_EQ(screen.lblBkSetName.Caption(), u"Backup/Restore set name - 'Set'");
+  OpenScreen(u"1");
+  form.Sch_list_lv.UserClickRow(RowOf(u"27").Index());
+  // The list is filled again at the change: the row is looked for anew.
+  EXPECT_TRUE(RowOf(u"27").Selected());
+  EXPECT_NE(RowOf(u"1").Index(), RowOf(u"27").Index());
+  EXPECT_EQ(form.Sch_list_lv.VisibleRow(), RowOf(u"27").Index());
 }
 
 // The automated job is known by its exact name; Cancel (lblClose) leaves the file as it
