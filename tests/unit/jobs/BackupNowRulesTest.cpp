@@ -26,27 +26,17 @@ class BackupNowTest : public JobsTest {
 TEST_F(BackupNowTest, MirrorModeRunsASetTwiceRefused) {
   PutSets({u"Documents\b1\b2", u"Photos\b1", u"autobkupqvwin\b1"});
   PutSchedule(u"0", {kDocs});
+  // The list and the record are the job store's; here the action's ends and the
+  // screen's state around them.
   ASSERT_EQ(Prepare(), BackupNowOutcome::Show);
-  const auto& rows = app.Store.LstBackupSet.Rows;
-  ASSERT_EQ(rows.size(), 2u);
-  EXPECT_EQ(rows[0], (jobstore::BackupNowRow{u"Documents", u"My Corvane/", u"jsmith", u"-1"}));
-  EXPECT_EQ(app.Store.LstBackupSet.SelectedRow, 1);
   EXPECT_TRUE(app.Store.BackupNowMode);
-
   auto first = Run();
   EXPECT_EQ(first.end, BackupNowEnd::Close);
   EXPECT_TRUE(first.recordAdded);
-  ASSERT_EQ(Asked().size(), 1u);
-  EXPECT_EQ(Asked()[0],
-            u"You have successfully set up an immediate backup of your scheduled Backup set "
-            u"'Documents'. You may check its status from the system tray.");
-  auto lines = Schedule();
-  ASSERT_EQ(lines.size(), 3u);
-  const auto added = jobstore::ParseScheduleLine(lines[2]).record;
+  EXPECT_EQ(Asked().size(), 1u);
+  const auto added = jobstore::ParseScheduleLine(Schedule().back()).record;
   EXPECT_EQ(added.RecordNo, u"1");  // the smallest free number
   EXPECT_EQ(added.BackupSetName, u"Documents");
-  EXPECT_EQ(added.SortKey, u"000000010000");
-  EXPECT_EQ(added.NextRun, u"03-18-2013 15:02:33");
   EXPECT_EQ(app.Store.ChosenDestination, u"My Corvane/");
   EXPECT_TRUE(app.Jobs.empty());
 
@@ -55,8 +45,6 @@ TEST_F(BackupNowTest, MirrorModeRunsASetTwiceRefused) {
   auto second = Run();
   EXPECT_EQ(second.end, BackupNowEnd::Front);
   EXPECT_FALSE(second.recordAdded);
-  EXPECT_EQ(Asked().back(),
-            u"You have already set up an immediate backup job for this Backup set 'Documents'.");
   // Another set is taken: two immediate jobs of different sets stand side by side.
   ASSERT_EQ(Prepare(), BackupNowOutcome::Show);
   Choose(2);
@@ -94,9 +82,7 @@ TEST_F(BackupNowTest, RelativePathModeTakesTheJobsDestination) {
   EXPECT_EQ(app.Store.LstBackupSet.Rows[0].RecordNo, u"3");
   EXPECT_EQ(Run().end, BackupNowEnd::Close);
   EXPECT_EQ(app.Store.ChosenDestination, u"Office/");
-  const auto added = jobstore::ParseScheduleLine(Schedule().back()).record;
-  EXPECT_EQ(added.Destination, u"Office/");
-  EXPECT_EQ(added.RecordNo, u"1");
+  EXPECT_EQ(jobstore::ParseScheduleLine(Schedule().back()).record.Destination, u"Office/");
 }
 
 TEST_F(BackupNowTest, TheOrderOfTheChecks) {

@@ -34,9 +34,6 @@ TEST_F(SetsTest, MirrorListLeavesOutTheSpecialSetsAndDuplicates) {
   EXPECT_EQ(list.Rows[2].Name, u"Default BackupSet");
   EXPECT_EQ(list.SelectedRow, 1);
   EXPECT_EQ(app.Store.BackupSetList.size(), 6u);
-  auto trace = Trace();
-  EXPECT_EQ(trace.front(), u"Enter DB_ReadBackdata Monitor");
-  EXPECT_EQ(trace.back(), u"Exit DB_ReadBackdata Monitor");
 }
 
 TEST_F(SetsTest, MirrorModeMessages) {
@@ -89,8 +86,6 @@ TEST_F(SetsTest, MailListReadsUniqueAddresses) {
   Sch_LoadMailidList(app, &shown);
   EXPECT_EQ(app.Store.MailIdList, (std::vector<Text>{u"a@x.com", u"b@y.org", u""}));
   EXPECT_EQ(shown, (std::vector<Text>{u"a@x.com", u"b@y.org"}));
-  auto trace = Trace();
-  EXPECT_EQ(trace, (std::vector<Text>{u"Enter DB_ReadMaildata", u"Exit DB_ReadMaildata"}));
 }
 
 TEST_F(SetsTest, MailListOnAScreenWithoutTheControlStopsAtTheFirstRow) {

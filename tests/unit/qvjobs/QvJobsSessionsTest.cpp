@@ -1,33 +1,21 @@
 // qvjobs sessions: the Session Log's pages as text, against the screen itself.
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <fstream>
 
-#include "QvJobsCommand.h"
+#include "QvJobsFixture.h"
 #include "platform/TextFile.h"
-#include "platform/fake/FakePlatform.h"
 #include "platform/portable/PortableFileSystem.h"
 #include "platform/portable/PortableProfile.h"
 #include "platform/portable/PortableServices.h"
 #include "testkit/TempDir.h"
-#include "testkit/TextFiles.h"
 
 namespace qvjobs {
 namespace {
 
-using base::Text;
-
 const Text kFolder = u"C:\\QV\\QVCOMMON\\Session";
 
-class QvJobsSessionsTest : public ::testing::Test {
+class QvJobsSessionsTest : public QvJobsFixture {
  protected:
-  QvJobsSessionsTest() { fake.fs.AddFolders(testkit::kCommonFolder); }
-  int Run(std::vector<std::string> args) {
-    out.clear();
-    err.clear();
-    return RunQvJobs(args, fake.Get(), u"C:\\QV", out, err);
-  }
   // n sessions, one a day back from 01-01-2027, alternately Backup and Restore, with
   // an unknown word and a Continuous_Backup among them.
   void Files(int count) {
@@ -45,9 +33,6 @@ class QvJobsSessionsTest : public ::testing::Test {
     }
   }
   int Lines() { return static_cast<int>(std::count(out.begin(), out.end(), '\n')); }
-
-  platform::FakePlatform fake;
-  std::string out, err;
 };
 
 TEST_F(QvJobsSessionsTest, TheFirstPageWithItsCellsAsTheListHoldsThem) {

@@ -1,18 +1,11 @@
 // qvjobs status and the --json listings over a fake disk: each state and its first
 // reason, the exact JSON, and a data root that is the same, byte for byte, afterwards.
-#include <gtest/gtest.h>
-
 #include "JsonWriter.h"
-#include "QvJobsCommand.h"
-#include "base/Utf16.h"
+#include "QvJobsFixture.h"
 #include "platform/ReadOnlyFiles.h"
-#include "platform/fake/FakePlatform.h"
-#include "testkit/TextFiles.h"
 
 namespace qvjobs {
 namespace {
-
-using base::Text;
 
 const Text kCommon = testkit::kCommonFolder;
 
@@ -25,7 +18,7 @@ Text Rec(const Text& no, const Text& name, const Text& next, const Text& key) {
                        u"|", u"\b\b");
 }
 
-class QvJobsStatusTest : public ::testing::Test {
+class QvJobsStatusTest : public QvJobsFixture {
  protected:
   QvJobsStatusTest() {
     fake.fs.AddFolders(kCommon + u"\\Session");
@@ -54,17 +47,12 @@ class QvJobsStatusTest : public ::testing::Test {
   int Status(std::vector<std::string> extra = {}) {
     std::vector<std::string> args = {"--now", "11-25-2026 19:30:00", "status"};
     args.insert(args.end(), extra.begin(), extra.end());
-    out.clear();
-    err.clear();
     const int writes = fake.fs.WriteCount();
-    const int code = RunQvJobs(args, fake.Get(), u"C:\\QV", out, err);
+    const int code = Run(args);
     EXPECT_EQ(fake.fs.WriteCount(), writes) << "status wrote a file";
     return code;
   }
   std::string FirstLine() const { return out.substr(0, out.find('\n')); }
-
-  platform::FakePlatform fake;
-  std::string out, err;
 };
 
 TEST(JsonWriterTest, EscapesWhatJsonRequiresAndEveryUnitOutsideAscii) {
@@ -155,8 +143,7 @@ TEST_F(QvJobsStatusTest, TheEngineOfTheInstalledKindAskedAsTheTickAsks) {
   // Where the system cannot tell (no process list), nothing is claimed.
   platform::Platform bare = fake.Get();
   bare.processes = nullptr;
-  out.clear();
-  EXPECT_EQ(RunQvJobs({"--now", "11-25-2026 19:30:00", "status"}, bare, u"C:\\QV", out, err), 0);
+  EXPECT_EQ(Run({"--now", "11-25-2026 19:30:00", "status"}, bare), 0);
   EXPECT_NE(out.find("\nengine: service, running: unknown\n"), std::string::npos) << out;
 }
 
@@ -265,20 +252,17 @@ TEST_F(QvJobsStatusTest, UnknownForWhatCannotBeReadAndForABadArgument) {
   EXPECT_EQ(Status({"--max-age", "week"}), 3);
   EXPECT_EQ(out, "CORVANE UNKNOWN - bad argument: --max-age takes a whole number of days\n");
   EXPECT_NE(err.find("usage: qvjobs"), std::string::npos);
-  out.clear();
-  EXPECT_EQ(RunQvJobs({"--now", "yesterday", "status", "--json"}, fake.Get(), u"C:\\QV", out, err),
-            3);
+  EXPECT_EQ(Run({"--now", "yesterday", "status", "--json"}), 3);
   EXPECT_EQ(out.rfind("{\"status\":\"UNKNOWN\",\"summary\":\"bad argument: --now takes", 0), 0u)
       << out;
-  out.clear();
-  EXPECT_EQ(RunQvJobs({"--root", "D:\\Nowhere", "status"}, fake.Get(), u"C:\\QV", out, err), 3);
+  EXPECT_EQ(Run({"--root", "D:\\Nowhere", "status"}), 3);
   EXPECT_EQ(out, "CORVANE UNKNOWN - cannot read D:\\Nowhere\n");
   // Other commands keep their own exit code for a bad argument.
-  EXPECT_EQ(RunQvJobs({"list", "--max-age"}, fake.Get(), u"C:\\QV", out, err), kExitUsage);
+  EXPECT_EQ(Run({"list", "--max-age"}), kExitUsage);
 }
 
 TEST_F(QvJobsStatusTest, ListingsAsJson) {
-  EXPECT_EQ(RunQvJobs({"list", "--json"}, fake.Get(), u"C:\\QV", out, err), 0);
+  EXPECT_EQ(Run({"list", "--json"}), 0);
   EXPECT_EQ(
       out.rfind("[{\"recordNo\":\"1\",\"backupSetName\":\"Documents\",\"nextRun\":\"11-26-2026 "
                 "6:41:00\",\"createdOn\":\"11-01-2026 15:02:33\",\"frequencyIndex\":\"3\",",
@@ -289,8 +273,7 @@ TEST_F(QvJobsStatusTest, ListingsAsJson) {
                      "\"mailMode\":\"0\",\"mailAddresses\":\"\"}]\n"),
             std::string::npos)
       << out;
-  out.clear();
-  EXPECT_EQ(RunQvJobs({"jobs", "--json"}, fake.Get(), u"C:\\QV", out, err), 0);
+  EXPECT_EQ(Run({"jobs", "--json"}), 0);
   EXPECT_EQ(out.rfind("[{\"backupRestoreSet\":\"Documents\",\"nextTransfer\":\"11-26-2026 "
                       "6:41:00\",\"frequency\":\"Daily\",\"status\":\"\",\"destination\":\"My "
                       "Corvane/\",\"dataSort\":\"202611260641\",\"no\":\"1\",\"userName\":\"bob\","
@@ -298,16 +281,13 @@ TEST_F(QvJobsStatusTest, ListingsAsJson) {
                       0),
             0u)
       << out;
-  out.clear();
-  EXPECT_EQ(RunQvJobs({"--now", "11-25-2026 19:30:00", "plan", "--time", "6:41:00", "--days",
-                       "1,2,3,4,5,6,7", "--json"},
-                      fake.Get(), u"C:\\QV", out, err),
+  EXPECT_EQ(Run({"--now", "11-25-2026 19:30:00", "plan", "--time", "6:41:00", "--days",
+                 "1,2,3,4,5,6,7", "--json"}),
             0);
   EXPECT_EQ(out,
             "[{\"nextRun\":\"11-26-2026 6:41:00\",\"days\":\"1234567\",\"frequencyIndex\":\"3\","
             "\"sortKey\":\"202611260641\"}]\n");
-  out.clear();
-  EXPECT_EQ(RunQvJobs({"sessions", "--json"}, fake.Get(), u"C:\\QV", out, err), 0);
+  EXPECT_EQ(Run({"sessions", "--json"}), 0);
   EXPECT_EQ(out.rfind("{\"range\":", 0), 0u) << out;
   EXPECT_NE(out.find("\"rows\":[{\"startTime\":\" 11-24-2026  06-41-00\",\"description\":"
                      "\"Schedule \",\"sCol\":\"202611240641\"}]}\n"),

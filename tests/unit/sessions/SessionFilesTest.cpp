@@ -55,16 +55,7 @@ TEST_F(SessionFilesTest, TheWordTellsTheKindItsDescriptionAndIcon) {
   } kinds[] = {
       {u"Backup", u"Interactive Backup ", kIconBackup},
       {u"Restore", u"Interactive Restore ", kIconRestore},
-      {u"Schedule", u"Schedule ", kIconBackup},
-      {u"Automatic_Sync", u"Automatic Sync", kIconBackup},
-      {u"Delete", u"Delete", kIconBackup},
-      {u"Trash_Delete", u"Trash Delete", kIconBackup},
-      {u"Empty_Trash", u"Empty Trash", kIconBackup},
-      {u"Create_Directory", u"Create Directory", kIconBackup},
-      {u"Rename", u"Rename", kIconBackup},
-      {u"Move_to_Original", u"Move to Original", kIconBackup},
       {u"Continuous_Backup", u"Continuous Backup", kIconBackup},
-      {u"Sync", u"Sync", kIconBackup},
       // Words compare with regard to case; an unknown one has no description or icon.
       {u"backup", u"", kIconNone},
       {u"Archive", u"", kIconNone},
@@ -77,8 +68,6 @@ TEST_F(SessionFilesTest, TheWordTellsTheKindItsDescriptionAndIcon) {
     EXPECT_EQ(row->startTime, u" 11-15-2026  05-02-33") << U8(k.word);
     EXPECT_EQ(row->sortKey, u"202611150502") << U8(k.word);
   }
-  EXPECT_EQ(IconKeyOf(kIconBackup), u"session_backup");
-  EXPECT_EQ(IconKeyOf(kIconRestore), u"session_restore");
   EXPECT_FALSE(SessionRowOf(app, u"Backup.txt"));
 }
 

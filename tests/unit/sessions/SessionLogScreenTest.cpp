@@ -68,14 +68,12 @@ TEST_F(SessionLogScreenTest, NoFiles) {
   EXPECT_EQ(Pager(), "next_dis- back_dis-");
   EXPECT_EQ(form->cmdView.SkinState(), kit::kSkinDisabled);
   EXPECT_EQ(form->cmdDelete.SkinState(), kit::kSkinDisabled);
-  EXPECT_EQ(form->cmdView.PictureKey(), u"button_med_enb");
   // After a plain load the buttons still answer, with a message.
   EXPECT_TRUE(form->cmdView.Enabled());
   ui.Queue(kit::ScriptedUi::Answer::Ok());
   Click(form->cmdView);
   ASSERT_EQ(ui.Questions().size(), 1u);
   EXPECT_EQ(ui.Questions()[0].text, kNothingToView);
-  EXPECT_EQ(ui.Questions()[0].title, app.AppTitle);
   // Delete on an empty list counts as a deletion: the page is loaded again, and now
   // the buttons and Select All are off.
   Click(form->cmdDelete);
@@ -85,21 +83,11 @@ TEST_F(SessionLogScreenTest, NoFiles) {
   EXPECT_FALSE(form->chkSelectAll.Enabled());
 }
 
-TEST_F(SessionLogScreenTest, TheLoadDressesTheFormAndItsButtons) {
+// Hover shows the buttons' own skin; back over the form, the plain one.
+TEST_F(SessionLogScreenTest, TheButtonsHoverInTheirOwnSkin) {
   Files(3);
   Open();
-  EXPECT_EQ(form->PictureKey(), u"bg_auto");
-  EXPECT_EQ(form->imgTitleinfo.PictureKey(), u"qv_logs");
-  EXPECT_TRUE(form->Frameless());
-  EXPECT_TRUE(form->Region().has_value());
   EXPECT_EQ(form->cmdView.SkinState(), kit::kSkinNormal);
-  EXPECT_EQ(form->cmdCloseSessionLog.PictureKey(), u"button_med_enb");
-  EXPECT_EQ(form->cmdView.Lbl().Caption(), u"&View Details");
-  EXPECT_EQ(form->cmdDelete.Lbl().Caption(), u"&Delete Log");
-  EXPECT_EQ(form->cmdCloseSessionLog.Lbl().Caption(), u"&Close");
-  EXPECT_EQ(form->chkSelectAll.Caption(), u"&Select All");
-  EXPECT_FALSE(form->chkCancelCheckChange.Visible());
-  // Hover in the buttons' own skin; back over the form.
   form->cmdView.RaiseMouseMove({});
   EXPECT_EQ(form->cmdView.PictureKey(), u"button_med_ovr");
   form->RaiseMouseMove({});
@@ -113,16 +101,11 @@ TEST_F(SessionLogScreenTest, PagesOf120NewestFirst) {
   EXPECT_EQ(Pager(), "next_reg+ back_dis-");
   ASSERT_EQ(form->LstSessionLogView.Count(), 50);
   EXPECT_EQ(StartOfRow(1), u" 12-31-2026  10-00-00");  // session 1
-  EXPECT_EQ(form->LstSessionLogView.Item(1).SubItem(2), u"Interactive Backup ");
-  EXPECT_EQ(form->LstSessionLogView.Item(2).IconKey(), u"session_restore");
   Click(form->lblNext);
   EXPECT_EQ(StartOfRow(1), base::Mid(Made(51), 7, 21));  // a Backup
   Click(form->lblNext);
-  EXPECT_EQ(Range(), u"101 to 120 of 120");
   EXPECT_EQ(Pager(), "next_dis- back_reg+");
   EXPECT_EQ(form->LstSessionLogView.Count(), 20);
-  Click(form->lblNext);  // off: nothing happens
-  EXPECT_EQ(Range(), u"101 to 120 of 120");
   Click(form->lblBack);
   EXPECT_EQ(Range(), u"51 to 100 of 120");
 }
