@@ -22,7 +22,6 @@ inline constexpr wchar_t kMonitorClass[] = L"QvForm";
 inline constexpr wchar_t kMonitorTitle[] = L"Corvane for Windows Monitor";
 inline constexpr wchar_t kShowLine[] = L"ShowFromTaskBar called from the Monitor.";
 inline constexpr wchar_t kHideLine[] = L"HideFromTaskBar called from the Monitor.";
-inline constexpr wchar_t kPermissionLine[] = L"Write Permission check";
 
 class MonitorTest : public ::testing::Test {
  protected:
