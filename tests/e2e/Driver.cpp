@@ -100,7 +100,6 @@ WindowInfo Describe(HWND hwnd) {
   info.className = ClassOf(hwnd);
   info.text = TextOf(hwnd);
   info.visible = IsWindowVisible(hwnd) != FALSE;
-  info.enabled = IsWindowEnabled(hwnd) != FALSE;
   info.check = CheckOf(hwnd, info.className);
   GetWindowRect(hwnd, &info.rect);
   return info;
@@ -140,10 +139,6 @@ std::optional<WindowInfo> WaitForWindow(const WindowQuery& query, Ms timeout) {
   return found;
 }
 
-bool WaitForNoWindow(const WindowQuery& query, Ms timeout) {
-  return WaitUntil([&] { return FindTopLevel(query).empty(); }, timeout);
-}
-
 bool WaitForVisible(HWND hwnd, bool visible, Ms timeout) {
   return WaitUntil([&] { return IsWindow(hwnd) && (IsWindowVisible(hwnd) != FALSE) == visible; },
                    timeout);
@@ -152,8 +147,6 @@ bool WaitForVisible(HWND hwnd, bool visible, Ms timeout) {
 bool Post(HWND hwnd, UINT message, WPARAM wp, LPARAM lp) {
   return PostMessageW(hwnd, message, wp, lp) != FALSE;
 }
-
-bool PostCommand(HWND hwnd, WORD id) { return Post(hwnd, WM_COMMAND, MAKEWPARAM(id, 0), 0); }
 
 bool PostTrayMouse(HWND hwnd, UINT mouseMessage, UINT callback) {
   // The icon identifier goes in wParam; the monitor's icon is number 0.
@@ -165,7 +158,7 @@ std::optional<WindowInfo> WaitForPopupMenu(DWORD pid, Ms timeout) {
 }
 
 bool WaitForNoPopupMenu(DWORD pid, Ms timeout) {
-  return WaitForNoWindow(WindowQuery{L"", kMenuClass, pid, true}, timeout);
+  return WaitUntil([&] { return FindTopLevel({L"", kMenuClass, pid, true}).empty(); }, timeout);
 }
 
 std::wstring DesignName(HWND hwnd) {

@@ -24,7 +24,6 @@ struct WindowInfo {
   std::wstring className;
   std::wstring text;
   bool visible = false;
-  bool enabled = false;
   int check = -1;  // BST_* of a button, -1 for any other class
   RECT rect{};     // screen coordinates
 
@@ -58,11 +57,9 @@ int ProgressPosition(HWND bar);
 // Polls `done` until it answers true or `timeout` has passed; true when it did.
 bool WaitUntil(const std::function<bool()>& done, Ms timeout = kWait, Ms poll = Ms{50});
 std::optional<WindowInfo> WaitForWindow(const WindowQuery& query, Ms timeout = kWait);
-bool WaitForNoWindow(const WindowQuery& query, Ms timeout = kWait);
 bool WaitForVisible(HWND hwnd, bool visible, Ms timeout = kWait);
 
 bool Post(HWND hwnd, UINT message, WPARAM wp = 0, LPARAM lp = 0);
-bool PostCommand(HWND hwnd, WORD id);
 // What the shell posts for a mouse event on a notification-area icon.
 inline constexpr UINT kTrayCallback = 2025;
 bool PostTrayMouse(HWND hwnd, UINT mouseMessage, UINT callback = kTrayCallback);

@@ -21,24 +21,24 @@ inline std::wstring Record(const std::vector<std::wstring>& fields) {
   return line;
 }
 
+// A record as the schedule file holds it, of user jsmith: job `no` of set `name`, its next
+// run `next` and sort key `key`, frequency index `index` and days `days`.
+inline std::wstring Job(const std::wstring& no, const std::wstring& name, const std::wstring& next,
+                        const std::wstring& index, const std::wstring& key,
+                        const std::wstring& days,
+                        const std::wstring& created = L"01-01-2020 4:00:00") {
+  return Record({no,  name, next, created, L"My Corvane/", index, L"2",      L"0", L"",  L"",
+                 L"", L"",  L"0", L"1",    L"0",           key,   L"jsmith", L"1", L"0", days});
+}
+
 // Record 5: an immediate job ("Once", the immediate key).
-inline std::wstring ImmediateJob() {
-  // A record as the file holds it, field after field.
-  // clang-format off
-  return Record({L"5", L"Documents", L"11-15-2026 5:00:00", L"11-15-2026 4:00:00", L"My Corvane/",
-                 L"1", L"2", L"0", L"", L"", L"", L"", L"0", L"1", L"0", L"000000010000",
-                 L"jsmith", L"1", L"0", L""});
-  // clang-format on
+inline std::wstring ImmediateJob(const std::wstring& name = L"Documents") {
+  return Job(L"5", name, L"11-15-2026 5:00:00", L"1", L"000000010000", L"", L"11-15-2026 4:00:00");
 }
 
 // Record 7: a daily job whose time has long come.
 inline std::wstring DailyJob() {
-  // A record as the file holds it, field after field.
-  // clang-format off
-  return Record({L"7", L"Pictures", L"01-02-2020 6:30:00", L"01-01-2020 4:00:00", L"My Corvane/",
-                 L"3", L"2", L"0", L"", L"", L"", L"", L"0", L"1", L"0", L"202001020630",
-                 L"jsmith", L"1", L"0", L"1234567"});
-  // clang-format on
+  return Job(L"7", L"Pictures", L"01-02-2020 6:30:00", L"3", L"202001020630", L"1234567");
 }
 
 inline std::wstring After(const std::wstring& line, const std::wstring& prefix) {
@@ -146,8 +146,9 @@ class EngineMonitorTest : public MonitorTest {
   }
   // The monitor serves the class before its window's load starts the engine: its
   // registration names this folder's program, and the class object follows at once.
+  // pid_ and main_ name it from then on.
   void StartServingMonitor() {
-    ASSERT_TRUE(StartAndWait(L"Min"));
+    ASSERT_NE(OpenMonitor(L"Min"), nullptr);
     const std::wstring expected = L"\"" + Folder().Exe().wstring() + L"\"";
     ASSERT_TRUE(WaitUntil([&] {
       wchar_t value[1024] = {};

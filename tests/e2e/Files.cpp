@@ -84,11 +84,6 @@ std::optional<Lines> ReadTextFile(const std::filesystem::path& file) {
   return SplitLines(text);
 }
 
-bool StartsWithUtf16Bom(const std::filesystem::path& file) {
-  auto bytes = ReadBytes(file);
-  return bytes && bytes->size() >= 2 && (*bytes)[0] == '\xFF' && (*bytes)[1] == '\xFE';
-}
-
 std::wstring ReadIni(const std::filesystem::path& file, const std::wstring& section,
                      const std::wstring& key) {
   wchar_t buffer[1024] = {};

@@ -16,7 +16,6 @@ bool WriteAnsiFile(const std::filesystem::path& file, const Lines& lines);
 // Lines without their CR LF. A file without a byte-order mark is read as ANSI.
 // Nothing when the file cannot be read.
 std::optional<Lines> ReadTextFile(const std::filesystem::path& file);
-bool StartsWithUtf16Bom(const std::filesystem::path& file);
 
 // Through the system's own profile functions, as the monitor reads them.
 std::wstring ReadIni(const std::filesystem::path& file, const std::wstring& section,

@@ -5,8 +5,10 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include <cstddef>
 #include <cstdio>
 #include <cwchar>
+#include <functional>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -25,41 +27,7 @@ inline std::string FileBytes(const std::filesystem::path& path) {
 }
 // Record 9: a daily job whose next run is far away, so the engine leaves it alone.
 inline std::wstring LaterJob(const std::wstring& no = L"9", const std::wstring& name = L"Music") {
-  // A record as the file holds it, field after field.
-  // clang-format off
-  return Record({no, name, L"01-02-2099 6:30:00", L"01-01-2020 4:00:00", L"My Corvane/",
-                 L"3", L"2", L"0", L"", L"", L"", L"", L"0", L"1", L"0", L"209901020630",
-                 L"jsmith", L"1", L"0", L"1234567"});
-  // clang-format on
-}
-
-// The text of a cell of another process's list view (row and column from 0).
-inline std::wstring CellText(HWND list, int row, int column) {
-  DWORD pid = 0;
-  GetWindowThreadProcessId(list, &pid);
-  platform::win32::UniqueHandle process(
-      OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid));
-  const HANDLE p = process.Get();
-  if (p == nullptr) return L"<no process>";
-  constexpr int kChars = 512;
-  const size_t bytes = sizeof(LVITEMW) + kChars * sizeof(wchar_t);
-  auto* remote = static_cast<char*>(VirtualAllocEx(p, nullptr, bytes, MEM_COMMIT, PAGE_READWRITE));
-  std::wstring text = L"<no memory>";
-  if (remote != nullptr) {
-    LVITEMW item{};
-    item.iSubItem = column;
-    item.cchTextMax = kChars;
-    item.pszText = reinterpret_cast<wchar_t*>(remote + sizeof(LVITEMW));
-    WriteProcessMemory(p, remote, &item, sizeof(item), nullptr);
-    DWORD_PTR n = 0;
-    SendMessageTimeoutW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
-                        reinterpret_cast<LPARAM>(remote), SMTO_ABORTIFHUNG, 5000, &n);
-    wchar_t buffer[kChars] = {};
-    ReadProcessMemory(p, item.pszText, buffer, sizeof(buffer), nullptr);
-    text.assign(buffer, static_cast<size_t>(n));
-    VirtualFreeEx(p, remote, 0, MEM_RELEASE);
-  }
-  return text;
+  return Job(no, name, L"01-02-2099 6:30:00", L"3", L"209901020630", L"1234567");
 }
 
 inline int RowCount(HWND list) {
@@ -69,18 +37,22 @@ inline int RowCount(HWND list) {
 }
 
 // Sends `message` to a window of another process with `data` placed in that process's
-// memory, and reads `data` back from there afterwards.
+// memory, and reads `data` back from there afterwards; `place` may first point fields of
+// `data` into that copy, given its address there.
 template <typename T>
-inline bool SendRemote(HWND w, UINT message, WPARAM wp, T& data) {
+inline bool SendRemote(HWND w, UINT message, WPARAM wp, T& data,
+                       const std::function<void(T&, char*)>& place = nullptr) {
   DWORD pid = 0;
   GetWindowThreadProcessId(w, &pid);
   platform::win32::UniqueHandle process(
       OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, pid));
   const HANDLE p = process.Get();
   if (p == nullptr) return false;
-  void* remote = VirtualAllocEx(p, nullptr, sizeof(T), MEM_COMMIT, PAGE_READWRITE);
+  auto* remote =
+      static_cast<char*>(VirtualAllocEx(p, nullptr, sizeof(T), MEM_COMMIT, PAGE_READWRITE));
   bool ok = false;
   if (remote != nullptr) {
+    if (place) place(data, remote);
     DWORD_PTR r = 0;
     ok = WriteProcessMemory(p, remote, &data, sizeof(T), nullptr) &&
          SendMessageTimeoutW(w, message, wp, reinterpret_cast<LPARAM>(remote), SMTO_ABORTIFHUNG,
@@ -89,6 +61,22 @@ inline bool SendRemote(HWND w, UINT message, WPARAM wp, T& data) {
     VirtualFreeEx(p, remote, 0, MEM_RELEASE);
   }
   return ok;
+}
+
+// The text of a cell of another process's list view (row and column from 0).
+inline std::wstring CellText(HWND list, int row, int column) {
+  struct Cell {
+    LVITEMW item;
+    wchar_t text[512];
+  } cell{};
+  cell.item.iSubItem = column;
+  cell.item.cchTextMax = 512;
+  if (!SendRemote<Cell>(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), cell,
+                        [](Cell& c, char* at) {
+                          c.item.pszText = reinterpret_cast<wchar_t*>(at + offsetof(Cell, text));
+                        }))
+    return L"<no answer>";
+  return std::wstring(cell.text, wcsnlen(cell.text, 512));
 }
 
 // Selects row `row` (from 0) as a click would: the list tells the selection change.

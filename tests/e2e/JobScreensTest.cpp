@@ -29,15 +29,12 @@ TEST_F(JobScreensTest, TheJobListRunNowAndStopReachTheEngine) {
   Scenario({L"files = 100", L"steps = 4", L"step_ms = 1000"});
   ASSERT_NE(Open(), nullptr);
 
-  // Idle: the rows of the file, no status, nothing under the list.
+  // Idle: the rows of the file (how each cell is made is the screen's unit tests').
   HWND screen = OpenJobList();
   ASSERT_NE(screen, nullptr);
   HWND list = FindByName(screen, L"Sch_list_lv");
   ASSERT_TRUE(WaitUntil([&] { return RowCount(list) == 2; }));
-  EXPECT_EQ(CellText(list, 0, 0), L"Music");
-  EXPECT_EQ(CellText(list, 0, 1), L"1/2/2099");
-  EXPECT_EQ(CellText(list, 1, 6), L"4");
-  EXPECT_EQ(CellText(list, 0, 3) + CellText(list, 1, 3), L"");
+  EXPECT_EQ(CellText(list, 1, 0), L"Photos");
   Shot("job-list-idle");
   Close(screen);
 
@@ -49,9 +46,6 @@ TEST_F(JobScreensTest, TheJobListRunNowAndStopReachTheEngine) {
   list = FindByName(screen, L"Sch_list_lv");
   ASSERT_TRUE(
       WaitUntil([&] { return RowCount(list) == 3 && CellText(list, 2, 3) == L"In Progress"; }));
-  EXPECT_EQ(
-      Describe(FindByName(screen, L"lblMsgProgres")).text,
-      L"Scheduled backup (username : jsmith) for the Backup set : 'Pictures' is in progress.");
   Shot("job-list-in-progress");
 
   // Run now on another job: the immediate record, which the engine takes next.
@@ -86,12 +80,7 @@ TEST_F(JobScreensTest, TheJobListRunNowAndStopReachTheEngine) {
 
 // Record 3: a weekly job (Wednesdays at 6:15) whose next run is far away.
 std::wstring WeeklyJob() {
-  // A record as the file holds it, field after field.
-  // clang-format off
-  return Record({L"3", L"Documents", L"01-07-2099 6:15:00", L"01-01-2020 4:00:00", L"My Corvane/",
-                 L"4", L"2", L"0", L"", L"", L"", L"", L"0", L"1", L"0", L"209901070615",
-                 L"jsmith", L"1", L"0", L"4"});
-  // clang-format on
+  return Job(L"3", L"Documents", L"01-07-2099 6:15:00", L"4", L"209901070615", L"4");
 }
 
 void PostKey(HWND w, WORD vk) {
@@ -118,27 +107,16 @@ TEST_F(JobScreensTest, DoubleClickEditsAWeeklyJobIntoAnHourlyOne) {
 
   HWND editor = OpenEditorOn(list, 1);
   ASSERT_NE(editor, nullptr);
-  HWND rows = FindByName(editor, L"Sch_list_lv");
-  HWND hourly = FindByName(editor, L"optHourly");
   HWND picker = FindByName(editor, L"DTPicker");
-  ASSERT_TRUE(rows && hourly && picker);
-  // The editor stands on the job of the row: its Wednesday, its time.
-  EXPECT_NE(Describe(FindByName(editor, L"lblBkSetName")).text.find(L"Documents"),
-            std::wstring::npos);
-  EXPECT_EQ(Describe(FindByName(editor, L"chkBox(3)")).check, BST_CHECKED);
-  EXPECT_EQ(Describe(hourly).check, BST_UNCHECKED);
-  const int row = RowWith(rows, 6, L"3");
-  ASSERT_GE(row, 0);
-  EXPECT_EQ(CellText(rows, row, 8), L"Wednesday");
+  ASSERT_NE(picker, nullptr);
+  // The editor stands on the job of the row: its time (what else it shows is its unit
+  // tests').
   auto shown = PickerTime(picker);
   ASSERT_TRUE(shown.has_value());
   EXPECT_EQ(shown->wHour * 100 + shown->wMinute, 615);
   Shot("editor-weekly");
 
-  ASSERT_TRUE(ClickControl(hourly));
-  ASSERT_TRUE(WaitUntil([&] { return Describe(hourly).check == BST_CHECKED; }));
-  EXPECT_EQ(Describe(FindByName(editor, L"chkBox(3)")).check, BST_UNCHECKED);
-  EXPECT_TRUE(WaitUntil([&] { return CellText(rows, row, 8) == L"Hourly"; }));
+  ASSERT_NO_FATAL_FAILURE(MakeHourly(editor));
   // The new frequency brought a suggested start time: the arrow keys go from there.
   shown = PickerTime(picker);
   ASSERT_TRUE(shown.has_value());
@@ -168,28 +146,21 @@ TEST_F(JobScreensTest, DoubleClickEditsAWeeklyJobIntoAnHourlyOne) {
   ASSERT_TRUE(WaitUntil([&] { return !IsWindow(editor) || !IsWindowVisible(editor); }))
       << "the main button left the editor open";
 
-  // The file: the other jobs' lines as they were, in their place; the job as the
-  // hourly rule says: today at the new time (not passed yet), its key, index 0.
+  // The file: the other jobs' lines as they were, in their place; the job hourly at the
+  // time the picker took (the rest of the hourly rule is the editor's unit tests').
   const Lines file = ScheduleLines();
   ASSERT_EQ(file.size(), 4u);
   EXPECT_EQ(file[0], L"0");
   EXPECT_EQ(file[1], music);
   EXPECT_EQ(file[3], photos);
-  const auto before = Fields(weekly), after = Fields(file[2]);
+  const auto after = Fields(file[2]);
   ASSERT_EQ(after.size(), 20u) << Utf8(file[2]);
+  EXPECT_EQ(after[0], L"3");
   EXPECT_EQ(after[2], FileDate(at));
-  EXPECT_EQ(after[3].substr(0, 10), FileDate(now).substr(0, 10));  // CreatedOn: the save
-  EXPECT_EQ(after[5], L"0");
-  EXPECT_EQ(after[15], SortKey(at));
   EXPECT_EQ(after[19], L"Hourly");
-  for (size_t i : {0, 1, 4, 6, 7, 8, 9, 10, 11, 12, 13, 14, 16, 17, 18})
-    EXPECT_EQ(after[i], before[i]) << "field " << i;
 
   // Back on the list, which reads the file again.
   ASSERT_TRUE(WaitUntil([&] { return CellText(list, 1, 8) == L"Hourly"; }));
-  EXPECT_EQ(CellText(list, 1, 1), std::to_wstring(at.wMonth) + L"/" + std::to_wstring(at.wDay) +
-                                      L"/" + std::to_wstring(at.wYear));
-  EXPECT_EQ(CellText(list, 1, 2), L"");  // index 0 has no frequency name
   EXPECT_EQ(CellText(list, 1, 5), SortKey(at));
   Shot("list-after-save");
   Close(screen);
@@ -269,13 +240,9 @@ TEST_F(JobScreensTest, KilledAtEachStepOfTheEditorsSave) {
     const std::wstring pause =
         std::wstring(point.step) + L"|" + point.file + L"|" + marker.wstring();
     SetEnvironmentVariableW(L"QV_WRITE_PAUSE", pause.c_str());
-    Process* monitor = StartAndWait(L"Min");
+    HWND monitor = Open();
     SetEnvironmentVariableW(L"QV_WRITE_PAUSE", nullptr);
     ASSERT_NE(monitor, nullptr);
-    pid_ = monitor->Pid();
-    auto w = MainWindow(pid_);
-    ASSERT_TRUE(w.has_value());
-    main_ = w->hwnd;
 
     HWND screen = OpenJobList();
     ASSERT_NE(screen, nullptr);
@@ -287,7 +254,6 @@ TEST_F(JobScreensTest, KilledAtEachStepOfTheEditorsSave) {
     Press(editor, L"Sch_Start4_Next");
     ASSERT_TRUE(WaitUntil([&] { return std::filesystem::exists(marker); }, Ms{20000}))
         << "the save never reached the step";
-    Kill(monitor);
     TerminateProcessesUnder(Folder().Root());
     ++killed;
 
@@ -309,15 +275,13 @@ TEST_F(JobScreensTest, KilledAtEachStepOfTheEditorsSave) {
     // The next start clears up what the killed one left, and only that (its trace alone
     // tells when it has).
     std::filesystem::remove(Folder().Trace());
-    Process* next = StartAndWait(L"Min");
-    ASSERT_NE(next, nullptr);
+    ASSERT_NE(StartAndWait(L"Min"), nullptr);
     if (!point.replaced) {
       EXPECT_TRUE(
           WaitForTraceLine(Folder(), L"Removed 1 unfinished write(s) left by an earlier run."));
     }
     EXPECT_EQ(Temporaries(Folder().Common()), 0);
     EXPECT_EQ(FileBytes(schedule), got);
-    Kill(next);
     TerminateProcessesUnder(Folder().Root());
   }
   std::printf("killed at %d steps of the editor's save\n", killed);

@@ -147,6 +147,10 @@ HWND MonitorTest::WaitForScreen(const std::wstring& name, Ms timeout) {
   return WaitForOther(pid_, main_, timeout, [&](HWND w) { return FindByName(w, name) != nullptr; });
 }
 
+HWND MonitorTest::WaitForDesign(const std::wstring& name, Ms timeout) {
+  return WaitForOther(pid_, main_, timeout, [&](HWND w) { return DesignName(w) == name; });
+}
+
 HWND MonitorTest::WaitForBox(const std::wstring& text, Ms timeout) {
   return WaitForOther(pid_, main_, timeout, [&](HWND w) {
     for (const WindowInfo& c : ListChildren(w))

@@ -22,7 +22,6 @@ inline constexpr wchar_t kMonitorClass[] = L"QvForm";
 inline constexpr wchar_t kMonitorTitle[] = L"Corvane for Windows Monitor";
 inline constexpr wchar_t kShowLine[] = L"ShowFromTaskBar called from the Monitor.";
 inline constexpr wchar_t kHideLine[] = L"HideFromTaskBar called from the Monitor.";
-inline constexpr wchar_t kPermissionLine[] = L"Write Permission check";
 
 class MonitorTest : public ::testing::Test {
  protected:
@@ -64,6 +63,8 @@ class MonitorTest : public ::testing::Test {
   // A top-level window of the monitor, other than its main window, once one holds the
   // control `name` (a screen) or shows a text starting with `text` (a message box).
   HWND WaitForScreen(const std::wstring& name, Ms timeout = kWait);
+  // A top-level window of the monitor by its own design name (a form, "MesgBox").
+  HWND WaitForDesign(const std::wstring& name, Ms timeout = kWait);
   HWND WaitForBox(const std::wstring& text, Ms timeout = kWait);
   // Clicks the box's control (or its button `index`: 0 is Yes or OK) and waits for it to go.
   void Answer(HWND box, const std::wstring& control);

@@ -29,14 +29,23 @@ std::optional<Process> Process::Start(const std::filesystem::path& exe,
   std::wstring commandLine = L"\"" + exe.wstring() + L"\"";
   if (!arguments.empty()) commandLine += L" " + arguments;
 
+  // Standard handles on the NUL device: a child that inherited the test's output would
+  // keep ctest waiting for the end of that output as long as it (or a program it started,
+  // like the engine) runs.
+  SECURITY_ATTRIBUTES sa{sizeof(sa), nullptr, TRUE};
+  const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE;
+  platform::win32::UniqueHandle nulIn(
+      CreateFileW(L"NUL", GENERIC_READ, share, &sa, OPEN_EXISTING, 0, nullptr));
+  platform::win32::UniqueHandle nulOut(
+      CreateFileW(L"NUL", GENERIC_WRITE, share, &sa, OPEN_EXISTING, 0, nullptr));
   STARTUPINFOW si{};
   si.cb = sizeof(si);
-  NulHandles nul;
-  nul.Apply(si);
+  si.dwFlags = STARTF_USESTDHANDLES;
+  si.hStdInput = nulIn.Get();
+  si.hStdOutput = si.hStdError = nulOut.Get();
   platform::win32::UniqueHandle writeEnd;
   Process p;
   if (captureOutput) {
-    SECURITY_ATTRIBUTES sa{sizeof(sa), nullptr, TRUE};
     if (!CreatePipe(p.outputRead_.Out(), writeEnd.Out(), &sa, 0)) return std::nullopt;
     SetHandleInformation(p.outputRead_.Get(), HANDLE_FLAG_INHERIT, 0);
     si.hStdOutput = writeEnd.Get();
@@ -122,25 +131,6 @@ int TerminateProcessesUnder(const std::wstring& exeName, const std::filesystem::
     }
   }
   return ended;
-}
-
-}  // namespace e2e
-
-namespace e2e {
-
-NulHandles::NulHandles() {
-  SECURITY_ATTRIBUTES sa{sizeof(sa), nullptr, TRUE};
-  in_.Reset(CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, &sa,
-                        OPEN_EXISTING, 0, nullptr));
-  out_.Reset(CreateFileW(L"NUL", GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &sa,
-                         OPEN_EXISTING, 0, nullptr));
-}
-
-void NulHandles::Apply(STARTUPINFOW& si) const {
-  si.dwFlags |= STARTF_USESTDHANDLES;
-  si.hStdInput = in_.Get();
-  si.hStdOutput = out_.Get();
-  si.hStdError = out_.Get();
 }
 
 }  // namespace e2e

@@ -56,19 +56,4 @@ int TerminateProcessesUnder(const std::filesystem::path& folder);
 // The same for the processes named `exeName` only.
 int TerminateProcessesUnder(const std::wstring& exeName, const std::filesystem::path& folder);
 
-// Standard handles on the NUL device for a child: a child that inherited the test's
-// output would keep ctest waiting for the end of that output as long as it (or a
-// program it started, like the engine) runs.
-class NulHandles {
- public:
-  NulHandles();
-  // Sets STARTF_USESTDHANDLES and all three handles; the child must inherit handles.
-  void Apply(STARTUPINFOW& si) const;
-  HANDLE In() const { return in_.Get(); }
-
- private:
-  platform::win32::UniqueHandle in_;
-  platform::win32::UniqueHandle out_;
-};
-
 }  // namespace e2e

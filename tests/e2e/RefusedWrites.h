@@ -117,11 +117,7 @@ class RefusedWritesTest : public JobScreensTest {
     Shot(what);
   }
   HWND StillThere(HWND screen) { return IsWindow(screen) && IsWindowVisible(screen) ? screen : 0; }
-  int Check(HWND box) {
-    DWORD_PTR state = 0;
-    SendMessageTimeoutW(box, BM_GETCHECK, 0, 0, SMTO_ABORTIFHUNG, 5000, &state);
-    return static_cast<int>(state);
-  }
+  static int Check(HWND box) { return Describe(box).check; }
   // The knob of the bandwidth slider dragged `dx` pixels (to the left when negative).
   void DragKnob(HWND knob, int dx) {
     Post(knob, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(4, 4));
@@ -157,11 +153,7 @@ class RefusedWritesTest : public JobScreensTest {
     SendMessageTimeoutW(edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()),
                         SMTO_ABORTIFHUNG, 5000, nullptr);
   }
-  int LeftOf(HWND w) {
-    RECT r{};
-    GetWindowRect(w, &r);
-    return r.left;
-  }
+  static int LeftOf(HWND w) { return Describe(w).rect.left; }
   std::filesystem::path Store() { return Folder().Common() / L"goodone" / L"goodone.txt"; }
 
   // What every check compares with.
@@ -198,12 +190,7 @@ class RefusedWritesTest : public JobScreensTest {
   // job list open on the rows of the mounted data.
   void StartOnTheMount() {
     ASSERT_TRUE(AskScript(L"disk"));
-    Process* monitor = StartAndWait(L"");
-    ASSERT_NE(monitor, nullptr);
-    pid_ = monitor->Pid();
-    auto mainWindow = MainWindow(pid_);
-    ASSERT_TRUE(mainWindow.has_value());
-    main_ = mainWindow->hwnd;
+    ASSERT_NE(OpenMonitor(L""), nullptr);
     screen_ = OpenJobList();
     ASSERT_NE(screen_, nullptr);
     list_ = FindByName(screen_, L"Sch_list_lv");

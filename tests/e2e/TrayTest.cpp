@@ -1,5 +1,7 @@
 // The monitor as the user meets it after start-up: closing the window hides it, the
-// notification-area icon brings it back, and only the tray menu's Shutdown ends it.
+// notification-area icon brings it back (restored: the host sees the window minimised),
+// and only the tray menu's Shutdown ends it, storing the place of a visible window (which
+// place is stored when is the tray menu's unit tests').
 #include <gtest/gtest.h>
 
 #include <string>
@@ -28,28 +30,6 @@ class TrayTest : public MonitorTest {
     EXPECT_EQ(*code, 0u);
   }
 };
-
-TEST_F(TrayTest, CloseHidesTheWindowStoresItsPlaceAndTheTrayBringsItBack) {
-  Process* p = StartAndWait(L"");
-  ASSERT_NE(p, nullptr);
-  auto w = MainWindow(p->Pid());
-  ASSERT_TRUE(w && w->visible);
-
-  ASSERT_TRUE(Post(w->hwnd, WM_CLOSE));
-  ASSERT_TRUE(WaitForVisible(w->hwnd, false)) << "WM_CLOSE did not hide the window";
-  // The close is cancelled: give a wrongly ending process the time to end.
-  EXPECT_FALSE(p->WaitExit(Ms{1500}).has_value()) << "closing the window ended the monitor";
-  EXPECT_TRUE(IsWindow(w->hwnd));
-  EXPECT_EQ(Stored(L"MonLeft"), Twips(w->rect.left));
-  EXPECT_EQ(Stored(L"MonTop"), Twips(w->rect.top));
-  EXPECT_EQ(Stored(L"MonWidth"), Twips(w->Width()));
-  EXPECT_EQ(Stored(L"MonHeight"), Twips(w->Height()));
-  Shot("closed");
-
-  ASSERT_TRUE(PostTrayMouse(w->hwnd, WM_LBUTTONDBLCLK));
-  EXPECT_TRUE(WaitForVisible(w->hwnd, true)) << "a double click on the icon did not show it";
-  Shot("shown-again");
-}
 
 // What the user sees after a double click on the icon: the window itself, not
 // minimised, and the one in front with the keyboard.
@@ -161,36 +141,6 @@ TEST_F(TrayTest, ShutdownFromTheTrayMenuEndsTheProgramAndStoresTheVisiblePlace) 
   auto w2 = MainWindow(again->Pid());
   ASSERT_TRUE(w2);
   EXPECT_TRUE(EqualRect(&w2->rect, &moved.rect));
-}
-
-// Neither a hidden nor a minimised window stores its place at Shutdown: 9007 twips are
-// not a whole number of pixels, so a store would have written 9000.
-TEST_F(TrayTest, ShutdownWhileHiddenOrMinimisedLeavesTheStoredGeometryAsItWas) {
-  for (const bool minimised : {false, true}) {
-    SCOPED_TRACE(minimised ? "minimised" : "hidden");
-    ASSERT_TRUE(WriteUtf16File(
-        Folder().CommonFile(L"qvwin.ini"),
-        {L"[LDPI]", L"MonWidth=9007", L"MonHeight=6007", L"MonTop=1507", L"MonLeft=3007"}));
-    Process* p = StartAndWait(minimised ? L"" : L"Min");
-    ASSERT_NE(p, nullptr);
-    auto w = MainWindow(p->Pid());
-    ASSERT_TRUE(w);
-    ASSERT_EQ(w->visible, minimised);
-    if (minimised) {
-      // Moved first, so that a store would write a place of its own.
-      ASSERT_TRUE(SetWindowPos(w->hwnd, nullptr, 240, 120, 0, 0,
-                               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE));
-      ASSERT_TRUE(WaitUntil([&] { return Describe(w->hwnd).rect.left == 240; }));
-      ShowWindowAsync(w->hwnd, SW_MINIMIZE);
-      ASSERT_TRUE(WaitUntil([&] { return IsIconic(w->hwnd) != FALSE; }));
-      Sleep(300);
-    }
-    ShutdownFromTray(p, w->hwnd);
-    EXPECT_EQ(Stored(L"MonWidth"), L"9007");
-    EXPECT_EQ(Stored(L"MonTop"), L"1507");
-    EXPECT_EQ(Stored(L"MonLeft"), L"3007");
-    std::filesystem::remove(Folder().Trace());
-  }
 }
 
 }  // namespace

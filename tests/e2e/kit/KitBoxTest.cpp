@@ -41,10 +41,6 @@ class KitBoxTest : public ::testing::Test {
     e2e::Post(box, WM_SYSKEYDOWN, upper, 0x20000001);
     e2e::Post(box, WM_SYSKEYUP, upper, static_cast<LPARAM>(0xE0000001u));
   }
-  static void Enter(HWND box) {
-    e2e::Post(box, WM_KEYDOWN, VK_RETURN, 0x001C0001);
-    e2e::Post(box, WM_KEYUP, VK_RETURN, static_cast<LPARAM>(0xC01C0001u));
-  }
 };
 
 TEST_F(KitBoxTest, WhatTheBoxShowsCanBeReadFromOutside) {
@@ -54,18 +50,14 @@ TEST_F(KitBoxTest, WhatTheBoxShowsCanBeReadFromOutside) {
   ASSERT_NE(box, nullptr) << "no message box came up";
   EXPECT_EQ(DesignName(box), L"MesgBox");
 
+  // Which buttons and which icon the set and the kind bring; their captions are data.
   HWND yes = FindByName(box, L"cmdButton(0)");
-  HWND no = FindByName(box, L"cmdButton(1)");
   HWND retry = FindByName(box, L"cmdButton(2)");
-  HWND label = FindByName(box, L"lblSmallText");
-  ASSERT_TRUE(yes && no && retry && label);
-  EXPECT_EQ(e2e::Describe(yes).text, L"&Yes");
-  EXPECT_EQ(e2e::Describe(yes).className, L"Button");
+  ASSERT_TRUE(yes && retry);
   EXPECT_TRUE(e2e::Describe(yes).visible);
-  EXPECT_EQ(e2e::Describe(FindByName(box, L"lbl_cmdButton(1)")).text, L"&No");
   EXPECT_FALSE(e2e::Describe(retry).visible) << "a Yes/No box shows a third button";
-  EXPECT_EQ(e2e::Describe(label).text, L"Do you want to stop the backup/restore operation?");
-  EXPECT_EQ(e2e::Describe(FindByName(box, L"AppCaption")).text, kTitle);
+  EXPECT_EQ(e2e::Describe(FindByName(box, L"lblSmallText")).text,
+            L"Do you want to stop the backup/restore operation?");
   EXPECT_TRUE(e2e::Describe(FindByName(box, L"picIcon(1)")).visible);
   EXPECT_FALSE(e2e::Describe(FindByName(box, L"picIcon(0)")).visible);
   // The frame is stripped and the outline rounded.
@@ -94,33 +86,6 @@ TEST_F(KitBoxTest, WhatTheBoxShowsCanBeReadFromOutside) {
   auto code = p->WaitExit();
   ASSERT_TRUE(code) << "Alt+N did not close the box";
   EXPECT_EQ(*code, 7u);
-}
-
-// The real keys reach the box: Alt and a letter above, Enter here. Which letter and
-// which default each set has is the box's unit tests'.
-TEST_F(KitBoxTest, EnterMeansTheDefaultLetter) {
-  auto p = Start(L"1 1 \"Question\"");  // OK and Cancel: Cancel is the default
-  ASSERT_TRUE(p);
-  HWND box = WaitForBox(*p);
-  ASSERT_NE(box, nullptr);
-  Enter(box);
-  auto code = p->WaitExit();
-  ASSERT_TRUE(code) << "Enter did not close the box";
-  EXPECT_EQ(*code, 2u);
-}
-
-TEST_F(KitBoxTest, TheClosePictureGivesThree) {
-  auto p = Start(L"2 3 \"Are you sure you want to stop the QVWin service?\"");
-  ASSERT_TRUE(p);
-  HWND box = WaitForBox(*p);
-  ASSERT_NE(box, nullptr);
-  HWND close = FindByName(box, L"MsgClose");
-  ASSERT_NE(close, nullptr);
-  e2e::Post(close, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
-  e2e::Post(close, WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
-  auto code = p->WaitExit();
-  ASSERT_TRUE(code) << "the close picture did not close the box";
-  EXPECT_EQ(*code, 3u);
 }
 
 // ---- Scaling above 96 dots per inch ------------------------------------------------------

@@ -1,5 +1,6 @@
-// The screen gallery: every element of the screen kit on the Windows host, each
-// saved as a picture under build/screenshots/kit/ for people to look at. The checks
+// The screen gallery: the kit's own elements on the Windows host, each saved as a
+// picture under build/screenshots/kit/ for people to look at (the platform's controls
+// are pictured on the monitor's screens). The checks
 // here are that each element came up and, for the skinned button, that each state
 // shows its own face.
 #include <gtest/gtest.h>
@@ -7,40 +8,17 @@
 #include <cstdlib>
 
 #include "KitSupport.h"
-#include "reference/bkupjobnotify.h"
 #include "SampleForms.h"
-#include "Screenshot.h"
-#include "kit/HostedUi.h"
 #include "kit/MesgBox.h"
-#include "platform/win32/Win32SystemInfo.h"
-#include "platform/win32/Win32UiHost.h"
 
 namespace kit_e2e {
 namespace {
 
-class KitGallery : public ::testing::Test {
+class KitGallery : public KitScreenTest {
  protected:
-  static void SetUpTestSuite() { UseKitScreenshotFolder(); }
-
-  platform::Win32UiHost host{ImageFolder()};
-  platform::Win32SystemInfo system;
-  kit::HostedUi ui{host};
-
-  bool Shot(const std::string& name) {
-    Pump(host, Ms{400});
-    auto saved = e2e::Screenshot(name);
-    if (!saved && e2e::RunningUnderWine()) ADD_FAILURE() << "no screenshot " << name;
-    return saved.has_value();
-  }
-
   // The pointer out of the way, so that no button shows its hover face by chance.
   void PointerAside() {
-    INPUT in{};
-    in.type = INPUT_MOUSE;
-    in.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
-    in.mi.dx = 300;
-    in.mi.dy = 300;
-    SendInput(1, &in, sizeof(in));
+    MovePointerTo(POINT{5, 5});
     Pump(host, Ms{100});
   }
 
@@ -58,8 +36,6 @@ class KitGallery : public ::testing::Test {
     EXPECT_TRUE(up) << name;
     return result;
   }
-
-  HWND Hwnd(const kit::Control& c) { return host.WindowHandle(ui.Forms().HandleOf(c)); }
 };
 
 TEST_F(KitGallery, MessageBoxInEveryButtonSetAndIcon) {
@@ -87,27 +63,6 @@ TEST_F(KitGallery, MessageBoxInEveryButtonSetAndIcon) {
           kit::kIconWarning, 9);
 }
 
-TEST_F(KitGallery, RoundedStrippedFormInTheCornerWithItsBalloonTip) {
-  PointerAside();
-  reference::bkupjobnotify form(ui, system);
-  form.lblaccntname.SetCaption(u"jsmith");
-  form.bkupjobname.SetCaption(u"My Documents && Photos");
-  form.schjobststus.SetCaption(u"Your backup/restore job(s) will start in next 5 hour(s)");
-  form.lblUserQuota.SetCaption(u"1.25 GB Out of 5.00 GB");
-  form.QVDiskPBar.SetValue(25);
-  Attached attached{ui, form};
-  ui.Show(form);
-  HWND window = host.WindowHandle(ui.Forms().WindowOf(form));
-  ASSERT_TRUE(PumpUntil(host, [&] { return window != nullptr && IsWindowVisible(window); }));
-  Shot("notify-corner");
-
-  Click(Hwnd(form.cancel), true);
-  EXPECT_TRUE(PumpUntil(host, [&] { return ui.Tips().Balloon() != nullptr; }));
-  Shot("notify-balloon-tip");
-  MovePointerTo(Hwnd(form.viewbkuplog.Lbl()));
-  Shot("notify-hover");
-}
-
 // Each state shows its own face of the skin: the normal face light enough for a dark
 // label, the hover face dark enough for a white one, and the pressed and disabled
 // faces unlike both. Each is read on the screen beside the label, at mid height.
@@ -115,9 +70,7 @@ TEST_F(KitGallery, SkinnedButtonInEachState) {
   PointerAside();
   frmSkins form;
   Attached attached{ui, form};
-  ui.Show(form);
-  HWND window = host.WindowHandle(ui.Forms().WindowOf(form));
-  ASSERT_TRUE(PumpUntil(host, [&] { return window != nullptr && IsWindowVisible(window); }));
+  ASSERT_TRUE(ShowAndWait(form));
   auto face = [&](const kit::PictureButton& b) {
     RECT r{};
     GetWindowRect(Hwnd(b), &r);
@@ -141,45 +94,6 @@ TEST_F(KitGallery, SkinnedButtonInEachState) {
   EXPECT_NE(disabled, normal);
   EXPECT_NE(disabled, hover);
   EXPECT_NE(face(form.pressed), pressed) << "released, the pressed face goes";
-}
-
-TEST_F(KitGallery, ThePlatformsControlsShowTheModelAndReportTheUser) {
-  PointerAside();
-  frmControls form;
-  Attached attached{ui, form};
-  ui.Show(form);
-  HWND window = host.WindowHandle(ui.Forms().WindowOf(form));
-  ASSERT_TRUE(PumpUntil(host, [&] { return window != nullptr && IsWindowVisible(window); }));
-  HWND list = Hwnd(form.lvJobs);
-  EXPECT_EQ(ListView_GetItemCount(list), 3);
-  EXPECT_TRUE(ListView_GetCheckState(list, 1));
-  EXPECT_FALSE(ListView_GetCheckState(list, 0));
-  EXPECT_EQ(ListView_GetNextItem(list, -1, LVNI_SELECTED), 0);
-  SYSTEMTIME st{};
-  EXPECT_EQ(SendMessageW(Hwnd(form.DTPicker), DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&st)),
-            GDT_VALID);
-  EXPECT_EQ(st.wDay, 24);
-  EXPECT_EQ(SendMessageW(Hwnd(form.optWeekly), BM_GETCHECK, 0, 0), BST_CHECKED);
-  EXPECT_EQ(SendMessageW(Hwnd(form.pbDone), PBM_GETPOS, 0, 0), 60);
-  Shot("platform-controls");
-
-  // The user picks the third row with the real pointer: the model hears of it.
-  RECT row{};
-  ListView_GetItemRect(list, 2, &row, LVIR_LABEL);
-  MapWindowPoints(list, nullptr, reinterpret_cast<POINT*>(&row), 2);
-  SetCursorPos((row.left + row.right) / 2, (row.top + row.bottom) / 2);
-  INPUT click[2] = {};
-  click[0].type = click[1].type = INPUT_MOUSE;
-  click[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
-  click[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
-  SendInput(2, click, sizeof(INPUT));
-  EXPECT_TRUE(PumpUntil(host, [&] { return form.clickedRow == 3; })) << form.clickedRow;
-  EXPECT_EQ(form.lvJobs.SelectedIndex(), 3);
-  // A program change of the rows shows at once.
-  form.lvJobs.Item(1).SetSubItem(2, u"Stopping");
-  wchar_t cell[64] = {};
-  ListView_GetItemText(list, 0, 2, cell, 64);
-  EXPECT_STREQ(cell, L"Stopping");
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 // Screens on the Windows host driven by the real pointer and keyboard (SendInput):
-// balloon tips on a right click, hover skins, dragging by the caption strip, a
-// modal box answered from the keyboard while a timer keeps ticking.
+// balloon tips on a right click and hover skins (pictured under build/screenshots/kit/), dragging
+// by the caption strip, a modal box answered from the keyboard while a timer keeps ticking.
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -8,23 +8,14 @@
 
 #include "KitSupport.h"
 #include "reference/bkupjobnotify.h"
-#include "SampleForms.h"
-#include "kit/HostedUi.h"
 #include "kit/MesgBox.h"
-#include "platform/win32/Win32SystemInfo.h"
-#include "platform/win32/Win32UiHost.h"
+#include "kit/WindowLook.h"
 
 namespace kit_e2e {
 namespace {
 
-class KitInputTest : public ::testing::Test {
+class KitInputTest : public KitScreenTest {
  protected:
-  platform::Win32UiHost host{ImageFolder()};
-  platform::Win32SystemInfo system;
-  kit::HostedUi ui{host};
-
-  HWND Hwnd(const kit::Control& c) { return host.WindowHandle(ui.Forms().HandleOf(c)); }
-
   static HWND VisibleBalloon() {
     for (HWND tip : ThreadWindows(L"tooltips_class32")) {
       if (IsWindowVisible(tip) && (GetWindowLongW(tip, GWL_STYLE) & TTS_BALLOON) != 0) return tip;
@@ -44,8 +35,8 @@ class KitInputTest : public ::testing::Test {
   }
 
   bool ShownAndPainted(kit::Form& form) {
-    HWND w = host.WindowHandle(ui.Forms().WindowOf(form));
-    bool ok = PumpUntil(host, [&] { return w != nullptr && IsWindowVisible(w); });
+    const bool ok = ShowAndWait(form);
+    HWND w = Window(form);
     // The clicks are real input at screen points: nothing else may stand over the form
     // (a window some other program of the run left showing for a moment).
     if (ok) {
@@ -60,7 +51,6 @@ class KitInputTest : public ::testing::Test {
 TEST_F(KitInputTest, ARightClickShowsTheBalloonTipAndALeftClickRemovesIt) {
   reference::bkupjobnotify form(ui, system);
   Attached attached{ui, form};
-  ui.Show(form);
   ASSERT_TRUE(ShownAndPainted(form));
   ASSERT_EQ(VisibleBalloon(), nullptr);
 
@@ -78,40 +68,32 @@ TEST_F(KitInputTest, ARightClickShowsTheBalloonTipAndALeftClickRemovesIt) {
   RECT tipRect;
   RECT formRect;
   GetWindowRect(tip, &tipRect);
-  GetWindowRect(host.WindowHandle(ui.Forms().WindowOf(form)), &formRect);
+  GetWindowRect(Window(form), &formRect);
   RECT overlap;
   EXPECT_FALSE(IntersectRect(&overlap, &tipRect, &formRect))
       << "tip " << tipRect.left << "," << tipRect.top << " form " << formRect.left << ","
       << formRect.top;
 
-  // A left click anywhere on a skinned button removes it, and is a click as well.
+  EXPECT_EQ(form.cancel.SkinState(), kit::kSkinHover) << "the pointer on it gives the hover skin";
+  Shot("notify-balloon-tip");
+
+  // A left click anywhere on a skinned button removes it, and is a click as well; the
+  // pointer took the hover skin along.
   Click(Hwnd(form.viewbkuplog.Lbl()));
   EXPECT_TRUE(PumpUntil(host, [&] { return VisibleBalloon() == nullptr; }))
       << "a left click left the balloon up";
   EXPECT_EQ(form.viewLogRequests, 1);
   EXPECT_EQ(ui.Tips().Balloon(), nullptr);
-}
-
-TEST_F(KitInputTest, ThePointerOverAButtonLabelGivesItTheHoverSkin) {
-  reference::bkupjobnotify form(ui, system);
-  Attached attached{ui, form};
-  ui.Show(form);
-  ASSERT_TRUE(ShownAndPainted(form));
-  MovePointerTo(Hwnd(form.cancel.Lbl()));
-  EXPECT_TRUE(PumpUntil(host, [&] { return form.cancel.SkinState() == kit::kSkinHover; }));
-  EXPECT_EQ(form.cancel.PictureKey(), u"button_ovr");
-  EXPECT_EQ(form.cancel.Lbl().ForeColor(), kit::kWhite);
-  MovePointerTo(Hwnd(form.viewbkuplog.Lbl()));
   EXPECT_TRUE(PumpUntil(host, [&] { return form.viewbkuplog.SkinState() == kit::kSkinHover; }));
   EXPECT_EQ(form.cancel.SkinState(), kit::kSkinNormal);
+  Shot("notify-hover");
 }
 
 TEST_F(KitInputTest, DraggingTheCaptionStripMovesTheWindowAndTheForm) {
   reference::bkupjobnotify form(ui, system);
   Attached attached{ui, form};
-  ui.Show(form);
   ASSERT_TRUE(ShownAndPainted(form));
-  HWND window = host.WindowHandle(ui.Forms().WindowOf(form));
+  HWND window = Window(form);
   RECT before;
   GetWindowRect(window, &before);
   const double leftBefore = form.Left();
@@ -123,29 +105,15 @@ TEST_F(KitInputTest, DraggingTheCaptionStripMovesTheWindowAndTheForm) {
   const POINT from{strip.left + 40, (strip.top + strip.bottom) / 2};
   std::atomic<bool> done{false};
   std::thread hand([&] {
-    auto move = [](int x, int y) {
-      INPUT in{};
-      in.type = INPUT_MOUSE;
-      in.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
-      in.mi.dx = static_cast<LONG>(x * 65535LL / (GetSystemMetrics(SM_CXSCREEN) - 1));
-      in.mi.dy = static_cast<LONG>(y * 65535LL / (GetSystemMetrics(SM_CYSCREEN) - 1));
-      SendInput(1, &in, sizeof(in));
-    };
-    auto button = [](DWORD flag) {
-      INPUT in{};
-      in.type = INPUT_MOUSE;
-      in.mi.dwFlags = flag;
-      SendInput(1, &in, sizeof(in));
-    };
-    move(from.x, from.y);
+    MovePointerTo(from);
     std::this_thread::sleep_for(Ms{200});
-    button(MOUSEEVENTF_LEFTDOWN);
+    PressAt(from);
     for (int i = 1; i <= 10; ++i) {
       std::this_thread::sleep_for(Ms{40});
-      move(from.x - 12 * i, from.y - 8 * i);
+      MovePointerTo(POINT{from.x - 12 * i, from.y - 8 * i});
     }
     std::this_thread::sleep_for(Ms{200});
-    button(MOUSEEVENTF_LEFTUP);
+    Release();
     done = true;
   });
   PumpUntil(

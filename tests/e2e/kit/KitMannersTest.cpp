@@ -1,7 +1,8 @@
-// The kit's manners on real windows, in this process: what a screen reader gets
-// (names and roles through the platform's accessibility calls), the real keyboard,
-// high contrast and the taskbar's theme switched while the program runs, and a form
-// told that its screen's scale changed. Pictures go to build/screenshots/kit/.
+// The kit's manners on real windows, in this process: what a screen reader gets (names
+// and roles through the platform's accessibility calls), high contrast and the taskbar's
+// theme switched while the program runs, and a form told that its screen's scale
+// changed. Pictures go to build/screenshots/kit/. (The real keyboard is driven through
+// the monitor's window and box by its manners test, and into a modal box by KitInputTest.)
 #include <gtest/gtest.h>
 
 #include <oleacc.h>
@@ -10,50 +11,22 @@
 
 #include "Desktop.h"
 #include "KitSupport.h"
-#include "Screenshot.h"
-#include "kit/HostedUi.h"
-#include "platform/win32/Win32SystemInfo.h"
-#include "platform/win32/Win32UiHost.h"
 #include "platform/win32/Win32UiProbe.h"
 #include "reference/bkupjobnotify.h"
 
 namespace kit_e2e {
 namespace {
 
-class KitMannersTest : public ::testing::Test {
+class KitMannersTest : public KitScreenTest {
  protected:
-  static void SetUpTestSuite() { UseKitScreenshotFolder(); }
   void SetUp() override { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
   void TearDown() override { CoUninitialize(); }
-
-  HWND Hwnd(const kit::Control& c) { return host.WindowHandle(ui.Forms().HandleOf(c)); }
-  HWND Window(const kit::Form& f) { return host.WindowHandle(ui.Forms().WindowOf(f)); }
-
-  // The notice up, in front and with the keyboard (it comes up without it).
-  bool ShowActive(kit::Form& form) {
-    ui.Show(form);
-    HWND w = Window(form);
-    if (!PumpUntil(host, [&] { return w != nullptr && IsWindowVisible(w); })) return false;
-    SetForegroundWindow(w);
-    return PumpUntil(host, [&] { return GetForegroundWindow() == w; });
-  }
-
-  void Shot(const std::string& name) {
-    Pump(host, Ms{400});
-    if (!e2e::Screenshot(name) && e2e::RunningUnderWine())
-      ADD_FAILURE() << "no screenshot " << name;
-  }
-
-  platform::Win32UiHost host{ImageFolder()};
-  platform::Win32SystemInfo system;
-  kit::HostedUi ui{host};
 };
 
 TEST_F(KitMannersTest, AScreenReaderHearsEachControlsNameAndRole) {
   reference::bkupjobnotify form(ui, system);
   Attached attached{ui, form};
-  ui.Show(form);
-  ASSERT_TRUE(PumpUntil(host, [&] { return IsWindowVisible(Window(form)) != FALSE; }));
+  ASSERT_TRUE(ShowAndWait(form));
   platform::win32::UiProbe probe(host);
 
   struct Expect {
@@ -62,15 +35,13 @@ TEST_F(KitMannersTest, AScreenReaderHearsEachControlsNameAndRole) {
     const wchar_t* name;
     bool focusable;
   };
+  // The kinds the monitor's own test does not meet across processes: a picture that acts
+  // named by its tip, a label that takes no focus, a picture that only shows.
   const Expect expected[] = {
-      {form.viewbkuplog, ROLE_SYSTEM_PUSHBUTTON, L"View Log", true},
-      {form.cancel, ROLE_SYSTEM_PUSHBUTTON, L"Close", true},
       {form.Picture1, ROLE_SYSTEM_PUSHBUTTON, L"Help", true},
-      {form.Picture2, ROLE_SYSTEM_PUSHBUTTON, L"Close", true},
       {form.Label2, ROLE_SYSTEM_STATICTEXT, L"View the logs of the backup/restore scheduled jobs",
        false},
       {form.PicSuccessJob, ROLE_SYSTEM_GRAPHIC, L"The job succeeded", false},
-      {form.QVDiskPBar, ROLE_SYSTEM_PROGRESSBAR, L"", false},
   };
   for (const Expect& e : expected) {
     SCOPED_TRACE(base::ToUtf8(e.control.Name()));
@@ -80,38 +51,13 @@ TEST_F(KitMannersTest, AScreenReaderHearsEachControlsNameAndRole) {
     EXPECT_EQ(W(s.name), e.name);
     EXPECT_EQ(s.focusable, e.focusable);
   }
-  // What the platform's own proxies read from: a picture that acts is a button window.
-  wchar_t cls[32] = {};
-  GetClassNameW(Hwnd(form.Picture1), cls, 32);
-  EXPECT_STREQ(cls, L"Button");
-  EXPECT_EQ(GetWindowLongW(Hwnd(form.Picture1), GWL_STYLE) & (BS_TYPEMASK | WS_TABSTOP),
-            BS_OWNERDRAW | WS_TABSTOP);
-}
-
-TEST_F(KitMannersTest, TheRealKeyboardMovesTheFocusAndPressesTheFocusedButton) {
-  reference::bkupjobnotify form(ui, system);
-  Attached attached{ui, form};
-  ASSERT_TRUE(ShowActive(form));
-  e2e::TypeKey(VK_TAB);
-  ASSERT_TRUE(PumpUntil(host, [&] { return GetFocus() == Hwnd(form.viewbkuplog); }))
-      << "Tab did not reach the first button";
-  e2e::TypeKey(VK_TAB);
-  ASSERT_TRUE(PumpUntil(host, [&] { return GetFocus() == Hwnd(form.cancel); }));
-  e2e::TypeKey(VK_TAB, true);
-  ASSERT_TRUE(PumpUntil(host, [&] { return GetFocus() == Hwnd(form.viewbkuplog); }));
-  Shot("notify-focus-on-button");
-  e2e::TypeKey(VK_RETURN);
-  EXPECT_TRUE(PumpUntil(host, [&] { return form.viewLogRequests == 1; }));
-  e2e::TypeKey('C', false, true);  // Alt+C closes
-  EXPECT_TRUE(PumpUntil(host, [&] { return !form.IsLoaded(); }));
 }
 
 TEST_F(KitMannersTest, HighContrastDrawsWithTheSystemsColoursAndComesBackLive) {
   reference::bkupjobnotify form(ui, system);
   Attached attached{ui, form};
-  ui.Show(form);
+  ASSERT_TRUE(ShowAndWait(form));
   HWND w = Window(form);
-  ASSERT_TRUE(PumpUntil(host, [&] { return IsWindowVisible(w) != FALSE; }));
   // A point of the notice's own background, clear of its controls.
   auto pixel = [&] {
     Pump(host, Ms{300});
@@ -162,9 +108,8 @@ TEST_F(KitMannersTest, TheTrayIconFollowsTheTaskbarsTheme) {
 TEST_F(KitMannersTest, AFormToldOfALargerScaleIsLaidOutAnewAtThatScale) {
   reference::bkupjobnotify form(ui, system);
   Attached attached{ui, form};
-  ui.Show(form);
+  ASSERT_TRUE(ShowAndWait(form));
   HWND w = Window(form);
-  ASSERT_TRUE(PumpUntil(host, [&] { return IsWindowVisible(w) != FALSE; }));
   auto size = [](HWND h) {
     RECT r{};
     GetWindowRect(h, &r);

@@ -1,5 +1,7 @@
 #include "KitSupport.h"
 
+#include "Screenshot.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <thread>
@@ -66,22 +68,29 @@ void Send(DWORD flags) {
 void MovePointerTo(HWND hwnd) {
   RECT r;
   GetWindowRect(hwnd, &r);
-  const int x = (r.left + r.right) / 2;
-  const int y = (r.top + r.bottom) / 2;
+  MovePointerTo(POINT{(r.left + r.right) / 2, (r.top + r.bottom) / 2});
+}
+
+void MovePointerTo(POINT at) {
   const int w = std::max(2, GetSystemMetrics(SM_CXSCREEN));
   const int h = std::max(2, GetSystemMetrics(SM_CYSCREEN));
   // A real move through the input queue, so that the window under the pointer hears
   // of it as it would of the user's hand.
-  lastX = static_cast<LONG>((x * 65535LL) / (w - 1));
-  lastY = static_cast<LONG>((y * 65535LL) / (h - 1));
+  lastX = static_cast<LONG>((at.x * 65535LL) / (w - 1));
+  lastY = static_cast<LONG>((at.y * 65535LL) / (h - 1));
   Send(0);
   // The move is done when the system reports the pointer there.
   e2e::WaitUntil(
       [&] {
         POINT pt{};
-        return GetCursorPos(&pt) && pt.x == x && pt.y == y;
+        return GetCursorPos(&pt) && pt.x == at.x && pt.y == at.y;
       },
       Ms{1000}, Ms{10});
+}
+
+void PressAt(POINT at) {
+  MovePointerTo(at);
+  Send(MOUSEEVENTF_LEFTDOWN);
 }
 
 void Click(HWND hwnd, bool right) {
@@ -111,6 +120,16 @@ bool PumpUntil(platform::IUiHost& host, const std::function<bool()>& done, Ms ti
 void Pump(platform::IUiHost& host, Ms time) {
   PumpUntil(
       host, [] { return false; }, time);
+}
+
+bool KitScreenTest::ShowAndWait(kit::Form& form) {
+  ui.Show(form);
+  return PumpUntil(host, [&] { return Window(form) != nullptr && IsWindowVisible(Window(form)); });
+}
+
+void KitScreenTest::Shot(const std::string& name) {
+  Pump(host, Ms{400});
+  if (!e2e::Screenshot(name) && e2e::RunningUnderWine()) ADD_FAILURE() << "no screenshot " << name;
 }
 
 void UseKitScreenshotFolder() {

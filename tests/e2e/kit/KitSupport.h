@@ -6,6 +6,8 @@
 #include <commctrl.h>
 #undef MessageBox  // kit::Ui::MessageBox, not the platform's
 
+#include <gtest/gtest.h>
+
 #include <chrono>
 #include <filesystem>
 #include <functional>
@@ -16,6 +18,8 @@
 #include "base/Text.h"
 #include "kit/HostedUi.h"
 #include "platform/UiHost.h"
+#include "platform/win32/Win32SystemInfo.h"
+#include "platform/win32/Win32UiHost.h"
 
 namespace kit_e2e {
 
@@ -37,6 +41,9 @@ void Click(HWND hwnd, bool right = false);
 void Press(HWND hwnd);
 void Release();
 void MovePointerTo(HWND hwnd);
+// The same at a point of the screen; a left button pressed there (from any thread).
+void MovePointerTo(POINT at);
+void PressAt(POINT at);
 
 // Lets the host run its events until `done` or the timeout; true when done.
 bool PumpUntil(platform::IUiHost& host, const std::function<bool()>& done, Ms timeout = Ms{8000});
@@ -52,6 +59,24 @@ struct Attached {
 // Screenshots of the kit's tests go to build/screenshots/kit/ (unless
 // QV_SCREENSHOT_DIR says otherwise).
 void UseKitScreenshotFolder();
+
+// The base of the tests of screens on the Windows host in this process: the host, the
+// windows of a form and of its controls, and pictures under build/screenshots/kit/.
+class KitScreenTest : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() { UseKitScreenshotFolder(); }
+  HWND Hwnd(const kit::Control& c) { return host.WindowHandle(ui.Forms().HandleOf(c)); }
+  HWND Window(const kit::Form& f) { return host.WindowHandle(ui.Forms().WindowOf(f)); }
+  // Shows `form`; true once its window is up.
+  bool ShowAndWait(kit::Form& form);
+  // A picture of the screen after a moment for the host to paint; a failure under Wine
+  // when none could be taken.
+  void Shot(const std::string& name);
+
+  platform::Win32UiHost host{ImageFolder()};
+  platform::Win32SystemInfo system;
+  kit::HostedUi ui{host};
+};
 
 base::Text T(const std::wstring& w);
 std::wstring W(const base::Text& t);
