@@ -152,8 +152,15 @@ TEST_F(TrayMenuTest, ClosingHidesStoresThePlaceAndTheOpenItemBringsItBack) {
 }
 
 // The window menu's shutdown stores a visible place and stops the daily timer; the
-// tray's keeps the timer, and a minimised place is not stored.
+// tray's keeps the timer, and a minimised or hidden place is not stored.
 TEST_F(TrayMenuTest, BothShutdownsEndTheProgramAndTakeTheIcon) {
+  // Hidden in the tray, the window's place is not stored either.
+  Open();
+  ASSERT_FALSE(form->Visible());
+  form->Move(100, 200, 7000, 6000);
+  form->mnuShutdown.Choose();
+  EXPECT_EQ(Stored(u"LDPI", u"MonLeft"), u"");
+  form.reset();
   for (const bool fromTray : {true, false}) {
     SCOPED_TRACE(fromTray ? "tray" : "window menu");
     Open();
