@@ -132,7 +132,7 @@ std::vector<Scenario> PinnedScenarios() {
        std::nullopt,
        {Write{u"S1", u"k1", u"v1"},
         Write{u"S2", u"k2", u"v2", "[S1]\r\nk1=v1\r\n[S2]\r\nk2=v2\r\n"},
-        Write{u"s1", u"K3", u"v3", "[S1]\r\nk1=v1\r\nK3=v3\r\n[S2]\r\nk2=v2\r\n"},
+        Write{u"s1", u"  K3", u"v3", "[S1]\r\nk1=v1\r\nK3=v3\r\n[S2]\r\nk2=v2\r\n"},
         Write{u"S1", u"K1", u"new", "[S1]\r\nk1=new\r\nK3=v3\r\n[S2]\r\nk2=v2\r\n"},
         Write{u"S2", u"empty", u"", layout},
         Write{u"  Sp  ", u"  key  ", u"  val  ", layout + "[Sp  ]\r\nkey  =val  \r\n"},
