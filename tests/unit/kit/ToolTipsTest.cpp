@@ -38,7 +38,6 @@ TEST(ToolTips, TheTableIsReadWithoutRegardToCaseAndTheTextIsCut) {
       // The one text without a leading mark loses four letters all the same.
       {u"QVMonitor will continue to <br>run in the system tray.<br>",
        u"nitor will continue to \r\nrun in the system tray."},
-      {u"", u""},
       {u"abcdef", u""},
       {u"<br>x<br>y<br><br>", u"x\r\ny\r\n"},
   };
