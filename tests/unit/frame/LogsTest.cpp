@@ -17,14 +17,12 @@ TEST_F(LogsTest, ActivityLineGoesToJobLogAndActivityLogWithLocaleStamp) {
   fake.locale.timeSeparator = u"-";
   frame::WriteActivityLog(app, u"Could not reach the server", frame::kError);
 
-  const Text expected = u"Error       : 11.15.2026 05-25-27 : Could not reach the server";
-  EXPECT_EQ(Lines(app.ServiceLogPath), std::vector<Text>{expected});
-  EXPECT_EQ(Lines(Common(u"logs\\.txt")), std::vector<Text>{expected});
-  EXPECT_FALSE(fake.fs.FolderExists(Common(u"Session")));
   // A UTF-16 file with its byte-order mark and CR LF.
-  std::string bytes = fake.fs.Bytes(app.ServiceLogPath);
-  EXPECT_EQ(bytes.substr(0, 2), "\xFF\xFE");
-  EXPECT_EQ(bytes.substr(bytes.size() - 4), std::string("\r\0\n\0", 4));
+  const std::string expected =
+      testkit::Utf16File({u"Error       : 11.15.2026 05-25-27 : Could not reach the server"});
+  EXPECT_EQ(fake.fs.Bytes(app.ServiceLogPath), expected);
+  EXPECT_EQ(fake.fs.Bytes(Common(u"logs\\.txt")), expected);
+  EXPECT_FALSE(fake.fs.FolderExists(Common(u"Session")));
 }
 
 TEST_F(LogsTest, SessionFileGetsTheLineOnlyWhileNamed) {
@@ -73,14 +71,13 @@ TEST_F(LogsTest, LoggedOutWithBlankAddsSingleByteSeparatorToActivityAndJobLogOnl
 TEST_F(LogsTest, TraceCreatesFolderAndFileWithMarkAndTrimsLine) {
   EXPECT_FALSE(fake.fs.FolderExists(app.CommonFolder()));
   frame::WriteTrace(app, u"  Enter Main  ");
-  EXPECT_EQ(fake.fs.Bytes(Common(u"SerTraceFile.txt")).substr(0, 2), "\xFF\xFE");
-  EXPECT_EQ(Lines(Common(u"SerTraceFile.txt")), std::vector<Text>{u"Enter Main"});
+  EXPECT_EQ(fake.fs.Bytes(Common(u"SerTraceFile.txt")), testkit::Utf16File({u"Enter Main"}));
 }
 
 TEST_F(LogsTest, MonitorTraceKindsAndTwoBlanksBehindTheColon) {
   frame::WriteMonitorTrace(app, u"refused", frame::kError);
   frame::WriteMonitorTrace(app, u"ignored", 3);
-  EXPECT_EQ(Lines(Common(u"SerTraceFile.txt")),
+  EXPECT_EQ(Trace(),
             (std::vector<Text>{u"Error       (QVMonitor) : " + kStamp + u" :  refused", u""}));
 }
 

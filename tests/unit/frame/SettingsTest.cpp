@@ -5,11 +5,11 @@
 
 using base::Text;
 using platform::RegRoot;
-using testkit::FrameFixture;
+using testkit::CommonFixture;
 
 namespace {
 
-class SettingsTest : public ::testing::Test, public FrameFixture {
+class SettingsTest : public ::testing::Test, public CommonFixture {
  protected:
   Text Ini(const Text& section, const Text& key) {
     return fake.profile.GetString(section, key, u"", 4096, Common(u"qvwin.ini"));
@@ -64,7 +64,6 @@ TEST_F(SettingsTest, SecureFlagGoesThroughTheSecureStore) {
 }
 
 TEST_F(SettingsTest, AccountKeysComeFromDetailsOrPerUserFile) {
-  fake.fs.AddFolders(app.CommonFolder());
   fake.profile.WriteString(u"Corvane", Text(u"Type"), Text(u"exe"), Common(u"QVDetails.ini"));
   fake.fs.AddFolders(Common(u"jsmith"));
   fake.profile.WriteString(u"Corvane", Text(u"NoofDays"), Text(u"3"),
@@ -78,7 +77,6 @@ TEST_F(SettingsTest, AccountKeysComeFromDetailsOrPerUserFile) {
 // A user's file lies in the folder named by the user: a name that would lead out of
 // QVCOMMON reads nothing and writes nothing there, and the write is traced.
 TEST_F(SettingsTest, AUserNameThatWouldLeaveItsFolderIsNoPath) {
-  fake.fs.AddFolders(app.CommonFolder());
   fake.fs.AddFolders(u"C:\\QV\\evil");
   fake.profile.WriteString(u"Corvane", Text(u"NoofDays"), Text(u"3"),
                            Common(u"..\\evil\\qvwinserver.ini"));
@@ -91,15 +89,13 @@ TEST_F(SettingsTest, AUserNameThatWouldLeaveItsFolderIsNoPath) {
                                    Common(u"..\\evil\\qvwinserver.ini")),
             u"<none>");
   EXPECT_FALSE(fake.fs.FolderExists(Common(u"x/y")));
-  EXPECT_EQ(Lines(Common(u"SerTraceFile.txt")).size(), 4u);
+  EXPECT_EQ(Trace().size(), 4u);
   for (const Text& name : {Text(u"jsmith"), Text(u" j.smith "), Text(u"")})
     EXPECT_TRUE(frame::StaysInItsFolder(name)) << testkit::U8(name);
 }
 
 TEST_F(SettingsTest, EngineTypeFromDetailsFileBeatsTheRegistry) {
   EXPECT_EQ(frame::EngineIsService(app), 0);  // nothing anywhere
-  fake.fs.AddFolders(app.CommonFolder());
-
   fake.registry.WriteString(RegRoot::LocalMachine, u"Software\\QVWin", u"Type",
                             Text(u"Service\0junk", 12), 0x20006);
   EXPECT_EQ(frame::EngineIsService(app), 1);  // registry, cut at the NUL

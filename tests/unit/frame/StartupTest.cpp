@@ -85,9 +85,8 @@ TEST_F(StartupTest, MutexOfAnotherUserAndPreviousInstanceAlsoEndTheStart) {
   f.fake.system.previousInstance = true;
   EXPECT_EQ(frame::Main(f.app, s), MainResult::AlreadyRunning);
   EXPECT_TRUE(s.calls.empty());
-  EXPECT_EQ(
-      f.Lines(f.Common(u"SerTraceFile.txt")),
-      std::vector<Text>{u"There is an instance of this Monitor application already running."});
+  EXPECT_EQ(f.Trace(), std::vector<Text>{
+                           u"There is an instance of this Monitor application already running."});
 }
 
 // Without a check file the permission is proved on the trace, which starts afresh;
