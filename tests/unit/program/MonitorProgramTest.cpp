@@ -83,10 +83,6 @@ TEST_F(MonitorProgramTest, OnAHostTheWindowIsBuiltAtLoadAndOwnsTheTrayIcon) {
   EXPECT_EQ(fake.ui.FindForm(u"frmQVWinService"), 0u);
 }
 
-}  // namespace
-
-namespace {
-
 TEST(MonitorProgramFailures, WhatEscapesAScreensHandlerOnTheHostIsTraced) {
   testkit::CommonFixture f;
   f.fake.system.commandLine = u"Min";
@@ -95,11 +91,8 @@ TEST(MonitorProgramFailures, WhatEscapesAScreensHandlerOnTheHostIsTraced) {
   ASSERT_EQ(frame::Main(f.app, program), frame::MainResult::Run);
   program.Window().mnuOpen.on.Click = [] { throw std::runtime_error("the menu broke"); };
   EXPECT_NO_THROW(program.Window().mnuOpen.RaiseClick());
-  bool traced = false;
-  for (const Text& l : f.Trace())
-    traced = traced || (l.find(u"the menu broke") != Text::npos &&
-                        l.find(u"in procedure mnuOpen of Form frmQVWinService") != Text::npos);
-  EXPECT_TRUE(traced);
+  EXPECT_TRUE(f.TraceMentions(u"the menu broke"));
+  EXPECT_TRUE(f.TraceMentions(u"in procedure mnuOpen of Form frmQVWinService"));
 }
 
 }  // namespace

@@ -47,12 +47,11 @@ TEST(ProgramScreensTest, TheMissedBackupLinkOpensTheReportNotModally) {
   EXPECT_EQ(notice.lblLink.ControlPointer(), kit::MousePointer::Hand);
   notice.lblLink.RaiseClick();
   EXPECT_FALSE(notice.IsLoaded());
-  ASSERT_FALSE(ui.ShownForms().empty());
-  EXPECT_EQ(ui.ShownForms().back().name, u"frmErrorReport");
-  EXPECT_FALSE(ui.ShownForms().back().modal);
   kit::Form* report = ui.KeptScreen(u"frmErrorReport");
   ASSERT_NE(report, nullptr);
   EXPECT_TRUE(report->Visible());
+  EXPECT_EQ(ui.ShownForms().back().name, u"frmErrorReport");
+  EXPECT_FALSE(ui.ShownForms().back().modal);
 }
 
 }  // namespace
