@@ -50,24 +50,23 @@ TEST(ToolTips, ARightClickShowsOneBalloonOverItsButtonAndAnyOtherClickRemovesIt)
   kit::HostedUi ui{host};
   ui.Show(form);
   kit::TipService& tips = ui.Tips();
-  auto only = [&]() -> const platform::UiTip& {
+  // The one tip on the host (an empty one, and a failure, when there is not one).
+  auto only = [&]() -> platform::UiTip {
     EXPECT_EQ(host.tips.size(), 1u);
-    return host.tips.begin()->second.tip;
+    return host.tips.size() == 1 ? host.tips.begin()->second.tip : platform::UiTip{};
   };
 
   tips.ButtonMouseUp(form.cancel.Lbl(), kit::kRightButton);  // on the button's label
-  ASSERT_EQ(host.tips.size(), 1u);
   EXPECT_EQ(only().tool, ui.Forms().HandleOf(form.cancel)) << "the label's tip hangs on its button";
   EXPECT_EQ(only().text, u"Exit this screen");
   EXPECT_NE(only().style & kit::kTipStyleBalloon, 0u);
-  const auto& sent = only().messages;
+  const auto sent = only().messages;
   EXPECT_NE(
       std::find(sent.begin(), sent.end(), platform::UiTipMessage{kit::kTtmSetDelayTime, 2, 60000}),
       sent.end())
       << "a balloon stays a minute";
 
   tips.ButtonMouseUp(form.viewbkuplog, kit::kRightButton);  // replaces the first
-  ASSERT_EQ(host.tips.size(), 1u);
   EXPECT_EQ(only().tool, ui.Forms().HandleOf(form.viewbkuplog));
   EXPECT_EQ(only().text, u"View the log of the scheduled \r\nbackup /restore jobs");
 
@@ -76,7 +75,6 @@ TEST(ToolTips, ARightClickShowsOneBalloonOverItsButtonAndAnyOtherClickRemovesIt)
   EXPECT_EQ(tips.Balloon(), nullptr);
 
   tips.ButtonMouseUp(form.nothing, kit::kRightButton);  // no entry: an empty tip
-  ASSERT_EQ(host.tips.size(), 1u);
   EXPECT_EQ(only().text, u"");
 
   tips.ShowTip(kit::kRightButton, u"<br>plain<br>", form.cancel, true);
