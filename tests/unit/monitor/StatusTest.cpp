@@ -45,6 +45,8 @@ TEST_F(StatusTest, EachSettledWordHasItsLightCaptionAndMenus) {
     form->Indicate_ServiceStatus();
     EXPECT_EQ(Now(), shown) << U8(steady);
   }
+  // What the light's colour says, in words, for a screen reader and high contrast.
+  EXPECT_EQ(form->TrafficLights1.Caption(), u"Service status: Stopped");
   form->Set_Stopping();
   EXPECT_EQ(Now(), Shown(u"light_amber", u"Stopping", false, false, false, u"Resume Service"));
   form->lblStatus.SetCaption(u"before");

@@ -87,7 +87,7 @@ TEST_F(TrayMenuTest, TheHoldKeyIsReadBeforeTheMenuAndTheItemAsksBeforeHoldingAll
   fake.ui.FireTray(TrayHandle(), platform::kTrayRightButtonUp);
   EXPECT_EQ(captionAtPopup, u"Enable all the Scheduled jobs");
   Setting(u"DisableAllSchdulers", u"0");
-  fake.ui.FireTray(TrayHandle(), platform::kTrayRightButtonUp);
+  fake.ui.FireTray(TrayHandle(), platform::kTrayKeyboardMenu);  // the keyboard's way
   EXPECT_EQ(captionAtPopup, u"Disable all the Scheduled jobs");
   EXPECT_EQ(ui.Popups(), (std::vector<Text>{u"TrayMenu", u"TrayMenu"}));
   fake.ui.FireTray(TrayHandle(), 512);  // a mere move does nothing
@@ -133,7 +133,10 @@ TEST_F(TrayMenuTest, ClosingHidesStoresThePlaceAndTheOpenItemBringsItBack) {
   EXPECT_FALSE(form->mnustprunjob.Enabled());
   EXPECT_FALSE(form->mnuOpen.Enabled());
 
-  form->btnClose.RaiseClick();  // the close picture hides the same way
+  form->btnClose.SetFocus();  // Space presses the close picture: it hides the same way
+  kit::KeyArgs down{kit::kKeySpace, 0}, up{kit::kKeySpace, 0};
+  form->DeliverKeyDown(down);
+  form->DeliverKeyUp(up);
   EXPECT_FALSE(form->Visible());
   EXPECT_TRUE(form->IsLoaded());
 }
@@ -141,26 +144,19 @@ TEST_F(TrayMenuTest, ClosingHidesStoresThePlaceAndTheOpenItemBringsItBack) {
 // The window menu's shutdown stores a visible place and stops the daily timer; the
 // tray's keeps the timer, and a minimised or hidden place is not stored.
 TEST_F(TrayMenuTest, BothShutdownsEndTheProgramAndTakeTheIcon) {
-  // Hidden in the tray, the window's place is not stored either.
-  Open();
-  ASSERT_FALSE(form->Visible());
-  form->Move(100, 200, 7000, 6000);
-  form->mnuShutdown.Choose();
-  EXPECT_EQ(Place()[0], u"");
-  form.reset();
-  for (const bool fromTray : {true, false}) {
-    SCOPED_TRACE(fromTray ? "tray" : "window menu");
+  enum { kHidden, kMinimised, kShown };
+  for (const int window : {kHidden, kMinimised, kShown}) {
     Open();
-    ui.Show(*form);
+    if (window != kHidden) ui.Show(*form);
     form->Move(100, 200, 7000, 6000);
-    if (fromTray) form->SetWindowState(kit::kWindowMinimized);  // as the renderer tells
+    if (window == kMinimised) form->SetWindowState(kit::kWindowMinimized);  // as the renderer tells
     const auto daily = form->DailyTimer();
     ASSERT_EQ(fake.ui.timers.count(daily), 1u);
     terminated.clear();
-    (fromTray ? form->mnuShutdown : form->ShutDownMenu).Choose();
+    (window == kShown ? form->ShutDownMenu : form->mnuShutdown).Choose();
     EXPECT_EQ(terminated, (std::vector<unsigned>{0}));
-    EXPECT_EQ(Place()[0], fromTray ? u"" : u"100");
-    EXPECT_EQ(fake.ui.timers.count(daily), fromTray ? 1u : 0u);
+    EXPECT_EQ(Place()[0], window == kShown ? u"100" : u"") << window;
+    EXPECT_EQ(fake.ui.timers.count(daily), window == kShown ? 0u : 1u);
     EXPECT_TRUE(fake.ui.trayIcons.empty());
     form.reset();
   }
