@@ -48,13 +48,19 @@ TEST(LogLineParse, KindWordStampAndMessageByPosition) {
   EXPECT_EQ(row->message, u"");
 }
 
-TEST_F(LogViewTest, FiftyLinesGiveTheNewestTwentyNewestFirst) {
+TEST_F(LogViewTest, TheNewestTwentyComeNewestFirstAndOnlyAnEmptyFileEmptiesTheList) {
   LogLines(50);
   Open();
   form->ShowLogInWindow();
   ASSERT_EQ(form->lstLog.Count(), 20);
   EXPECT_EQ(form->lstLog.Item(1).SubItem(2), u" line 50");
   EXPECT_EQ(form->lstLog.Item(20).SubItem(2), u" line 31");
+  fake.fs.DeleteFile(kLog);
+  form->ShowLogInWindow();
+  EXPECT_EQ(form->lstLog.Count(), 20);  // no file: the list stays as it was
+  fake.fs.PutFile(kLog, base::kUtf16Bom);
+  form->ShowLogInWindow();
+  EXPECT_EQ(form->lstLog.Count(), 0);
 }
 
 TEST_F(LogViewTest, BlankAndNulLinesAreSkippedAndLinesTrimmed) {
@@ -66,19 +72,6 @@ TEST_F(LogViewTest, BlankAndNulLinesAreSkippedAndLinesTrimmed) {
   ASSERT_EQ(newest->size(), 3u);
   EXPECT_EQ((*newest)[0], u"Success     : 11/15/2026 05:25:27 : third");
   EXPECT_EQ((*newest)[1], u"Error       : 11/15/2026 05:25:27 : second");
-}
-
-TEST_F(LogViewTest, EmptyFileEmptiesTheListAndAMissingOneLeavesIt) {
-  Log({u"Information : 11/15/2026 05:25:27 : one"});
-  Open();
-  form->ShowLogInWindow();
-  ASSERT_EQ(form->lstLog.Count(), 1);
-  fake.fs.DeleteFile(kLog);
-  form->ShowLogInWindow();
-  EXPECT_EQ(form->lstLog.Count(), 1);  // no file: the list stays as it was
-  fake.fs.PutFile(kLog, base::kUtf16Bom);
-  form->ShowLogInWindow();
-  EXPECT_EQ(form->lstLog.Count(), 0);
 }
 
 TEST_F(LogViewTest, RowsGoBelowTheOldOnesAndAFullerListIsFilledAgain) {
@@ -123,17 +116,16 @@ TEST_F(LogViewTest, AnUnchangedLogLeavesTheListAsItIsAndErrorsAreRed) {
   EXPECT_EQ(described.rows[1].subItems[0], u" 11/15/2026 05:25:27 ");
 }
 
-TEST_F(LogViewTest, ClearEmptiesTheListNotTheFileAndTheNextTickBringsItBack) {
+// The next reading fills the list again although the file is as it was.
+TEST_F(LogViewTest, ClearEmptiesTheListNotTheFile) {
   Log({u"Information : 11/15/2026 05:25:27 : kept"});
-  EngineType(u"service");  // the tick refreshes the list for a service engine
   Open();
-  ui.Show(*form);
   form->ShowLogInWindow();
   const std::string before = fake.fs.Bytes(kLog);
   form->mnuClearlog.Choose();
   EXPECT_EQ(form->lstLog.Count(), 0);
   EXPECT_EQ(fake.fs.Bytes(kLog), before);
-  form->Progress.Fire();
+  form->ShowLogInWindow();
   EXPECT_EQ(form->lstLog.Count(), 1);
 }
 
