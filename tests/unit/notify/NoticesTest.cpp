@@ -56,8 +56,7 @@ TEST_F(NoticesTest, AGreenJobComesUpInTheCornerWithItsNamesAndIsConsumed) {
   frame::WriteSetting(app, u"DESKNOTIFYICON", u"green");
   Request({u"Photos & Music", u"ignored", u"alice"});
   notices.senddesktopnotify();
-  ASSERT_TRUE(job.IsLoaded());
-  EXPECT_TRUE(job.Visible());
+  ASSERT_TRUE(job.Visible());
   EXPECT_FALSE(RequestLeft());
   EXPECT_EQ(fake.sound.played, (std::vector<Text>{u"SystemStart"}));
   EXPECT_EQ(job.bkupjobname.Caption(), u"Photos && Music");
