@@ -28,12 +28,9 @@ class NoticesTest : public ::testing::Test, public testkit::CommonFixture {
   bool RequestLeft() { return fake.fs.FileExists(Common(notify::kJobRequestFile)); }
   static Text ScheduleLine(Text set, Text next, Text key) {
     jobstore::ScheduleRecord r;
-    r.RecordNo = u"1";
     r.BackupSetName = std::move(set);
     r.NextRun = std::move(next);
     r.SortKey = std::move(key);
-    r.FrequencyIndex = u"2";
-    r.Days = u"1,2,3,4,5,6,7";
     return jobstore::BuildScheduleLine(r);
   }
 

@@ -15,7 +15,7 @@ class RequestsTest : public ::testing::Test, public testkit::CommonFixture {
   Text DialupFile() { return Common(notify::kDialupRequestFile); }
 };
 
-TEST_F(RequestsTest, TheJobRequestIsUtf16WithTheSecondLineDropped) {
+TEST_F(RequestsTest, TheJobRequestIsUtf16WithTheSecondLineDroppedAndABadOneKeepsTheNames) {
   using Kind = notify::JobRequest::Kind;
   EXPECT_EQ(notify::ReadJobRequest(app), std::nullopt);
   platform::TextFile::WriteLines(fake.fs, JobFile(), {u"Photos & Music", u"ignored", u"alice"});
@@ -28,10 +28,8 @@ TEST_F(RequestsTest, TheJobRequestIsUtf16WithTheSecondLineDropped) {
   // Without a byte-order mark it is UTF-16 all the same.
   fake.fs.WriteAll(JobFile(), base::EncodeUtf16Le(base::TextView(u"A\r\n\r\nbob\r\n")));
   EXPECT_EQ(notify::ReadJobRequest(app)->accountName, u"bob");
-}
 
-TEST_F(RequestsTest, EmptyShortAndLockedRequestsKeepTheNames) {
-  using Kind = notify::JobRequest::Kind;
+  // Empty, short and locked requests keep the names.
   notify::KeptNames kept{u"bob"};
   app.CurrentLogName = u"Earlier";
   fake.fs.WriteAll(JobFile(), "");
