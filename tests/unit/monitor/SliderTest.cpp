@@ -2,6 +2,8 @@
 // idle state the engine leaves, dragging the knob, and the Auto-Pause box.
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "MonitorFixture.h"
 
 namespace {
@@ -9,6 +11,7 @@ namespace {
 using base::Text;
 using monitor::frmQVWinService;
 using monitortest::MonitorFormTest;
+using monitortest::U8;
 using Pass = frmQVWinService::SliderPass;
 
 class SliderTest : public MonitorFormTest {
@@ -44,26 +47,20 @@ TEST_F(SliderTest, AtLoadTheStoredLimitIsShownAndTheIdleFileIsNotConsulted) {
 TEST_F(SliderTest, EachPassShowsTheLimitAndTheMessageTheRuleChooses) {
   Limits(u"1", u"40", u"70");
   Open();
-  const struct {
-    Pass pass;
-    const char16_t* idle;
-    bool messageBefore;
-    long shown;
-    bool message;
-  } cases[] = {
+  // The pass, the idle state, the message before, the limit shown and the message after.
+  const std::tuple<Pass, Text, bool, long, bool> cases[] = {
       {Pass::First, u"1", true, 40, false},  // an idle user: the plain limit
       {Pass::First, u"", false, 70, true},   // an active one: the paused limit
       {Pass::Second, u"2", true, 5, true},   // another state leaves slider and message
   };
   app.Transfer.sBkStatus = 1;
-  for (const auto& c : cases) {
-    SCOPED_TRACE(base::ToUtf8(c.idle));
-    Idle(c.idle);
+  for (const auto& [pass, idle, messageBefore, shown, message] : cases) {
+    Idle(idle);
     form->PlaceSlider(5);
-    form->LabelPauseMsg.SetVisible(c.messageBefore);
-    form->SliderRule(c.pass);
-    EXPECT_EQ(Shown(), c.shown);
-    EXPECT_EQ(Message(), c.message);
+    form->LabelPauseMsg.SetVisible(messageBefore);
+    form->SliderRule(pass);
+    EXPECT_EQ(Shown(), shown) << U8(idle);
+    EXPECT_EQ(Message(), message) << U8(idle);
   }
   Setting(u"AUTOPAUSECHECK", u"0");
   Setting(u"BANDWIDTH", u" 25 ");  // as the stored limit reads
