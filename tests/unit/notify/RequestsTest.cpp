@@ -1,6 +1,8 @@
 // The engine's request files and the names the notices keep.
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "base/Utf16.h"
 #include "notify/Requests.h"
 #include "testkit/FrameFixture.h"
@@ -13,6 +15,11 @@ class RequestsTest : public ::testing::Test, public testkit::CommonFixture {
  protected:
   Text JobFile() { return Common(notify::kJobRequestFile); }
   Text DialupFile() { return Common(notify::kDialupRequestFile); }
+  // The job's log, its session file and the account kept.
+  using Names = std::tuple<Text, Text, Text>;
+  Names Kept(const notify::KeptNames& kept) {
+    return {app.CurrentLogName, app.CurrentSessionFile, kept.accountName};
+  }
 };
 
 TEST_F(RequestsTest, TheJobRequestIsUtf16WithTheSecondLineDroppedAndABadOneKeepsTheNames) {
@@ -49,9 +56,7 @@ TEST_F(RequestsTest, TheJobRequestIsUtf16WithTheSecondLineDroppedAndABadOneKeeps
   fake.fs.SetLocked(JobFile(), false);
   platform::TextFile::WriteLines(fake.fs, JobFile(), {u"Mail", u"", u"alice"});
   notify::KeepNames(app, kept, *notify::ReadJobRequest(app));
-  EXPECT_EQ(app.CurrentLogName, u"Mail");
-  EXPECT_EQ(app.CurrentSessionFile, u"S.txt");
-  EXPECT_EQ(kept.accountName, u"alice");
+  EXPECT_EQ(Kept(kept), Names(u"Mail", u"S.txt", u"alice"));
 }
 
 // Line 1 is the job's log, line 2 its session file: the process's current names.
@@ -64,20 +69,13 @@ TEST_F(RequestsTest, TheDialupRequestIsPlainTextOfUpToTwoLines) {
   auto request = notify::ReadDialupRequest(app);
   ASSERT_TRUE(request);
   notify::KeepNames(app, kept, *request);
-  EXPECT_EQ(app.CurrentLogName, u"Caf\u00E9 set");
-  EXPECT_EQ(app.CurrentSessionFile, u"Schedule 11-15-2026  05-02-33.txt");
-  EXPECT_EQ(kept.accountName, u"bob");
-
+  EXPECT_EQ(Kept(kept), Names(u"Caf\u00E9 set", u"Schedule 11-15-2026  05-02-33.txt", u"bob"));
   fake.fs.WriteAll(DialupFile(), "one\r\n");
   notify::KeepNames(app, kept, *notify::ReadDialupRequest(app));
-  EXPECT_EQ(app.CurrentLogName, u"one");
-  EXPECT_EQ(app.CurrentSessionFile, u"");
-  EXPECT_EQ(kept.accountName, u"bob");
-
+  EXPECT_EQ(Kept(kept), Names(u"one", u"", u"bob"));
   fake.fs.WriteAll(DialupFile(), "");
   notify::KeepNames(app, kept, *notify::ReadDialupRequest(app));
-  EXPECT_EQ(app.CurrentLogName, u"");
-  EXPECT_EQ(kept.accountName, u"");  // an empty file clears the account too
+  EXPECT_EQ(Kept(kept), Names(u"", u"", u""));  // an empty file clears the account too
 }
 
 TEST(RequestRulesTest, ResultPicturesDefaultSetAndAmpersands) {
