@@ -28,24 +28,16 @@ class LogViewTest : public MonitorFormTest {
 };
 
 TEST(LogLineParse, KindWordStampAndMessageByPosition) {
-  auto row = ParseLogLine(u"Error       : 11/15/2026 05:25:27 : Could not reach the server");
-  ASSERT_TRUE(row);
-  EXPECT_EQ(row->type, u"Error      ");  // the blank in front of the colon is dropped
-  EXPECT_EQ(row->time, u" 11/15/2026 05:25:27 ");
-  EXPECT_EQ(row->message, u" Could not reach the server");
-  EXPECT_TRUE(row->error);
-
-  row = ParseLogLine(u"Information : 11/15/2026 05:25:27 : Backup started\r");
-  ASSERT_TRUE(row);
-  EXPECT_EQ(row->type, u"Information");
-  EXPECT_EQ(row->message, u" Backup started");  // a trailing CR goes
-  EXPECT_FALSE(row->error);
-
+  using monitor::LogRow;
+  // The blank in front of the colon is dropped.
+  EXPECT_EQ(
+      ParseLogLine(u"Error       : 11/15/2026 05:25:27 : Could not reach the server"),
+      (LogRow{u"Error      ", u" 11/15/2026 05:25:27 ", u" Could not reach the server", true}));
+  // A trailing CR goes.
+  EXPECT_EQ(ParseLogLine(u"Information : 11/15/2026 05:25:27 : Backup started\r"),
+            (LogRow{u"Information", u" 11/15/2026 05:25:27 ", u" Backup started", false}));
   EXPECT_FALSE(ParseLogLine(u"no colon in this line"));
-  row = ParseLogLine(u":x");  // nothing before the colon
-  ASSERT_TRUE(row);
-  EXPECT_EQ(row->type, u"");
-  EXPECT_EQ(row->message, u"");
+  EXPECT_EQ(ParseLogLine(u":x"), LogRow{});  // nothing before the colon
 }
 
 TEST_F(LogViewTest, TheNewestTwentyComeNewestFirstAndOnlyAnEmptyFileEmptiesTheList) {

@@ -42,8 +42,7 @@ TEST_F(MissedBackupTest, TwoUsersWithTheFirstDueLeaveTheSecondAloneInTheList) {
   frame::WriteSetting(app, u"NotifyUsers", u"<<alice<< <<bob");
   SetUser(u"alice", u"7", u"1", u"20261105", u"MISSEDBACKUP");  // 10 days
   SetUser(u"bob", u"7", u"1", u"20261101", u"NOSCHEDULEJOB");   // due too, but next tick
-  auto handled = Check();
-  ASSERT_TRUE(handled);
+  ASSERT_TRUE(Check());
   ASSERT_EQ(shown.size(), 1u);
   EXPECT_EQ(shown[0].user, u"alice");
   EXPECT_EQ(shown[0].days, 10);
