@@ -69,12 +69,10 @@ TEST(BandwidthRules, TheSliderRuleByPassIdleStateAndKindOfTransfer) {
       {P::First, true, u"2", 1, {L::Leave, std::nullopt}},
       {P::Second, true, u" 1", 1, {L::Leave, std::nullopt}},
   };
-  int i = 0;
   for (const Case& c : cases) {
     const SliderChoice got = ChooseSliderLimit(c.pass, c.autoPause, c.idle, c.kind);
-    EXPECT_EQ(got.limit, c.want.limit) << "case " << i;
-    EXPECT_EQ(got.pauseMessage, c.want.pauseMessage) << "case " << i;
-    ++i;
+    EXPECT_EQ(got.limit, c.want.limit) << "case " << &c - cases;
+    EXPECT_EQ(got.pauseMessage, c.want.pauseMessage) << "case " << &c - cases;
   }
 }
 

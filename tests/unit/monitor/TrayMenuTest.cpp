@@ -14,21 +14,17 @@ using monitortest::MonitorFormTest;
 
 class TrayMenuTest : public MonitorFormTest {
  protected:
-  platform::UiHandle Icon() {
-    EXPECT_EQ(fake.ui.trayIcons.size(), 1u);
-    return fake.ui.trayIcons.empty() ? 0 : fake.ui.trayIcons.begin()->first;
+  // The stored place: left, top, width, height.
+  std::vector<Text> Place() {
+    std::vector<Text> place;
+    for (const Text key : {u"MonLeft", u"MonTop", u"MonWidth", u"MonHeight"})
+      place.push_back(Ini(u"LDPI", key, Common(u"qvwin.ini")));
+    return place;
   }
-  const platform::UiTrayIcon& IconState() { return fake.ui.trayIcons.begin()->second.state; }
-  Text Stored(const Text& section, const Text& key) {
-    return Ini(section, key, Common(u"qvwin.ini"));
-  }
-  std::vector<Text> ActivityLog() { return Lines(Common(u"QVWServiceLog.txt")); }
 };
 
 TEST_F(TrayMenuTest, TheIconCarriesTheTipOfTheTitle) {
   Open();
-  Icon();
-  EXPECT_EQ(IconState().tip, u"Corvane for Windows Monitor");
   form.reset();
   EXPECT_TRUE(fake.ui.trayIcons.empty());  // a window that goes takes its icon along
 
@@ -36,7 +32,7 @@ TEST_F(TrayMenuTest, TheIconCarriesTheTipOfTheTitle) {
   fake.fs.PutFile(u"C:\\QV\\images\\Config.txt", "Title=Acme Backup\nSecond=x\n");
   Open();
   EXPECT_EQ(app.AppTitle, u"Acme Backup");
-  EXPECT_EQ(IconState().tip, u"QVMonitor");
+  EXPECT_EQ(Tray().tip, u"QVMonitor");
   EXPECT_EQ(form->mnuLaunch.Caption(), u"Launch Acme Backup");
 }
 
@@ -59,29 +55,27 @@ TEST_F(TrayMenuTest, ViewAndHideDetailsSizeTheWindowAndEnableEachOther) {
 // visible: minimised or behind other programs, it comes back restored and in front.
 TEST_F(TrayMenuTest, TheIconAndOpenShowTheWindowRestoredOnTheStatusTab) {
   Open();
-  form->HideFromTaskBar();
-  form->cmdDetails.RaiseClick();
-  fake.ui.FireTray(Icon(), platform::kTrayLeftDoubleClick);
-  EXPECT_TRUE(form->Visible());
-  EXPECT_TRUE(form->StatusTabSelected());
-  EXPECT_EQ(form->cmdDetails.PictureKey(), monitor::kTabDetails);
-  EXPECT_TRUE(form->FrameNormal.Visible());
-
-  form->SetWindowState(kit::kWindowMinimized);
-  fake.ui.FireTray(Icon(), platform::kTrayLeftDoubleClick);
-  EXPECT_TRUE(ui.ShownForms().back().normal) << "the visible window was not shown normal";
-  EXPECT_EQ(form->WindowState(), kit::kWindowNormal);
-  // Hidden while minimised, then opened from the menu.
-  form->SetWindowState(kit::kWindowMinimized);
-  form->HideFromTaskBar();
-  form->mnuOpen.Choose();
-  EXPECT_TRUE(form->Visible());
-  EXPECT_TRUE(ui.ShownForms().back().normal);
-  EXPECT_EQ(form->WindowState(), kit::kWindowNormal);
-
+  for (const bool fromMenu : {false, true}) {
+    ui.Show(*form);
+    form->cmdDetails.RaiseClick();
+    form->SetWindowState(kit::kWindowMinimized);
+    if (fromMenu) {
+      form->HideFromTaskBar();  // the item is offered only while the window is hidden
+      form->mnuOpen.Choose();
+    } else {
+      fake.ui.FireTray(TrayHandle(), platform::kTrayLeftDoubleClick);
+    }
+    EXPECT_TRUE(form->Visible());
+    EXPECT_TRUE(ui.ShownForms().back().normal) << "shown minimised, from the menu: " << fromMenu;
+    EXPECT_EQ(form->WindowState(), kit::kWindowNormal);
+    EXPECT_TRUE(form->StatusTabSelected());
+    EXPECT_EQ(form->cmdDetails.PictureKey(), monitor::kTabDetails);
+    EXPECT_TRUE(form->FrameNormal.Visible());
+  }
   form->HideFromTaskBar();
   Call(u"a.txt", 100, 1000, 10, 10, 1, 1);
-  fake.ui.FireTray(Icon(), platform::kTrayLeftDoubleClick);
+  fake.ui.FireTray(TrayHandle(), platform::kTrayLeftDoubleClick);
+  EXPECT_TRUE(form->Visible());
   EXPECT_TRUE(form->FrameProgress.Visible());  // an update waits: the transfer pane
 }
 
@@ -90,13 +84,13 @@ TEST_F(TrayMenuTest, TheHoldKeyIsReadBeforeTheMenuAndTheItemAsksBeforeHoldingAll
   Text captionAtPopup;
   ui.OnPopup(u"TrayMenu", [&](kit::Menu&) { captionAtPopup = form->mnuenablesch.Caption(); });
   Setting(u"DisableAllSchdulers", u"1");
-  fake.ui.FireTray(Icon(), platform::kTrayRightButtonUp);
+  fake.ui.FireTray(TrayHandle(), platform::kTrayRightButtonUp);
   EXPECT_EQ(captionAtPopup, u"Enable all the Scheduled jobs");
   Setting(u"DisableAllSchdulers", u"0");
-  fake.ui.FireTray(Icon(), platform::kTrayRightButtonUp);
+  fake.ui.FireTray(TrayHandle(), platform::kTrayKeyboardMenu);  // the keyboard's way
   EXPECT_EQ(captionAtPopup, u"Disable all the Scheduled jobs");
   EXPECT_EQ(ui.Popups(), (std::vector<Text>{u"TrayMenu", u"TrayMenu"}));
-  fake.ui.FireTray(Icon(), 512);  // a mere move does nothing
+  fake.ui.FireTray(TrayHandle(), 512);  // a mere move does nothing
   EXPECT_EQ(ui.Popups().size(), 2u);
 
   // Holding all jobs asks first; releasing them does not.
@@ -113,10 +107,9 @@ TEST_F(TrayMenuTest, TheHoldKeyIsReadBeforeTheMenuAndTheItemAsksBeforeHoldingAll
   EXPECT_EQ(Get(u"DisableAllSchdulers"), u"1");
   EXPECT_EQ(form->mnuenablesch.Caption(), u"Enable all the Scheduled jobs");
   EXPECT_TRUE(TraceHas(u"'Disable all the Scheduled jobs' option is selected."));
-  ASSERT_EQ(ActivityLog().size(), 1u);
-  EXPECT_EQ(
-      ActivityLog()[0],
-      u"Information : 11/15/2026 05:25:27 : 'Disable all the Scheduled jobs' option is selected.");
+  EXPECT_EQ(Lines(app.ServiceLogPath),
+            std::vector<Text>{u"Information : 11/15/2026 05:25:27 : 'Disable all the Scheduled "
+                              u"jobs' option is selected."});
 
   form->mnuenablesch.Choose();
   EXPECT_EQ(ui.Questions().size(), 2u);  // no question to release them
@@ -133,20 +126,17 @@ TEST_F(TrayMenuTest, ClosingHidesStoresThePlaceAndTheOpenItemBringsItBack) {
   EXPECT_TRUE(form->IsLoaded());
   EXPECT_FALSE(form->Visible());
   EXPECT_TRUE(form->mnuOpen.Enabled());
-  EXPECT_EQ(Stored(u"LDPI", u"MonLeft"), u"1500");
-  EXPECT_EQ(Stored(u"LDPI", u"MonTop"), u"900");
-  EXPECT_EQ(Stored(u"LDPI", u"MonWidth"), u"7500");
-  EXPECT_EQ(Stored(u"LDPI", u"MonHeight"), u"6000");
+  EXPECT_EQ(Place(), (std::vector<Text>{u"1500", u"900", u"7500", u"6000"}));
 
-  form->cmdDetails.RaiseClick();
   form->mnuOpen.Choose();
   EXPECT_TRUE(form->Visible());
-  EXPECT_TRUE(form->StatusTabSelected());
-  EXPECT_TRUE(form->FrameNormal.Visible());
   EXPECT_FALSE(form->mnustprunjob.Enabled());
   EXPECT_FALSE(form->mnuOpen.Enabled());
 
-  form->btnClose.RaiseClick();  // the close picture hides the same way
+  form->btnClose.SetFocus();  // Space presses the close picture: it hides the same way
+  kit::KeyArgs down{kit::kKeySpace, 0}, up{kit::kKeySpace, 0};
+  form->DeliverKeyDown(down);
+  form->DeliverKeyUp(up);
   EXPECT_FALSE(form->Visible());
   EXPECT_TRUE(form->IsLoaded());
 }
@@ -154,26 +144,19 @@ TEST_F(TrayMenuTest, ClosingHidesStoresThePlaceAndTheOpenItemBringsItBack) {
 // The window menu's shutdown stores a visible place and stops the daily timer; the
 // tray's keeps the timer, and a minimised or hidden place is not stored.
 TEST_F(TrayMenuTest, BothShutdownsEndTheProgramAndTakeTheIcon) {
-  // Hidden in the tray, the window's place is not stored either.
-  Open();
-  ASSERT_FALSE(form->Visible());
-  form->Move(100, 200, 7000, 6000);
-  form->mnuShutdown.Choose();
-  EXPECT_EQ(Stored(u"LDPI", u"MonLeft"), u"");
-  form.reset();
-  for (const bool fromTray : {true, false}) {
-    SCOPED_TRACE(fromTray ? "tray" : "window menu");
+  enum { kHidden, kMinimised, kShown };
+  for (const int window : {kHidden, kMinimised, kShown}) {
     Open();
-    ui.Show(*form);
+    if (window != kHidden) ui.Show(*form);
     form->Move(100, 200, 7000, 6000);
-    if (fromTray) form->SetWindowState(kit::kWindowMinimized);  // as the renderer tells
+    if (window == kMinimised) form->SetWindowState(kit::kWindowMinimized);  // as the renderer tells
     const auto daily = form->DailyTimer();
     ASSERT_EQ(fake.ui.timers.count(daily), 1u);
     terminated.clear();
-    (fromTray ? form->mnuShutdown : form->ShutDownMenu).Choose();
+    (window == kShown ? form->ShutDownMenu : form->mnuShutdown).Choose();
     EXPECT_EQ(terminated, (std::vector<unsigned>{0}));
-    EXPECT_EQ(Stored(u"LDPI", u"MonLeft"), fromTray ? u"" : u"100");
-    EXPECT_EQ(fake.ui.timers.count(daily), fromTray ? 1u : 0u);
+    EXPECT_EQ(Place()[0], window == kShown ? u"100" : u"") << window;
+    EXPECT_EQ(fake.ui.timers.count(daily), window == kShown ? 0u : 1u);
     EXPECT_TRUE(fake.ui.trayIcons.empty());
     form.reset();
   }

@@ -2,6 +2,8 @@
 // from its menu item, by WebManage, ErrVal and WebMessage.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "kit/MesgBox.h"
 #include "frame/MessageTable.h"
 #include "MonitorFixture.h"
@@ -13,32 +15,26 @@ using monitortest::MonitorFormTest;
 
 const Text kHelper = u"C:\\QV\\Corvane_Web.exe";
 
-// A shell whose helper, once started, runs and leaves the ErrVal the test chose.
-class HelperShell : public platform::FakeShell {
- public:
-  HelperShell(platform::FakePlatform& fake, const Text& ini) : fake_(fake), ini_(ini) {}
+// A shell that tells when it is asked to start the helper.
+struct HelperShell : platform::FakeShell {
   long Execute(std::uintptr_t owner, const Text& verb, const Text& file, const Text& parameters,
                const Text& folder, int show) override {
-    FakeShell::Execute(owner, verb, file, parameters, folder, show);
-    if (file == kHelper) {
-      fake_.processes.Add(nextPid++, kHelper);
-      if (leaves) fake_.profile.WriteString(u"OLWA", Text(u"ErrVal"), *leaves, ini_);
-    }
-    return 42;
+    if (file == kHelper) onHelper();
+    return FakeShell::Execute(owner, verb, file, parameters, folder, show);
   }
-  std::optional<Text> leaves;
-  std::uint32_t nextPid = 300;
-
- private:
-  platform::FakePlatform& fake_;
-  Text ini_;
+  std::function<void()> onHelper;
 };
 
 class WebManagementTest : public MonitorFormTest {
  protected:
-  WebManagementTest() : shell(fake, Common(u"qvwin.ini")) {
+  // The helper, once started, runs and leaves the ErrVal the test chose.
+  WebManagementTest() {
     fake.Get().shell = &shell;
     fake.fs.PutFile(kHelper, "MZ");
+    shell.onHelper = [this] {
+      fake.processes.Add(nextPid++, kHelper);
+      if (leaves) fake.profile.WriteString(u"OLWA", Text(u"ErrVal"), *leaves, Common(u"qvwin.ini"));
+    };
   }
   Text WebManage() { return Ini(u"Corvane", u"WebManage", Common(u"mary\\qvwinserver.ini")); }
   void SetWebManage(const Text& v) {
@@ -46,18 +42,19 @@ class WebManagementTest : public MonitorFormTest {
     fake.profile.WriteString(u"Corvane", Text(u"WebManage"), v, Common(u"mary\\qvwinserver.ini"));
   }
   Text ErrVal() { return Ini(u"OLWA", u"ErrVal", Common(u"qvwin.ini")); }
-  int HelperStarts() {
-    int n = 0;
-    for (const auto& e : shell.executed) n += e.file == kHelper ? 1 : 0;
-    return n;
+  std::ptrdiff_t HelperStarts() {
+    return std::ranges::count(shell.executed, kHelper, &platform::FakeShell::Execution::file);
   }
   bool HelperRuns() {
     for (const auto& p : fake.processes.processes)
       if (p.modulePath == kHelper && fake.processes.Running(p.pid)) return true;
     return false;
   }
-  std::vector<Text> ActivityLog() { return Lines(Common(u"QVWServiceLog.txt")); }
+  // Unchecked, stored off and the helper ended.
+  bool TurnedOff() { return !form->WebMang.Checked() && WebManage() == u"0" && !HelperRuns(); }
   HelperShell shell;
+  std::optional<Text> leaves;
+  std::uint32_t nextPid = 300;
 };
 
 TEST_F(WebManagementTest, WithoutAPasswordOrAHelperNothingStarts) {
@@ -114,17 +111,15 @@ TEST_F(WebManagementTest, ASettingOfZeroKillsAtLoadAndOnlyUnchecksInTheTick) {
 
 TEST_F(WebManagementTest, ACanceledAccountTurnsTheFeatureOffAndIsLogged) {
   Account(u"mary", u"secret");
-  shell.leaves = u"-3";  // a further refusal, told like the cancelled account
+  leaves = u"-3";  // a further refusal, told like the cancelled account
   Open();
   form->Progress.Fire();
-  EXPECT_FALSE(form->WebMang.Checked());
-  EXPECT_EQ(WebManage(), u"0");
-  EXPECT_FALSE(HelperRuns());
+  EXPECT_TRUE(TurnedOff());
   const Text text = frame::GetMessage(app, 278);
   EXPECT_TRUE(TraceHas(text));
-  ASSERT_EQ(ActivityLog().size(), 1u);
   // The tick slept two seconds for the helper before the line was written.
-  EXPECT_EQ(ActivityLog()[0], u"Error       : 11/15/2026 05:25:29 : " + text);
+  EXPECT_EQ(Lines(app.ServiceLogPath),
+            std::vector<Text>{u"Error       : 11/15/2026 05:25:29 : " + text});
   EXPECT_TRUE(ui.Questions().empty());  // no box in the tick for this one
 }
 
@@ -132,19 +127,18 @@ TEST_F(WebManagementTest, AFailedLoginIsToldOnceNotEveryTick) {
   Account(u"mary", u"secret");
   Open();
   fake.profile.WriteString(u"OLWA", Text(u"ErrVal"), Text(u"-1"), Common(u"qvwin.ini"));
-  shell.leaves = u"-1";
+  leaves = u"-1";
   form->Progress.Fire();
   ASSERT_EQ(ui.Questions().size(), 1u);
   EXPECT_EQ(ui.Questions()[0].text, frame::GetMessage(app, 277));
   EXPECT_EQ(ui.Questions()[0].title, u"Corvane for Windows");
   EXPECT_EQ(Get(u"WebMessage"), u"1");
-  EXPECT_EQ(WebManage(), u"0");
-  EXPECT_FALSE(form->WebMang.Checked());
+  EXPECT_TRUE(TurnedOff());
 
   SetWebManage(u"1");  // the user turns it on again elsewhere
   form->Progress.Fire();
   EXPECT_EQ(ui.Questions().size(), 1u);  // told already
-  EXPECT_EQ(ActivityLog().size(), 1u);
+  EXPECT_EQ(Lines(app.ServiceLogPath).size(), 1u);
   EXPECT_TRUE(form->WebMang.Checked());
   EXPECT_EQ(Get(u"WebMessage"), u"1");
 }
@@ -154,7 +148,7 @@ TEST_F(WebManagementTest, TheItemTurnsTheFeatureOnAndWatchesTheLogin) {
   SetWebManage(u"0");
   Open();
   fake.processes.Add(90, kHelper);  // an old helper is ended before the new one
-  shell.leaves = u"0";
+  leaves = u"0";
   form->WebMang.Choose();
   EXPECT_FALSE(fake.processes.Running(90));
   EXPECT_EQ(HelperStarts(), 1);
@@ -168,17 +162,14 @@ TEST_F(WebManagementTest, TheItemTurnsTheFeatureOnAndWatchesTheLogin) {
   ui.Queue(kit::ScriptedUi::Answer::Yes());
   form->WebMang.Choose();
   EXPECT_EQ(ui.Questions().back().text, frame::GetMessage(app, 74));
-  EXPECT_FALSE(form->WebMang.Checked());
-  EXPECT_EQ(WebManage(), u"0");
-  EXPECT_FALSE(HelperRuns());
+  EXPECT_TRUE(TurnedOff());
 
   // A refused login (the answers are tabled in WebHelperAnswerTest) is shown and leaves
   // the feature off.
-  shell.leaves = u"-2";
+  leaves = u"-2";
   ui.Queue(kit::ScriptedUi::Answer::Ok());
   form->WebMang.Choose();
-  EXPECT_FALSE(form->WebMang.Checked());
-  EXPECT_EQ(WebManage(), u"0");
+  EXPECT_TRUE(TurnedOff());
   EXPECT_EQ(ui.Questions().back().text, frame::GetMessage(app, 278));
 }
 

@@ -22,8 +22,6 @@ Text In(const Text& rest) { return Text(notify::kStartsIn) + rest; }
 TEST(NextJobTest, SecondsAndMinutesAtTheirBorders) {
   // 90 seconds away, inside one minute boundary: n is 1, s is 90.
   EXPECT_EQ(Line({2026, 11, 15, 10, 0, 15}, {2026, 11, 15, 10, 1, 45}), notify::kStartsImmediately);
-  EXPECT_FALSE(notify::NextJobStatusLine({2026, 11, 15, 10, 0, 15}, {2026, 11, 15, 10, 1, 45}, u".")
-                   .withTime);
   EXPECT_EQ(Line({2026, 11, 15, 10, 0, 30}, {2026, 11, 15, 10, 1, 30}), In(u"1 minute(s)"));
   EXPECT_EQ(Line({2026, 11, 15, 10, 0, 59}, {2026, 11, 15, 10, 2, 0}), In(u"2 minute(s)"));
   EXPECT_EQ(Line({2026, 11, 15, 10, 0, 0}, {2026, 11, 15, 10, 59, 0}), In(u"59 minute(s)"));
@@ -35,7 +33,6 @@ TEST(NextJobTest, HoursTheSixtyMinuteCaseAndTheOneDayCase) {
   // One hour boundary crossed: h is 1, so the minutes speak, and 60 of them is an hour.
   EXPECT_EQ(Line({2026, 11, 15, 10, 0, 0}, {2026, 11, 15, 11, 0, 0}), In(u"1 hour(s)"));
   EXPECT_EQ(Line({2026, 11, 15, 10, 30, 0}, {2026, 11, 15, 11, 10, 0}), In(u"40 minute(s)"));
-  EXPECT_EQ(Line({2026, 11, 15, 10, 0, 0}, {2026, 11, 15, 12, 0, 0}), In(u"2 hour(s)"));
   EXPECT_EQ(Line({2026, 11, 15, 0, 0, 0}, {2026, 11, 15, 23, 59, 0}), In(u"23 hour(s)"));
   EXPECT_EQ(Line({2026, 11, 15, 0, 0, 0}, {2026, 11, 16, 0, 0, 0}), In(u"1 day"));
   // 25 hours on the next day: d is 1, so the hours speak.
@@ -78,33 +75,6 @@ TEST(NextJobTest, ComposeTakesTheKeyForTheTimeAndTheTextForTheSeconds) {
   EXPECT_FALSE(view.showLines);
   EXPECT_THROW(notify::ComposeNextJob(u"A", u"x", u"2026xx160930", u"", now, u"."), base::Failure);
   EXPECT_THROW(notify::ComposeNextJob(u"A", u"x", u"202613160930", u"", now, u"."), base::Failure);
-}
-
-class NextJobFileTest : public ::testing::Test, public testkit::FrameFixture {};
-
-TEST_F(NextJobFileTest, TheJobThatSortsFirstIsTheNextOne) {
-  AddCommon();
-  fake.clock.now = {2026, 11, 15, 10, 0, 0};
-  auto record = [](Text no, Text set, Text next, Text key) {
-    jobstore::ScheduleRecord r;
-    r.RecordNo = no;
-    r.BackupSetName = set;
-    r.NextRun = next;
-    r.SortKey = key;
-    r.FrequencyIndex = u"2";
-    r.Days = u"1,2,3,4,5,6,7";
-    return jobstore::BuildScheduleLine(r);
-  };
-  platform::TextFile::WriteLines(
-      fake.fs, app.ScheduleFilePath,
-      {u"0", record(u"1", u"Later", u"11-17-2026 9:00:00", u"202611170900"),
-       record(u"2", u"Sooner", u"11-15-2026 13:00:00", u"202611151300")});
-  const notify::NextJobView view = notify::ReadNextJob(app);
-  EXPECT_EQ(view.status, In(u"3 hour(s)")) << U8(view.status);
-  EXPECT_EQ(view.setName, u"Sooner");
-
-  platform::TextFile::WriteLines(fake.fs, app.ScheduleFilePath, {u"0"});
-  EXPECT_EQ(notify::ReadNextJob(app).status, notify::kNoScheduledJob);
 }
 
 class QuotaTest : public ::testing::Test, public testkit::FrameFixture {};

@@ -1,6 +1,8 @@
 // The engine's request files and the names the notices keep.
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "base/Utf16.h"
 #include "notify/Requests.h"
 #include "testkit/FrameFixture.h"
@@ -13,9 +15,14 @@ class RequestsTest : public ::testing::Test, public testkit::CommonFixture {
  protected:
   Text JobFile() { return Common(notify::kJobRequestFile); }
   Text DialupFile() { return Common(notify::kDialupRequestFile); }
+  // The job's log, its session file and the account kept.
+  using Names = std::tuple<Text, Text, Text>;
+  Names Kept(const notify::KeptNames& kept) {
+    return {app.CurrentLogName, app.CurrentSessionFile, kept.accountName};
+  }
 };
 
-TEST_F(RequestsTest, TheJobRequestIsUtf16WithTheSecondLineDropped) {
+TEST_F(RequestsTest, TheJobRequestIsUtf16WithTheSecondLineDroppedAndABadOneKeepsTheNames) {
   using Kind = notify::JobRequest::Kind;
   EXPECT_EQ(notify::ReadJobRequest(app), std::nullopt);
   platform::TextFile::WriteLines(fake.fs, JobFile(), {u"Photos & Music", u"ignored", u"alice"});
@@ -28,10 +35,8 @@ TEST_F(RequestsTest, TheJobRequestIsUtf16WithTheSecondLineDropped) {
   // Without a byte-order mark it is UTF-16 all the same.
   fake.fs.WriteAll(JobFile(), base::EncodeUtf16Le(base::TextView(u"A\r\n\r\nbob\r\n")));
   EXPECT_EQ(notify::ReadJobRequest(app)->accountName, u"bob");
-}
 
-TEST_F(RequestsTest, EmptyShortAndLockedRequestsKeepTheNames) {
-  using Kind = notify::JobRequest::Kind;
+  // Empty, short and locked requests keep the names.
   notify::KeptNames kept{u"bob"};
   app.CurrentLogName = u"Earlier";
   fake.fs.WriteAll(JobFile(), "");
@@ -51,9 +56,7 @@ TEST_F(RequestsTest, EmptyShortAndLockedRequestsKeepTheNames) {
   fake.fs.SetLocked(JobFile(), false);
   platform::TextFile::WriteLines(fake.fs, JobFile(), {u"Mail", u"", u"alice"});
   notify::KeepNames(app, kept, *notify::ReadJobRequest(app));
-  EXPECT_EQ(app.CurrentLogName, u"Mail");
-  EXPECT_EQ(app.CurrentSessionFile, u"S.txt");
-  EXPECT_EQ(kept.accountName, u"alice");
+  EXPECT_EQ(Kept(kept), Names(u"Mail", u"S.txt", u"alice"));
 }
 
 // Line 1 is the job's log, line 2 its session file: the process's current names.
@@ -66,20 +69,13 @@ TEST_F(RequestsTest, TheDialupRequestIsPlainTextOfUpToTwoLines) {
   auto request = notify::ReadDialupRequest(app);
   ASSERT_TRUE(request);
   notify::KeepNames(app, kept, *request);
-  EXPECT_EQ(app.CurrentLogName, u"Caf\u00E9 set");
-  EXPECT_EQ(app.CurrentSessionFile, u"Schedule 11-15-2026  05-02-33.txt");
-  EXPECT_EQ(kept.accountName, u"bob");
-
+  EXPECT_EQ(Kept(kept), Names(u"Caf\u00E9 set", u"Schedule 11-15-2026  05-02-33.txt", u"bob"));
   fake.fs.WriteAll(DialupFile(), "one\r\n");
   notify::KeepNames(app, kept, *notify::ReadDialupRequest(app));
-  EXPECT_EQ(app.CurrentLogName, u"one");
-  EXPECT_EQ(app.CurrentSessionFile, u"");
-  EXPECT_EQ(kept.accountName, u"bob");
-
+  EXPECT_EQ(Kept(kept), Names(u"one", u"", u"bob"));
   fake.fs.WriteAll(DialupFile(), "");
   notify::KeepNames(app, kept, *notify::ReadDialupRequest(app));
-  EXPECT_EQ(app.CurrentLogName, u"");
-  EXPECT_EQ(kept.accountName, u"");  // an empty file clears the account too
+  EXPECT_EQ(Kept(kept), Names(u"", u"", u""));  // an empty file clears the account too
 }
 
 TEST(RequestRulesTest, ResultPicturesDefaultSetAndAmpersands) {
