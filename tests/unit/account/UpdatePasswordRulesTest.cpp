@@ -166,9 +166,8 @@ TEST_F(UpdatePasswordRulesTest, TheStoreWritesNoFileOutsideItsFolderAndDotsApart
   EXPECT_EQ(frame::ReadSetting(app, u"mary.ann", true), u"secret");
 }
 
-// The store keeps eight bits of a character, shifted by a key letter that depends on
-// its place: whatever the form lets through must come back from the file as it was
-// proved, in every place of the password, the first and the last included.
+// The store keeps eight bits of a character shifted by a key letter of its place: what
+// the form lets through must come back as it was proved, in every place of the password.
 TEST_F(UpdatePasswordRulesTest, EveryCharacterTheFormTakesIsStoredAsItWasProved) {
   std::vector<char16_t> units;
   for (char32_t c = 1; c < 0x250; ++c) units.push_back(static_cast<char16_t>(c));

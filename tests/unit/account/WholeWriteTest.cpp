@@ -1,7 +1,4 @@
-// The schedule's writers when the disk fails them: each failure at each step of a
-// write leaves the file's previous bytes and gives the system's reason; one change is
-// one write with the bytes the delete-then-append sequence leaves; a process killed in
-// the middle leaves the old file or the new, and the next start clears up.
+// The writers of the shared files when the disk fails them or the process is killed.
 #include <functional>
 #include <random>
 
@@ -23,8 +20,6 @@ ScheduleRecord Record(const Text& no) {
   r.BackupSetName = u"Saved";
   return r;
 }
-
-// --- One change, one write, the same bytes ---------------------------------------
 
 class SameBytesTest : public JobStoreTest {
  protected:
@@ -108,9 +103,6 @@ TEST_F(SameBytesTest, UpdateAndRemovalGiveTheSequencesBytesInOneWrite) {
   }
 }
 
-// --- Every writer, every failure ---------------------------------------------------
-
-// One writer of a shared file: what it writes, where, and the bytes there before.
 struct Writer {
   const char* name;
   std::function<Text(JobStoreTest&)> setUp;  // the file it writes
@@ -171,7 +163,6 @@ std::vector<Writer> Writers() {
 
 class FailingWriteTest : public JobStoreTest {
  protected:
-  // No temporary file anywhere under QVCOMMON.
   bool NoTemporaries() {
     for (const Text& folder : {Common(u""), Common(u"jsmith")})
       if (!fake.fs.List(folder, platform::kTemporaryPattern).empty()) return false;
@@ -312,13 +303,10 @@ TEST_F(FailingWriteTest, EveryAppenderLeavesNoHalfLineWhateverFails) {
   }
 }
 
-// --- A process killed in the middle -----------------------------------------------
-
 TEST_F(FailingWriteTest, KilledAtAnyPointTheFileIsOldOrNewAndTheNextStartClearsUp) {
   int points = 0;
   for (const Writer& writer : Writers()) {
     SCOPED_TRACE(writer.name);
-    // The bytes a write that runs through gives.
     const Text path = writer.setUp(*this);
     const std::string old = fake.fs.Bytes(path);
     ASSERT_TRUE(writer.run(*this).ok);
