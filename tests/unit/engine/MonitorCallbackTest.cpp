@@ -119,11 +119,10 @@ TEST_F(MonitorCallbackTest, ANegativeSizeIsRefusedWithOneTraceLine) {
   ASSERT_EQ(Trace().size(), 1u);
   EXPECT_EQ(Trace()[0], expected);
 
-  for (int which = 0; which < 3; ++which) {
+  for (auto field : {&UpdateMonitorArgs::dFileSize, &UpdateMonitorArgs::dTotalFilesize,
+                     &UpdateMonitorArgs::dTotalBuffer}) {
     UpdateMonitorArgs b = Call(u"neg");
-    if (which == 0) b.dFileSize = -1;
-    if (which == 1) b.dTotalFilesize = -1;
-    if (which == 2) b.dTotalBuffer = -0.5;
+    b.*field = -0.5;
     engine::UpdateMonitor(app, b);
   }
   EXPECT_EQ(Trace().size(), 4u);
