@@ -1,7 +1,5 @@
-// The fuzz programs' corpus replayed in the native test tree, without libFuzzer: each
-// file under the folders (or the files) given is handed to the target once, under the
-// tree's sanitizers. A folder that does not exist or holds no file fails, so that a
-// target cannot lose its corpus unseen.
+// A fuzz program's corpus replayed without libFuzzer: each file of the folders given goes
+// to the target once. A folder that is missing or empty fails: no corpus is lost unseen.
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -18,7 +16,6 @@ int main(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) {
     std::error_code ec;
     std::vector<fs::path> files;
-    if (fs::is_regular_file(argv[i], ec)) files.push_back(argv[i]);
     if (fs::is_directory(argv[i], ec))
       for (const auto& entry : fs::directory_iterator(argv[i], ec))
         if (entry.is_regular_file(ec)) files.push_back(entry.path());

@@ -1,8 +1,5 @@
-// Arbitrary bytes as a status reply, an address and a log line for the account code:
-// the code is 0 to 3 and 0 only for an empty reply, an accepted address has a host,
-// and a filtered line keeps no value behind "password=".
+// Any bytes as the account service's reply, an address and a log line to filter.
 #include "FuzzInput.h"
-#include "base/Text.h"
 #include "platform/portable/HttpRules.h"
 #include "account/AccountService.h"
 

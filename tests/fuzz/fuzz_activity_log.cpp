@@ -1,11 +1,7 @@
-// Arbitrary bytes as the activity log with any chunk size and count, through the tail
-// reader and the parse of each line: the tail agrees with a whole read, gives at most
-// the lines asked for, each trimmed, without NUL and not blank.
-#include <string>
+// Any activity log through the tail reader (any chunk size and count) and the line parse.
 
 #include "FuzzInput.h"
 #include "monitor/LogView.h"
-#include "platform/fake/FakeFileSystem.h"
 
 using base::Text;
 

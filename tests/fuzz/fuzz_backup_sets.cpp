@@ -1,8 +1,4 @@
-// Arbitrary bytes as BacksetData.txt (or, in Relative Path mode, as scheduleData.txt)
-// through the fill of the Backup Now list: the sets file is only read, the screen shows
-// exactly when there are rows, and no row is twice or one of the sets Backup Now hides.
-#include <string>
-#include <vector>
+// Any BacksetData.txt (or, in Relative Path mode, scheduleData.txt) through the Backup Now fill.
 
 #include "FuzzInput.h"
 #include "frame/Settings.h"

@@ -1,5 +1,4 @@
-// Arbitrary bytes as a log of the feedback report, read as Unicode and as plain text:
-// the temporary file gone afterwards and the tail within its limit, whole lines.
+// Any log of the feedback report, read as Unicode and as plain text.
 #include "FuzzInput.h"
 #include "account/FeedbackReport.h"
 

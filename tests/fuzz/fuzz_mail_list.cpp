@@ -1,8 +1,4 @@
-// Arbitrary bytes as Mailid.txt, and an arbitrary address, through the load of the
-// address list and the save of an address: loading and saving never change the file,
-// and the list stays within its bound.
-#include <string>
-#include <vector>
+// Any Mailid.txt and address through the load of the address list and the save of one.
 
 #include "FuzzInput.h"
 #include "jobstore/BackupSets.h"

@@ -1,6 +1,4 @@
-// Arbitrary engine calls: the bytes become the 14 arguments of UpdateMonitor (NaN and
-// infinities included). "?stop" ends the transfer, a negative size is traced, anything
-// else is kept with a time left that is the one sent, empty, or the one kept before.
+// Any engine calls: the bytes are UpdateMonitor's 14 arguments (NaN and infinities too).
 #include "FuzzInput.h"
 #include "engine/MonitorCallback.h"
 

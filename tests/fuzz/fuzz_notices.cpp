@@ -1,7 +1,4 @@
-// Arbitrary bytes as the job-end and dial-up request files and a user's missed-backup
-// keys, through the notices on the windowless kit: each request is taken (its file
-// gone) with the names it carries kept.
-#include <string>
+// Any job-end and dial-up request files and missed-backup keys through the notices.
 
 #include "FuzzInput.h"
 #include "base/Guarded.h"
@@ -9,12 +6,11 @@
 #include "kit/ScriptedUi.h"
 #include "notify/Notices.h"
 #include "notify/Requests.h"
-#include "testkit/FrameFixture.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string bytes(reinterpret_cast<const char*>(data), size);
   const std::size_t third = size / 3;
-  testkit::FrameFixture fx;
+  fuzz::Monitor fx;
   fx.fake.fs.AddFolders(u"C:\\QV\\QVCOMMON\\fuzz");
   fx.fake.fs.PutFile(fx.Common(u"qvwincurjobname.txt"), bytes.substr(0, third));
   fx.fake.fs.PutFile(fx.Common(u"DialupDisconnect.txt"), bytes.substr(third, third));

@@ -1,10 +1,6 @@
-// Arbitrary bytes as a profile file (any of its encodings) through reads, repeated
-// writes and deletes: a read never exceeds its buffer, and once the file is tidy a
-// written value reads back and the same write changes nothing.
-#include <string>
+// Any profile file (any of its encodings) through reads, repeated writes and deletes.
 
 #include "FuzzInput.h"
-#include "platform/fake/FakeFileSystem.h"
 #include "platform/portable/PortableProfile.h"
 
 namespace {

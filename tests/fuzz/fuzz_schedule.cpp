@@ -1,6 +1,4 @@
-// Arbitrary bytes as scheduleData.txt through load, update, delete, new number and the
-// state word: no crash or hang, the next job is one of those loaded, what was written
-// loads again, and the state word changes the first unit and nothing else.
+// Any scheduleData.txt through load, update, delete, new number and the state word.
 #include "FuzzInput.h"
 #include "jobstore/DBaction.h"
 #include "jobstore/NextRun.h"

@@ -1,7 +1,4 @@
-// Arbitrary choices and mail texts through the schedule editor's list, its clicks, its
-// checks and its save, over arbitrary bytes as scheduleData.txt: no crash or hang, the
-// list shows each numbered job once, a refused check leaves the file as it was, and the
-// file still loads afterwards.
+// Any editor choices and mail text over any scheduleData.txt, through the list, clicks and save.
 #include "FuzzInput.h"
 #include "jobs/DTEmailRules.h"
 #include "jobs/ScheduleEditorModel.h"

@@ -1,7 +1,4 @@
-// Arbitrary UTF-16 text as the names of a session folder (split at U+000A) through the
-// listing, the pages and the way back from each row to a file name: the insertion
-// order holds, and a delete never removes a file other than the one its row names.
-#include <vector>
+// Any session file names (split at U+000A) through the listing, the pages, view and delete.
 
 #include "FuzzInput.h"
 #include "kit/Form.h"

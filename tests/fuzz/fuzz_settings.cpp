@@ -1,8 +1,4 @@
-// Arbitrary bytes as qvwin.ini, QVDetails.ini, the user's qvwinserver.ini, AutoPause.ini
-// and the user's password file, through start-up and the readers of numbers and choices:
-// start-up runs and places the window at most once, the quota bar stays within 0..100,
-// and the engine type is a yes or a no.
-#include <string>
+// Any settings, account and password files through start-up and the readers of their values.
 
 #include "FuzzInput.h"
 #include "frame/Settings.h"
@@ -13,7 +9,6 @@
 #include "monitor/WebHelperAnswer.h"
 #include "notify/NextJob.h"
 #include "account/AccountService.h"
-#include "testkit/FrameFixture.h"
 #include "account/ValueFiles.h"
 
 namespace {
@@ -48,7 +43,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   parts[4] = rest.substr(at);
 
-  testkit::FrameFixture fx;
+  fuzz::Monitor fx;
   auto& fs = fx.fake.fs;
   fs.AddFolders(u"C:\\QV\\QVCOMMON\\alice");
   fs.PutFile(fx.Common(u"qvwin.ini"), parts[0]);

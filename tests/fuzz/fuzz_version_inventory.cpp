@@ -1,8 +1,4 @@
-// Arbitrary version numbers (or none) for the product's program files, in a program
-// folder with an arbitrary name, through the About window's list and title line: the
-// list is the release date and then, in the fixed order, one line for each file that
-// has a version and a column, each ending in that file's version.
-#include <vector>
+// Any file versions (or none) and program folder name through the About list and title.
 
 #include "FuzzInput.h"
 #include "account/VersionInventory.h"

@@ -3,6 +3,7 @@
 // scripted account service, for the account and report rules.
 #include <algorithm>
 
+#include "frame/MessageTable.h"
 #include "frame/Settings.h"
 #include "kit/ScriptedUi.h"
 #include "testkit/FrameFixture.h"
@@ -23,6 +24,13 @@ struct AccountFixture : FrameFixture {
     platform::TextFile::WriteLines(fake.fs, app.BacksetFilePath, lines);
   }
   void JobInProgress() { platform::TextFile::WriteLines(fake.fs, app.ScheduleFilePath, {u"1"}); }
+  // The texts of the boxes shown so far, in order.
+  std::vector<base::Text> Texts() {
+    std::vector<base::Text> t;
+    for (const auto& q : ui.Questions()) t.push_back(q.text);
+    return t;
+  }
+  base::Text Msg(long code) { return frame::GetMessage(app, code); }
   static bool Has(const base::Text& text, const base::Text& part) {
     return text.find(part) != base::Text::npos;
   }

@@ -17,8 +17,13 @@ using testkit::FrameFixture;
 
 namespace {
 
+const Text kBackground = u"QVBackground_955.exe";
+
 class ProcessScanTest : public ::testing::Test, public FrameFixture {
  protected:
+  // Every scan closes what it opened, whatever it found.
+  void TearDown() override { EXPECT_EQ(fake.processes.OpenHandles(), 0); }
+  long Query() { return ScanForProgram(app, kBackground, false, 2, engine::ScanAccess::QueryOnly); }
   std::vector<std::string>& Calls() { return fake.processes.calls; }
   long Count(const std::string& call) { return std::count(Calls().begin(), Calls().end(), call); }
   std::vector<std::string> CallsStartingWith(const std::string& prefix) {
@@ -39,13 +44,12 @@ TEST(ProgramTailTest, KeepsTheLowerCasedFileNameAfterBothKindsOfSeparator) {
 
 TEST_F(ProcessScanTest, ListPathGrowsTheArrayUntilItHasRoomToSpare) {
   for (std::uint32_t pid = 1; pid <= 9; ++pid) fake.processes.Add(pid * 4, u"C:\\w\\other.exe");
-  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", false, 2), 0);
+  EXPECT_EQ(ScanForProgram(app, kBackground, false, 2), 0);
   // 9 processes are 36 bytes: 16 and 32 are full, 64 has room.
   std::vector<std::string> expected = {"EnumProcessIds(16)", "EnumProcessIds(32)",
                                        "EnumProcessIds(64)"};
   EXPECT_EQ(CallsStartingWith("EnumProcessIds"), expected);
   EXPECT_EQ(Count("OpenProcess(1041,0,36)"), 1);
-  EXPECT_EQ(fake.processes.OpenHandles(), 0);
 }
 
 TEST_F(ProcessScanTest, FindsTheProgramInAnyFolderAndCaseAndKillsOnlyTheFirst) {
@@ -58,23 +62,20 @@ TEST_F(ProcessScanTest, FindsTheProgramInAnyFolderAndCaseAndKillsOnlyTheFirst) {
   EXPECT_EQ(ScanForProgram(app, u"QVWin Service_955.exe", true, 2), 1);
   EXPECT_EQ(fake.processes.terminated, std::vector<std::uint32_t>{12});
   EXPECT_TRUE(fake.processes.Running(16));
-  EXPECT_EQ(fake.processes.OpenHandles(), 0);
 }
 
 TEST_F(ProcessScanTest, PassesOverProcessesThatCannotBeOpenedOrRead) {
   fake.processes.Add(8, u"C:\\QV\\QVBackground_955.exe", false);  // another user's
-  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", true, 2), 0);
+  EXPECT_EQ(ScanForProgram(app, kBackground, true, 2), 0);
   fake.processes.Add(12, u"C:\\QV\\QVBackground_955.exe");
   fake.processes.modulesFail = true;
-  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", true, 2), 0);
+  EXPECT_EQ(ScanForProgram(app, kBackground, true, 2), 0);
   EXPECT_TRUE(fake.processes.terminated.empty());
-  EXPECT_EQ(fake.processes.OpenHandles(), 0);
 }
 
 TEST_F(ProcessScanTest, QueryOnlyScanOpensWithoutTheRightToEnd) {
   fake.processes.Add(8, u"C:\\QV\\QVBackground_955.exe");
-  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", true, 2, engine::ScanAccess::QueryOnly),
-            1);
+  EXPECT_EQ(ScanForProgram(app, kBackground, true, 2, engine::ScanAccess::QueryOnly), 1);
   EXPECT_EQ(Count("OpenProcess(1040,0,8)"), 1);
   EXPECT_TRUE(fake.processes.Running(8));
 }
@@ -82,51 +83,43 @@ TEST_F(ProcessScanTest, QueryOnlyScanOpensWithoutTheRightToEnd) {
 TEST_F(ProcessScanTest, AWalkOpensOnlyTheProcessesItHasNotMetBefore) {
   for (std::uint32_t pid = 1; pid <= 9; ++pid) fake.processes.Add(pid * 4, u"C:\\w\\other.exe");
   fake.processes.Add(100, u"C:\\w\\locked.exe", false);
-  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", false, 2, engine::ScanAccess::QueryOnly),
-            0);
+  EXPECT_EQ(Query(), 0);
   Calls().clear();
-  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", false, 2, engine::ScanAccess::QueryOnly),
-            0);
+  EXPECT_EQ(Query(), 0);
   // One list, from the size that had room last time, and no process opened again.
   EXPECT_EQ(Calls(), std::vector<std::string>{"EnumProcessIds(64)"});
 
   // The engine starts: only it is opened, and it is found.
   fake.processes.Add(40, u"C:\\QV\\QVBackground_955.exe");
   Calls().clear();
-  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", false, 2, engine::ScanAccess::QueryOnly),
-            1);
+  EXPECT_EQ(Query(), 1);
   EXPECT_EQ(CallsStartingWith("OpenProcess"), std::vector<std::string>{"OpenProcess(1040,0,40)"});
-  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", false, 2, engine::ScanAccess::QueryOnly),
-            1);
+  EXPECT_EQ(Query(), 1);
 
   // It ends, and another program takes its id: the id's new start tells them apart.
   fake.processes.processes.pop_back();
   fake.processes.Add(40, u"C:\\w\\notepad.exe");
-  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", false, 2, engine::ScanAccess::QueryOnly),
-            0);
+  EXPECT_EQ(Query(), 0);
   fake.processes.processes.pop_back();
-  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", false, 2, engine::ScanAccess::QueryOnly),
-            0);
+  EXPECT_EQ(Query(), 0);
   // The list grows past its last size: it doubles again from there.
   for (std::uint32_t pid = 200; pid < 240; ++pid) fake.processes.Add(pid, u"C:\\w\\other.exe");
   fake.processes.Add(300, u"C:\\QV\\qvbackground_955.EXE");
   Calls().clear();
-  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", false, 2, engine::ScanAccess::QueryOnly),
-            1);
+  EXPECT_EQ(Query(), 1);
   EXPECT_EQ(CallsStartingWith("EnumProcessIds"),
             (std::vector<std::string>{"EnumProcessIds(64)", "EnumProcessIds(128)",
                                       "EnumProcessIds(256)"}));
-  EXPECT_EQ(fake.processes.OpenHandles(), 0);
 }
 
 TEST_F(ProcessScanTest, ANameThatCouldNotBeReadIsReadAgainAndAKillOpensEveryProcess) {
   fake.processes.Add(8, u"C:\\QV\\QVBackground_955.exe");
   fake.processes.modulesFail = true;  // a program still starting has no modules yet
-  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", false, 2), 0);
+  EXPECT_EQ(ScanForProgram(app, kBackground, false, 2), 0);
   fake.processes.modulesFail = false;
-  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", false, 2), 1);
+  EXPECT_EQ(ScanForProgram(app, kBackground, false, 2), 1);
   Calls().clear();
-  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", true, 2), 1);
+  EXPECT_EQ(ScanForProgram(app, kBackground, true, 2), 1);
   EXPECT_EQ(Count("OpenProcess(1041,0,8)"), 1);
   EXPECT_EQ(fake.processes.terminated, std::vector<std::uint32_t>{8});
 }
@@ -135,21 +128,20 @@ TEST_F(ProcessScanTest, SnapshotPathOnTheOldPlatformAndNoneOnAnyOther) {
   fake.processes.Add(8, u"C:\\WINDOWS\\EXPLORER.EXE");
   fake.processes.Add(12, u"C:\\QV\\QVBACKGROUND_955.EXE");
   fake.processes.Add(16, u"C:\\QV\\QVBackground_955.exe");
-  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", true, 1), 1);
+  EXPECT_EQ(ScanForProgram(app, kBackground, true, 1), 1);
   // The walk ends at the first match.
   std::vector<std::string> expected = {
       "CreateSnapshot(2,0)", "ProcessFirst(546)", "ProcessNext(546)", "OpenProcess(1025,1,12)",
       "TerminateProcess(0)", "CloseHandle",       "CloseHandle"};
   EXPECT_EQ(Calls(), expected);
   EXPECT_EQ(fake.processes.terminated, std::vector<std::uint32_t>{12});
-  EXPECT_EQ(fake.processes.OpenHandles(), 0);
 
   fake.processes.snapshotFails = true;
-  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", false, 1), 0);
+  EXPECT_EQ(ScanForProgram(app, kBackground, false, 1), 0);
   // Any other platform finds nothing and asks nothing.
   Calls().clear();
-  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", true, 3), 0);
-  EXPECT_EQ(ScanForProgram(app, u"QVBackground_955.exe", true, 0), 0);
+  EXPECT_EQ(ScanForProgram(app, kBackground, true, 3), 0);
+  EXPECT_EQ(ScanForProgram(app, kBackground, true, 0), 0);
   EXPECT_TRUE(Calls().empty());
 }
 
