@@ -27,7 +27,7 @@ namespace {
 class EngineCallbackTest : public EngineMonitorTest {};
 
 TEST_F(EngineCallbackTest, BackgroundEngineCallsTheMonitorThroughTheVtable) {
-  Schedule(L"0", ImmediateJob());
+  Schedule(L"0", {ImmediateJob()});
   Scenario({L"files = 2", L"steps = 3", L"step_ms = 100", L"bk_status = 2"});
   StartServingMonitor();
   StartBackgroundEngine();
@@ -48,8 +48,7 @@ TEST_F(EngineCallbackTest, BackgroundEngineCallsTheMonitorThroughTheVtable) {
 
   // What the engine leaves at the end of a job.
   EXPECT_EQ(Word(), L"0");
-  auto schedule = ReadTextFile(Folder().CommonFile(L"scheduleData.txt")).value_or(Lines{});
-  EXPECT_EQ(schedule.size(), 1u) << "the job that ran once is gone";
+  EXPECT_EQ(ScheduleLines().size(), 1u) << "the job that ran once is gone";
   EXPECT_EQ(ReadTextFile(Folder().CommonFile(L"qvwincurjobname.txt")).value_or(Lines{}),
             (Lines{L"Documents", L"5", L"jsmith"}));
   EXPECT_EQ(ReadIni(Folder().CommonFile(L"qvwin.ini"), L"Corvane", L"DESKNOTIFYICON"), L"GREEN");
@@ -66,7 +65,7 @@ TEST_F(EngineCallbackTest, BackgroundEngineCallsTheMonitorThroughTheVtable) {
 }
 
 TEST_F(EngineCallbackTest, DispatchAndVtableWithAndWithoutOptionalsAndRefusedCalls) {
-  Schedule(L"0", ImmediateJob());
+  Schedule(L"0", {ImmediateJob()});
   // The scenario file's lines, a call's settings on one line.
   // clang-format off
   Scenario({L"files = 0", L"step_ms = 50",
@@ -102,7 +101,7 @@ TEST_F(EngineCallbackTest, DispatchAndVtableWithAndWithoutOptionalsAndRefusedCal
 // ---- the service form and the service manager ---------------------------------
 
 TEST_F(EngineCallbackTest, ServiceEngineRunsUnderTheServiceManagerAndCallsTheMonitor) {
-  Schedule(L"0", ImmediateJob());
+  Schedule(L"0", {ImmediateJob()});
   Scenario({L"files = 2", L"steps = 2", L"step_ms = 100", L"via = dispatch"});
   StartServingMonitor();
   RegisteredService service(Folder().Root() / kServiceExe, L"demand");
@@ -127,7 +126,7 @@ TEST_F(EngineCallbackTest, ServiceEngineRunsUnderTheServiceManagerAndCallsTheMon
 }
 
 TEST_F(EngineCallbackTest, BackgroundEngineIsStartedStoppedAndEndedByTheEngineObjects) {
-  Schedule(L"0", L"");
+  Schedule(L"0", {L""});
   // The background program is started relative to the current folder, which the
   // monitor sets to its program folder.
   wchar_t previous[MAX_PATH] = {};

@@ -46,21 +46,32 @@ inline std::wstring After(const std::wstring& line, const std::wstring& prefix) 
   return at == std::wstring::npos ? std::wstring() : line.substr(at + prefix.size());
 }
 
+using platform::win32::UniqueServiceHandle;
+
+// The service `name` of the service manager, with `access`; none when either cannot open.
+inline UniqueServiceHandle OpenNamedService(const wchar_t* name, DWORD access) {
+  const UniqueServiceHandle m(OpenSCManagerW(nullptr, nullptr, SC_MANAGER_CONNECT));
+  return UniqueServiceHandle(m ? OpenServiceW(m.Get(), name, access) : nullptr);
+}
+// True once the service is in `state` (SERVICE_STOPPED, SERVICE_RUNNING).
+inline bool WaitForServiceState(SC_HANDLE s, DWORD state) {
+  return WaitUntil([&] {
+    SERVICE_STATUS st{};
+    return QueryServiceStatus(s, &st) && st.dwCurrentState == state;
+  });
+}
+
 // Wine's COM keeps the class object of a server that was killed (not ended through
 // its Shutdown) and hands it to later clients, who then cannot reach it. Restarting
 // the COM service forgets such leftovers of earlier tests.
 inline void ForgetKilledServers() {
-  SC_HANDLE m = OpenSCManagerW(nullptr, nullptr, SC_MANAGER_ALL_ACCESS);
-  if (!m) return;
-  if (SC_HANDLE s = OpenServiceW(m, L"RpcSs", SERVICE_ALL_ACCESS)) {
-    SERVICE_STATUS st{};
-    if (ControlService(s, SERVICE_CONTROL_STOP, &st))
-      WaitUntil([&] { return QueryServiceStatus(s, &st) && st.dwCurrentState == SERVICE_STOPPED; });
-    StartServiceW(s, 0, nullptr);
-    WaitUntil([&] { return QueryServiceStatus(s, &st) && st.dwCurrentState == SERVICE_RUNNING; });
-    CloseServiceHandle(s);
-  }
-  CloseServiceHandle(m);
+  const UniqueServiceHandle s = OpenNamedService(L"RpcSs", SERVICE_ALL_ACCESS);
+  if (!s) return;
+  SERVICE_STATUS st{};
+  if (ControlService(s.Get(), SERVICE_CONTROL_STOP, &st))
+    WaitForServiceState(s.Get(), SERVICE_STOPPED);
+  StartServiceW(s.Get(), 0, nullptr);
+  WaitForServiceState(s.Get(), SERVICE_RUNNING);
 }
 
 // Registers (and on destruction stops and deletes) "QVWin Service" for the simulated
@@ -75,15 +86,10 @@ class RegisteredService {
     ok_ = WaitUntil([&] { return Run(create) == 0; });
   }
   ~RegisteredService() {
-    if (SC_HANDLE m = OpenSCManagerW(nullptr, nullptr, SC_MANAGER_ALL_ACCESS)) {
-      if (SC_HANDLE s = OpenServiceW(m, L"QVWin Service", SERVICE_ALL_ACCESS)) {
-        SERVICE_STATUS st{};
-        ControlService(s, SERVICE_CONTROL_STOP, &st);
-        WaitUntil(
-            [&] { return QueryServiceStatus(s, &st) && st.dwCurrentState == SERVICE_STOPPED; });
-        CloseServiceHandle(s);
-      }
-      CloseServiceHandle(m);
+    if (const UniqueServiceHandle s = OpenNamedService(L"QVWin Service", SERVICE_ALL_ACCESS)) {
+      SERVICE_STATUS st{};
+      ControlService(s.Get(), SERVICE_CONTROL_STOP, &st);
+      WaitForServiceState(s.Get(), SERVICE_STOPPED);
     }
     Run(L"sc delete \"QVWin Service\"");
   }
@@ -136,10 +142,13 @@ class EngineMonitorTest : public MonitorTest {
     SetEnvironmentVariableW(L"QV_TRACE_UPDATES", nullptr);
   }
 
-  void Schedule(const std::wstring& word, const std::wstring& record) {
+  // The state word and the records of the schedule file.
+  void Schedule(const std::wstring& word, const Lines& records = {}) {
     std::error_code ec;
     std::filesystem::create_directories(Folder().Common(), ec);
-    ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"scheduleData.txt"), {word, record}));
+    Lines lines{word};
+    lines.insert(lines.end(), records.begin(), records.end());
+    ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"scheduleData.txt"), lines));
   }
   void Scenario(const Lines& lines) {
     ASSERT_TRUE(WriteAnsiFile(Folder().Root() / L"engine-sim.ini", lines));
@@ -188,8 +197,11 @@ class EngineMonitorTest : public MonitorTest {
       if (l.rfind(prefix, 0) == 0) out.push_back(l.substr(prefix.size()));
     return out;
   }
+  Lines ScheduleLines() {
+    return ReadTextFile(Folder().CommonFile(L"scheduleData.txt")).value_or(Lines{});
+  }
   std::wstring Word() {
-    auto lines = ReadTextFile(Folder().CommonFile(L"scheduleData.txt")).value_or(Lines{});
+    const Lines lines = ScheduleLines();
     return lines.empty() ? L"<none>" : lines[0];
   }
   // Every call the simulator sent arrived, in order, exactly as it was sent.

@@ -16,6 +16,12 @@ std::optional<std::string> ReadBytes(const std::filesystem::path& file) {
   return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
+}  // namespace
+
+std::string FileBytes(const std::filesystem::path& file) { return ReadBytes(file).value_or(""); }
+
+namespace {
+
 bool WriteBytes(const std::filesystem::path& file, const std::string& bytes) {
   std::error_code ec;
   std::filesystem::create_directories(file.parent_path(), ec);

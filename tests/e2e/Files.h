@@ -13,6 +13,8 @@ using Lines = std::vector<std::wstring>;
 
 bool WriteUtf16File(const std::filesystem::path& file, const Lines& lines);
 bool WriteAnsiFile(const std::filesystem::path& file, const Lines& lines);
+// The file's bytes; empty when it cannot be read.
+std::string FileBytes(const std::filesystem::path& file);
 // Lines without their CR LF. A file without a byte-order mark is read as ANSI.
 // Nothing when the file cannot be read.
 std::optional<Lines> ReadTextFile(const std::filesystem::path& file);

@@ -10,8 +10,6 @@
 #include <cwchar>
 #include <functional>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <optional>
 #include <string>
 #include <vector>
@@ -21,10 +19,6 @@
 
 namespace e2e {
 
-inline std::string FileBytes(const std::filesystem::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
 // Record 9: a daily job whose next run is far away, so the engine leaves it alone.
 inline std::wstring LaterJob(const std::wstring& no = L"9", const std::wstring& name = L"Music") {
   return Job(no, name, L"01-02-2099 6:30:00", L"3", L"209901020630", L"1234567");
@@ -148,14 +142,6 @@ inline std::vector<std::wstring> Fields(const std::wstring& line) {
 class JobScreensTest : public EngineMonitorTest {
  protected:
   HWND Open() { return OpenMonitor(L"Min"); }
-  void Jobs(const std::wstring& word, const Lines& records) {
-    Lines lines{word};
-    lines.insert(lines.end(), records.begin(), records.end());
-    ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"scheduleData.txt"), lines));
-  }
-  Lines ScheduleLines() {
-    return ReadTextFile(Folder().CommonFile(L"scheduleData.txt")).value_or(Lines{});
-  }
   // Tray item 5: Manage all the Scheduled Jobs.
   HWND OpenJobList() {
     TrayItem(5);

@@ -69,10 +69,6 @@ Process* MonitorTest::StartAndWait(const std::wstring& arguments, ProgramFolder*
   return p;
 }
 
-void MonitorTest::Kill(Process* p) {
-  if (p) p->Terminate();
-}
-
 std::optional<WindowInfo> MonitorTest::MainWindow(DWORD pid, Ms timeout) {
   return WaitForWindow(WindowQuery{kMonitorTitle, kMonitorClass, pid, false}, timeout);
 }

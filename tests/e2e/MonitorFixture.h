@@ -38,8 +38,6 @@ class MonitorTest : public ::testing::Test {
   Process* Start(const std::wstring& arguments, ProgramFolder* folder = nullptr);
   // Starts it and waits until Main has shown or hidden the window (its trace line).
   Process* StartAndWait(const std::wstring& arguments, ProgramFolder* folder = nullptr);
-  // Ends a monitor the hard way, so the next start of the test finds no mutex.
-  void Kill(Process* p);
 
   // The monitor window of a process, also while hidden.
   std::optional<WindowInfo> MainWindow(DWORD pid, Ms timeout = kWait);

@@ -44,7 +44,7 @@ class MonitorWindowTest : public EngineMonitorTest {
 
 TEST_F(MonitorWindowTest, BackgroundEngineIsStartedShownRunningAndTheTabsSwitchPanes) {
   // A word left at "1" by an engine that is gone.
-  Schedule(L"1", LaterJob());
+  Schedule(L"1", {LaterJob()});
   ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"QVWServiceLog.txt"),
                              {L"Error       : 11/20/2026 10:05:00 : line 5"}));
   HWND w = Open(L"");
@@ -73,22 +73,16 @@ TEST_F(MonitorWindowTest, ServiceFormIsStartedByTheServiceManagerAndShownRunning
   ASSERT_NE(w, nullptr);
   EXPECT_TRUE(WaitForText(w, L"lblStatus", L"Running")) << Utf8(Text(w, L"lblStatus"));
 
-  SC_HANDLE m = OpenSCManagerW(nullptr, nullptr, SC_MANAGER_CONNECT);
-  ASSERT_NE(m, nullptr);
-  SC_HANDLE s = OpenServiceW(m, L"QVWin Service", SERVICE_QUERY_STATUS);
-  ASSERT_NE(s, nullptr);
-  SERVICE_STATUS st{};
-  EXPECT_TRUE(WaitUntil([&] {
-    return QueryServiceStatus(s, &st) && st.dwCurrentState == SERVICE_RUNNING;
-  })) << "the load did not start the service";
-  CloseServiceHandle(s);
-  CloseServiceHandle(m);
+  const UniqueServiceHandle s = OpenNamedService(L"QVWin Service", SERVICE_QUERY_STATUS);
+  ASSERT_TRUE(s);
+  EXPECT_TRUE(WaitForServiceState(s.Get(), SERVICE_RUNNING))
+      << "the load did not start the service";
   // Both programs are kept running, whichever form is installed.
   EXPECT_TRUE(EngineWindowUp());
 }
 
 TEST_F(MonitorWindowTest, ATransferIsDrawnInThePaneAndItsEndBringsBackTheIdlePane) {
-  Schedule(L"0", ImmediateJob());
+  Schedule(L"0", {ImmediateJob()});
   // Four seconds between calls: time enough for a Refresh to draw each before the next.
   // The scripted call, then two generated calls a file: the third call is the first
   // file's second, and the job ends after the fifth.

@@ -107,8 +107,7 @@ class NoticesTest : public EngineMonitorTest {
 TEST_F(NoticesTest, AJobThatEndsBringsUpTheNotificationAtTheNextTick) {
   Settings({L"TotalSpace=2048M", L"UsedSpace=512M"});
   UserKeys({L"ACCTYPE=QVSYNC"});
-  ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"scheduleData.txt"),
-                             {L"0", ImmediateJob(kLongSet), NextJob()}));
+  Schedule(L"0", {ImmediateJob(kLongSet), NextJob()});
   Scenario({L"files = 2", L"steps = 2", L"step_ms = 100"});
   ASSERT_NE(Open(), nullptr);
 
@@ -134,7 +133,7 @@ TEST_F(NoticesTest, AJobThatEndsBringsUpTheNotificationAtTheNextTick) {
 TEST_F(NoticesTest, TheNextTransferTimeFollowsTheUsersTimeFormat) {
   GermanFormats german;  // without it, the time would read "6:30:00 AM"
   Settings({L"DESKNOTIFYICON=Green"});
-  Schedule(L"0", NextJob());
+  Schedule(L"0", {NextJob()});
   ASSERT_NE(Open(), nullptr);
   ASSERT_TRUE(
       WriteUtf16File(Folder().CommonFile(L"qvwincurjobname.txt"), {L"Documents", L"3", L"jsmith"}));
@@ -150,7 +149,7 @@ TEST_F(NoticesTest, TheNextTransferTimeFollowsTheUsersTimeFormat) {
 
 TEST_F(NoticesTest, ViewLogOnARedResultOpensTheSessionLogAboveTheNotice) {
   Settings({L"DESKNOTIFYICON=Red"});
-  Schedule(L"0", NextJob());
+  Schedule(L"0", {NextJob()});
   ASSERT_NE(Open(), nullptr);
   ASSERT_TRUE(WriteUtf16File(Folder().CommonFile(L"qvwincurjobname.txt"),
                              {L"Documents & Mail", L"3", L"jsmith"}));
@@ -168,7 +167,7 @@ TEST_F(NoticesTest, ViewLogOnARedResultOpensTheSessionLogAboveTheNotice) {
 }
 
 TEST_F(NoticesTest, TheMissedBackupNoticeComesUpAndClearsTheUsersKeys) {
-  Schedule(L"0", NextJob());
+  Schedule(L"0", {NextJob()});
   Settings({L"NotifyUsers=<<jsmith"});
   UserKeys(
       {L"NoofDays=7", L"Notify_Err=1", L"DateFailed=" + DateFailed(12), L"Notifymsg=MISSEDBACKUP"});
@@ -186,7 +185,7 @@ TEST_F(NoticesTest, TheMissedBackupNoticeComesUpAndClearsTheUsersKeys) {
 // (the unit tests count the thirty firings to it), so the test presses Disconnect
 // once the caption has counted instead of waiting half a minute.
 TEST_F(NoticesTest, TheDialupWindowFindsNoConnectionCountsDownAndLogsOut) {
-  Schedule(L"0", NextJob());
+  Schedule(L"0", {NextJob()});
   ASSERT_NE(Open(), nullptr);
   ASSERT_TRUE(WriteAnsiFile(Folder().CommonFile(L"DialupDisconnect.txt"),
                             {L"Documents", L"Schedule 11-15-2026  05-02-33.txt"}));

@@ -24,15 +24,7 @@ std::wstring SessionName(int n) {
   st.wYear = 2027;
   st.wMonth = 1;
   st.wDay = 1;
-  FILETIME ft;
-  SystemTimeToFileTime(&st, &ft);
-  ULARGE_INTEGER t{};
-  t.LowPart = ft.dwLowDateTime;
-  t.HighPart = ft.dwHighDateTime;
-  t.QuadPart -= static_cast<ULONGLONG>(n % 3650 + 1) * 24ull * 3600ull * 10000000ull;
-  ft.dwLowDateTime = t.LowPart;
-  ft.dwHighDateTime = t.HighPart;
-  FileTimeToSystemTime(&ft, &st);
+  st = AddMinutes(st, -(n % 3650 + 1) * 24 * 60);
   wchar_t name[96];
   swprintf(name, 96, L"%ls %02u-%02u-%04u  %02d-%02d-00.txt", n % 2 ? L"Backup" : L"Restore",
            st.wMonth, st.wDay, st.wYear, 10 + n / 3650 / 60, n / 3650 % 60);

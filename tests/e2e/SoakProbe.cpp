@@ -9,8 +9,6 @@
 //                                 for the screen it opens and closes it again
 //   qvsoakprobe close             closes every shown window of the monitor but its own
 //                                 (notices, message boxes, screens)
-//   qvsoakprobe handles EXE       every handle of the process named EXE: the type number
-//                                 of the handle table, the type's name, the object's name
 //
 // Exit 0 when it did what was asked, 1 when not (said on standard error), 2 on a bad
 // argument. Each wait has a timeout: a hung monitor must not hang the soak.
@@ -22,7 +20,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cwchar>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -66,9 +63,9 @@ struct HandleEntry {  // SYSTEM_HANDLE_TABLE_ENTRY_INFO
   ULONG access;
 };
 
-// The entries of the system's handle table that belong to `pid`; nothing when the table
-// cannot be read.
-std::optional<std::vector<HandleEntry>> HandlesOf(DWORD pid) {
+// The handles a process holds, from the system's handle table: GetProcessHandleCount
+// answers 0 under Wine, this table does not. -1 when the table cannot be read.
+long HandleCount(DWORD pid) {
   struct Table {  // SYSTEM_HANDLE_INFORMATION
     ULONG count;
     HandleEntry entries[1];
@@ -76,7 +73,7 @@ std::optional<std::vector<HandleEntry>> HandlesOf(DWORD pid) {
   using Query = LONG(WINAPI*)(ULONG, PVOID, ULONG, PULONG);
   auto query = reinterpret_cast<Query>(reinterpret_cast<void*>(
       GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation")));
-  if (query == nullptr) return std::nullopt;
+  if (query == nullptr) return -1;
   std::vector<unsigned char> buffer(1 << 16);
   for (int tries = 0; tries < 12; ++tries) {
     ULONG needed = 0;
@@ -85,58 +82,14 @@ std::optional<std::vector<HandleEntry>> HandlesOf(DWORD pid) {
       buffer.resize(std::max<size_t>(buffer.size() * 2, needed + 4096));
       continue;
     }
-    if (status != 0) return std::nullopt;
+    if (status != 0) return -1;
     const auto* table = reinterpret_cast<const Table*>(buffer.data());
-    std::vector<HandleEntry> mine;
+    long mine = 0;
     for (ULONG i = 0; i < table->count; ++i)
-      if (table->entries[i].process == static_cast<USHORT>(pid)) mine.push_back(table->entries[i]);
+      mine += table->entries[i].process == static_cast<USHORT>(pid);
     return mine;
   }
-  return std::nullopt;
-}
-
-// The handles a process holds, from the system's handle table: GetProcessHandleCount
-// answers 0 under Wine, this table does not. -1 when the table cannot be read.
-long HandleCount(DWORD pid) {
-  const auto handles = HandlesOf(pid);
-  return handles ? static_cast<long>(handles->size()) : -1;
-}
-
-// Each handle a process holds: its type and the name of its object, one a line, from a
-// copy of the handle; to tell whose a handle is.
-int ListHandles(const wchar_t* exe) {
-  const std::vector<ProcessEntry> found = ProcessesNamed(exe);
-  if (found.empty()) return 1;
-  const DWORD pid = found.front().pid;
-  using QueryObject = LONG(WINAPI*)(HANDLE, ULONG, PVOID, ULONG, PULONG);
-  auto queryObject = reinterpret_cast<QueryObject>(
-      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQueryObject")));
-  const auto handles = HandlesOf(pid);
-  if (!queryObject || !handles) return 1;
-  platform::win32::UniqueHandle held(OpenProcess(PROCESS_DUP_HANDLE, FALSE, pid));
-  if (!held) return 1;
-  const HANDLE process = held.Get();
-  // The text of a UNICODE_STRING at the start of what NtQueryObject wrote.
-  auto text = [](const std::vector<unsigned char>& info) {
-    const USHORT bytes = *reinterpret_cast<const USHORT*>(info.data());
-    const wchar_t* chars = *reinterpret_cast<wchar_t* const*>(info.data() + sizeof(void*));
-    return chars ? std::wstring(chars, bytes / sizeof(wchar_t)) : std::wstring();
-  };
-  for (const HandleEntry& e : *handles) {
-    HANDLE copy = nullptr;
-    std::wstring type = L"?", name;
-    if (DuplicateHandle(process, reinterpret_cast<HANDLE>(static_cast<ULONG_PTR>(e.value)),
-                        GetCurrentProcess(), &copy, 0, FALSE, DUPLICATE_SAME_ACCESS)) {
-      const platform::win32::UniqueHandle heldCopy(copy);
-      std::vector<unsigned char> info(4096);
-      if (queryObject(copy, 2, info.data(), static_cast<ULONG>(info.size()), nullptr) == 0)
-        type = text(info);
-      if (queryObject(copy, 1, info.data(), static_cast<ULONG>(info.size()), nullptr) == 0)
-        name = text(info);
-    }
-    std::printf("%u %ls %ls\n", e.type, type.c_str(), name.c_str());
-  }
-  return 0;
+  return -1;
 }
 
 int Sample(const wchar_t* exe) {
@@ -267,9 +220,7 @@ int wmain(int argc, wchar_t** argv) {
   if (command == L"screen" && argc == 3) return Screen(_wtoi(argv[2]));
   if (command == L"close" && argc == 2) return Close();
   if (command == L"monitor" && argc == 2) return Sample(kMonitorExe);
-  if (command == L"handles" && argc == 3) return ListHandles(argv[2]);
   std::fprintf(stderr,
-               "usage: qvsoakprobe sample EXE | kill EXE | taskbar | screen N | close | monitor"
-               " | handles EXE\n");
+               "usage: qvsoakprobe sample EXE | kill EXE | taskbar | screen N | close | monitor\n");
   return 2;
 }

@@ -16,6 +16,8 @@ namespace {
 
 using platform::UiHandle;
 
+constexpr platform::UiRect kLabelRect{120, 120, 2000, 300};
+
 // Every handler fails the first time it is called and counts the calls after that.
 class FailingEvents : public platform::IUiEvents {
  public:
@@ -47,6 +49,16 @@ class FailingEvents : public platform::IUiEvents {
   int closeRequests = 0;
 };
 
+platform::UiControl Control(platform::UiKind kind, const char16_t* name, const char16_t* caption,
+                            platform::UiRect rect) {
+  platform::UiControl c;
+  c.kind = kind;
+  c.name = name;
+  c.caption = caption;
+  c.rect = rect;
+  return c;
+}
+
 class KitFailureTest : public ::testing::Test {
  protected:
   void SetUp() override {
@@ -58,18 +70,11 @@ class KitFailureTest : public ::testing::Test {
     w.visible = true;
     form = host.CreateForm(w, events);
     ASSERT_NE(form, 0u);
-    platform::UiControl label;
-    label.kind = platform::UiKind::Label;
-    label.name = u"lblTarget";
-    label.caption = u"Click here";
-    label.rect = {120, 120, 2000, 300};
-    this->label = host.CreateControl(form, 0, label);
-    platform::UiControl text;
-    text.kind = platform::UiKind::TextBox;
-    text.name = u"txtInput";
-    text.rect = {120, 600, 2000, 315};
-    box = host.CreateControl(form, 0, text);
-    ASSERT_NE(this->label, 0u);
+    label = host.CreateControl(
+        form, 0, Control(platform::UiKind::Label, u"lblTarget", u"Click here", kLabelRect));
+    box = host.CreateControl(
+        form, 0, Control(platform::UiKind::TextBox, u"txtInput", u"", {120, 600, 2000, 315}));
+    ASSERT_NE(label, 0u);
     ASSERT_NE(box, 0u);
     Pump(host, Ms{200});
   }
@@ -112,12 +117,9 @@ TEST_F(KitFailureTest, AFailingHandlerOfAFormOrControlIsTracedAndTheWindowGoesOn
   EXPECT_EQ(GetCapture(), nullptr) << "the failed press left the mouse captured";
 
   // The window still takes changes.
-  platform::UiControl moved;
-  moved.kind = platform::UiKind::Label;
-  moved.name = u"lblTarget";
-  moved.caption = u"Still here";
-  moved.rect = {120, 120, 2000, 300};
-  host.UpdateControl(label, moved, platform::UiChange::Caption);
+  host.UpdateControl(label,
+                     Control(platform::UiKind::Label, u"lblTarget", u"Still here", kLabelRect),
+                     platform::UiChange::Caption);
   wchar_t caption[64] = {};
   GetWindowTextW(target, caption, 64);
   EXPECT_STREQ(caption, L"Still here");

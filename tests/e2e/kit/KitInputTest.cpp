@@ -6,6 +6,7 @@
 #include <atomic>
 #include <thread>
 
+#include "Desktop.h"
 #include "KitSupport.h"
 #include "reference/bkupjobnotify.h"
 #include "kit/MesgBox.h"
@@ -134,14 +135,7 @@ TEST_F(KitInputTest, AModalBoxTakesTheRealKeyboardWhileTimersGoOn) {
   const auto type = [&] {
     if (typed) return;
     typed = true;
-    INPUT keys[4] = {};
-    const WORD codes[4] = {VK_MENU, 'N', 'N', VK_MENU};
-    for (int i = 0; i < 4; ++i) {
-      keys[i].type = INPUT_KEYBOARD;
-      keys[i].ki.wVk = codes[i];
-      keys[i].ki.dwFlags = i >= 2 ? KEYEVENTF_KEYUP : 0;
-    }
-    SendInput(4, keys, sizeof(INPUT));
+    e2e::TypeKey('N', false, true);
   };
   // The keys go in once the counter has gone round a few times under the box, so a
   // slow machine cannot end the box before the timer had its chance; should the
