@@ -73,6 +73,7 @@ TEST_F(BackupNowTest, RelativePathModeTakesTheJobsDestination) {
   PutSchedule(u"0", {job});
   ASSERT_EQ(Prepare(), BackupNowOutcome::Show);
   EXPECT_EQ(Run().end, BackupNowEnd::Close);
+  EXPECT_EQ(app.Store.ChosenDestination, u"Office/");
   EXPECT_EQ(jobstore::ParseScheduleLine(Schedule().back()).record.Destination, u"Office/");
 }
 
