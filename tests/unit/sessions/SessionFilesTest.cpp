@@ -104,6 +104,9 @@ TEST_F(SessionFilesTest, NewestFirstAndOfOneMinuteTheOneFoundLaterFirst) {
                        u"Backup 11-15-2026  05-02-50.txt",  // found first: seconds do not count
                        u"Schedule 12-31-2025  23-59-59.txt",
                    }));
+  // The three share a key, which leaves the seconds out.
+  for (const Text& n : {names[1], names[2], names[3]})
+    EXPECT_EQ(ListingKeyOf(app, n), u"202611150502");
 }
 
 TEST_F(SessionFilesTest, AFilterFlagStopsTheListingAndAdmitsOnlyItsPrefixAsRows) {
