@@ -31,14 +31,8 @@ TEST_F(JobListTest, TheRowsAndTheOneStatus) {
   EXPECT_EQ(list.rows[0].Cells(), docs);
   // The job with the smallest key is the one running; the line under the list names it.
   EXPECT_EQ(list.rows[1].Status(), u"In Progress");
-  EXPECT_EQ(list.rows[1].Cell(jobs::kColFrequency), u"Daily");
-  EXPECT_EQ(list.rows[1].Cell(jobs::kColDays),
-            u"Sunday,Monday,Tuesday,Wednesday,Thursday,Friday,Saturday");
   EXPECT_EQ(list.lblMsgProgres,
             u"Scheduled backup (username : mary) for the Backup set : 'Photos' is in progress.");
-  // A weekend job has no frequency name, its days still show.
-  EXPECT_EQ(list.rows[2].Cell(jobs::kColFrequency), u"");
-  EXPECT_EQ(list.rows[2].Cell(jobs::kColDays), u"Sunday,Saturday");
   EXPECT_EQ(list.rows[0].Status() + list.rows[2].Status(), u"");
   EXPECT_EQ(list.SelectedRow, 1);
   EXPECT_EQ(list.markedRow, 1);

@@ -21,13 +21,10 @@ using testkit::U8;
 // One record as the file holds it, field after field.
 struct Rec {
   Text no, name, next = u"03-25-2013 6:41:00", key = u"201303250641", days = u"2", freq = u"4",
-                 user = u"jsmith", dest = u"My Corvane/";
+                 user = u"jsmith", dest = u"My Corvane/", created = u"03-18-2013 15:02:33";
   Text Line() const {
-    return base::Join({no,       name, next, u"03-18-2013 15:02:33",
-                       dest,     freq, u"2", u"1",
-                       u"a@b.c", u"",  u"",  u"",
-                       u"0",     u"1", u"3", key,
-                       user,     u"1", u"0", days},
+    return base::Join({no,  name, next, created, dest, freq, u"2", u"1", u"a@b.c", u"",
+                       u"", u"",  u"0", u"1",    u"3", key,  user, u"1", u"0",     days},
                       u"\b\b");
   }
 };

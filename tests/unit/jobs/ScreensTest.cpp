@@ -55,13 +55,6 @@ TEST_F(ManageScreenTest, AnEmptyScheduleLeavesOnlyRefreshAndClose) {
 TEST_F(ManageScreenTest, PictureButtons) {
   PutSchedule(u"0", {kDocs, kRunning});
   Open();
-  form.Pic_Edit.RaiseMouseDown({kit::kLeftButton});
-  EXPECT_EQ(form.Pic_Edit.PictureKey(), u"edit_dwn");
-  form.Pic_Delete.RaiseMouseMove({0});
-  EXPECT_EQ(form.Pic_Delete.PictureKey(), u"del_ove");
-  EXPECT_EQ(form.Pic_Edit.PictureKey(), u"edit_gen");
-  form.RaiseMouseMove({0});
-  EXPECT_EQ(form.Pic_Delete.PictureKey(), u"del_gen");
   // The right button shows the tip and runs nothing; the middle one runs the action.
   form.Pic_Imme.RaiseMouseUp({kit::kRightButton});
   EXPECT_TRUE(ui.Questions().empty());

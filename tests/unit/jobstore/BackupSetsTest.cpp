@@ -44,9 +44,9 @@ TEST_F(SetsTest, MirrorModeMessages) {
   SetIni(u"Corvane", u"MIRROR", u" 1 ");
   EXPECT_EQ(FillBackupNowList(app), BackupNowOutcome::Close);
   ASSERT_EQ(messages.size(), 2u);
-  EXPECT_EQ(messages[0].text,
+  EXPECT_EQ(messages[0],
             u"Create a Backup set for backup using the Corvane for Windows application.");
-  EXPECT_EQ(messages[1].text,
+  EXPECT_EQ(messages[1],
             u"Create a Backup set using the Corvane for Windows application for backup.");
 }
 
@@ -74,7 +74,7 @@ TEST_F(SetsTest, RelativeModeWithoutScheduleOrWithOthersJobs) {
   PutSchedule({u"0", Job(u"1", u"Docs", u"My Corvane/", u"bob")});
   EXPECT_EQ(FillBackupNowList(app), BackupNowOutcome::Close);
   ASSERT_EQ(messages.size(), 1u);
-  EXPECT_EQ(messages[0].text,
+  EXPECT_EQ(messages[0],
             u"No scheduled data available. You can use the 'Backup now' option in 'Relative "
             u"Path' mode only for the Backup sets that have already been scheduled.");
 }

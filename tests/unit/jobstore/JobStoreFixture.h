@@ -23,9 +23,7 @@ inline const Text kWorkedLine =
     u"12\b\bDocuments\b\b03-25-2013 6:41:00\b\b03-18-2013 15:02:33\b\bMy Corvane/\b\b3\b\b2\b\b1"
     u"\b\b\b\b\b\b\b\b\b\b0\b\b1\b\b0\b\b201303250641\b\bjsmith\b\b1\b\b0\b\b1234567";
 
-inline Text Join(const std::vector<Text>& fields, const Text& sep) {
-  return base::Join(fields, sep);
-}
+using base::Join;
 
 using testkit::U8;
 using testkit::Utf16File;
@@ -50,16 +48,11 @@ inline Text Rec(const Text& no, const Text& name = u"Docs", const Text& key = u"
   return Line({{0, no}, {1, name}, {15, key}});
 }
 
-struct Message {
-  Text text;
-  int icon;
-};
-
 class JobStoreTest : public ::testing::Test, public testkit::UserFixture {
  protected:
   JobStoreTest() {
-    app.Store.ShowMessage = [this](const Text& text, int icon, int) {
-      messages.push_back({text, icon});
+    app.Store.ShowMessage = [this](const Text& text, int, int) {
+      messages.push_back(text);
       return 1;
     };
   }
@@ -74,7 +67,7 @@ class JobStoreTest : public ::testing::Test, public testkit::UserFixture {
 
   long Load(const Text& key = Text()) { return DB_ReadSchdata(app, key, app.Jobs, false); }
 
-  std::vector<Message> messages;
+  std::vector<Text> messages;  // the texts of the boxes shown
 };
 
 }  // namespace jobstore::test

@@ -88,7 +88,6 @@ TEST_F(ReadTest, ShortRecordsTakeTheDefaultsOfTheTail) {
   EXPECT_EQ(j[0].EngineFlag, u"0");
   EXPECT_EQ(j[1].UserName, u"bob");
   EXPECT_EQ(j[1].Password, u"");
-  EXPECT_EQ(j[1].EngineFlag, u"0");
   EXPECT_EQ(j[2].Password, u"pw");
   EXPECT_EQ(j[2].EngineFlag, u"0");
   EXPECT_EQ(j[3].EngineFlag, u"9");

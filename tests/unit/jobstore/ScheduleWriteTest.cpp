@@ -16,13 +16,9 @@ TEST_F(WriteTest, UpdateMovesTheRecordToTheEndInTheNewForm) {
   r.BackupSetName = u"Renamed";
   static_cast<void>(DB_WriteSchdata(app, r, false));
 
-  auto lines = ScheduleLines();
-  ASSERT_EQ(lines.size(), 4u);
-  EXPECT_EQ(lines[0], u"1");
-  EXPECT_EQ(lines[1], Rec(u"2"));
-  EXPECT_EQ(lines[2], Rec(u"9"));
   // Old form in, new form out; the old line had no Days, so the write has an empty one.
-  EXPECT_EQ(lines[3], Line({{0, u"4"}, {1, u"Renamed"}, {19, u""}}));
+  EXPECT_EQ(ScheduleLines(), (std::vector<Text>{u"1", Rec(u"2"), Rec(u"9"),
+                                                Line({{0, u"4"}, {1, u"Renamed"}, {19, u""}})}));
 }
 
 TEST_F(WriteTest, UpdateWithNoScheduleOnlyRemoves) {
@@ -146,16 +142,15 @@ TEST_F(ImmediateTest, RecordFromASourceJobCopiesItsIdentity) {
   DB_ReadSchdata(app, u"", app.Jobs, true);
 
   ASSERT_EQ(messages.size(), 1u);
-  EXPECT_EQ(messages[0].text,
+  EXPECT_EQ(messages[0],
             u"You have successfully set up an immediate backup of your scheduled Backup set "
             u"'Docs'. You may check its status from the system tray.");
-  auto lines = ScheduleLines();
-  ASSERT_EQ(lines.size(), 3u);
-  EXPECT_EQ(lines[1], source);
-  EXPECT_EQ(lines[2],
-            Bars(Text(u"1|Docs|03-18-2013 15:02:33|03-18-2013 15:02:33|Dest/|1|2|1|m@x.com|||"
-                      u"r12|1|r14|3|") +
-                 kImmediateKey + u"|bob|1|0|"));
+  EXPECT_EQ(ScheduleLines(),
+            (std::vector<Text>{
+                u"0", source,
+                Bars(Text(u"1|Docs|03-18-2013 15:02:33|03-18-2013 15:02:33|Dest/|1|2|1|m@x.com|||"
+                          u"r12|1|r14|3|") +
+                     kImmediateKey + u"|bob|1|0|")}));
   ASSERT_EQ(app.Jobs.size(), 2u);
   EXPECT_FALSE(app.Store.ImmediateFound);
 
@@ -165,7 +160,7 @@ TEST_F(ImmediateTest, RecordFromASourceJobCopiesItsIdentity) {
   EXPECT_TRUE(app.Store.ImmediateFound);
   EXPECT_EQ(app.Jobs[1].Days, u"IMMEDIATE");
   ASSERT_EQ(messages.size(), 1u);
-  EXPECT_EQ(messages[0].text,
+  EXPECT_EQ(messages[0],
             u"You have already set up an immediate backup job for this Backup set 'Docs'.");
   EXPECT_EQ(ScheduleLines().size(), 3u);
 }

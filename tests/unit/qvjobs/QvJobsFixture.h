@@ -1,5 +1,6 @@
 #pragma once
 // qvjobs run in-process over a fake disk rooted at C:\QV, its output collected.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "QvJobsCommand.h"

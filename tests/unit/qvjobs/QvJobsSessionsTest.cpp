@@ -8,28 +8,23 @@
 #include "platform/portable/PortableProfile.h"
 #include "platform/portable/PortableServices.h"
 #include "testkit/TempDir.h"
+#include "unit/sessions/MadeSessions.h"
 
 namespace qvjobs {
 namespace {
+
+using ::testing::HasSubstr;
 
 const Text kFolder = u"C:\\QV\\QVCOMMON\\Session";
 
 class QvJobsSessionsTest : public QvJobsFixture {
  protected:
-  // n sessions, one a day back from 01-01-2027, alternately Backup and Restore, with
-  // an unknown word and a Continuous_Backup among them.
+  // n made-up sessions, with an unknown word and a Continuous_Backup among them.
   void Files(int count) {
     fake.fs.AddFolders(kFolder);
     for (int n = 1; n <= count; ++n) {
-      const base::DateTime day = base::DateTime{2027, 1, 1, 10, 0, 0}.AddDays(-n);
-      Text word = n % 2 ? u"Backup" : u"Restore";
-      if (n == 3) word = u"Archive";
-      if (n == 4) word = u"Continuous_Backup";
-      fake.fs.PutFile(kFolder + u"\\" + word + u" " +
-                          base::PadLeft(base::FromNumber(day.month), 2, u'0') + u"-" +
-                          base::PadLeft(base::FromNumber(day.day), 2, u'0') + u"-" +
-                          base::FromNumber(day.year) + u"  10-00-00.txt",
-                      "");
+      const Text word = n == 3 ? u"Archive" : n == 4 ? u"Continuous_Backup" : u"";
+      fake.fs.PutFile(kFolder + u"\\" + testsessions::MadeSession(n, word), "");
     }
   }
   int Lines() { return static_cast<int>(std::count(out.begin(), out.end(), '\n')); }
@@ -69,7 +64,7 @@ TEST_F(QvJobsSessionsTest, NoFolderIsAnEmptyRangeAndABadPageAUsageError) {
                                        {"sessions", "2"}}) {
     EXPECT_EQ(Run(bad), kExitUsage);
     EXPECT_EQ(out, "");
-    EXPECT_NE(err.find("sessions [--page N]"), std::string::npos);
+    EXPECT_THAT(err, HasSubstr("sessions [--page N]"));
   }
 }
 
