@@ -83,10 +83,6 @@ std::filesystem::path FsPath(const Text& windowsPath) {
   return std::filesystem::path(base::ToUtf8(windowsPath));
 }
 
-Text Stamp() {
-  return base::FromNumber(std::chrono::steady_clock::now().time_since_epoch().count() % 100000000);
-}
-
 // A folder of its own under the temporary folder, as a Windows path.
 Text TempFolder(const Text& stem) {
   std::error_code ec;
@@ -159,11 +155,7 @@ class Win32ServiceWorld : public ServiceWorld {
 #endif
 
 // A target makes a world whose service starts as the word of `sc create` says.
-struct ServiceTarget {
-  std::string name;
-  std::function<std::unique_ptr<ServiceWorld>(const Text& startWord)> make;
-};
-std::ostream& operator<<(std::ostream& out, const ServiceTarget& t) { return out << t.name; }
+using ServiceTarget = Target<ServiceWorld, const Text&>;
 
 std::vector<ServiceTarget> ServiceTargets() {
   std::vector<ServiceTarget> t = {
@@ -383,8 +375,7 @@ class ProcessListContract : public ::testing::TestWithParam<ProcessTarget> {
  protected:
   void SetUp() override {
     world_ = GetParam().make();
-    stamp_ =
-        base::FromNumber(std::chrono::steady_clock::now().time_since_epoch().count() % 1000000);
+    stamp_ = Stamp();
   }
   Text Unique(const char16_t* stem) { return Text(stem) + stamp_; }
   std::unique_ptr<ProcessWorld> world_;
