@@ -83,10 +83,6 @@ std::filesystem::path FsPath(const Text& windowsPath) {
   return std::filesystem::path(base::ToUtf8(windowsPath));
 }
 
-Text Stamp() {
-  return base::FromNumber(std::chrono::steady_clock::now().time_since_epoch().count() % 100000000);
-}
-
 // A folder of its own under the temporary folder, as a Windows path.
 Text TempFolder(const Text& stem) {
   std::error_code ec;
@@ -159,11 +155,7 @@ class Win32ServiceWorld : public ServiceWorld {
 #endif
 
 // A target makes a world whose service starts as the word of `sc create` says.
-struct ServiceTarget {
-  std::string name;
-  std::function<std::unique_ptr<ServiceWorld>(const Text& startWord)> make;
-};
-std::ostream& operator<<(std::ostream& out, const ServiceTarget& t) { return out << t.name; }
+using ServiceTarget = Target<ServiceWorld, const Text&>;
 
 std::vector<ServiceTarget> ServiceTargets() {
   std::vector<ServiceTarget> t = {
@@ -202,6 +194,15 @@ class ServiceManagerContract : public ::testing::TestWithParam<ServiceTarget> {
   bool ReachesState(unsigned long state) {
     return Eventually([&] { return State() == state; });
   }
+  // The start type, asked for in two steps: the size of the answer, then the answer.
+  unsigned long StartType() {
+    unsigned long needed = 0, again = 0, type = 99;
+    EXPECT_FALSE(Sm().QueryServiceConfigA(service_, 0, needed, type));
+    EXPECT_EQ(Sm().LastError(), kErrorInsufficientBuffer);
+    EXPECT_GT(needed, 36u);  // the structure and its strings
+    EXPECT_TRUE(Sm().QueryServiceConfigA(service_, needed, again, type));
+    return type;
+  }
 
   std::unique_ptr<ServiceWorld> world_;
   ScHandle manager_ = 0;
@@ -222,26 +223,10 @@ TEST_P(ServiceManagerContract, OnlyAnInstalledServiceIsTakenForInstalledAndOpene
   EXPECT_EQ(Sm().LastError(), kErrorServiceDoesNotExist);
 }
 
-TEST_P(ServiceManagerContract, ConfigurationIsAskedForInTwoSteps) {
-  for (const Text word : {u"demand", u"disabled"}) {
-    ASSERT_NO_FATAL_FAILURE(Make(word));
-    Open(platform::kScManagerAllAccess, platform::kGenericRead);
-    unsigned long needed = 0, type = 99;
-    EXPECT_FALSE(Sm().QueryServiceConfigA(service_, 0, needed, type));
-    EXPECT_EQ(Sm().LastError(), kErrorInsufficientBuffer);
-    ASSERT_GT(needed, 36u);  // the structure and its strings
-    unsigned long again = 0;
-    ASSERT_TRUE(Sm().QueryServiceConfigA(service_, needed, again, type));
-    EXPECT_EQ(type, word == u"demand" ? 3u : 4u);
-    TearDown();
-    service_ = manager_ = 0;
-    world_.reset();
-  }
-}
-
 TEST_P(ServiceManagerContract, StartPauseContinueStop) {
   ASSERT_NO_FATAL_FAILURE(Make(u"demand"));
   Open();
+  EXPECT_EQ(StartType(), 3u);
   ASSERT_TRUE(Sm().StartServiceA(service_));
   EXPECT_TRUE(ReachesState(4));
   EXPECT_FALSE(Sm().StartServiceA(service_));
@@ -260,6 +245,7 @@ TEST_P(ServiceManagerContract, StartPauseContinueStop) {
 TEST_P(ServiceManagerContract, ADisabledServiceDoesNotStart) {
   ASSERT_NO_FATAL_FAILURE(Make(u"disabled"));
   Open();
+  EXPECT_EQ(StartType(), 4u);
   EXPECT_FALSE(Sm().StartServiceA(service_));
   EXPECT_EQ(Sm().LastError(), kErrorServiceDisabled);
   EXPECT_EQ(State(), 1u);
@@ -383,17 +369,18 @@ class ProcessListContract : public ::testing::TestWithParam<ProcessTarget> {
  protected:
   void SetUp() override {
     world_ = GetParam().make();
-    stamp_ =
-        base::FromNumber(std::chrono::steady_clock::now().time_since_epoch().count() % 1000000);
+    stamp_ = Stamp();
   }
   Text Unique(const char16_t* stem) { return Text(stem) + stamp_; }
   std::unique_ptr<ProcessWorld> world_;
   Text stamp_;
 };
 
-TEST_P(ProcessListContract, ListHoldsAStartedProgramWithItsModulePath) {
-  const Text exe = Unique(u"QVContractChild") + u".exe";
-  const std::uint32_t pid = world_->StartChild(exe, Unique(u"QVContractWindow"));
+// The list holds a started program with its module path; its start time tells it from
+// a program started again under the same id.
+TEST_P(ProcessListContract, AStartTimeTellsProcessesApartAndTheScanSeesARestart) {
+  const Text exe = Unique(u"QVContractTimed") + u".exe";
+  const std::uint32_t pid = world_->StartChild(exe, Unique(u"QVContractTimedA"));
   ASSERT_NE(pid, 0u);
   auto& list = world_->List();
   std::vector<std::uint32_t> ids;
@@ -418,16 +405,10 @@ TEST_P(ProcessListContract, ListHoldsAStartedProgramWithItsModulePath) {
   ASSERT_TRUE(list.EnumProcessIds(4, ids, returned));
   EXPECT_EQ(returned, 4u);
   EXPECT_EQ(list.OpenProcess(engine::kListKillAccess, false, 0x7FFFFFF0u), 0u);
-}
 
-TEST_P(ProcessListContract, AStartTimeTellsProcessesApartAndTheScanSeesARestart) {
-  const Text exe = Unique(u"QVContractTimed") + u".exe";
-  const std::uint32_t first = world_->StartChild(exe, Unique(u"QVContractTimedA"));
-  ASSERT_NE(first, 0u);
-  auto& list = world_->List();
-  const std::uint64_t started = list.ProcessStartTime(first);
+  const std::uint64_t started = list.ProcessStartTime(pid);
   EXPECT_NE(started, 0u);
-  EXPECT_EQ(list.ProcessStartTime(first), started);
+  EXPECT_EQ(list.ProcessStartTime(pid), started);
   EXPECT_EQ(list.ProcessStartTime(0x7FFFFFF0u), 0u);
 
   frame::AppState app = [&]() -> frame::AppState {
@@ -438,10 +419,10 @@ TEST_P(ProcessListContract, AStartTimeTellsProcessesApartAndTheScanSeesARestart)
   const long nt = world_->PlatformId();
   // The name is matched in any case; a scan that is not to end it leaves it running.
   EXPECT_EQ(engine::ScanForProgram(app, base::ToUpper(exe), false, nt), 1);
-  EXPECT_FALSE(world_->Exited(first));
+  EXPECT_FALSE(world_->Exited(pid));
   EXPECT_EQ(engine::ScanForProgram(app, exe, false, nt, engine::ScanAccess::QueryOnly), 1);
   EXPECT_EQ(engine::ScanForProgram(app, base::ToUpper(exe), true, nt), 1);  // ends it
-  ASSERT_TRUE(Eventually([&] { return world_->Exited(first); }));
+  ASSERT_TRUE(Eventually([&] { return world_->Exited(pid); }));
   EXPECT_EQ(engine::ScanForProgram(app, exe, false, nt, engine::ScanAccess::QueryOnly), 0);
   // Started again (perhaps under the same id): the next scan finds it.
   const std::uint32_t second = world_->StartChild(exe, Unique(u"QVContractTimedB"));

@@ -11,14 +11,7 @@ namespace {
 
 using platform::FileEntry;
 
-class FileSystemContract : public ::testing::TestWithParam<FsTarget> {
- protected:
-  void SetUp() override { world_ = GetParam().make(); }
-  platform::IFileSystem& fs() { return world_->Fs(); }
-  Text Path(base::TextView name) { return world_->Path(name); }
-
-  std::unique_ptr<FsWorld> world_;
-};
+class FileSystemContract : public FsContract {};
 
 std::vector<Text> SortedNames(std::vector<FileEntry> entries) {
   std::vector<Text> names;

@@ -1,10 +1,6 @@
 // Profile files: what the platform's profile functions do, as scenarios of writes and
-// reads on one file. The pinned scenarios say what each read answers and what bytes a
-// write leaves (what Wine's functions give); they run on the portable reader/writer
-// over the real disk and the fake one and, under Wine, on the real functions too.
-// Under Wine every scenario, pinned or not, also runs on the real functions and the
-// portable ones side by side: every answer and, after every call, the two files byte
-// for byte must agree, and each side reads what the other one wrote.
+// reads on one file (docs/platform.md, "Contract tests"). The pinned answers and bytes
+// are what Wine's functions give.
 #include <gtest/gtest.h>
 
 #include <variant>

@@ -1,8 +1,6 @@
 // String values in the two registry roots the product uses.
 #include <gtest/gtest.h>
 
-#include <chrono>
-
 #include "Targets.h"
 
 namespace contract {
@@ -15,8 +13,7 @@ class RegistryContract : public ::testing::TestWithParam<RegistryTarget> {
   void SetUp() override {
     registry_ = GetParam().make();
     // A key of this run's own, so runs side by side do not meet.
-    auto stamp = std::chrono::steady_clock::now().time_since_epoch().count();
-    key_ = u"Software\\CorvaneContract\\Run" + base::FromUtf8(std::to_string(stamp));
+    key_ = u"Software\\CorvaneContract\\Run" + Stamp();
   }
   void TearDown() override {
     for (RegRoot root : {RegRoot::CurrentUser, RegRoot::LocalMachine})

@@ -30,8 +30,7 @@ class MutexContract : public ::testing::TestWithParam<MutexTarget> {
  protected:
   void SetUp() override {
     mutex_ = GetParam().make();
-    auto stamp = std::chrono::steady_clock::now().time_since_epoch().count();
-    name_ = u"Global\\QVContract" + base::FromUtf8(std::to_string(stamp));
+    name_ = u"Global\\QVContract" + Stamp();
   }
   std::unique_ptr<platform::IMutexService> mutex_;
   Text name_;

@@ -1,5 +1,6 @@
 #include "Targets.h"
 
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <type_traits>
@@ -130,6 +131,10 @@ std::vector<MutexTarget> MutexTargets() {
   targets.push_back(TargetOf<platform::IMutexService, platform::Win32MutexService>("Win32"));
 #endif
   return targets;
+}
+
+Text Stamp() {
+  return base::FromNumber(std::chrono::steady_clock::now().time_since_epoch().count() % 100000000);
 }
 
 std::string ShowBytes(std::string_view bytes) {

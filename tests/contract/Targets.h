@@ -3,6 +3,8 @@
 // one test: a file system with an empty folder of its own, and for profiles the
 // profile implementation over it. Natively: the portable and fake ones; under Wine
 // (QV_HAVE_WIN32) the Windows ones as well.
+#include <gtest/gtest.h>
+
 #include <functional>
 #include <memory>
 #include <ostream>
@@ -39,14 +41,15 @@ class ProfileWorld {
   virtual platform::IProfile& Profile() = 0;
 };
 
-template <class World>
+// `make` takes what a test chooses of the world, if anything.
+template <class World, class... Args>
 struct Target {
   std::string name;
-  std::function<std::unique_ptr<World>()> make;
+  std::function<std::unique_ptr<World>(Args...)> make;
 };
 
-template <class World>
-std::ostream& operator<<(std::ostream& out, const Target<World>& target) {
+template <class World, class... Args>
+std::ostream& operator<<(std::ostream& out, const Target<World, Args...>& target) {
   return out << target.name;
 }
 
@@ -69,9 +72,22 @@ using RegistryTarget = Target<platform::IRegistry>;
 using MutexTarget = Target<platform::IMutexService>;
 
 std::vector<FsTarget> FileSystemTargets();
+
+// The fixture of the contracts over a file system: a fresh world for each test.
+class FsContract : public ::testing::TestWithParam<FsTarget> {
+ protected:
+  void SetUp() override { world_ = GetParam().make(); }
+  platform::IFileSystem& fs() { return world_->Fs(); }
+  Text Path(base::TextView name) { return world_->Path(name); }
+
+  std::unique_ptr<FsWorld> world_;
+};
 std::vector<ProfileTarget> ProfileTargets();
 std::vector<RegistryTarget> RegistryTargets();
 std::vector<MutexTarget> MutexTargets();
+
+// A number of this moment, for names that runs side by side must not share.
+Text Stamp();
 
 // Readable bytes for failure messages: printable ASCII as is, the rest as <XX>.
 std::string ShowBytes(std::string_view bytes);

@@ -12,14 +12,7 @@ using platform::TextFile;
 
 std::string Utf16(base::TextView units) { return base::EncodeUtf16Le(units); }
 
-class TextFileContract : public ::testing::TestWithParam<FsTarget> {
- protected:
-  void SetUp() override { world_ = GetParam().make(); }
-  platform::IFileSystem& fs() { return world_->Fs(); }
-  Text Path(base::TextView name) { return world_->Path(name); }
-
-  std::unique_ptr<FsWorld> world_;
-};
+class TextFileContract : public FsContract {};
 
 // Create makes an empty file with its byte-order mark and keeps one that is there;
 // lines go out with CR LF, WriteLines replaces the whole file.

@@ -4,6 +4,11 @@
 
 #include "platform/fake/FakeUiHost.h"
 
+#if QV_HAVE_WIN32
+#include "platform/win32/Win32UiHost.h"
+#include "platform/win32/Win32UiProbe.h"
+#endif
+
 namespace contract {
 namespace {
 
@@ -70,16 +75,49 @@ class FakeUiWorld : public UiWorld {
   platform::FakeUiHost fake_;
 };
 
-}  // namespace
-
 #if QV_HAVE_WIN32
-std::unique_ptr<UiWorld> MakeWin32UiWorld();  // UiTargetsWin32.cpp
+// The Windows host, read back and played through the platform's own calls
+// (platform/win32/Win32UiProbe).
+class Win32UiWorld : public UiWorld {
+ public:
+  platform::IUiHost& Host() override { return host_; }
+  void Pump() override {
+    for (int i = 0; i < 5; ++i) host_.DoEvents();
+  }
+  UiSeen Read(platform::UiHandle h) override {
+    const platform::win32::ProbeState p = probe_.Read(h);
+    return {p.exists, p.visible, p.enabled, p.focused,   p.active,    p.topmost,
+            p.text,   p.check,   p.items,   p.listIndex, p.rowImages, p.rowsInView};
+  }
+  void Click(platform::UiHandle control) override { probe_.Click(control); }
+  void Select(platform::UiHandle combo, int index) override { probe_.Select(combo, index); }
+  void RequestClose(platform::UiHandle window) override { probe_.RequestClose(window); }
+  void Activate(platform::UiHandle window) override {
+    probe_.Activate(window);
+    Pump();
+  }
+  void DuringModal(std::function<void()> fn) override {
+    auto once = std::make_shared<std::uintptr_t>(0);
+    *once = host_.StartTimer(10, [this, once, fn] {
+      host_.StopTimer(*once);
+      fn();
+    });
+  }
+  bool TrayShown(platform::UiHandle icon) override { return host_.TrayIconShown(icon); }
+  int BalloonsShown(platform::UiHandle icon) override { return host_.TrayBalloonsShown(icon); }
+
+ private:
+  platform::Win32UiHost host_;
+  platform::win32::UiProbe probe_{host_};
+};
 #endif
+
+}  // namespace
 
 std::vector<UiTarget> UiTargets() {
   std::vector<UiTarget> targets{{"fake", [] { return std::make_unique<FakeUiWorld>(); }}};
 #if QV_HAVE_WIN32
-  targets.push_back({"win32", MakeWin32UiWorld});
+  targets.push_back({"win32", [] { return std::make_unique<Win32UiWorld>(); }});
 #endif
   return targets;
 }

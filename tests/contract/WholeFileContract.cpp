@@ -9,11 +9,8 @@
 namespace contract {
 namespace {
 
-class WholeFileContract : public ::testing::TestWithParam<FsTarget> {
+class WholeFileContract : public FsContract {
  protected:
-  void SetUp() override { world_ = GetParam().make(); }
-  platform::IFileSystem& fs() { return world_->Fs(); }
-  Text Path(base::TextView name) { return world_->Path(name); }
   // Whatever the folder holds besides the named files.
   std::vector<Text> Names() {
     std::vector<Text> names;
@@ -21,8 +18,6 @@ class WholeFileContract : public ::testing::TestWithParam<FsTarget> {
     std::sort(names.begin(), names.end());
     return names;
   }
-
-  std::unique_ptr<FsWorld> world_;
 };
 
 TEST_P(WholeFileContract, ReplacesTheFileAndLeavesNothingBeside) {

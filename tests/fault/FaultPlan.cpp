@@ -15,8 +15,6 @@ const char* FaultName(Fault kind) {
   return "?";
 }
 
-std::string ThrownMarker(std::uint64_t id) { return "injected fault #" + std::to_string(id); }
-
 FaultPlan::FaultPlan(std::uint64_t seed, double probability)
     : rng_(seed), probability_(probability) {}
 
@@ -37,8 +35,7 @@ std::optional<Fault> FaultPlan::Draw(const char* site, std::initializer_list<Fau
 }
 
 void FaultPlan::Throw(const char* site) {
-  const std::uint64_t id = total_;
-  ThrownFault t{id, site, ThrownMarker(id)};
+  ThrownFault t{site, "injected fault #" + std::to_string(total_)};
   thrown_.push_back(t);
   throw base::Failure(5, t.marker + " at " + site);
 }

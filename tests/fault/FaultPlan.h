@@ -28,7 +28,6 @@ const char* FaultName(Fault kind);
 
 // One injected exception, to be found again in the trace.
 struct ThrownFault {
-  std::uint64_t id = 0;
   std::string site;
   std::string marker;  // the text its description carries: "injected fault #id"
 };
@@ -50,7 +49,6 @@ class FaultPlan {
   // The harness turns the faults off while it sets up and checks.
   void SetEnabled(bool on) { enabled_ = on; }
   bool Enabled() const { return enabled_; }
-  void SetProbability(double p) { probability_ = p; }
   void LeaveOut(Fault kind) { leftOut_.insert(kind); }
   bool LeftOut(Fault kind) const { return leftOut_.count(kind) != 0; }
 
@@ -73,9 +71,6 @@ class FaultPlan {
   std::map<std::string, std::uint64_t> bySite_;
   std::vector<ThrownFault> thrown_;
 };
-
-// The marker of a thrown fault, as it stands in its description.
-std::string ThrownMarker(std::uint64_t id);
 
 // The name of a decorated call, "IFileSystem::ReadAll", taken from its member pointer
 // as the compiler spells it in the function's own name; the plan counts by it.
@@ -133,9 +128,32 @@ class Faulty : public I {
     if (fault == Fault::Throw) plan_.Throw(CallName<Method>());
     if (!fault) (in_.*Method)(std::forward<A>(args)...);
   }
+  // A call whose failure leaves an error number for the interface's LastError: `error`
+  // for an Error, `timeout` for a Timeout (which the call meets only when not 0).
+  template <auto Method, class R, class... A>
+  R Failing(unsigned long error, unsigned long timeout, R failed, A&&... args) {
+    injectedError_ = 0;
+    const auto fault = timeout != 0 ? plan_.Draw(CallName<Method>(), {Fault::Error, Fault::Timeout})
+                                    : plan_.Draw(CallName<Method>(), {Fault::Error});
+    if (!fault) return (in_.*Method)(std::forward<A>(args)...);
+    injectedError_ = fault == Fault::Timeout ? timeout : error;
+    return failed;
+  }
+  // A close: the handle is gone either way; only the answer can fail (with `error`).
+  template <auto Method, class H>
+  bool Closing(H handle, unsigned long error = 0) {
+    const bool ok = (in_.*Method)(handle);
+    if (!plan_.Draw(CallName<Method>(), {Fault::Error})) return ok;
+    if (error != 0) injectedError_ = error;
+    return false;
+  }
+  unsigned long LastErrorOr(unsigned long inner) const {
+    return injectedError_ != 0 ? injectedError_ : inner;
+  }
 
   I& in_;
   FaultPlan& plan_;
+  unsigned long injectedError_ = 0;
 
  private:
   // An empty answer that looks like success: an empty text or list, never "none".

@@ -5,7 +5,6 @@
 #include "base/Guarded.h"
 #include "base/Utf16.h"
 #include "fault/FaultyPlatform.h"
-#include "fault/FaultyUiHost.h"
 #include "fault/MonitorSoak.h"
 #include "platform/TextFile.h"
 #include "platform/fake/FakePlatform.h"
@@ -16,7 +15,7 @@ using base::Text;
 using fault::Fault;
 using fault::FaultPlan;
 
-TEST(FaultPlanTest, TheSameSeedFailsTheSameCallsAndAnOffPlanFailsNone) {
+TEST(FaultPlanTest, TheSameSeedFailsTheSameCalls) {
   auto run = [](std::uint64_t seed) {
     FaultPlan plan(seed, 0.3);
     plan.SetEnabled(true);
@@ -29,19 +28,6 @@ TEST(FaultPlanTest, TheSameSeedFailsTheSameCallsAndAnOffPlanFailsNone) {
   };
   EXPECT_EQ(run(7), run(7));
   EXPECT_NE(run(7), run(8));
-  const std::string trail = run(7);
-  EXPECT_NE(trail.find('e'), std::string::npos);
-  EXPECT_NE(trail.find('.'), std::string::npos);
-
-  FaultPlan off(7, 1.0);
-  EXPECT_FALSE(off.Draw("site", {Fault::Error}));
-  off.SetEnabled(true);
-  off.LeaveOut(Fault::Short);
-  for (int i = 0; i < 50; ++i)
-    EXPECT_NE(off.Draw("site", {Fault::Short, Fault::Error}), Fault::Short);
-  EXPECT_FALSE(off.Draw("site", {Fault::Short}));
-  EXPECT_EQ(off.Total(), off.Count(Fault::Error));
-  EXPECT_EQ(off.BySite().at("site error"), off.Total());
 }
 
 class DecoratorTest : public ::testing::Test {
@@ -65,13 +51,11 @@ class DecoratorTest : public ::testing::Test {
   fault::FaultyPlatform faulty;
 };
 
+// A decorator that passed a failure through would leave the soak's checks nothing to see.
 TEST_F(DecoratorTest, FilesFailByResultShortAndEmpty) {
   platform::IFileSystem& fs = *faulty.Get().fs;
   plan.SetEnabled(true);
   std::optional<std::string> read;
-  Until(Fault::Error, [&] { read = fs.ReadAll(u"C:\\d\\f.txt"); });
-  EXPECT_FALSE(read);
-  EXPECT_EQ(plan.BySite().count("IFileSystem::ReadAll error"), 1u) << "counted by the call";
   Until(Fault::Empty, [&] { read = fs.ReadAll(u"C:\\d\\f.txt"); });
   EXPECT_EQ(read, std::string());
   Until(Fault::Short, [&] { read = fs.ReadAll(u"C:\\d\\f.txt"); });
@@ -92,23 +76,18 @@ TEST_F(DecoratorTest, FilesFailByResultShortAndEmpty) {
   EXPECT_EQ(fake.fs.Bytes(u"C:\\d\\f.txt"), "0123456789");
 }
 
+// A failed call leaves the error number that the program's handling goes by.
 TEST_F(DecoratorTest, ServicesFailInTheirOwnWays) {
   platform::Platform& p = faulty.Get();
   plan.SetEnabled(true);
-  fake.services.Add(u"svc");
-  fake.profile.WriteString(u"S", Text(u"k"), Text(u"value"), u"C:\\d\\a.ini");
-  // The error number a failed write leaves is the injected one.
   Until(Fault::Error,
-        [&] { p.profile->WriteString(u"S", Text(u"k"), Text(u"v2"), u"C:\\d\\a.ini"); });
+        [&] { p.profile->WriteString(u"S", Text(u"k"), Text(u"v"), u"C:\\d\\a.ini"); });
   EXPECT_EQ(p.profile->LastError(), 5u);
   Until(Fault::Timeout, [&] { p.services->StartServiceA(1); });
   EXPECT_EQ(p.services->LastError(), 1053u);
-  Text separator = u"?";
-  Until(Fault::Empty, [&] { separator = p.locale->DateSeparator(); });
-  EXPECT_EQ(separator, u"");
 }
 
-TEST_F(DecoratorTest, TheClosedObjectsAndTheHostThrowWithAMarkedDescription) {
+TEST_F(DecoratorTest, TheNetworkObjectsThrowWithAMarkedDescription) {
   plan.SetEnabled(true);
   platform::INetworkObjects& network = *faulty.Get().network;
   std::string description;
@@ -121,15 +100,6 @@ TEST_F(DecoratorTest, TheClosedObjectsAndTheHostThrowWithAMarkedDescription) {
   EXPECT_EQ(thrown[0].site, "INetworkObjects::CreateHttpObject");
   EXPECT_EQ(description, thrown[0].marker + " at INetworkObjects::CreateHttpObject");
   EXPECT_TRUE(plan.TakeThrown().empty());
-
-  platform::IUiHost& host = *faulty.Get().ui;
-  platform::UiTextSize size{1, 1};
-  Until(Fault::Empty,
-        [&] { base::IgnoreFailure([&] { size = host.MeasureText(u"text", {}, 0); }); });
-  plan.TakeThrown();
-  EXPECT_EQ(size.width, 0);
-  Until(Fault::Throw, [&] { base::IgnoreFailure([&] { host.CreateTip({}); }); });
-  EXPECT_EQ(plan.TakeThrown().size(), 1u);
 }
 
 TEST(ScheduleRuleTest, APartialLineATornRecordAndTwoVersionsAreFound) {

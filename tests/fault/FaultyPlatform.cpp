@@ -4,8 +4,6 @@
 
 namespace fault {
 
-using platform::OsHandle;
-using platform::ScHandle;
 using F = Fault;
 
 // ---- Files ---------------------------------------------------------------------------
@@ -22,19 +20,7 @@ bool FaultyFileSystem::Write(const char* site, const Text& path, std::string_vie
   return (in_.*whole)(path, bytes);
 }
 
-// ---- Profile files, registry, system -------------------------------------------------
-
-bool FaultyProfile::WriteString(const Text& section, const std::optional<Text>& key,
-                                const std::optional<Text>& value, const Text& file) {
-  if (plan_.Draw("IProfile::WriteString", {F::Error})) {
-    injectedError_ = 5;  // access denied: the file is held by another program
-    return false;
-  }
-  injectedError_ = 0;
-  return in_.WriteString(section, key, value, file);
-}
-
-// ---- Process list, service manager, dial-up ------------------------------------------
+// ---- Process list, dial-up -----------------------------------------------------------
 
 bool FaultyProcessList::EnumProcessIds(std::uint32_t byteCount, std::vector<std::uint32_t>& ids,
                                        std::uint32_t& bytesReturned) {
@@ -54,18 +40,6 @@ bool FaultyProcessList::EnumProcessIds(std::uint32_t byteCount, std::vector<std:
   return ok;
 }
 
-bool FaultyServiceManager::QueryServiceConfigA(ScHandle service, unsigned long bufferBytes,
-                                               unsigned long& bytesNeeded,
-                                               unsigned long& startType) {
-  injectedError_ = 0;
-  if (plan_.Draw("IServiceManager::QueryServiceConfigA", {F::Error})) {
-    bytesNeeded = 0;
-    injectedError_ = 5;
-    return false;
-  }
-  return in_.QueryServiceConfigA(service, bufferBytes, bytesNeeded, startType);
-}
-
 platform::DialUpListing FaultyDialUp::Connections() {
   const auto fault = plan_.Draw("IDialUp::Connections", {F::Error, F::Empty});
   if (fault == F::Empty) return platform::DialUpListing{true, 0, {}};
@@ -82,23 +56,28 @@ platform::DialUpListing FaultyDialUp::Connections() {
 namespace {
 
 // The objects made for the monitor are decorated in turn; each owns what it wraps.
-class FaultyLogin : public Faulty<platform::ILoginObject> {
+template <class I>
+class Owning : public Faulty<I> {
  public:
-  FaultyLogin(std::unique_ptr<platform::ILoginObject> inner, FaultPlan& plan)
-      : Faulty(*inner, plan), own_(std::move(inner)) {}
+  Owning(std::unique_ptr<I> inner, FaultPlan& plan)
+      : Faulty<I>(*inner, plan), own_(std::move(inner)) {}
+
+ private:
+  std::unique_ptr<I> own_;
+};
+
+class FaultyLogin : public Owning<platform::ILoginObject> {
+ public:
+  using Owning::Owning;
   bool Login(const Text& userName, const Text& password, long flags) override {
     return Maybe<&Interface::Login>({F::Error, F::Throw, F::Timeout}, false, userName, password,
                                     flags);
   }
-
- private:
-  std::unique_ptr<platform::ILoginObject> own_;
 };
 
-class FaultyHttp : public Faulty<platform::IHttpObject> {
+class FaultyHttp : public Owning<platform::IHttpObject> {
  public:
-  FaultyHttp(std::unique_ptr<platform::IHttpObject> inner, FaultPlan& plan)
-      : Faulty(*inner, plan), own_(std::move(inner)) {}
+  using Owning::Owning;
   Text EncodeQueryValue(const Text& value, long flags) override {
     return Maybe<&Interface::EncodeQueryValue>({F::Throw}, Text(), value, flags);
   }
@@ -134,9 +113,6 @@ class FaultyHttp : public Faulty<platform::IHttpObject> {
     }
     in_.SendMail(to, subject, body, from, html, events);
   }
-
- private:
-  std::unique_ptr<platform::IHttpObject> own_;
 };
 
 // Creating an object can fail or throw; what was made is decorated in turn.
@@ -170,7 +146,7 @@ namespace {
 
 // Wraps `service` when there is one; the decorator is kept alive by `keep`.
 template <class Decorator, class Interface>
-Interface* Wrap(Interface* service, FaultPlan& plan, std::vector<std::shared_ptr<void>>& keep) {
+Decorator* Wrap(Interface* service, FaultPlan& plan, std::vector<std::shared_ptr<void>>& keep) {
   if (service == nullptr) return nullptr;
   auto d = std::make_shared<Decorator>(*service, plan);
   keep.push_back(d);
@@ -180,14 +156,8 @@ Interface* Wrap(Interface* service, FaultPlan& plan, std::vector<std::shared_ptr
 }  // namespace
 
 FaultyPlatform::FaultyPlatform(platform::Platform& inner, FaultPlan& plan) : p_(inner) {
-  if (inner.fs != nullptr) {
-    fs_ = std::make_unique<FaultyFileSystem>(*inner.fs, plan);
-    p_.fs = fs_.get();
-  }
-  if (inner.ui != nullptr) {
-    ui_ = std::make_unique<FaultyUiHost>(*inner.ui, plan);
-    p_.ui = ui_.get();
-  }
+  p_.fs = fs_ = Wrap<FaultyFileSystem>(inner.fs, plan, keep_);
+  p_.ui = ui_ = Wrap<FaultyUiHost>(inner.ui, plan, keep_);
   p_.profile = Wrap<FaultyProfile>(inner.profile, plan, keep_);
   p_.registry = Wrap<FaultyRegistry>(inner.registry, plan, keep_);
   p_.clock = Wrap<FaultyClock>(inner.clock, plan, keep_);
@@ -208,7 +178,5 @@ FaultyPlatform::FaultyPlatform(platform::Platform& inner, FaultPlan& plan) : p_(
   // The COM server is the Windows shell around the progress callback; natively the
   // harness plays the engine's calls into the callback itself (see MonitorSoak).
 }
-
-FaultyPlatform::~FaultyPlatform() = default;
 
 }  // namespace fault

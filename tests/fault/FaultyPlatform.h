@@ -100,14 +100,12 @@ class FaultyProfile : public Faulty<platform::IProfile> {
     return Cut<&Interface::GetString>({Fault::Error, Fault::Short}, defaultValue, section, key,
                                       defaultValue, bufferChars, file);
   }
+  // Access denied: the file is held by another program.
   bool WriteString(const Text& section, const std::optional<Text>& key,
-                   const std::optional<Text>& value, const Text& file) override;
-  unsigned long LastError() override {
-    return injectedError_ != 0 ? injectedError_ : in_.LastError();
+                   const std::optional<Text>& value, const Text& file) override {
+    return Failing<&Interface::WriteString>(5, 0, false, section, key, value, file);
   }
-
- private:
-  unsigned long injectedError_ = 0;
+  unsigned long LastError() override { return LastErrorOr(in_.LastError()); }
 };
 
 class FaultyRegistry : public Faulty<platform::IRegistry> {
@@ -146,10 +144,8 @@ class FaultyMutex : public Faulty<platform::IMutexService> {
   Created CreateMutex(const Text& name, bool initialOwner) override {
     return Maybe<&Interface::CreateMutex>(Created{0, 5}, name, initialOwner);
   }
-  // The handle is gone either way; only the answer can fail.
   bool CloseHandle(std::uintptr_t handle) override {
-    const bool ok = in_.CloseHandle(handle);
-    return plan_.Draw("IMutexService::CloseHandle", {Fault::Error}) ? false : ok;
+    return Closing<&Interface::CloseHandle>(handle);
   }
   bool ReleaseMutex(std::uintptr_t handle) override {
     return Maybe<&Interface::ReleaseMutex>(false, handle);
@@ -250,10 +246,8 @@ class FaultyProcessList : public Faulty<platform::IProcessList> {
   bool TerminateProcess(platform::OsHandle process, std::uint32_t exitCode) override {
     return Maybe<&Interface::TerminateProcess>(false, process, exitCode);
   }
-  // The handle is gone either way; only the answer can fail.
   bool CloseHandle(platform::OsHandle handle) override {
-    const bool ok = in_.CloseHandle(handle);
-    return plan_.Draw("IProcessList::CloseHandle", {Fault::Error}) ? false : ok;
+    return Closing<&Interface::CloseHandle>(handle);
   }
   std::uint64_t ProcessStartTime(std::uint32_t processId) override {
     return Maybe<&Interface::ProcessStartTime>(std::uint64_t{0}, processId);
@@ -285,7 +279,10 @@ class FaultyServiceManager : public Faulty<platform::IServiceManager> {
     return Failing<&Interface::QueryServiceStatus>(6, {}, false, service, status);
   }
   bool QueryServiceConfigA(platform::ScHandle service, unsigned long bufferBytes,
-                           unsigned long& bytesNeeded, unsigned long& startType) override;
+                           unsigned long& bytesNeeded, unsigned long& startType) override {
+    return Failing<&Interface::QueryServiceConfigA>(5, 0, false, service, bufferBytes, bytesNeeded,
+                                                    startType);
+  }
   // A start or a control can also wait out the service (1053: it did not answer in
   // time); a control can be refused (1052: not valid now).
   bool StartServiceA(platform::ScHandle service) override {
@@ -296,32 +293,13 @@ class FaultyServiceManager : public Faulty<platform::IServiceManager> {
     return Failing<&Interface::ControlService>(1052, 1053, false, service, control, status);
   }
   bool CloseServiceHandle(platform::ScHandle handle) override {
-    const bool ok = in_.CloseServiceHandle(handle);
-    if (!plan_.Draw("IServiceManager::CloseServiceHandle", {Fault::Error})) return ok;
-    injectedError_ = 6;
-    return false;
+    return Closing<&Interface::CloseServiceHandle>(handle, 6);
   }
   // A registry lookup that fails cannot tell: the service may be there.
   bool ServiceInstalled(const Text& serviceName) override {
     return Maybe<&Interface::ServiceInstalled>(true, serviceName);
   }
-  unsigned long LastError() override {
-    return injectedError_ != 0 ? injectedError_ : in_.LastError();
-  }
-
- private:
-  // The call, or `failed` with `error` (an Error) or `timeout` (a Timeout, when not 0).
-  template <auto Method, class R, class... A>
-  R Failing(unsigned long error, unsigned long timeout, R failed, A&&... args) {
-    const char* site = CallName<Method>();
-    injectedError_ = 0;
-    const auto fault = timeout != 0 ? plan_.Draw(site, {Fault::Error, Fault::Timeout})
-                                    : plan_.Draw(site, {Fault::Error});
-    if (!fault) return (in_.*Method)(std::forward<A>(args)...);
-    injectedError_ = fault == Fault::Timeout ? timeout : error;
-    return failed;
-  }
-  unsigned long injectedError_ = 0;
+  unsigned long LastError() override { return LastErrorOr(in_.LastError()); }
 };
 
 class FaultyDialUp : public Faulty<platform::IDialUp> {
@@ -400,16 +378,15 @@ class FaultyUiHost;
 class FaultyPlatform {
  public:
   FaultyPlatform(platform::Platform& inner, FaultPlan& plan);
-  ~FaultyPlatform();
   platform::Platform& Get() { return p_; }
   FaultyFileSystem& Files() { return *fs_; }
   FaultyUiHost& Ui() { return *ui_; }
 
  private:
   platform::Platform p_;
-  std::unique_ptr<FaultyFileSystem> fs_;
-  std::unique_ptr<FaultyUiHost> ui_;
   std::vector<std::shared_ptr<void>> keep_;
+  FaultyFileSystem* fs_ = nullptr;
+  FaultyUiHost* ui_ = nullptr;
 };
 
 }  // namespace fault

@@ -9,10 +9,15 @@
 namespace {
 std::atomic<std::int64_t> live{0};
 
-void* Allocate(std::size_t size) {
+void* TryAllocate(std::size_t size) noexcept {
   void* p = std::malloc(size == 0 ? 1 : size);
+  if (p != nullptr) live.fetch_add(1, std::memory_order_relaxed);
+  return p;
+}
+
+void* Allocate(std::size_t size) {
+  void* p = TryAllocate(size);
   if (p == nullptr) throw std::bad_alloc();
-  live.fetch_add(1, std::memory_order_relaxed);
   return p;
 }
 
@@ -29,20 +34,8 @@ std::int64_t LiveBlocks() { return live.load(std::memory_order_relaxed); }
 
 void* operator new(std::size_t size) { return Allocate(size); }
 void* operator new[](std::size_t size) { return Allocate(size); }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  try {
-    return Allocate(size);
-  } catch (const std::bad_alloc&) {
-    return nullptr;
-  }
-}
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-  try {
-    return Allocate(size);
-  } catch (const std::bad_alloc&) {
-    return nullptr;
-  }
-}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return TryAllocate(size); }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return TryAllocate(size); }
 void operator delete(void* p) noexcept { Release(p); }
 void operator delete[](void* p) noexcept { Release(p); }
 void operator delete(void* p, std::size_t) noexcept { Release(p); }

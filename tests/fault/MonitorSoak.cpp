@@ -124,6 +124,10 @@ class Soak {
   Text HostileText();
   Text FieldText();
   void WriteUnits(const Text& path, const std::vector<Text>& lines);
+  // The schedule's lines as the engine reads them, at least its state word.
+  std::vector<Text> ScheduleLines();
+  // A key of the engine's profile file `file` in the common folder, as the engine sets it.
+  void Put(const char16_t* key, const Text& value, const Text& file = u"qvwin.ini");
 
   SoakOptions opt_;
   platform::FakePlatform fake_;
@@ -176,30 +180,29 @@ void Soak::WriteUnits(const Text& path, const std::vector<Text>& lines) {
   platform::TextFile::WriteLines(fake_.fs, path, lines);
 }
 
+void Soak::Put(const char16_t* key, const Text& value, const Text& file) {
+  fake_.profile.WriteString(u"Corvane", Text(key), value, Common(file));
+}
+
 void Soak::SetUpDisk() {
   fake_.system.programFolder = kRoot;
   fake_.system.commandLine = opt_.seed % 2 ? u"Min" : u"";
   fake_.system.environment[u"TEMP"] = u"C:\\Temp";
   fake_.system.environment[u"USERPROFILE"] = u"C:\\Users\\jsmith";
   fake_.osName.name = u"Windows 10";
-  fake_.fs.AddFolders(kCommon + u"\\logs");
-  fake_.fs.AddFolders(kCommon + u"\\Session");
-  fake_.fs.AddFolders(kCommon + u"\\" + kUser);
-  fake_.fs.AddFolders(u"C:\\Temp");
-  fake_.fs.AddFolders(kRoot + u"\\images");
+  for (const Text& folder :
+       {Common(u"logs"), Common(u"Session"), Common(kUser), Text(u"C:\\Temp"), kRoot + u"\\images"})
+    fake_.fs.AddFolders(folder);
   fake_.services.Add(engine::kServiceName);
   fake_.processes.Add(4242, kRoot + u"\\" + engine::kBackgroundProgram);
   fake_.network.goodAccounts[kUser] = password_;
   fake_.settings.values[u"DateFormat"] = u"MM/dd/yyyy";
   fake_.dialUp.connections.push_back({0x77, u"Office line", u"modem", u"Modem 1"});
 
-  const Text ini = Common(u"qvwin.ini");
-  fake_.profile.WriteString(u"Corvane", Text(u"UserName"), kUser, ini);
-  fake_.profile.WriteString(u"Corvane", Text(u"TotalSpace"), Text(u"10240"), ini);
-  fake_.profile.WriteString(u"Corvane", Text(u"UsedSpace"), Text(u"2048"), ini);
-  fake_.profile.WriteString(u"Corvane", Text(u"Type"),
-                            Text(opt_.seed % 3 == 0 ? u"service" : u"exe"),
-                            Common(u"QVDetails.ini"));
+  Put(u"UserName", kUser);
+  Put(u"TotalSpace", u"10240");
+  Put(u"UsedSpace", u"2048");
+  Put(u"Type", opt_.seed % 3 == 0 ? u"service" : u"exe", u"QVDetails.ini");
   WriteUnits(Common(u"scheduleData.txt"),
              {u"0", RecordLine(1, kSets[0], u"202703250641"),
               RecordLine(2, kSets[1], u"202704010900"), RecordLine(3, kSets[2], u"202704021200")});
@@ -301,18 +304,21 @@ void Soak::EngineCalls() {
   }
 }
 
+std::vector<Text> Soak::ScheduleLines() {
+  auto lines = platform::TextFile::ReadLines(fake_.fs, Common(u"scheduleData.txt"))
+                   .value_or(std::vector<Text>{});
+  if (lines.empty()) lines.push_back(u"0");
+  return lines;
+}
+
 void Soak::JobEnd() {
   step_ = "job end";
   const Text set = Chance(5) ? HostileText() : kSets[Pick(3)];
-  WriteUnits(Common(u"scheduleData.txt"), [&] {
-    auto lines = platform::TextFile::ReadLines(fake_.fs, Common(u"scheduleData.txt"))
-                     .value_or(std::vector<Text>{});
-    if (lines.empty()) lines.push_back(u"0");
-    lines[0] = u"0";
-    return lines;
-  }());
+  auto lines = ScheduleLines();
+  lines[0] = u"0";
+  WriteUnits(Common(u"scheduleData.txt"), lines);
   const Text result = Chance(50) ? u"GREEN" : u"RED";
-  fake_.profile.WriteString(u"Corvane", Text(u"DESKNOTIFYICON"), result, Common(u"qvwin.ini"));
+  Put(u"DESKNOTIFYICON", result);
   const Text session = u"Session" + base::FromNumber(static_cast<long long>(sessionFiles_++ % 8)) +
                        u"_" + kSets[Pick(3)] + u".txt";
   WriteUnits(Common(u"Session\\" + session),
@@ -336,17 +342,13 @@ void Soak::DialUpRequest() {
 
 void Soak::MissedBackupKeys() {
   step_ = "missed backup";
-  const Text server = Common(kUser + u"\\qvwinserver.ini");
-  fake_.profile.WriteString(u"Corvane", Text(u"NotifyUsers"),
-                            Text(Chance(80) ? kUser : kUser + u"<<other"), Common(u"qvwin.ini"));
+  const Text server = kUser + u"\\qvwinserver.ini";
+  Put(u"NotifyUsers", Chance(80) ? kUser : kUser + u"<<other");
   const Text days[] = {u"3", u"0", u"abc", u"99999999999", u"-2"};
-  fake_.profile.WriteString(u"Corvane", Text(u"NoofDays"), days[Pick(5)], server);
-  fake_.profile.WriteString(u"Corvane", Text(u"Notify_Err"), Text(Chance(50) ? u"1" : u"0"),
-                            server);
-  fake_.profile.WriteString(u"Corvane", Text(u"DateFailed"),
-                            Text(Chance(80) ? u"11/10/2026" : u"not a date"), server);
-  fake_.profile.WriteString(u"Corvane", Text(u"Notifymsg"),
-                            Chance(10) ? HostileText() : Text(u"Backup failed"), server);
+  Put(u"NoofDays", days[Pick(5)], server);
+  Put(u"Notify_Err", Chance(50) ? u"1" : u"0", server);
+  Put(u"DateFailed", Chance(80) ? u"11/10/2026" : u"not a date", server);
+  Put(u"Notifymsg", Chance(10) ? HostileText() : Text(u"Backup failed"), server);
 }
 
 void Soak::EngineChanges() {
@@ -364,9 +366,7 @@ void Soak::EngineChanges() {
 
 void Soak::ScheduleByOthers() {
   step_ = "schedule by others";
-  auto lines = platform::TextFile::ReadLines(fake_.fs, Common(u"scheduleData.txt"))
-                   .value_or(std::vector<Text>{});
-  if (lines.empty()) lines.push_back(u"0");
+  auto lines = ScheduleLines();
   switch (Pick(4)) {
     case 0: lines[0] = Chance(50) ? u"1" : u"2"; break;
     case 1:
