@@ -37,14 +37,20 @@ void TraceCutRead(AppState& app, const Text& path) {
 }  // namespace
 
 // The bytes of a file that is to be written back as they are, or nullopt when fewer came
-// than the file holds.
+// than the file holds or its size is not known.
 std::optional<std::string> ReadWhole(AppState& app, const Text& path) {
   auto& fs = Fs(app);
   auto bytes = fs.ReadAll(path);
   if (!bytes) return std::nullopt;
   const auto size = fs.FileSize(path);
-  if (!size || *size == bytes->size()) return bytes;
-  TraceCutRead(app, path);
+  if (size && *size == bytes->size()) return bytes;
+  // Without the file's size nothing says the read was whole: better no change than a
+  // rewrite of half a file.
+  if (!size)
+    frame::WriteTrace(app,
+                      u"The size of the file could not be read and it is left as it is: " + path);
+  else
+    TraceCutRead(app, path);
   return std::nullopt;
 }
 

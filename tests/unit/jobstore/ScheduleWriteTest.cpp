@@ -226,7 +226,12 @@ class CuttingFileSystem : public platform::FakeFileSystem {
     if (bytes && cutAt < bytes->size()) bytes->resize(cutAt);
     return bytes;
   }
+  std::optional<std::uint64_t> FileSize(const Text& path) override {
+    if (sizeUnknown) return std::nullopt;
+    return FakeFileSystem::FileSize(path);
+  }
   std::size_t cutAt = std::string::npos;
+  bool sizeUnknown = false;
 };
 
 class TornReadTest : public JobStoreTest {
@@ -255,13 +260,24 @@ TEST_F(TornReadTest, AScheduleReadShortIsNotWrittenBackAndTheTraceSaysSo) {
     static_cast<void>(DB_WriteFirstLine(app));
     EXPECT_EQ(cutting.Bytes(SchedulePath()), whole) << "cut at " << cut;
   }
-  int traced = 0;
+  // A short read whose file size cannot be asked for is no whole read either.
+  cutting.sizeUnknown = true;
+  static_cast<void>(DB_DeleteRecord(app, u"12", SchedulePath()));
+  static_cast<void>(SetStateWord(app, SchedulePath(), u"2"));
+  EXPECT_EQ(cutting.Bytes(SchedulePath()), whole);
+  cutting.sizeUnknown = false;
+
+  int traced = 0, sizeUnknown = 0;
   cutting.cutAt = std::string::npos;
   const auto trace = platform::TextFile::ReadLines(cutting, Common(u"SerTraceFile.txt"));
   ASSERT_TRUE(trace);
-  for (const Text& l : *trace)
+  for (const Text& l : *trace) {
     traced += l == u"The file changed while it was read and is left as it is: " + SchedulePath();
+    sizeUnknown +=
+        l == u"The size of the file could not be read and it is left as it is: " + SchedulePath();
+  }
   EXPECT_EQ(traced, 9);
+  EXPECT_EQ(sizeUnknown, 2);
 
   // Read whole, the same calls do their work.
   static_cast<void>(DB_DeleteRecord(app, u"12", SchedulePath()));
