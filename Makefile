@@ -170,7 +170,7 @@ test-fuzz: fuzz-build
 
 # The whole monitor natively on platform calls that fail (docs/reliability.md): seeds
 # SOAK_FIRST..SOAK_LAST of SOAK_TICKS ticks each, JOBS at a time, one log per seed under
-# $(NATIVE_DIR)/soak/. `make test` runs three short seeds of the same (unit_fault).
+# $(NATIVE_DIR)/soak/. `make test` runs four short seeds of the same (unit_fault).
 SOAK_FIRST ?= 1
 SOAK_LAST  ?= 20
 SOAK_TICKS ?= 10000

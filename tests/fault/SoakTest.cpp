@@ -6,9 +6,10 @@
 
 namespace {
 
-void RunSeed(std::uint64_t seed) {
+void RunSeed(std::uint64_t seed, double probability = fault::SoakOptions{}.probability) {
   fault::SoakOptions options;
   options.seed = seed;
+  options.probability = probability;
   options.ticks = QV_SOAK_TICKS;
   const fault::SoakResult r = fault::RunSoak(options);
   // The run did what it says: all its ticks, with faults of every kind among them.
@@ -23,5 +24,8 @@ void RunSeed(std::uint64_t seed) {
 TEST(SoakTest, Seed1) { RunSeed(1); }
 TEST(SoakTest, Seed2) { RunSeed(2); }
 TEST(SoakTest, Seed3) { RunSeed(3); }
+// Faults five times as often bring failures together that the usual rate rarely does (a
+// cut read whose file size could not be asked for either).
+TEST(SoakTest, Seed2AtFiveTimesTheRate) { RunSeed(2, 0.1); }
 
 }  // namespace
