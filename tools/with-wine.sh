@@ -74,7 +74,9 @@ export QV_USER_DISPLAY=$userDisplay
 startXvfb() {
   # Xvfb picks a free display number itself, so parallel runs of several people
   # on one machine never collide.
-  Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp -ac 3>"$displayFile" \
+  # -noreset: by default the server starts over whenever its last client leaves, and a
+  # client that comes in the middle of that (the next check, Wine) is refused.
+  Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp -ac -noreset 3>"$displayFile" \
     </dev/null >/dev/null 2>&1 &
   xvfbPid=$!
   for _ in $(seq 100); do
@@ -84,11 +86,12 @@ startXvfb() {
   done
   [ -s "$displayFile" ] || { log "Xvfb gave no display number"; exit 1; }
   export DISPLAY=":$(tr -d '[:space:]' <"$displayFile")"
+  local answered=0
   for _ in $(seq 100); do
-    xdpyinfo -display "$DISPLAY" >/dev/null 2>&1 && break
+    xdpyinfo -display "$DISPLAY" >/dev/null 2>&1 && { answered=1; break; }
     sleep 0.1
   done
-  xdpyinfo -display "$DISPLAY" >/dev/null 2>&1 || { log "display $DISPLAY does not answer"; exit 1; }
+  [ "$answered" = 1 ] || { log "display $DISPLAY does not answer"; exit 1; }
 }
 if [ "$userDisplay" = 1 ]; then
   xdpyinfo -display "$DISPLAY" >/dev/null 2>&1 || { log "display $DISPLAY does not answer"; exit 1; }
