@@ -37,8 +37,9 @@ class MonitorWindowTest : public EngineMonitorTest {
   bool WaitForKept(size_t count, Ms timeout = Ms{60000}) {
     return WaitUntil([&] { return Kept().size() >= count; }, timeout);
   }
+  // The engine's process runs (and the monitor says so) a moment before its window is up.
   bool EngineWindowUp() {
-    return !FindTopLevel(WindowQuery{L"QVBackground", L"", 0, false}).empty();
+    return WaitForWindow(WindowQuery{L"QVBackground", L"", 0, false}).has_value();
   }
 };
 
