@@ -9,7 +9,6 @@
 namespace {
 
 using base::Text;
-using kit::MesgBox;
 using Answer = kit::ScriptedUi::Answer;
 
 constexpr char16_t kTitle[] = u"Corvane for Windows";
@@ -21,7 +20,12 @@ int Ask(kit::ScriptedUi& ui, int buttons, std::initializer_list<Answer> answers)
   return ui.MessageBox(u"Text", kit::kIconInfo, buttons, kTitle);
 }
 
-TEST(MesgBox, EachSetShowsItsButtonsAndKeys) {
+struct MesgBox : ::testing::Test {
+  kit::ScriptedUi ui;
+  kit::MesgBox& box = ui.Box();
+};
+
+TEST_F(MesgBox, EachSetShowsItsButtonsAndKeys) {
   const struct {
     int buttons;
     std::vector<Text> captions;
@@ -31,8 +35,6 @@ TEST(MesgBox, EachSetShowsItsButtonsAndKeys) {
               {1, {u"&OK", u"&Cancel"}, u"ocOC", u"c"},
               {2, {u"&Yes", u"&No"}, u"ynYN", u"y"},
               {0, {u"&OK"}, u"oO", u"o"}};
-  kit::ScriptedUi ui;
-  MesgBox& box = ui.Box();
   // One box for all, fewer buttons after more: a call hides what the one before showed.
   for (const auto& c : sets) {
     SCOPED_TRACE(c.buttons);
@@ -48,8 +50,7 @@ TEST(MesgBox, EachSetShowsItsButtonsAndKeys) {
   }
 }
 
-TEST(MesgBox, ButtonsEnterAndAltLettersGiveTheirResults) {
-  kit::ScriptedUi ui;
+TEST_F(MesgBox, ButtonsEnterAndAltLettersGiveTheirResults) {
   // In order: "&Cancel" and "&Ok" match no caption of the compare, so a press on them
   // closes the box with the result of the call before.
   const struct {
@@ -82,7 +83,6 @@ TEST(MesgBox, ButtonsEnterAndAltLettersGiveTheirResults) {
   EXPECT_EQ(ui.Questions().back().inputs, 2);
 
   // A letter without Alt does nothing either (the box of the last call: OK only).
-  MesgBox& box = ui.Box();
   box.Load();
   kit::KeyArgs plainO{'O', 0};
   box.DeliverKeyUp(plainO);
@@ -92,9 +92,7 @@ TEST(MesgBox, ButtonsEnterAndAltLettersGiveTheirResults) {
   EXPECT_FALSE(box.IsLoaded());
 }
 
-TEST(MesgBox, ABadButtonSetLeavesOnlyTheClosePictureAndABadIconNoIcon) {
-  kit::ScriptedUi ui;
-  MesgBox& box = ui.Box();
+TEST_F(MesgBox, ABadButtonSetLeavesOnlyTheClosePictureAndABadIconNoIcon) {
   EXPECT_EQ(Ask(ui, kit::kButtonsOk, {Answer::Ok()}), kit::kResultOk);
   EXPECT_EQ(Ask(ui, 7, {Answer::Enter(), Answer::Ok(), Answer::Press(0), Answer::Close()}),
             kit::kResultClosed);
@@ -110,9 +108,7 @@ TEST(MesgBox, ABadButtonSetLeavesOnlyTheClosePictureAndABadIconNoIcon) {
   }
 }
 
-TEST(MesgBox, ASecondCallShowsOnlyItsOwnIconAndTitle) {
-  kit::ScriptedUi ui;
-  MesgBox& box = ui.Box();
+TEST_F(MesgBox, ASecondCallShowsOnlyItsOwnIconAndTitle) {
   Ask(ui, kit::kButtonsOkCancelIgnore, {Answer::Alt(u'i')});
   ui.Queue(Answer::Close());
   ui.MessageBox(u"Second", kit::kIconError, kit::kButtonsOk, u"Other title");
@@ -122,9 +118,7 @@ TEST(MesgBox, ASecondCallShowsOnlyItsOwnIconAndTitle) {
   EXPECT_EQ(box.Caption(), u"Other title");
 }
 
-TEST(MesgBox, TheTextChoosesTheLabelAndItsLineEnds) {
-  kit::ScriptedUi ui;
-  MesgBox& box = ui.Box();
+TEST_F(MesgBox, TheTextChoosesTheLabelAndItsLineEnds) {
   auto show = [&](std::size_t n) {
     ui.Queue(Answer::Ok());
     ui.MessageBox(Chars(n), kit::kIconInfo, kit::kButtonsOk, kTitle);
@@ -159,7 +153,7 @@ class MesgBoxLayout : public ::testing::TestWithParam<int> {};
 TEST_P(MesgBoxLayout, TextButtonsAndClosePictureFitInsideTheWindow) {
   const int twipsPerPixel = GetParam();
   kit::ScriptedUi ui(twipsPerPixel);
-  MesgBox& box = ui.Box();
+  kit::MesgBox& box = ui.Box();
   struct Shown {
     Text text;
     int buttons;
@@ -207,9 +201,7 @@ TEST_P(MesgBoxLayout, TextButtonsAndClosePictureFitInsideTheWindow) {
 
 INSTANTIATE_TEST_SUITE_P(Dpi, MesgBoxLayout, ::testing::Values(15, 12));
 
-TEST(MesgBox, TheMouseLightsTheButtonUnderItOnceReadyAndTheClosePictureCancels) {
-  kit::ScriptedUi ui;
-  MesgBox& box = ui.Box();
+TEST_F(MesgBox, TheMouseLightsTheButtonUnderItOnceReadyAndTheClosePictureCancels) {
   box.Load();
   box.SetButton(0, u"&Yes", true, true);
   box.SetButton(1, u"&No", true, false);
@@ -237,7 +229,7 @@ TEST(MesgBox, TheMouseLightsTheButtonUnderItOnceReadyAndTheClosePictureCancels) 
   EXPECT_EQ(box.Result(), kit::kResultCancel);
 }
 
-TEST(MesgBox, AQuestionAskedWhileTheBoxIsUpReadsAsClosed) {
+TEST_F(MesgBox, AQuestionAskedWhileTheBoxIsUpReadsAsClosed) {
   int nested = -1;
   // A timer that asks while the first box waits for its answer.
   struct NestingUi : kit::ScriptedUi {
