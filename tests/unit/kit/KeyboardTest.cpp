@@ -5,7 +5,6 @@
 #include "kit/Design.h"
 #include "kit/Form.h"
 #include "kit/ListView.h"
-#include "kit/MesgBox.h"
 #include "kit/ScriptedUi.h"
 
 namespace {
@@ -151,28 +150,6 @@ TEST_F(KeyboardTest, TheDesignedAltKeysWinWhereverTheFocusIsAndTabReachesNoHandl
   form.Unload();
   Up('C', kit::kAltMask);  // an unloaded form takes no keys
   EXPECT_EQ(form.closeKeys, 1);
-}
-
-TEST(MesgBoxKeyboard, FocusStartsOnTheEnterButtonAndTabEnterGivesTheFocusedButtonsOwnResult) {
-  using Answer = kit::ScriptedUi::Answer;
-  kit::ScriptedUi ui;
-  auto ask = [&](int buttons, std::initializer_list<Answer> keys) {
-    ui.Queue(keys);
-    return ui.MessageBox(u"Proceed?", kit::kIconQuestion, buttons, u"T");
-  };
-  // Yes/No: Enter alone is Yes, the design's rule; Tab to No and Enter is No.
-  EXPECT_EQ(ask(kit::kButtonsYesNo, {Answer::Enter()}), kit::kResultYes);
-  EXPECT_EQ(ask(kit::kButtonsYesNo, {Answer::Tab(), Answer::Enter()}), kit::kResultNo);
-  // OK/Cancel starts on Cancel; Shift+Tab reaches OK.
-  EXPECT_EQ(ask(kit::kButtonsOkCancel, {Answer::Tab(true), Answer::Space()}), kit::kResultOk);
-  // By the keyboard the buttons whose captions the mouse press does not match give
-  // their own results: "&Cancel" of the three-button set, then the close picture.
-  EXPECT_EQ(ask(kit::kButtonsOkCancelRetry, {Answer::Tab(), Answer::Enter()}), kit::kResultCancel);
-  EXPECT_EQ(ask(kit::kButtonsOkCancelIgnore, {Answer::Tab(true), Answer::Enter()}),
-            kit::kResultClosed);
-  EXPECT_EQ(ui.UnansweredCount(), 0);
-  // The close picture is a push button to a screen reader.
-  EXPECT_EQ(ui.Box().MsgClose.Role(), kit::Role::PushButton);
 }
 
 }  // namespace

@@ -15,8 +15,8 @@ constexpr char16_t kTitle[] = u"Corvane for Windows";
 
 Text Chars(std::size_t n) { return Text(n, u'x'); }
 
-int Ask(kit::ScriptedUi& ui, int buttons, std::initializer_list<Answer> answers) {
-  ui.Queue(answers);
+int Ask(kit::ScriptedUi& ui, int buttons, const std::vector<Answer>& answers) {
+  for (const Answer& a : answers) ui.Queue(a);
   return ui.MessageBox(u"Text", kit::kIconInfo, buttons, kTitle);
 }
 
@@ -50,31 +50,39 @@ TEST_F(MesgBox, EachSetShowsItsButtonsAndKeys) {
   }
 }
 
-TEST_F(MesgBox, ButtonsEnterAndAltLettersGiveTheirResults) {
+TEST_F(MesgBox, ButtonsKeysAndAltLettersGiveTheirResults) {
   // In order: "&Cancel" and "&Ok" match no caption of the compare, so a press on them
   // closes the box with the result of the call before.
   const struct {
     int buttons;
-    Answer answer;
+    std::vector<Answer> answers;
     int result;
   } cases[] = {
-      {kit::kButtonsYesNo, Answer::Press(1), kit::kResultNo},
-      {kit::kButtonsOkCancelRetry, Answer::Press(2), kit::kResultRetry},
-      {kit::kButtonsOkCancelIgnore, Answer::Press(2), kit::kResultIgnore},
-      {kit::kButtonsOk, Answer::Press(0), kit::kResultOk},
-      {kit::kButtonsOkCancel, Answer::Press(1), kit::kResultOk},
-      {kit::kButtonsYesNo, Answer::Press(0), kit::kResultYes},
-      {kit::kButtonsOkCancelRetry, Answer::Press(0), kit::kResultYes},
-      {kit::kButtonsOkCancel, Answer::Enter(), kit::kResultCancel},
-      {kit::kButtonsOkCancelRetry, Answer::Alt(u'r'), kit::kResultRetry},
-      {kit::kButtonsOkCancelIgnore, Answer::Alt(u'I'), kit::kResultIgnore},
-      {kit::kButtonsOkCancelIgnore, Answer::Cancel(), kit::kResultCancel},
-      {kit::kButtonsYesNo, Answer::Close(), kit::kResultClosed},
+      {kit::kButtonsYesNo, {Answer::Press(1)}, kit::kResultNo},
+      {kit::kButtonsOkCancelRetry, {Answer::Press(2)}, kit::kResultRetry},
+      {kit::kButtonsOkCancelIgnore, {Answer::Press(2)}, kit::kResultIgnore},
+      {kit::kButtonsOk, {Answer::Press(0)}, kit::kResultOk},
+      {kit::kButtonsOkCancel, {Answer::Press(1)}, kit::kResultOk},
+      {kit::kButtonsYesNo, {Answer::Press(0)}, kit::kResultYes},
+      {kit::kButtonsOkCancelRetry, {Answer::Press(0)}, kit::kResultYes},
+      // The focus starts on the Enter button; Tab, Shift+Tab, then Enter or Space give
+      // the focused button's own result, also where a press would not ("&Cancel" of
+      // the three-button set, then the close picture).
+      {kit::kButtonsYesNo, {Answer::Enter()}, kit::kResultYes},
+      {kit::kButtonsYesNo, {Answer::Tab(), Answer::Enter()}, kit::kResultNo},
+      {kit::kButtonsOkCancel, {Answer::Enter()}, kit::kResultCancel},
+      {kit::kButtonsOkCancel, {Answer::Tab(true), Answer::Space()}, kit::kResultOk},
+      {kit::kButtonsOkCancelRetry, {Answer::Tab(), Answer::Enter()}, kit::kResultCancel},
+      {kit::kButtonsOkCancelIgnore, {Answer::Tab(true), Answer::Enter()}, kit::kResultClosed},
+      {kit::kButtonsOkCancelRetry, {Answer::Alt(u'r')}, kit::kResultRetry},
+      {kit::kButtonsOkCancelIgnore, {Answer::Alt(u'I')}, kit::kResultIgnore},
+      {kit::kButtonsOkCancelIgnore, {Answer::Cancel()}, kit::kResultCancel},
+      {kit::kButtonsYesNo, {Answer::Close()}, kit::kResultClosed},
   };
   int row = 0;
   for (const auto& c : cases) {
     SCOPED_TRACE(row++);
-    EXPECT_EQ(Ask(ui, c.buttons, {c.answer}), c.result);
+    EXPECT_EQ(Ask(ui, c.buttons, c.answers), c.result);
   }
   EXPECT_EQ(ui.UnansweredCount(), 0) << "each answer closed its box";
 
@@ -219,6 +227,7 @@ TEST_F(MesgBox, TheMouseLightsTheButtonUnderItOnceReadyAndTheClosePictureCancels
   EXPECT_TRUE(box.IsLoaded());
   box.lblCapbar.RaiseMouseDown({kit::kLeftButton});
   EXPECT_EQ(box.DragRequests(), 1);
+  EXPECT_EQ(box.MsgClose.Role(), kit::Role::PushButton) << "to a screen reader";
 
   // The close picture runs a button captioned No or Cancel, on the left button only.
   box.SetButton(1, u"Cancel", true, false);
