@@ -97,14 +97,11 @@ class EngineMakesTheFileMeanwhile : public platform::FakeFileSystem {
   Text watched;
 };
 
-TEST(LogsWithTheEngineBeside, ALogTheEngineMakesMeanwhileKeepsItsLines) {
+TEST_F(LogsTest, ALogTheEngineMakesMeanwhileKeepsItsLines) {
   EngineMakesTheFileMeanwhile disk;
-  platform::FakePlatform fake;
   fake.Get().fs = &disk;
-  frame::AppState app(fake.Get());
-  app.DataRoot = u"C:\\QV";
-  disk.AddFolders(u"C:\\QV\\QVCOMMON");
-  disk.watched = u"C:\\QV\\QVCOMMON\\SerTraceFile.txt";
+  disk.AddFolders(testkit::kCommonFolder);
+  disk.watched = Common(u"SerTraceFile.txt");
   frame::WriteTrace(app, u"HideFromTaskBar called from the Monitor.");
   const auto lines =
       platform::TextFile::ReadLines(disk, disk.watched).value_or(std::vector<Text>{});

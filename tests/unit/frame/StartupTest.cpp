@@ -31,13 +31,26 @@ struct RecordingSteps : frame::IStartupSteps {
   Text userAtLoad;
 };
 
-class StartupTest : public ::testing::Test, public FrameFixture {
- protected:
+const std::vector<std::string> kShown{"engines", "load", "show", "log"};
+
+// A monitor process about to start, with its settings written as the test wants them.
+struct Process : FrameFixture {
   void SetIni(const Text& section, const Text& key, const Text& value) {
     AddCommon();
     fake.profile.WriteString(section, key, value, Common(u"qvwin.ini"));
   }
   RecordingSteps steps;
+};
+
+class StartupTest : public ::testing::Test, public Process {};
+
+// Main in a process of its own, started with this command line and these places.
+struct Started : Process {
+  explicit Started(const Text& commandLine, std::vector<std::pair<Text, Text>> places = {}) {
+    fake.system.commandLine = commandLine;
+    for (const auto& [key, value] : places) SetIni(u"LDPI", key, value);
+    EXPECT_EQ(frame::Main(app, steps), MainResult::Run);
+  }
 };
 
 TEST_F(StartupTest, OnlyTheExactWordMinHidesTheWindow) {
@@ -50,14 +63,7 @@ TEST_F(StartupTest, OnlyTheExactWordMinHidesTheWindow) {
   EXPECT_EQ(app.ScheduleFilePath, u"C:\\QV\\QVCOMMON\\scheduleData.txt");
   EXPECT_EQ(fake.fs.CurrentFolder(), u"C:\\QV");
 
-  for (Text word : {u"min", u"Min ", u"other"}) {
-    FrameFixture f;
-    RecordingSteps s;
-    f.fake.system.commandLine = word;
-    ASSERT_EQ(frame::Main(f.app, s), MainResult::Run);
-    EXPECT_EQ(s.calls, (std::vector<std::string>{"engines", "load", "show", "log"}))
-        << testkit::U8(word);
-  }
+  for (Text word : {u"min", u"Min ", u"other"}) EXPECT_EQ(Started(word).steps.calls, kShown);
 }
 
 TEST_F(StartupTest, SecondInstanceEndsSilentlyAndLeavesTheFirstAlone) {
@@ -126,33 +132,23 @@ TEST_F(StartupTest, DataRootFollowsTheOsNameProvider) {
 }
 
 TEST_F(StartupTest, GeometryIsAppliedOnlyWhenAllFourKeysAreThere) {
-  SetIni(u"LDPI", u"MonWidth", u"7000");
-  SetIni(u"LDPI", u"MonHeight", u"5000");
-  SetIni(u"LDPI", u"MonTop", u"100");
-  ASSERT_EQ(frame::Main(app, steps), MainResult::Run);
-  EXPECT_EQ(steps.calls, (std::vector<std::string>{"engines", "load", "show", "log"}));
-
-  FrameFixture f;
-  RecordingSteps s;
-  for (auto [k, v] : {std::pair<Text, Text>{u"MonWidth", u"7000"},
-                      {u"MonHeight", u"5000.5"},
-                      {u"MonTop", u"x"},
-                      {u"MonLeft", u" 20 "}}) {
-    f.AddCommon();
-    f.fake.profile.WriteString(u"LDPI", k, v, f.Common(u"qvwin.ini"));
-  }
-  ASSERT_EQ(frame::Main(f.app, s), MainResult::Run);
-  EXPECT_EQ(s.calls, (std::vector<std::string>{"engines", "load", "geometry", "show", "log"}));
-  EXPECT_EQ(s.geometry, (std::vector<std::optional<long>>{7000, 5000, std::nullopt, 20}));
+  const Started three(u"", {{u"MonWidth", u"7000"}, {u"MonHeight", u"5000"}, {u"MonTop", u"100"}});
+  EXPECT_EQ(three.steps.calls, kShown);
+  const Started four(u"", {{u"MonWidth", u"7000"},
+                           {u"MonHeight", u"5000.5"},
+                           {u"MonTop", u"x"},
+                           {u"MonLeft", u" 20 "}});
+  EXPECT_EQ(four.steps.calls,
+            (std::vector<std::string>{"engines", "load", "geometry", "show", "log"}));
+  EXPECT_EQ(four.steps.geometry, (std::vector<std::optional<long>>{7000, 5000, std::nullopt, 20}));
 }
 
 TEST_F(StartupTest, APlaceTooLargeForANumberIsPassedOverOnItsOwn) {
-  SetIni(u"LDPI", u"MonWidth", u"99999999999999999999999");
-  SetIni(u"LDPI", u"MonHeight", u"-99999999999999999999");
-  SetIni(u"LDPI", u"MonTop", u"9223372036854775807");
-  SetIni(u"LDPI", u"MonLeft", u"-30");
-  ASSERT_EQ(frame::Main(app, steps), MainResult::Run);
-  EXPECT_EQ(steps.geometry,
+  const Started huge(u"", {{u"MonWidth", u"99999999999999999999999"},
+                           {u"MonHeight", u"-99999999999999999999"},
+                           {u"MonTop", u"9223372036854775807"},
+                           {u"MonLeft", u"-30"}});
+  EXPECT_EQ(huge.steps.geometry,
             (std::vector<std::optional<long>>{std::nullopt, std::nullopt, std::nullopt, -30}));
 }
 
@@ -173,7 +169,7 @@ TEST_F(StartupTest, FailingStepDoesNotStopMain) {
     }
   } throwing;
   EXPECT_EQ(frame::Main(app, throwing), MainResult::Run);
-  EXPECT_EQ(throwing.calls, (std::vector<std::string>{"engines", "load", "show", "log"}));
+  EXPECT_EQ(throwing.calls, kShown);
 }
 
 }  // namespace

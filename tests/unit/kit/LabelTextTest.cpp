@@ -12,19 +12,6 @@ namespace {
 
 using base::Text;
 
-TEST(LabelTextTest, WrapTakesThirtyUnitsUnmeasuredThenBreaksByMeasure) {
-  auto wrap = [](base::TextView t, std::size_t fit) {
-    return kit::WrapLabelText(t, [fit](base::TextView p) { return p.size() <= fit; });
-  };
-  EXPECT_EQ(wrap(u"", 40), u"");
-  EXPECT_EQ(wrap(u"short name", 5), u"short name");  // under 30: never measured
-  const Text thirty(30, u'a');
-  EXPECT_EQ(wrap(thirty, 100), thirty + u"\r\n");  // 30 or more ends in CR LF
-  const Text seventy = Text(30, u'a') + Text(20, u'b') + Text(20, u'c');
-  // 50 units fit a line: the first line takes 30 + 20, the rest goes below unmeasured.
-  EXPECT_EQ(wrap(seventy, 50), Text(30, u'a') + Text(20, u'b') + u"\r\n" + Text(20, u'c'));
-}
-
 TEST(LabelTextTest, WrapMeasuresInTheFontOfTheLabel) {
   // The estimate gives a unit 11 twips per point: 8.25 points make 90.75 twips.
   kit::Form form(u"f");

@@ -9,19 +9,23 @@
 namespace {
 
 using base::Text;
-using kit::MesgBox;
 using Answer = kit::ScriptedUi::Answer;
 
 constexpr char16_t kTitle[] = u"Corvane for Windows";
 
 Text Chars(std::size_t n) { return Text(n, u'x'); }
 
-int Ask(kit::ScriptedUi& ui, int buttons, std::initializer_list<Answer> answers) {
-  ui.Queue(answers);
+int Ask(kit::ScriptedUi& ui, int buttons, const std::vector<Answer>& answers) {
+  for (const Answer& a : answers) ui.Queue(a);
   return ui.MessageBox(u"Text", kit::kIconInfo, buttons, kTitle);
 }
 
-TEST(MesgBox, EachSetShowsItsButtonsAndKeys) {
+struct MesgBox : ::testing::Test {
+  kit::ScriptedUi ui;
+  kit::MesgBox& box = ui.Box();
+};
+
+TEST_F(MesgBox, EachSetShowsItsButtonsAndKeys) {
   const struct {
     int buttons;
     std::vector<Text> captions;
@@ -31,8 +35,6 @@ TEST(MesgBox, EachSetShowsItsButtonsAndKeys) {
               {1, {u"&OK", u"&Cancel"}, u"ocOC", u"c"},
               {2, {u"&Yes", u"&No"}, u"ynYN", u"y"},
               {0, {u"&OK"}, u"oO", u"o"}};
-  kit::ScriptedUi ui;
-  MesgBox& box = ui.Box();
   // One box for all, fewer buttons after more: a call hides what the one before showed.
   for (const auto& c : sets) {
     SCOPED_TRACE(c.buttons);
@@ -48,32 +50,39 @@ TEST(MesgBox, EachSetShowsItsButtonsAndKeys) {
   }
 }
 
-TEST(MesgBox, ButtonsEnterAndAltLettersGiveTheirResults) {
-  kit::ScriptedUi ui;
+TEST_F(MesgBox, ButtonsKeysAndAltLettersGiveTheirResults) {
   // In order: "&Cancel" and "&Ok" match no caption of the compare, so a press on them
   // closes the box with the result of the call before.
   const struct {
     int buttons;
-    Answer answer;
+    std::vector<Answer> answers;
     int result;
   } cases[] = {
-      {kit::kButtonsYesNo, Answer::Press(1), kit::kResultNo},
-      {kit::kButtonsOkCancelRetry, Answer::Press(2), kit::kResultRetry},
-      {kit::kButtonsOkCancelIgnore, Answer::Press(2), kit::kResultIgnore},
-      {kit::kButtonsOk, Answer::Press(0), kit::kResultOk},
-      {kit::kButtonsOkCancel, Answer::Press(1), kit::kResultOk},
-      {kit::kButtonsYesNo, Answer::Press(0), kit::kResultYes},
-      {kit::kButtonsOkCancelRetry, Answer::Press(0), kit::kResultYes},
-      {kit::kButtonsOkCancel, Answer::Enter(), kit::kResultCancel},
-      {kit::kButtonsOkCancelRetry, Answer::Alt(u'r'), kit::kResultRetry},
-      {kit::kButtonsOkCancelIgnore, Answer::Alt(u'I'), kit::kResultIgnore},
-      {kit::kButtonsOkCancelIgnore, Answer::Cancel(), kit::kResultCancel},
-      {kit::kButtonsYesNo, Answer::Close(), kit::kResultClosed},
+      {kit::kButtonsYesNo, {Answer::Press(1)}, kit::kResultNo},
+      {kit::kButtonsOkCancelRetry, {Answer::Press(2)}, kit::kResultRetry},
+      {kit::kButtonsOkCancelIgnore, {Answer::Press(2)}, kit::kResultIgnore},
+      {kit::kButtonsOk, {Answer::Press(0)}, kit::kResultOk},
+      {kit::kButtonsOkCancel, {Answer::Press(1)}, kit::kResultOk},
+      {kit::kButtonsYesNo, {Answer::Press(0)}, kit::kResultYes},
+      {kit::kButtonsOkCancelRetry, {Answer::Press(0)}, kit::kResultYes},
+      // The focus starts on the Enter button; Tab, Shift+Tab, then Enter or Space give
+      // the focused button's own result, also where a press would not ("&Cancel" of
+      // the three-button set, then the close picture).
+      {kit::kButtonsYesNo, {Answer::Enter()}, kit::kResultYes},
+      {kit::kButtonsYesNo, {Answer::Tab(), Answer::Enter()}, kit::kResultNo},
+      {kit::kButtonsOkCancel, {Answer::Enter()}, kit::kResultCancel},
+      {kit::kButtonsOkCancel, {Answer::Tab(true), Answer::Space()}, kit::kResultOk},
+      {kit::kButtonsOkCancelRetry, {Answer::Tab(), Answer::Enter()}, kit::kResultCancel},
+      {kit::kButtonsOkCancelIgnore, {Answer::Tab(true), Answer::Enter()}, kit::kResultClosed},
+      {kit::kButtonsOkCancelRetry, {Answer::Alt(u'r')}, kit::kResultRetry},
+      {kit::kButtonsOkCancelIgnore, {Answer::Alt(u'I')}, kit::kResultIgnore},
+      {kit::kButtonsOkCancelIgnore, {Answer::Cancel()}, kit::kResultCancel},
+      {kit::kButtonsYesNo, {Answer::Close()}, kit::kResultClosed},
   };
   int row = 0;
   for (const auto& c : cases) {
     SCOPED_TRACE(row++);
-    EXPECT_EQ(Ask(ui, c.buttons, {c.answer}), c.result);
+    EXPECT_EQ(Ask(ui, c.buttons, c.answers), c.result);
   }
   EXPECT_EQ(ui.UnansweredCount(), 0) << "each answer closed its box";
 
@@ -82,7 +91,6 @@ TEST(MesgBox, ButtonsEnterAndAltLettersGiveTheirResults) {
   EXPECT_EQ(ui.Questions().back().inputs, 2);
 
   // A letter without Alt does nothing either (the box of the last call: OK only).
-  MesgBox& box = ui.Box();
   box.Load();
   kit::KeyArgs plainO{'O', 0};
   box.DeliverKeyUp(plainO);
@@ -92,9 +100,7 @@ TEST(MesgBox, ButtonsEnterAndAltLettersGiveTheirResults) {
   EXPECT_FALSE(box.IsLoaded());
 }
 
-TEST(MesgBox, ABadButtonSetLeavesOnlyTheClosePictureAndABadIconNoIcon) {
-  kit::ScriptedUi ui;
-  MesgBox& box = ui.Box();
+TEST_F(MesgBox, ABadButtonSetLeavesOnlyTheClosePictureAndABadIconNoIcon) {
   EXPECT_EQ(Ask(ui, kit::kButtonsOk, {Answer::Ok()}), kit::kResultOk);
   EXPECT_EQ(Ask(ui, 7, {Answer::Enter(), Answer::Ok(), Answer::Press(0), Answer::Close()}),
             kit::kResultClosed);
@@ -110,9 +116,7 @@ TEST(MesgBox, ABadButtonSetLeavesOnlyTheClosePictureAndABadIconNoIcon) {
   }
 }
 
-TEST(MesgBox, ASecondCallShowsOnlyItsOwnIconAndTitle) {
-  kit::ScriptedUi ui;
-  MesgBox& box = ui.Box();
+TEST_F(MesgBox, ASecondCallShowsOnlyItsOwnIconAndTitle) {
   Ask(ui, kit::kButtonsOkCancelIgnore, {Answer::Alt(u'i')});
   ui.Queue(Answer::Close());
   ui.MessageBox(u"Second", kit::kIconError, kit::kButtonsOk, u"Other title");
@@ -122,9 +126,7 @@ TEST(MesgBox, ASecondCallShowsOnlyItsOwnIconAndTitle) {
   EXPECT_EQ(box.Caption(), u"Other title");
 }
 
-TEST(MesgBox, TheTextChoosesTheLabelAndItsLineEnds) {
-  kit::ScriptedUi ui;
-  MesgBox& box = ui.Box();
+TEST_F(MesgBox, TheTextChoosesTheLabelAndItsLineEnds) {
   auto show = [&](std::size_t n) {
     ui.Queue(Answer::Ok());
     ui.MessageBox(Chars(n), kit::kIconInfo, kit::kButtonsOk, kTitle);
@@ -159,7 +161,7 @@ class MesgBoxLayout : public ::testing::TestWithParam<int> {};
 TEST_P(MesgBoxLayout, TextButtonsAndClosePictureFitInsideTheWindow) {
   const int twipsPerPixel = GetParam();
   kit::ScriptedUi ui(twipsPerPixel);
-  MesgBox& box = ui.Box();
+  kit::MesgBox& box = ui.Box();
   struct Shown {
     Text text;
     int buttons;
@@ -207,9 +209,7 @@ TEST_P(MesgBoxLayout, TextButtonsAndClosePictureFitInsideTheWindow) {
 
 INSTANTIATE_TEST_SUITE_P(Dpi, MesgBoxLayout, ::testing::Values(15, 12));
 
-TEST(MesgBox, TheMouseLightsTheButtonUnderItOnceReadyAndTheClosePictureCancels) {
-  kit::ScriptedUi ui;
-  MesgBox& box = ui.Box();
+TEST_F(MesgBox, TheMouseLightsTheButtonUnderItOnceReadyAndTheClosePictureCancels) {
   box.Load();
   box.SetButton(0, u"&Yes", true, true);
   box.SetButton(1, u"&No", true, false);
@@ -227,6 +227,7 @@ TEST(MesgBox, TheMouseLightsTheButtonUnderItOnceReadyAndTheClosePictureCancels) 
   EXPECT_TRUE(box.IsLoaded());
   box.lblCapbar.RaiseMouseDown({kit::kLeftButton});
   EXPECT_EQ(box.DragRequests(), 1);
+  EXPECT_EQ(box.MsgClose.Role(), kit::Role::PushButton) << "to a screen reader";
 
   // The close picture runs a button captioned No or Cancel, on the left button only.
   box.SetButton(1, u"Cancel", true, false);
@@ -237,7 +238,7 @@ TEST(MesgBox, TheMouseLightsTheButtonUnderItOnceReadyAndTheClosePictureCancels) 
   EXPECT_EQ(box.Result(), kit::kResultCancel);
 }
 
-TEST(MesgBox, AQuestionAskedWhileTheBoxIsUpReadsAsClosed) {
+TEST_F(MesgBox, AQuestionAskedWhileTheBoxIsUpReadsAsClosed) {
   int nested = -1;
   // A timer that asks while the first box waits for its answer.
   struct NestingUi : kit::ScriptedUi {

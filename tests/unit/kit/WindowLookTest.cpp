@@ -93,9 +93,7 @@ TEST(WindowLook, FormsSitInTheBottomRightCornerOfTheWorkArea) {
   EXPECT_EQ(tw.width, 19200);
   frmBKErrNotify f;
   kit::PlaceBottomRight(f, tw);
-  EXPECT_EQ(f.Left(), 19200 - 6750);
-  EXPECT_EQ(f.Top(), 600 + 11400 - 4050);
-  EXPECT_EQ(f.Width(), 6750);
+  EXPECT_EQ(f.GetLayout(), (Layout{19200 - 6750, 600 + 11400 - 4050, 6750, 4050}));
 }
 
 TEST(WindowLook, ResizeControlShrinksTwipsAboveNinetySixDots) {
