@@ -12,9 +12,6 @@ namespace {
 
 using A = kit::ScriptedUi::Answer;
 
-const Rec kDocs{u"3", u"Documents", u"03-25-2013 6:41:00", u"201303250641", u"2", u"4"};
-const Rec kRunning{u"5", u"Photos", u"03-19-2013 9:00:00", u"000000000000", u"1234567", u"3"};
-
 class ManageScreenTest : public JobsTest {
  protected:
   void Open() { ui.Show(form); }
@@ -153,6 +150,7 @@ TEST_F(BackupNowScreenTest, RelativePathModeAndASecondBackupNow) {
   EXPECT_EQ(loadedAfterPress, (std::vector<bool>{false, true}));
   EXPECT_EQ(Asked().size(), 2u);
   EXPECT_EQ(Schedule().size(), 3u);
+  EXPECT_EQ(jobstore::ParseScheduleLine(Schedule().back()).record.Destination, u"Office/");
 }
 
 }  // namespace
