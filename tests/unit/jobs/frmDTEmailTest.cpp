@@ -285,9 +285,8 @@ TEST_F(DTEmailScreen, TheRowChangeBringsTheNewRowIntoView) {
 // The automated job is known by its exact name; Cancel (lblClose) leaves the file as it
 // was.
 TEST_F(DTEmailScreen, SmallerRulesOfTheScreen) {
-  std::vector<Text> lines{u"0"};
-  for (int i = 1; i <= 12; ++i) lines.push_back(Row{base::FromNumber(i), u"Job"}.Line());
-  lines.push_back(Row{u"13", u"AutoBkupQvWin"}.Line());
+  const std::vector<Text> lines{u"0", Row{u"1", u"Job"}.Line(),
+                                Row{u"13", u"AutoBkupQvWin"}.Line()};
   PutSchedule(lines);
   OpenScreen(u"1");
   form.Sch_list_lv.UserClickRow(RowOf(u"13").Index());
