@@ -123,9 +123,7 @@ TEST_F(BackupNowScreenTest, MirrorModeFromTheMenuToTheRecord) {
     screen.DeliverKeyUp(altB);
     EXPECT_FALSE(screen.IsLoaded());
   });
-  const jobs::BackupNowResult result = jobs::ShowBackupNow(app, ui, {});
-  EXPECT_EQ(result.outcome, jobstore::BackupNowOutcome::Show);
-  EXPECT_TRUE(result.shown);
+  EXPECT_TRUE(jobs::ShowBackupNow(app, ui, {}).shown);
   ASSERT_EQ(ui.ShownForms().size(), 2u);  // the screen, then the message box
   EXPECT_EQ(jobstore::ParseScheduleLine(Schedule().back()).record.BackupSetName, u"Photos");
 }
@@ -151,6 +149,7 @@ TEST_F(BackupNowScreenTest, RelativePathModeAndASecondBackupNow) {
   EXPECT_EQ(Asked().size(), 2u);
   EXPECT_EQ(Schedule().size(), 3u);
   EXPECT_EQ(jobstore::ParseScheduleLine(Schedule().back()).record.Destination, u"Office/");
+  EXPECT_EQ(app.Store.ChosenDestination, u"Office/");
 }
 
 }  // namespace
