@@ -12,8 +12,6 @@ using A = kit::ScriptedUi::Answer;
 using jobs::BackupNowEnd;
 using jobstore::BackupNowOutcome;
 
-const Rec kDocs{u"3", u"Documents", u"03-25-2013 6:41:00", u"201303250641", u"2", u"4"};
-
 class BackupNowTest : public JobsTest {
  protected:
   BackupNowTest() { SetIni(u"UserName", u"jsmith"); }
@@ -64,17 +62,6 @@ TEST_F(BackupNowTest, TheMenusMessagesReachTheUser) {
   EXPECT_EQ(Prepare(), BackupNowOutcome::Close);
   EXPECT_EQ(Asked(), std::vector<Text>{Msg(16)});
   EXPECT_EQ(ui.UnansweredCount(), 1);  // the OK box closed, as nobody pressed OK
-}
-
-TEST_F(BackupNowTest, RelativePathModeTakesTheJobsDestination) {
-  SetIni(u"MIRROR", u"0");
-  Rec job = kDocs;
-  job.dest = u"Office/";
-  PutSchedule(u"0", {job});
-  ASSERT_EQ(Prepare(), BackupNowOutcome::Show);
-  EXPECT_EQ(Run().end, BackupNowEnd::Close);
-  EXPECT_EQ(app.Store.ChosenDestination, u"Office/");
-  EXPECT_EQ(jobstore::ParseScheduleLine(Schedule().back()).record.Destination, u"Office/");
 }
 
 TEST_F(BackupNowTest, TheOrderOfTheChecks) {

@@ -10,8 +10,6 @@ namespace {
 
 using A = kit::ScriptedUi::Answer;
 
-const Rec kDocs{u"3", u"Documents", u"03-25-2013 6:41:00", u"201303250641", u"2", u"4"};
-const Rec kRunning{u"5", u"Photos", u"03-19-2013 9:00:00", u"000000000000", u"1234567", u"3"};
 const Rec kAuto{u"6", u"autobkupqvwin", u"03-20-2013 6:00:00", u"201303200600", u"1234567", u"3"};
 
 class JobActionsTest : public JobsTest {

@@ -15,9 +15,6 @@ class JobListTest : public JobsTest {
   JobList list;
 };
 
-const Rec kDocs{u"3", u"Documents", u"03-25-2013 6:41:00", u"201303250641", u"2", u"4"};
-const Rec kRunning{u"5", u"Photos",  u"03-19-2013 9:00:00", u"000000000000", u"1234567",
-                   u"3", u"  mary  "};
 const Rec kWeekend{u"7", u"Weekend", u"03-23-2013 8:00:00", u"201303230800", u"17", u"7"};
 
 TEST_F(JobListTest, TheRowsAndTheOneStatus) {

@@ -29,6 +29,11 @@ struct Rec {
   }
 };
 
+// A weekly job on Mondays, and one the engine runs (its key is the running one).
+inline const Rec kDocs{u"3", u"Documents", u"03-25-2013 6:41:00", u"201303250641", u"2", u"4"};
+inline const Rec kRunning{u"5", u"Photos",  u"03-19-2013 9:00:00", u"000000000000", u"1234567",
+                          u"3", u"  mary  "};
+
 // Downloads asked for instead of opened, next to the product's message box.
 class RecordingPrompts : public jobs::UiPrompts {
  public:

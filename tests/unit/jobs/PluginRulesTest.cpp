@@ -59,7 +59,6 @@ TEST_F(PluginRulesTest, EachPlaceAndVersionAsksForItsFiles) {
       {PluginPlace::RunNow, 6, u"QVExchBrick Monday", u"MailBrickRun.exe", 0},
       {PluginPlace::RunNow, 6, u"qvsqlserverbksetX", u"SysStateRun64.exe", 501},
       {PluginPlace::RunNow, 10, u"Documents", u"SqlAgentLib.dll", 0},
-      {PluginPlace::RunNow, 10, u"QVExchangeServerBkset1", u"SqlAgentLib.dll", 0},
       {PluginPlace::Edit, 5, u"QVExchBrick Monday", u"MailStoreRun2010.exe", 21},
       {PluginPlace::Edit, 6, u"QVExchBrick Monday", u"SysStateRun64.exe", 502},
       {PluginPlace::Edit, 10, u"QVORACLEBkset1", u"SysStateRun32.exe", 502},

@@ -12,9 +12,6 @@ namespace {
 
 using A = kit::ScriptedUi::Answer;
 
-const Rec kDocs{u"3", u"Documents", u"03-25-2013 6:41:00", u"201303250641", u"2", u"4"};
-const Rec kRunning{u"5", u"Photos", u"03-19-2013 9:00:00", u"000000000000", u"1234567", u"3"};
-
 class ManageScreenTest : public JobsTest {
  protected:
   void Open() { ui.Show(form); }
@@ -126,9 +123,7 @@ TEST_F(BackupNowScreenTest, MirrorModeFromTheMenuToTheRecord) {
     screen.DeliverKeyUp(altB);
     EXPECT_FALSE(screen.IsLoaded());
   });
-  const jobs::BackupNowResult result = jobs::ShowBackupNow(app, ui, {});
-  EXPECT_EQ(result.outcome, jobstore::BackupNowOutcome::Show);
-  EXPECT_TRUE(result.shown);
+  EXPECT_TRUE(jobs::ShowBackupNow(app, ui, {}).shown);
   ASSERT_EQ(ui.ShownForms().size(), 2u);  // the screen, then the message box
   EXPECT_EQ(jobstore::ParseScheduleLine(Schedule().back()).record.BackupSetName, u"Photos");
 }
@@ -153,6 +148,8 @@ TEST_F(BackupNowScreenTest, RelativePathModeAndASecondBackupNow) {
   EXPECT_EQ(loadedAfterPress, (std::vector<bool>{false, true}));
   EXPECT_EQ(Asked().size(), 2u);
   EXPECT_EQ(Schedule().size(), 3u);
+  EXPECT_EQ(jobstore::ParseScheduleLine(Schedule().back()).record.Destination, u"Office/");
+  EXPECT_EQ(app.Store.ChosenDestination, u"Office/");
 }
 
 }  // namespace

@@ -138,7 +138,6 @@ TEST_F(StatusTest, TheTrayIconFollowsTheBackgroundWordUnlessBranded) {
   fake.fs.PutFile(branded, "ico");
   form->Indicate_ServiceStatus();
   EXPECT_EQ(Tray().icon, branded);
-  EXPECT_EQ(form->IconPath(), branded);
   EXPECT_EQ(form->picTrayicon.PictureKey(), branded);
   backgroundEngine->steady = u"Running";
   form->Indicate_ServiceStatus();

@@ -57,8 +57,6 @@ class SessionLogScreenTest : public ::testing::Test, protected testkit::FrameFix
 
 TEST_F(SessionLogScreenTest, NoFiles) {
   Open();
-  EXPECT_EQ(Range(), u"");
-  EXPECT_EQ(Pager(), "next_dis- back_dis-");
   EXPECT_EQ(form->cmdView.SkinState(), kit::kSkinDisabled);
   EXPECT_EQ(form->cmdDelete.SkinState(), kit::kSkinDisabled);
   // After a plain load the buttons still answer, with a message.
@@ -125,7 +123,6 @@ TEST_F(SessionLogScreenTest, DeletingFromPageThreeGoesBackToPageOne) {
   Click(form->cmdDelete);  // no question
   EXPECT_TRUE(ui.Questions().empty());
   EXPECT_EQ(Range(), u"1 to 50 of 118");
-  EXPECT_EQ(Pager(), "next_reg+ back_dis-");
   EXPECT_FALSE(fake.fs.FileExists(first)) << U8(first);
   EXPECT_FALSE(fake.fs.FileExists(third)) << U8(third);
   EXPECT_TRUE(form->cmdView.Enabled());
