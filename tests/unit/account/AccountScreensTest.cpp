@@ -113,7 +113,6 @@ TEST_F(AccountScreensTest, ErrorReportSendIsNotStartedAgainWhileItRuns) {
   };
   form.cmdSend.RaiseMouseUp({kit::kLeftButton});
   EXPECT_EQ(fake.network.mails.size(), 1u) << "a send started inside the running one";
-  EXPECT_EQ(form.lblProgress.Caption(), u"Feedback report has been sent successfully.");
   // Once it has ended, Send works again.
   Key(form, 'S', kit::kAltMask);
   EXPECT_EQ(fake.network.mails.size(), 2u);

@@ -14,13 +14,6 @@ namespace {
 
 using Step = platform::FakeFileSystem::Step;
 
-ScheduleRecord Record(const Text& no) {
-  ScheduleRecord r;
-  r.RecordNo = no;
-  r.BackupSetName = u"Saved";
-  return r;
-}
-
 class SameBytesTest : public JobStoreTest {
  protected:
   // The file's bytes (none when it is absent) and the record count a change leaves.
@@ -89,9 +82,9 @@ TEST_F(SameBytesTest, UpdateAndRemovalGiveTheSequencesBytesInOneWrite) {
   for (const auto& start : starts) {
     for (const Text& no : {Text(u"2"), Text(u"0"), Text(u"9"), Text()}) {
       for (bool bNoSch : {false, true}) {
-        const Outcome expected = Stepwise(start, Record(no), bNoSch);
+        const Outcome expected = Stepwise(start, Numbered(no), bNoSch);
         const std::string shown = ::testing::PrintToString(start);
-        EXPECT_EQ(InOneWrite(start, Record(no), bNoSch), expected) << shown;
+        EXPECT_EQ(InOneWrite(start, Numbered(no), bNoSch), expected) << shown;
         EXPECT_LE(writes, 1) << "one change is one write: " << shown;
       }
     }
@@ -109,15 +102,12 @@ std::vector<Writer> Writers() {
     t.fake.fs.PutFile(t.app.ScheduleFilePath, Utf16File({u"1", Rec(u"1"), Rec(u"2"), Rec(u"3")}));
     return t.app.ScheduleFilePath;
   };
-  auto schdata = [](bool bNoSch) {
-    return [bNoSch](JobStoreTest& t) {
-      ScheduleRecord r = Record(u"2");
-      return DB_WriteSchdata(t.app, r, bNoSch);
-    };
-  };
   return {
-      {"update", schedule, schdata(false)},
-      {"removal", schedule, schdata(true)},
+      {"update", schedule,
+       [](JobStoreTest& t) {
+         ScheduleRecord r = Numbered(u"2");
+         return DB_WriteSchdata(t.app, r, false);
+       }},
       {"delete", schedule,
        [](JobStoreTest& t) { return DB_DeleteRecord(t.app, u"1", t.app.ScheduleFilePath); }},
       {"state word", schedule,
@@ -128,14 +118,6 @@ std::vector<Writer> Writers() {
          return t.app.ScheduleFilePath;
        },
        [](JobStoreTest& t) { return DB_WriteFirstLine(t.app); }},
-      {"editor save", schedule,
-       [](JobStoreTest& t) {
-         ScheduleFileEdit edit(t.app);
-         ScheduleRecord a = Record(u"1"), b = Record(u"3");
-         edit.Put(a, false);
-         edit.Put(b, true);
-         return edit.Commit(u"DB_WriteSchdata");
-       }},
       {"setting",
        [](JobStoreTest& t) {
          t.fake.profile.WriteString(u"Corvane", u"BANDWIDTH", u"40", t.Common(u"qvwin.ini"));
@@ -220,7 +202,7 @@ TEST_F(FailingWriteTest, AMissingFolderCreatesNothing) {
   app.ScheduleFilePath = u"C:\\Gone\\QVCOMMON\\scheduleData.txt";
   fake.fs.FailCreateFolder(u"C:\\Gone");
   fake.fs.FailCreateFolder(u"C:\\Gone\\QVCOMMON");
-  ScheduleRecord r = Record(u"4");
+  ScheduleRecord r = Numbered(u"4");
   const WriteResult update = DB_WriteSchdata(app, r, false);
   EXPECT_FALSE(update.ok);
   EXPECT_EQ(update.reason, u"The system cannot find the path specified.");

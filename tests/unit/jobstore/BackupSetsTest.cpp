@@ -13,12 +13,6 @@ Text Job(const Text& no, const Text& name, const Text& dest, const Text& user) {
   return Line({{0, no}, {1, name}, {4, dest}, {16, user}});
 }
 
-TEST_F(SetsTest, SetNameIsTheTextBeforeTheFirstBackspace) {
-  EXPECT_EQ(GetBackSetName(app, u"Docs\bx\by"), u"Docs");
-  EXPECT_EQ(GetBackSetName(app, u"\bx"), u"");
-  EXPECT_EQ(GetBackSetName(app, u"no separator"), u"");
-}
-
 TEST_F(SetsTest, MirrorListLeavesOutTheSpecialSetsAndDuplicates) {
   SetIni(u"Corvane", u"UserName", u"jsmith");
   fake.fs.PutFile(app.BacksetFilePath,

@@ -48,6 +48,14 @@ inline Text Rec(const Text& no, const Text& name = u"Docs", const Text& key = u"
   return Line({{0, no}, {1, name}, {15, key}});
 }
 
+// A record with only its number and set name.
+inline ScheduleRecord Numbered(const Text& no, const Text& name = u"Saved") {
+  ScheduleRecord r;
+  r.RecordNo = no;
+  r.BackupSetName = name;
+  return r;
+}
+
 class JobStoreTest : public ::testing::Test, public testkit::UserFixture {
  protected:
   JobStoreTest() {
