@@ -73,13 +73,6 @@ class FakeServiceWorld : public ServiceWorld {
 };
 
 #if QV_HAVE_WIN32
-// The build tree's path as the Windows program sees it under Wine (the root is Z:).
-Text BuiltProgram(const char* path) {
-  Text p = base::FromUtf8(path);
-  if (!p.empty() && p[0] == u'/') p = u"Z:" + p;
-  return base::Replace(p, u"/", u"\\");
-}
-
 std::filesystem::path FsPath(const Text& windowsPath) {
   return std::filesystem::path(base::ToUtf8(windowsPath));
 }
@@ -92,10 +85,11 @@ Text TempFolder(const Text& stem) {
   return base::FromUtf8(folder.string());
 }
 
+// Copies a program of the build tree, whose path the Windows program sees under Z:.
 bool CopyProgram(const char* built, const Text& to) {
   std::error_code ec;
-  std::filesystem::copy_file(FsPath(BuiltProgram(built)), FsPath(to),
-                             std::filesystem::copy_options::overwrite_existing, ec);
+  std::filesystem::copy_file(FsPath(u"Z:" + base::Replace(base::FromUtf8(built), u"/", u"\\")),
+                             FsPath(to), std::filesystem::copy_options::overwrite_existing, ec);
   return !ec;
 }
 
@@ -380,7 +374,7 @@ TEST_P(ProcessListContract, AStartTimeTellsProcessesApartAndTheScanSeesARestart)
   std::uint32_t returned = 0;
   ASSERT_TRUE(list.EnumProcessIds(4096, ids, returned));
   ASSERT_EQ(returned % 4, 0u);
-  EXPECT_NE(std::find(ids.begin(), ids.begin() + returned / 4, pid), ids.begin() + returned / 4);
+  EXPECT_EQ(std::count(ids.begin(), ids.begin() + returned / 4, pid), 1);
 
   const platform::OsHandle h = list.OpenProcess(engine::kListQueryAccess, false, pid);
   ASSERT_NE(h, 0u);

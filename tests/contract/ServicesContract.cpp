@@ -193,9 +193,7 @@ TEST(Win32Helper, LingerWhileAsked) {
 
 TEST(Win32SystemInfo, PreviousInstanceIsSeen) {
   platform::Win32SystemInfo system;
-  auto stopFile =
-      std::filesystem::temp_directory_path() /
-      ("qv-linger-" + std::to_string(std::chrono::steady_clock::now().time_since_epoch().count()));
+  auto stopFile = std::filesystem::temp_directory_path() / ("qv-linger-" + base::ToUtf8(Stamp()));
   std::string stop = stopFile.string();
   ASSERT_EQ(_putenv(("QV_CONTRACT_LINGER=" + stop).c_str()), 0);
   platform::Win32Shell shell;
