@@ -3,6 +3,7 @@
 // tests prove with the fakes holds on the real system.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -72,13 +73,6 @@ class FakeServiceWorld : public ServiceWorld {
 };
 
 #if QV_HAVE_WIN32
-// The build tree's path as the Windows program sees it under Wine (the root is Z:).
-Text BuiltProgram(const char* path) {
-  Text p = base::FromUtf8(path);
-  if (!p.empty() && p[0] == u'/') p = u"Z:" + p;
-  return base::Replace(p, u"/", u"\\");
-}
-
 std::filesystem::path FsPath(const Text& windowsPath) {
   return std::filesystem::path(base::ToUtf8(windowsPath));
 }
@@ -91,10 +85,11 @@ Text TempFolder(const Text& stem) {
   return base::FromUtf8(folder.string());
 }
 
+// Copies a program of the build tree, whose path the Windows program sees under Z:.
 bool CopyProgram(const char* built, const Text& to) {
   std::error_code ec;
-  std::filesystem::copy_file(FsPath(BuiltProgram(built)), FsPath(to),
-                             std::filesystem::copy_options::overwrite_existing, ec);
+  std::filesystem::copy_file(FsPath(u"Z:" + base::Replace(base::FromUtf8(built), u"/", u"\\")),
+                             FsPath(to), std::filesystem::copy_options::overwrite_existing, ec);
   return !ec;
 }
 
@@ -265,7 +260,6 @@ class ProcessWorld {
   // The process id, 0 when it could not be started.
   virtual std::uint32_t StartChild(const Text& exeName, const Text& title) = 0;
   virtual bool Exited(std::uint32_t pid) = 0;
-  virtual long PlatformId() = 0;
 };
 
 class FakeProcessWorld : public ProcessWorld {
@@ -279,7 +273,6 @@ class FakeProcessWorld : public ProcessWorld {
     return pid;
   }
   bool Exited(std::uint32_t pid) override { return !list_.Running(pid); }
-  long PlatformId() override { return 2; }
 
  private:
   platform::FakeProcessList list_;
@@ -300,11 +293,7 @@ class Win32ProcessWorld : public ProcessWorld {
       }
     }
     Eventually(
-        [&] {
-          for (std::uint32_t pid : pids_)
-            if (!Exited(pid)) return false;
-          return true;
-        },
+        [&] { return std::all_of(pids_.begin(), pids_.end(), [&](auto p) { return Exited(p); }); },
         5000);
     std::error_code ec;
     std::filesystem::remove_all(FsPath(folder_), ec);
@@ -320,11 +309,9 @@ class Win32ProcessWorld : public ProcessWorld {
     return pid;
   }
   bool Exited(std::uint32_t pid) override {
-    for (std::uint32_t id : Ids())
-      if (id == pid) return false;
-    return true;
+    const auto ids = Ids();
+    return std::find(ids.begin(), ids.end(), pid) == ids.end();
   }
-  long PlatformId() override { return 2; }
 
  private:
   std::vector<std::uint32_t> Ids() {
@@ -387,9 +374,7 @@ TEST_P(ProcessListContract, AStartTimeTellsProcessesApartAndTheScanSeesARestart)
   std::uint32_t returned = 0;
   ASSERT_TRUE(list.EnumProcessIds(4096, ids, returned));
   ASSERT_EQ(returned % 4, 0u);
-  bool listed = false;
-  for (std::uint32_t i = 0; i < returned / 4; ++i) listed |= ids[i] == pid;
-  EXPECT_TRUE(listed);
+  EXPECT_EQ(std::count(ids.begin(), ids.begin() + returned / 4, pid), 1);
 
   const platform::OsHandle h = list.OpenProcess(engine::kListQueryAccess, false, pid);
   ASSERT_NE(h, 0u);
@@ -411,12 +396,10 @@ TEST_P(ProcessListContract, AStartTimeTellsProcessesApartAndTheScanSeesARestart)
   EXPECT_EQ(list.ProcessStartTime(pid), started);
   EXPECT_EQ(list.ProcessStartTime(0x7FFFFFF0u), 0u);
 
-  frame::AppState app = [&]() -> frame::AppState {
-    static platform::FakePlatform fakes;  // only the process list is used
-    return frame::AppState(fakes.Get());
-  }();
+  platform::FakePlatform fakes;  // only the process list is used
+  frame::AppState app(fakes.Get());
   app.platform.processes = &list;
-  const long nt = world_->PlatformId();
+  const long nt = 2;  // the NT family
   // The name is matched in any case; a scan that is not to end it leaves it running.
   EXPECT_EQ(engine::ScanForProgram(app, base::ToUpper(exe), false, nt), 1);
   EXPECT_FALSE(world_->Exited(pid));

@@ -1,7 +1,6 @@
 // What every file system gives the logic, written once and run on each of them.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 
 #include "Targets.h"
@@ -9,16 +8,7 @@
 namespace contract {
 namespace {
 
-using platform::FileEntry;
-
 class FileSystemContract : public FsContract {};
-
-std::vector<Text> SortedNames(std::vector<FileEntry> entries) {
-  std::vector<Text> names;
-  for (auto& e : entries) names.push_back(e.name);
-  std::sort(names.begin(), names.end());
-  return names;
-}
 
 TEST_P(FileSystemContract, FoldersAreMadeOneLevelAtATimeAndToldFromFiles) {
   Text file = Path(u"a.txt");
@@ -111,10 +101,9 @@ TEST_P(FileSystemContract, ListMatchesPatternsWithoutRegardToCaseAndKeepsWideNam
   ASSERT_TRUE(fs().WriteAll(Path(wide), "v"));
   EXPECT_TRUE(fs().FileExists(Path(wide)));
 
-  auto all = fs().List(world_->Root(), u"*");
-  EXPECT_EQ(SortedNames(all),
+  EXPECT_EQ(Names(),
             (std::vector<Text>{u"Logs", wide, u"Session1.txt", u"notes.log", u"session2.TXT"}));
-  for (const auto& e : all) {
+  for (const auto& e : fs().List(world_->Root(), u"*")) {
     EXPECT_EQ(e.isFolder, e.name == u"Logs") << base::ToUtf8(e.name);
     if (e.name == u"Session1.txt") {
       EXPECT_EQ(e.size, 3u);
@@ -123,13 +112,10 @@ TEST_P(FileSystemContract, ListMatchesPatternsWithoutRegardToCaseAndKeepsWideNam
       }
     }
   }
-  EXPECT_EQ(SortedNames(fs().List(world_->Root(), u"*.txt")),
-            (std::vector<Text>{wide, u"Session1.txt", u"session2.TXT"}));
-  EXPECT_EQ(SortedNames(fs().List(world_->Root(), u"SESSION*")),
-            (std::vector<Text>{u"Session1.txt", u"session2.TXT"}));
-  EXPECT_EQ(SortedNames(fs().List(world_->Root(), u"notes.log")),
-            (std::vector<Text>{u"notes.log"}));
-  EXPECT_TRUE(fs().List(world_->Root(), u"*.dat").empty());
+  EXPECT_EQ(Names(u"*.txt"), (std::vector<Text>{wide, u"Session1.txt", u"session2.TXT"}));
+  EXPECT_EQ(Names(u"SESSION*"), (std::vector<Text>{u"Session1.txt", u"session2.TXT"}));
+  EXPECT_EQ(Names(u"notes.log"), std::vector<Text>{u"notes.log"});
+  EXPECT_TRUE(Names(u"*.dat").empty());
 }
 
 INSTANTIATE_TEST_SUITE_P(All, FileSystemContract, ::testing::ValuesIn(FileSystemTargets()),

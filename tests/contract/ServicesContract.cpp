@@ -109,15 +109,12 @@ class LocaleContract : public ::testing::TestWithParam<LocaleTarget> {};
 
 // The United States formats of a fresh system: what every target here has.
 TEST_P(LocaleContract, GivesTheFormatsOfTheDefaultUser) {
-  auto locale = GetParam().make();
-  EXPECT_EQ(locale->DateSeparator(), u"/");
-  EXPECT_EQ(locale->TimeSeparator(), u":");
-  EXPECT_EQ(locale->DecimalSeparator(), u".");
-  EXPECT_EQ(locale->ThousandsSeparator(), u",");
-  EXPECT_EQ(locale->ShortDateFormat(), u"M/d/yyyy");
-  EXPECT_EQ(locale->TimeFormat(), u"h:mm:ss tt");
-  EXPECT_EQ(locale->AmSymbol(), u"AM");
-  EXPECT_EQ(locale->PmSymbol(), u"PM");
+  auto l = GetParam().make();
+  const std::vector<Text> formats = {
+      l->DateSeparator(),   l->TimeSeparator(), l->DecimalSeparator(), l->ThousandsSeparator(),
+      l->ShortDateFormat(), l->TimeFormat(),    l->AmSymbol(),         l->PmSymbol()};
+  EXPECT_EQ(formats,
+            (std::vector<Text>{u"/", u":", u".", u",", u"M/d/yyyy", u"h:mm:ss tt", u"AM", u"PM"}));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, LocaleContract, ::testing::ValuesIn(LocaleTargets()), TargetName());
@@ -196,9 +193,7 @@ TEST(Win32Helper, LingerWhileAsked) {
 
 TEST(Win32SystemInfo, PreviousInstanceIsSeen) {
   platform::Win32SystemInfo system;
-  auto stopFile =
-      std::filesystem::temp_directory_path() /
-      ("qv-linger-" + std::to_string(std::chrono::steady_clock::now().time_since_epoch().count()));
+  auto stopFile = std::filesystem::temp_directory_path() / ("qv-linger-" + base::ToUtf8(Stamp()));
   std::string stop = stopFile.string();
   ASSERT_EQ(_putenv(("QV_CONTRACT_LINGER=" + stop).c_str()), 0);
   platform::Win32Shell shell;

@@ -5,6 +5,7 @@
 // (QV_HAVE_WIN32) the Windows ones as well.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <ostream>
@@ -79,6 +80,13 @@ class FsContract : public ::testing::TestWithParam<FsTarget> {
   void SetUp() override { world_ = GetParam().make(); }
   platform::IFileSystem& fs() { return world_->Fs(); }
   Text Path(base::TextView name) { return world_->Path(name); }
+  // The names in the world's folder that match `pattern`, sorted.
+  std::vector<Text> Names(const Text& pattern = u"*") {
+    std::vector<Text> names;
+    for (const auto& e : fs().List(world_->Root(), pattern)) names.push_back(e.name);
+    std::sort(names.begin(), names.end());
+    return names;
+  }
 
   std::unique_ptr<FsWorld> world_;
 };

@@ -51,10 +51,7 @@ TEST_P(TextFileContract, SingleByteRunInTheMiddleSurvivesARoundTrip) {
   ASSERT_TRUE(lines);
   ASSERT_EQ(lines->size(), 2u);
   // 106 bytes make 53 units: 52 pairs of '_' and one of CR LF read the other way round.
-  Text expected(52, char16_t{0x5F5F});
-  expected += char16_t{0x0A0D};
-  expected += u"next";
-  EXPECT_EQ((*lines)[1], expected);
+  EXPECT_EQ((*lines)[1], Text(52, char16_t{0x5F5F}) + char16_t{0x0A0D} + u"next");
 
   Text copy = Path(u"copy.txt");
   ASSERT_TRUE(TextFile::WriteLines(fs(), copy, *lines));

@@ -98,19 +98,15 @@ TEST_P(UiHostContract, WindowsAndControlsShowWhatTheyWereToldAndGoWithTheirWindo
 
   // A container that is not there, or belongs to another window, holds nothing.
   const UiHandle other = Host().CreateForm(Window(u"frmB"), events_);
-  EXPECT_EQ(
-      Host().CreateControl(other, frame, Control(UiKind::Label, u"lbl", u"x", {0, 0, 100, 100})),
-      0u);
-  EXPECT_EQ(
-      Host().CreateControl(window, 999999, Control(UiKind::Label, u"lbl", u"x", {0, 0, 100, 100})),
-      0u);
+  const UiControl label = Control(UiKind::Label, u"lbl", u"x", {0, 0, 100, 100});
+  EXPECT_EQ(Host().CreateControl(other, frame, label), 0u);
+  EXPECT_EQ(Host().CreateControl(window, 999999, label), 0u);
 
   Host().DestroyForm(window);
   world_->Pump();
   EXPECT_FALSE(world_->Read(window).exists);
   EXPECT_FALSE(world_->Read(button).exists);
   EXPECT_TRUE(world_->Read(other).exists);
-  Host().DestroyForm(other);
 }
 
 TEST_P(UiHostContract, TheUsersClickIsReportedAndChangesNothingUntilTheProgramSays) {
@@ -127,7 +123,6 @@ TEST_P(UiHostContract, TheUsersClickIsReportedAndChangesNothingUntilTheProgramSa
   world_->RequestClose(window);
   EXPECT_EQ(events_.events.back(), "close");
   EXPECT_TRUE(world_->Read(window).exists) << "a close request is only a request";
-  Host().DestroyForm(window);
 }
 
 TEST_P(UiHostContract, ComboBoxAndListShowTheirEntriesAndAChoiceIsReported) {
@@ -149,25 +144,18 @@ TEST_P(UiHostContract, ComboBoxAndListShowTheirEntriesAndAChoiceIsReported) {
 
   UiControl list = Control(UiKind::ListView, u"lvJobs", u"", {120, 600, 5000, 2000});
   list.columns = {{u"Set", 2000}, {u"Next", 2000}};
-  platform::UiListRow a;
-  a.text = u"Documents";
-  a.subItems = {u"11/25/2026"};
-  a.image = u"session_backup";
-  platform::UiListRow b;
-  b.text = u"Photos";
-  list.rows = {a, b};
+  list.rows.resize(2);
+  list.rows[0].text = u"Documents";
+  list.rows[0].image = u"session_backup";
+  list.rows[1].text = u"Photos";
   const UiHandle lv = Host().CreateControl(window, 0, list);
   EXPECT_EQ(world_->Read(lv).items, (std::vector<Text>{u"Documents", u"Photos"}));
   EXPECT_EQ(world_->Read(lv).rowImages, (std::vector<bool>{true, false}));
 
   // Forty rows in a list that holds a few: a Scroll change brings the asked row into
   // view without selecting it.
-  list.rows.clear();
-  for (int i = 1; i <= 40; ++i) {
-    platform::UiListRow r;
-    r.text = u"Set " + base::FromNumber(i);
-    list.rows.push_back(r);
-  }
+  list.rows.assign(40, {});
+  for (std::size_t i = 0; i < 40; ++i) list.rows[i].text = u"Set " + base::FromNumber(i + 1);
   Host().UpdateControl(lv, list, UiChange::Items);
   list.visibleRow = 35;
   Host().UpdateControl(lv, list, UiChange::Scroll);
@@ -175,7 +163,6 @@ TEST_P(UiHostContract, ComboBoxAndListShowTheirEntriesAndAChoiceIsReported) {
   const auto seen = world_->Read(lv);
   ASSERT_EQ(seen.rowsInView.size(), 40u);
   EXPECT_TRUE(seen.rowsInView[34]) << "the asked row is out of view";
-  Host().DestroyForm(window);
 }
 
 TEST_P(UiHostContract, FocusGoesWhereTheProgramSaysAndIsReported) {
@@ -190,7 +177,6 @@ TEST_P(UiHostContract, FocusGoesWhereTheProgramSaysAndIsReported) {
   EXPECT_TRUE(world_->Read(second).focused);
   EXPECT_FALSE(world_->Read(first).focused);
   EXPECT_EQ(events_.focused, second);
-  Host().DestroyForm(window);
 }
 
 TEST_P(UiHostContract, ANoticeStaysOnTopWithoutTakingTheActivation) {
@@ -209,8 +195,6 @@ TEST_P(UiHostContract, ANoticeStaysOnTopWithoutTakingTheActivation) {
   EXPECT_FALSE(world_->Read(w).active);
   EXPECT_TRUE(world_->Read(main).active);
   EXPECT_FALSE(world_->Read(main).topmost);
-  Host().DestroyForm(w);
-  Host().DestroyForm(main);
 }
 
 TEST_P(UiHostContract, AModalLoopEndsWhenToldOrWhenItsWindowGoes) {
@@ -244,8 +228,7 @@ TEST_P(UiHostContract, TrayIconsComeAndGoAndABalloonNeedsAnIcon) {
   platform::UiTrayIcon icon;
   icon.icon = u"tray_running";
   icon.tip = u"Contract";
-  std::vector<int> seen;
-  const UiHandle tray = Host().AddTrayIcon(icon, [&](int e) { seen.push_back(e); });
+  const UiHandle tray = Host().AddTrayIcon(icon, [](int) {});
   ASSERT_NE(tray, 0u);
   EXPECT_TRUE(world_->TrayShown(tray));
   Host().ShowTrayBalloon(tray, {u"Title", u"Text", platform::UiBalloonIcon::Info});

@@ -20,25 +20,15 @@ class FakeUiWorld : public UiWorld {
   void Pump() override {}
 
   UiSeen Read(UiHandle h) override {
-    UiSeen seen;
     if (auto f = fake_.forms.find(h); f != fake_.forms.end()) {
-      seen.exists = true;
-      seen.visible = f->second.state.visible;
-      seen.enabled = f->second.state.enabled;
-      seen.text = f->second.state.caption;
-      seen.topmost = f->second.state.topmost;
-      seen.active = fake_.activeWindow == h;
-      return seen;
+      const platform::UiWindow& s = f->second.state;
+      return {true, s.visible, s.enabled, false, fake_.activeWindow == h, s.topmost, s.caption};
     }
     auto c = fake_.controls.find(h);
-    if (c == fake_.controls.end()) return seen;
+    if (c == fake_.controls.end()) return {};
     const platform::UiControl& s = c->second.state;
-    seen.exists = true;
-    seen.visible = fake_.Shown(h);
-    seen.enabled = s.enabled;
-    seen.text = s.caption;
-    seen.check = s.check;
-    seen.focused = fake_.forms.at(c->second.window).focus == h;
+    const bool focused = fake_.forms.at(c->second.window).focus == h;
+    UiSeen seen{true, fake_.Shown(h), s.enabled, focused, false, false, s.caption, s.check};
     if (s.kind == platform::UiKind::ComboBox) {
       seen.items = s.items;
       seen.listIndex = s.listIndex;

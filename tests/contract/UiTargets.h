@@ -20,10 +20,10 @@ struct UiSeen {
   bool topmost = false;
   Text text;
   int check = 0;
-  std::vector<Text> items;  // a combo box's entries, a list's row texts
+  std::vector<Text> items = {};  // a combo box's entries, a list's row texts
   int listIndex = -1;
-  std::vector<bool> rowImages;   // a list's rows: whether each shows a picture
-  std::vector<bool> rowsInView;  // a list's rows: whether each lies in the visible page
+  std::vector<bool> rowImages = {};   // a list's rows: whether each shows a picture
+  std::vector<bool> rowsInView = {};  // a list's rows: whether each lies in the visible page
 };
 
 class UiWorld {

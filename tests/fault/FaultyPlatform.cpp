@@ -6,20 +6,6 @@ namespace fault {
 
 using F = Fault;
 
-// ---- Files ---------------------------------------------------------------------------
-
-bool FaultyFileSystem::Write(const char* site, const Text& path, std::string_view bytes,
-                             WriteCall whole, WriteCall partial) {
-  if (onWrite) onWrite(path, bytes);
-  const auto fault = plan_.Draw(site, {F::Error, F::Short});
-  if (fault == F::Error) return false;
-  if (fault == F::Short) {
-    (in_.*partial)(path, bytes.substr(0, plan_.ShortLength(bytes.size())));
-    return false;
-  }
-  return (in_.*whole)(path, bytes);
-}
-
 // ---- Process list, dial-up -----------------------------------------------------------
 
 bool FaultyProcessList::EnumProcessIds(std::uint32_t byteCount, std::vector<std::uint32_t>& ids,

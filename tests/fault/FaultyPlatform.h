@@ -50,14 +50,13 @@ class FaultyFileSystem : public Faulty<platform::IFileSystem> {
   // A short write: the file was opened (and so truncated) and part of it went out; for
   // a flushed write, the disk filled part way or the flush failed after part of it.
   bool WriteAll(const Text& path, std::string_view bytes) override {
-    return Write("IFileSystem::WriteAll", path, bytes, &Interface::WriteAll, &Interface::WriteAll);
+    return Write<&Interface::WriteAll>(path, bytes);
   }
   bool Append(const Text& path, std::string_view bytes) override {
-    return Write("IFileSystem::Append", path, bytes, &Interface::Append, &Interface::Append);
+    return Write<&Interface::Append>(path, bytes);
   }
   bool WriteFlushed(const Text& path, std::string_view bytes) override {
-    return Write("IFileSystem::WriteFlushed", path, bytes, &Interface::WriteFlushed,
-                 &Interface::WriteAll);
+    return Write<&Interface::WriteFlushed, &Interface::WriteAll>(path, bytes);
   }
   // Refused outright. A file held by another program past the retry is written in
   // place, which is not all or nothing by design; the soak leaves that answer out, so
@@ -84,10 +83,18 @@ class FaultyFileSystem : public Faulty<platform::IFileSystem> {
  private:
   // A read can fail, come back empty or come back short.
   static constexpr std::initializer_list<Fault> kRead = {Fault::Error, Fault::Short, Fault::Empty};
-  using WriteCall = bool (platform::IFileSystem::*)(const Text&, std::string_view);
-  // A write that can also stop part way: `partial` puts out the bytes that went.
-  bool Write(const char* site, const Text& path, std::string_view bytes, WriteCall whole,
-             WriteCall partial);
+  // A write that can also stop part way: `Partial` puts out the bytes that went.
+  template <auto Whole, auto Partial = Whole>
+  bool Write(const Text& path, std::string_view bytes) {
+    if (onWrite) onWrite(path, bytes);
+    const auto fault = plan_.Draw(CallName<Whole>(), {Fault::Error, Fault::Short});
+    if (fault == Fault::Error) return false;
+    if (fault == Fault::Short) {
+      (in_.*Partial)(path, bytes.substr(0, plan_.ShortLength(bytes.size())));
+      return false;
+    }
+    return (in_.*Whole)(path, bytes);
+  }
 };
 
 class FaultyProfile : public Faulty<platform::IProfile> {

@@ -90,8 +90,6 @@ class Soak {
     base::SetIgnoredFailureObserver(&NoteIgnored);
   }
   ~Soak() { base::SetIgnoredFailureObserver(nullptr); }
-  Soak(const Soak&) = delete;
-  Soak& operator=(const Soak&) = delete;
 
   SoakResult Run();
 
@@ -111,23 +109,33 @@ class Soak {
   void Monkey(UiHandle window, int depth);
   void PlayOn(UiHandle window, int depth);
   void Check(const char* step);
-  void CheckSchedule();
   void CheckPassword();
   void ClearRecords();
   void KeepLogsSmall();
   void Finding(const std::string& what) { ++result_.findings[what]; }
   template <class Body>
-  void Entry(const char* what, Body&& body);
+  void Entry(const char* what, Body&& body) {
+    try {
+      body();
+    } catch (...) {
+      const base::ErrorInfo e = base::DescribeCurrentException();
+      Finding(std::string("escaped ") + what + ": " + base::ToUtf8(e.description));
+    }
+  }
 
   std::uint64_t Pick(std::uint64_t n) { return plan_.Pick(n); }
   bool Chance(int percent) { return static_cast<int>(Pick(100)) < percent; }
   Text HostileText();
   Text FieldText();
-  void WriteUnits(const Text& path, const std::vector<Text>& lines);
+  void WriteUnits(const Text& path, const std::vector<Text>& lines) {
+    platform::TextFile::WriteLines(fake_.fs, path, lines);
+  }
   // The schedule's lines as the engine reads them, at least its state word.
   std::vector<Text> ScheduleLines();
   // A key of the engine's profile file `file` in the common folder, as the engine sets it.
-  void Put(const char16_t* key, const Text& value, const Text& file = u"qvwin.ini");
+  void Put(const char16_t* key, const Text& value, const Text& file = u"qvwin.ini") {
+    fake_.profile.WriteString(u"Corvane", Text(key), value, Common(file));
+  }
 
   SoakOptions opt_;
   platform::FakePlatform fake_;
@@ -148,16 +156,6 @@ class Soak {
   const char* step_ = "start";
 };
 
-template <class Body>
-void Soak::Entry(const char* what, Body&& body) {
-  try {
-    body();
-  } catch (...) {
-    const base::ErrorInfo e = base::DescribeCurrentException();
-    Finding(std::string("escaped ") + what + ": " + base::ToUtf8(e.description));
-  }
-}
-
 Text Soak::HostileText() {
   switch (Pick(6)) {
     case 0: return Text();
@@ -174,14 +172,6 @@ Text Soak::FieldText() {
   Text t = HostileText();
   std::erase_if(t, [](char16_t c) { return c == u'\b' || c == u'\r' || c == u'\n'; });
   return t;
-}
-
-void Soak::WriteUnits(const Text& path, const std::vector<Text>& lines) {
-  platform::TextFile::WriteLines(fake_.fs, path, lines);
-}
-
-void Soak::Put(const char16_t* key, const Text& value, const Text& file) {
-  fake_.profile.WriteString(u"Corvane", Text(key), value, Common(file));
 }
 
 void Soak::SetUpDisk() {
@@ -355,13 +345,12 @@ void Soak::EngineChanges() {
   step_ = "engine";
   auto* service = fake_.services.Find(engine::kServiceName);
   if (service != nullptr) service->state = 1 + static_cast<unsigned long>(Pick(7));
-  if (fake_.processes.processes.empty() || Chance(30)) {
-    if (fake_.processes.processes.empty())
-      fake_.processes.Add(4242 + static_cast<std::uint32_t>(Pick(100)),
-                          kRoot + u"\\" + engine::kBackgroundProgram);
-  } else {
-    fake_.processes.processes.clear();  // the engine died
-  }
+  // The engine comes back when it is gone; one that runs dies more often than not.
+  if (fake_.processes.processes.empty())
+    fake_.processes.Add(4242 + static_cast<std::uint32_t>(Pick(100)),
+                        kRoot + u"\\" + engine::kBackgroundProgram);
+  else if (!Chance(30))
+    fake_.processes.processes.clear();
 }
 
 void Soak::ScheduleByOthers() {
@@ -407,8 +396,7 @@ void Soak::TrayChoice() {
 void Soak::WindowPlay() {
   step_ = "window";
   const UiHandle window = fake_.ui.FindForm(u"frmQVWinService");
-  if (window == 0) return;
-  PlayOn(window, 0);
+  if (window != 0) PlayOn(window, 0);
 }
 
 // A few random inputs on one window, the way a user clicks around.
@@ -524,32 +512,13 @@ void Soak::KeepLogsSmall() {
 }
 
 void Soak::ClearRecords() {
-  fake_.ui.calls.clear();
-  fake_.ui.popups.clear();
-  fake_.ui.balloons.clear();
-  fake_.ui.questions.clear();
-  fake_.ui.dragRequests.clear();
-  fake_.ui.failures.clear();
-  fake_.processes.calls.clear();
-  fake_.processes.terminated.clear();
-  fake_.services.calls.clear();
-  fake_.mutex.calls.clear();
-  fake_.shell.opened.clear();
-  fake_.shell.runs.clear();
-  fake_.shell.executed.clear();
-  fake_.sound.played.clear();
-  fake_.dialUp.hangUps.clear();
-  fake_.network.logins.clear();
-  fake_.network.requests.clear();
-  fake_.network.mails.clear();
-  fake_.network.endpointsSeen.clear();
-}
-
-void Soak::CheckSchedule() {
-  const auto path = Common(u"scheduleData.txt");
-  if (!fake_.fs.FileExists(path)) return;
-  for (const std::string& problem : ScheduleProblems(fake_.fs.Bytes(path)))
-    Finding("schedule file: " + problem);
+  auto clear = [](auto&... records) { (records.clear(), ...); };
+  auto& ui = fake_.ui;
+  auto& net = fake_.network;
+  clear(ui.calls, ui.popups, ui.balloons, ui.questions, ui.dragRequests, ui.failures,
+        fake_.processes.calls, fake_.processes.terminated, fake_.services.calls, fake_.mutex.calls,
+        fake_.shell.opened, fake_.shell.runs, fake_.shell.executed, fake_.sound.played,
+        fake_.dialUp.hangUps, net.logins, net.requests, net.mails, net.endpointsSeen);
 }
 
 void Soak::CheckPassword() {
@@ -594,7 +563,9 @@ void Soak::Check(const char* step) {
   }
   traceSeen_.clear();
   ignoredSeen.clear();
-  CheckSchedule();
+  // The schedule file, where there is one, is whole.
+  for (const std::string& problem : ScheduleProblems(fake_.fs.Bytes(Common(u"scheduleData.txt"))))
+    Finding("schedule file: " + problem);
   if (process_) CheckPassword();
   if (fake_.services.OpenHandles() != 0) Finding("a service manager handle left open");
   if (fake_.processes.OpenHandles() != 0) Finding("a process handle left open");

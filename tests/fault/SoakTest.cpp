@@ -14,10 +14,9 @@ void RunSeed(std::uint64_t seed, double probability = fault::SoakOptions{}.proba
   const fault::SoakResult r = fault::RunSoak(options);
   // The run did what it says: all its ticks, with faults of every kind among them.
   EXPECT_EQ(r.ticks, options.ticks);
-  EXPECT_GT(r.byKind[static_cast<int>(fault::Fault::Error)], 0u);
-  EXPECT_GT(r.byKind[static_cast<int>(fault::Fault::Throw)], 0u);
-  EXPECT_GT(r.byKind[static_cast<int>(fault::Fault::Empty)], 0u);
-  EXPECT_GT(r.byKind[static_cast<int>(fault::Fault::Timeout)], 0u);
+  for (fault::Fault k :
+       {fault::Fault::Error, fault::Fault::Throw, fault::Fault::Empty, fault::Fault::Timeout})
+    EXPECT_GT(r.byKind[static_cast<int>(k)], 0u) << fault::FaultName(k);
   EXPECT_TRUE(r.findings.empty()) << fault::Describe(r);
 }
 
