@@ -27,10 +27,8 @@ using e2e::Ms;
 
 // The staged image folder (QV_IMAGE_DIR overrides it), as a Windows path.
 base::Text ImageFolder();
-std::filesystem::path TestProgramFolder();
 
-// Design names ("" when none) and the first window below `parent` with one.
-using e2e::DesignName;
+// The first window below `parent` with a design name.
 using e2e::FindByName;
 // Top-level windows of this process of a class.
 std::vector<HWND> ThreadWindows(const wchar_t* className);
