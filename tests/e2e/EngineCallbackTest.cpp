@@ -13,7 +13,6 @@
 #include <memory>
 
 #include "EngineSupport.h"
-#include "MonitorFixture.h"
 #include "QVMonitor_h.h"
 #include "engine/BackGroundService.h"
 #include "engine/EngineObjects.h"

@@ -18,7 +18,6 @@
 
 #include "EngineSupport.h"
 #include "JobScreens.h"
-#include "MonitorFixture.h"
 #include "QVMonitor_h.h"
 
 namespace e2e {

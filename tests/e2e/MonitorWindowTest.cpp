@@ -46,6 +46,8 @@ TEST_F(MonitorWindowTest, BackgroundEngineIsStartedShownRunningAndTheTabsSwitchP
   EXPECT_TRUE(EngineWindowUp()) << "the load did not start the background engine";
   EXPECT_EQ(Word(), L"0") << "the stale word was not cleared";
   EXPECT_TRUE(Shown(w, L"FrameNormal"));
+  EXPECT_FALSE(Shown(w, L"FrameProgress"));
+  EXPECT_FALSE(Shown(w, L"FrameDetails"));
   // The log reaches the list; which lines it holds is the log view's unit tests'.
   EXPECT_EQ(RowCount(FindByName(w, L"lstLog")), 1);
   Shot("idle");

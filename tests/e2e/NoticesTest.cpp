@@ -9,7 +9,6 @@
 
 #include "Desktop.h"
 #include "EngineSupport.h"
-#include "MonitorFixture.h"
 
 namespace e2e {
 namespace {
@@ -88,7 +87,9 @@ class NoticesTest : public EngineMonitorTest {
 };
 
 TEST_F(NoticesTest, AJobThatEndsBringsUpTheNotificationAtTheNextTick) {
-  Settings({});
+  Settings({L"TotalSpace=2048M", L"UsedSpace=512M"});
+  ASSERT_TRUE(WriteUtf16File(Folder().Common() / L"jsmith" / L"qvwinserver.ini",
+                             {L"[Corvane]", L"ACCTYPE=QVSYNC"}));
   Schedule(L"0", {ImmediateJob(kLongSet), NextJob()});
   Scenario({L"files = 2", L"steps = 2", L"step_ms = 100"});
   ASSERT_NE(OpenMonitor(L""), nullptr);
@@ -102,6 +103,7 @@ TEST_F(NoticesTest, AJobThatEndsBringsUpTheNotificationAtTheNextTick) {
   // The wrap is measured with the real font; the texts themselves are the unit tests'.
   const std::wstring set = Text(n, L"bkupjobname");
   EXPECT_NE(set.find(L"\r\n"), std::wstring::npos) << "not wrapped: " << Utf8(set);
+  EXPECT_EQ(ProgressPosition(FindByName(n, L"QVDiskPBar")), 25);  // the quota, on the form
   Shot("green");
 
   Press(n, L"lbl_cancel");

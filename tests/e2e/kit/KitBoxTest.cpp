@@ -8,7 +8,6 @@
 #include <optional>
 #include <sstream>
 
-#include "Driver.h"
 #include "Desktop.h"
 #include "KitSupport.h"
 #include "Process.h"

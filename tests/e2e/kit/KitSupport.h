@@ -38,7 +38,6 @@ std::vector<HWND> ThreadWindows(const wchar_t* className);
 void Click(HWND hwnd, bool right = false);
 void Press(HWND hwnd);
 void Release();
-void MovePointerTo(HWND hwnd);
 // The same at a point of the screen; a left button pressed there (from any thread).
 void MovePointerTo(POINT at);
 void PressAt(POINT at);
