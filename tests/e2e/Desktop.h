@@ -31,12 +31,6 @@ class UserSetting {
   bool had_ = false;
 };
 
-// The screen's dots per inch for the programs started from now on.
-class ScreenDpi : public UserSetting {
- public:
-  explicit ScreenDpi(DWORD dpi) : UserSetting(L"Control Panel\\Desktop", L"LogPixels", dpi) {}
-};
-
 // High contrast as the accessibility settings keep it (the flag the system call
 // does not carry under Wine), told to every program.
 class HighContrastOn : public UserSetting {

@@ -3,6 +3,7 @@
 // records, the service registration, and the clean-up of Wine's COM leftovers.
 #include <windows.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -82,7 +83,7 @@ class RegisteredService {
     // The service manager may still hold the name of a service deleted a moment ago (by
     // the test before, or another test program): it is free once that deletion is done.
     const std::wstring create =
-        L"sc create \"QVWin Service\" binPath= \"" + exe.wstring() + L"\" start= " + start;
+        L"create \"QVWin Service\" binPath= \"" + exe.wstring() + L"\" start= " + start;
     ok_ = WaitUntil([&] { return Run(create) == 0; });
   }
   ~RegisteredService() {
@@ -91,23 +92,17 @@ class RegisteredService {
       ControlService(s.Get(), SERVICE_CONTROL_STOP, &st);
       WaitForServiceState(s.Get(), SERVICE_STOPPED);
     }
-    Run(L"sc delete \"QVWin Service\"");
+    Run(L"delete \"QVWin Service\"");
   }
   bool Ok() const { return ok_; }
 
  private:
-  static DWORD Run(std::wstring line) {
-    STARTUPINFOW si{};
-    si.cb = sizeof(si);
-    PROCESS_INFORMATION pi{};
-    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
-                        nullptr, &si, &pi))
-      return 1;
-    platform::win32::UniqueHandle thread(pi.hThread), process(pi.hProcess);
-    WaitForSingleObject(process.Get(), 30000);
-    DWORD code = 1;
-    GetExitCodeProcess(process.Get(), &code);
-    return code;
+  // The system's sc.exe with `arguments`; its exit code.
+  static DWORD Run(const std::wstring& arguments) {
+    wchar_t system[MAX_PATH] = {};
+    GetSystemDirectoryW(system, MAX_PATH);
+    auto sc = Process::Start(std::filesystem::path(system) / L"sc.exe", arguments, {});
+    return sc ? sc->WaitExit(Ms{30000}).value_or(1) : 1;
   }
   bool ok_ = false;
 };
@@ -117,6 +112,8 @@ inline constexpr wchar_t kKept[] = L"UpdateMonitor kept: ";
 inline constexpr wchar_t kSimLog[] = L"engine-sim.log";
 inline constexpr wchar_t kBackgroundExe[] = L"QVBackground_955.exe";
 inline constexpr wchar_t kServiceExe[] = L"QVWin Service_955.exe";
+// The job-end notification's caption.
+inline constexpr wchar_t kJobNoticeTitle[] = L"werwe werwerwerwer werwe rwerw 1234";
 
 inline base::Text AsText(const std::filesystem::path& p) {
   const std::wstring w = p.wstring();
@@ -135,6 +132,9 @@ class EngineMonitorTest : public MonitorTest {
   void TearDown() override {
     if (HasFailure()) {
       for (const auto& l : SimLog()) std::printf("sim: %s\n", Utf8(l).c_str());
+      for (const auto& l : Trace(Folder()))
+        if (l.rfind(L"UpdateMonitor", 0) == 0 || l.find(L"got a call") != std::wstring::npos)
+          std::printf("monitor: %s\n", Utf8(l).c_str());
     }
     for (auto& p : engines_) p.Terminate();
     engines_.clear();
@@ -169,6 +169,8 @@ class EngineMonitorTest : public MonitorTest {
     }));
     Sleep(500);
   }
+  // The tick at once: the Refresh button runs it out of turn.
+  void Tick() { Press(main_, L"btnRefresh"); }
   void StartBackgroundEngine() {
     auto p = Process::Start(Folder().Root() / kBackgroundExe, L"", Folder().Root());
     ASSERT_TRUE(p.has_value());
@@ -176,8 +178,15 @@ class EngineMonitorTest : public MonitorTest {
   }
 
   Lines SimLog() { return ReadTextFile(Folder().CommonFile(kSimLog)).value_or(Lines{}); }
+  // True once a line of the simulator's log starts with `line` (its numbers may follow).
   bool WaitForSimLine(const std::wstring& line, Ms timeout = Ms{60000}) {
-    return WaitUntil([&] { return CountLine(SimLog(), line) > 0; }, timeout);
+    return WaitUntil(
+        [&] {
+          const Lines log = SimLog();
+          return std::any_of(log.begin(), log.end(),
+                             [&](auto& l) { return l.rfind(line, 0) == 0; });
+        },
+        timeout);
   }
   // The calls as the simulator sent them, without its outcome; the outcomes apart.
   Lines Sent(Lines* outcomes = nullptr) {
@@ -212,11 +221,6 @@ class EngineMonitorTest : public MonitorTest {
     EXPECT_EQ(sent.size(), count);
     EXPECT_EQ(sent, arrived);
     for (const auto& o : outcomes) EXPECT_EQ(o, L"hr=0x00000000 result=1");
-  }
-  void PrintRecorded() {
-    for (const auto& l : Trace(Folder()))
-      if (l.rfind(L"UpdateMonitor", 0) == 0 || l.find(L"got a call") != std::wstring::npos)
-        std::printf("monitor: %s\n", Utf8(l).c_str());
   }
 
   std::list<Process> engines_;

@@ -18,7 +18,6 @@
 
 #include "EngineSupport.h"
 #include "JobScreens.h"
-#include "MonitorFixture.h"
 #include "QVMonitor_h.h"
 
 namespace e2e {
@@ -27,7 +26,6 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr wchar_t kMonitorClsid[] = L"{1984E5BD-394A-449B-A09A-6648BCB1AF6F}";
-constexpr wchar_t kJobNoticeTitle[] = L"werwe werwerwerwer werwe rwerw 1234";
 constexpr Ms kAnswerLimit{2000};
 constexpr size_t kMegabyte = 1u << 20;
 
@@ -103,11 +101,7 @@ std::wstring Doubled(const std::wstring& text) {
   return out;
 }
 
-class HostileSizesTest : public EngineMonitorTest {
- protected:
-  // The tick at once: the Refresh button runs it out of turn.
-  void Tick() { Press(main_, L"btnRefresh"); }
-};
+using HostileSizesTest = EngineMonitorTest;
 
 TEST_F(HostileSizesTest, AProgressCallWithAMegabyteFileNameIsDrawnWrappedWithoutAFreeze) {
   Schedule(L"0");
@@ -191,7 +185,6 @@ TEST_F(HostileSizesTest, AJobEndRequestWithAMegabyteSetNameOpensTheNoticeWithout
       << "shown " << Unwrapped(shown).size() << " units, expected " << Doubled(set).size()
       << "; shown starts " << Utf8(shown.substr(0, 80));
   EXPECT_NE(shown.find(L"\r\n"), std::wstring::npos) << "not wrapped";
-  EXPECT_EQ(Text(notice->hwnd, L"lblaccntname"), L"jsmith");
 }
 
 // One record of the demo data's form, far in the future so that the engine leaves it.
@@ -221,7 +214,6 @@ TEST_F(HostileSizesTest, TheJobListOpensTwoHundredThousandRecordsInTenSeconds) {
     ASSERT_TRUE(out.good());
   }
   const auto bytes = std::filesystem::file_size(Folder().CommonFile(L"scheduleData.txt"));
-  std::printf("schedule: %d records, %.1f MB\n", kRecords, bytes / 1048576.0);
   ASSERT_GT(bytes, size_t{48} << 20);
 
   ASSERT_NO_FATAL_FAILURE(StartServingMonitor());
@@ -249,8 +241,6 @@ TEST_F(HostileSizesTest, TheJobListOpensTwoHundredThousandRecordsInTenSeconds) {
   // The rows are the file's, in its order, to the last.
   EXPECT_EQ(CellText(list, 0, 0), L"Documents 1");
   EXPECT_EQ(CellText(list, kRecords - 1, 0), L"Documents 200000");
-  EXPECT_EQ(CellText(list, kRecords - 1, 6), L"200000");
-  EXPECT_EQ(CellText(list, kRecords - 1, 4), L"My Corvane/");
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 #include <commctrl.h>
 
 #include <cstddef>
-#include <cstdio>
 #include <cwchar>
 #include <functional>
 #include <filesystem>
@@ -141,22 +140,12 @@ inline std::vector<std::wstring> Fields(const std::wstring& line) {
 
 class JobScreensTest : public EngineMonitorTest {
  protected:
-  HWND Open() { return OpenMonitor(L"Min"); }
   // Tray item 5: Manage all the Scheduled Jobs.
   HWND OpenJobList() {
     TrayItem(5);
     HWND screen = WaitForScreen(L"Sch_list_lv");
     EXPECT_NE(screen, nullptr) << "Manage all the Scheduled Jobs opened nothing";
     return screen;
-  }
-  bool WaitForSimPrefix(const std::wstring& prefix, Ms timeout = Ms{60000}) {
-    return WaitUntil(
-        [&] {
-          for (const auto& l : SimLog())
-            if (l.rfind(prefix, 0) == 0) return true;
-          return false;
-        },
-        timeout);
   }
   // Delete on row `row` (from 0), its question answered Yes.
   void DeleteRow(HWND screen, HWND list, int row) {
@@ -165,12 +154,6 @@ class JobScreensTest : public EngineMonitorTest {
     HWND sure = WaitForBox(L"Are you sure you want to delete the scheduled record?");
     ASSERT_NE(sure, nullptr);
     Answer(sure, 0);
-  }
-  HWND OpenBackupNow() {
-    TrayItem(3);
-    HWND screen = WaitForScreen(L"LstBackupSet");
-    EXPECT_NE(screen, nullptr) << "Backup Now opened nothing";
-    return screen;
   }
   // The schedule editor opened by a double click on row `row` of the job list.
   HWND OpenEditorOn(HWND list, int row) {

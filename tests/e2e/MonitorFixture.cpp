@@ -73,10 +73,6 @@ std::optional<WindowInfo> MonitorTest::MainWindow(DWORD pid, Ms timeout) {
   return WaitForWindow(WindowQuery{kMonitorTitle, kMonitorClass, pid, false}, timeout);
 }
 
-std::vector<WindowInfo> MonitorTest::AllMonitorWindows() {
-  return FindTopLevel(WindowQuery{kMonitorTitle, kMonitorClass, 0, false});
-}
-
 Lines MonitorTest::Trace(const ProgramFolder& folder) {
   return ReadTextFile(folder.Trace()).value_or(Lines{});
 }

@@ -41,7 +41,6 @@ class MonitorTest : public ::testing::Test {
 
   // The monitor window of a process, also while hidden.
   std::optional<WindowInfo> MainWindow(DWORD pid, Ms timeout = kWait);
-  std::vector<WindowInfo> AllMonitorWindows();
 
   Lines Trace(const ProgramFolder& folder);
   bool WaitForTraceLine(const ProgramFolder& folder, const std::wstring& line, Ms timeout = kWait);

@@ -1,13 +1,12 @@
 // The monitor window for a user without a mouse or with a screen reader, seen from
 // outside as such a user's tools see it: the real keyboard in the window and a message
-// box, the tray menu from the keyboard, what each kind of control is to the platform's
-// accessibility across processes (window text, class, style, and the accessible role).
-// High contrast and a larger scale are the kit's end-to-end tests' (the host draws every
-// form alike).
+// box, what each kind of control is to the platform's accessibility across processes
+// (window text, class, style, and the accessible role). The tray menu from the keyboard
+// is the tray test's; high contrast and a larger scale are the kit's end-to-end tests'
+// (the host draws every form alike).
 #include <gtest/gtest.h>
 
 #include <oleacc.h>
-#include <shellapi.h>
 
 #include <string>
 #include <vector>
@@ -44,9 +43,6 @@ class MonitorMannersTest : public MonitorTest {
     WaitUntil([&] { return FocusOf(top) != before; }, Ms{3000});
     return DesignName(FocusOf(top));
   }
-  std::wstring DisableSetting() {
-    return ReadIni(Folder().CommonFile(L"qvwin.ini"), L"Corvane", L"DisableAllSchdulers");
-  }
 };
 
 // The real keyboard reaches the window of another process and its message box; the
@@ -72,18 +68,8 @@ TEST_F(MonitorMannersTest, TheRealKeyboardMovesTheFocusAndPressesInTheWindowAndI
   Shot("box-focus-on-no");
   TypeKey(VK_RETURN);
   ASSERT_TRUE(WaitUntil([&] { return !IsWindow(box) || !IsWindowVisible(box); }));
-  EXPECT_NE(DisableSetting(), L"1") << "Enter on No answered Yes";
-}
-
-TEST_F(MonitorMannersTest, TheTrayMenuOpensFromTheKeyboardOnTheIcon) {
-  ASSERT_NE(OpenMonitor(L"Min"), nullptr);
-  // What the shell sends for Enter on the icon (version 4), and for the context-menu key.
-  ASSERT_TRUE(PostTrayMouse(main_, NIN_KEYSELECT));
-  ASSERT_TRUE(WaitForPopupMenu(pid_)) << "Enter on the icon opened no menu";
-  ASSERT_TRUE(DismissMenu(pid_));
-  ASSERT_TRUE(PostTrayMouse(main_, WM_CONTEXTMENU));
-  ASSERT_TRUE(WaitForPopupMenu(pid_)) << "the context-menu key on the icon opened no menu";
-  ASSERT_TRUE(DismissMenu(pid_));
+  EXPECT_NE(ReadIni(Folder().CommonFile(L"qvwin.ini"), L"Corvane", L"DisableAllSchdulers"), L"1")
+      << "Enter on No answered Yes";
 }
 
 struct Control {

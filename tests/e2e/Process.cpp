@@ -110,11 +110,7 @@ std::vector<ProcessEntry> FindProcesses(const std::wstring& exeName) {
   return found;
 }
 
-int TerminateProcessesUnder(const std::filesystem::path& folder) {
-  return TerminateProcessesUnder(L"", folder);
-}
-
-int TerminateProcessesUnder(const std::wstring& exeName, const std::filesystem::path& folder) {
+int TerminateProcessesUnder(const std::filesystem::path& folder, const std::wstring& exeName) {
   auto lower = [](std::wstring s) {
     std::transform(s.begin(), s.end(), s.begin(), [](wchar_t c) { return std::towlower(c); });
     return s;

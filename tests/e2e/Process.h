@@ -50,10 +50,8 @@ struct ProcessEntry {
 
 // Processes whose image file is named `exeName` (case-insensitive; empty: all).
 std::vector<ProcessEntry> FindProcesses(const std::wstring& exeName);
-// Ends every process whose image lies under `folder`, whatever its name: the monitor,
-// and the engine it starts beside itself from its program folder. Returns how many.
-int TerminateProcessesUnder(const std::filesystem::path& folder);
-// The same for the processes named `exeName` only.
-int TerminateProcessesUnder(const std::wstring& exeName, const std::filesystem::path& folder);
+// Ends every process whose image lies under `folder` (of any name, or named `exeName`): the
+// monitor, and the engine it starts beside itself from its program folder. Returns how many.
+int TerminateProcessesUnder(const std::filesystem::path& folder, const std::wstring& exeName = L"");
 
 }  // namespace e2e

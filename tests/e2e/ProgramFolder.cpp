@@ -8,13 +8,13 @@ namespace e2e {
 
 namespace fs = std::filesystem;
 
-namespace {
-
 fs::path OwnFolder() {
   wchar_t path[MAX_PATH * 2] = {};
   DWORD n = GetModuleFileNameW(nullptr, path, MAX_PATH * 2);
   return fs::path(std::wstring(path, n)).parent_path();
 }
+
+namespace {
 
 // Wine lets go of a program's files a moment after the program has ended.
 bool RemoveTree(const fs::path& root, std::error_code& ec) {

@@ -10,7 +10,8 @@ namespace e2e {
 // The staged program folder: $QV_E2E_STAGE, else <build tree>\stage, found from this
 // program's own place (<build tree>\tests\e2e\<program>.exe).
 std::filesystem::path StageFolder();
-// Where the copies go: <this program's folder>\runs.
+// This test program's own folder, and where the copies go: its subfolder runs.
+std::filesystem::path OwnFolder();
 std::filesystem::path RunsFolder();
 
 class ProgramFolder {

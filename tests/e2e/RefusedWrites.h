@@ -232,8 +232,7 @@ class RefusedWritesTest : public JobScreensTest {
     Answer(ask, 0);
     EXPECT_EQ(WaitForBox(L"The scheduled job will stop shortly.", Ms{3000}), nullptr)
         << "a stop that was never written was told as done";
-    Unchanged("stop");
-    EXPECT_EQ(Word(), L"1");
+    Unchanged("stop");  // the word "1" with every other byte
 
     // Stop completely on a stop the engine did not take up: the screen waits its nine
     // seconds, the "0" cannot be written, the word stays.
@@ -243,8 +242,7 @@ class RefusedWritesTest : public JobScreensTest {
     Press(screen_, L"Pic_Stcomp");
     Sleep(1000);
     EXPECT_TRUE(WaitUntil([&] { return Answers(screen_); }, Ms{30000}));
-    Unchanged("stop-completely");
-    EXPECT_EQ(Word(), L"2");
+    Unchanged("stop-completely");  // the word "2" with every other byte
     PutWord(L'0');
     Snapshot();
 
@@ -265,7 +263,6 @@ class RefusedWritesTest : public JobScreensTest {
     ASSERT_NE(updatePassword, nullptr);
     Refused(L"The new password could not be stored. Reason : ", "update-password-refused");
     EXPECT_TRUE(StillThere(updatePassword)) << "Update Password closed on a failure";
-    EXPECT_EQ(FileBytes(Store()), storeBefore_);
     PostMessageW(updatePassword, WM_CLOSE, 0, 0);
     ASSERT_TRUE(WaitUntil([&] { return !StillThere(updatePassword); }));
 

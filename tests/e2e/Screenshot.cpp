@@ -18,14 +18,6 @@ std::wstring Widen(const std::string& s) {
   return w;
 }
 
-// Wine maps the Unix root to drive Z: in every prefix it makes.
-std::wstring WindowsPathOf(const std::string& unixPath) {
-  std::wstring w = L"Z:" + Widen(unixPath);
-  for (auto& c : w)
-    if (c == L'/') c = L'\\';
-  return w;
-}
-
 std::string SafeName(const std::string& name) {
   std::string out;
   for (char c : name) {
@@ -42,6 +34,13 @@ std::string ScreenshotFolder() {
 }
 
 }  // namespace
+
+std::wstring WindowsPathOf(const std::string& unixPath) {
+  std::wstring w = L"Z:" + Widen(unixPath);
+  for (auto& c : w)
+    if (c == L'/') c = L'\\';
+  return w;
+}
 
 bool RunningUnderWine() {
   HMODULE ntdll = GetModuleHandleW(L"ntdll.dll");

@@ -11,6 +11,8 @@
 namespace e2e {
 
 bool RunningUnderWine();
+// The Windows path (drive Z:, which Wine maps to the Unix root) of a Unix path.
+std::wstring WindowsPathOf(const std::string& unixPath);
 // The Linux path of the saved picture.
 std::optional<std::string> Screenshot(const std::string& name, Ms timeout = Ms{30000});
 

@@ -4,35 +4,29 @@
 #include <gtest/gtest.h>
 
 #include "KitSupport.h"
-#include "Screenshot.h"
-#include "kit/HostedUi.h"
 #include "platform/win32/Win32Platform.h"
-#include "platform/win32/Win32UiHost.h"
 #include "account/AboutQVWIN.h"
 
 namespace kit_e2e {
 namespace {
 
-TEST(AboutOnWindows, ListsTheStagedProgramsWithTheirVersionsAndClosesByOk) {
-  UseKitScreenshotFolder();
-  platform::Win32Platform system;
-  frame::AppState app{system.Get()};
+using AboutOnWindows = KitScreenTest;
+
+TEST_F(AboutOnWindows, ListsTheStagedProgramsWithTheirVersionsAndClosesByOk) {
+  platform::Win32Platform win32;
+  frame::AppState app{win32.Get()};
   // The program folder is the one the pictures come from.
   const base::Text images = ImageFolder();
   app.ProgramFolder = images.substr(0, images.rfind(u'\\'));
   app.DataRoot = app.ProgramFolder;
-  platform::Win32UiHost host{ImageFolder()};
-  kit::HostedUi ui{host};
 
   account::AboutQVWIN form(app, ui);
   Attached attached{ui, form};
   form.Load();
-  ui.Show(form);
-  HWND window = host.WindowHandle(ui.Forms().WindowOf(form));
-  ASSERT_TRUE(PumpUntil(host, [&] { return window != nullptr && IsWindowVisible(window); }));
+  ASSERT_TRUE(ShowAndWait(form));
 
   // What the list box shows on the screen, read back from its window.
-  HWND list = host.WindowHandle(ui.Forms().HandleOf(form.txtVersionList));
+  HWND list = Hwnd(form.txtVersionList);
   wchar_t text[8192] = {};
   GetWindowTextW(list, text, 8192);
   const std::wstring shown(text);
@@ -45,13 +39,12 @@ TEST(AboutOnWindows, ListsTheStagedProgramsWithTheirVersionsAndClosesByOk) {
   // Bottom right of the work area.
   RECT work{}, r{};
   SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
-  GetWindowRect(window, &r);
+  GetWindowRect(Window(form), &r);
   EXPECT_LE(std::abs(r.right - work.right), 2);
   EXPECT_LE(std::abs(r.bottom - work.bottom), 2);
 
-  Pump(host, Ms{400});
-  if (!e2e::Screenshot("about") && e2e::RunningUnderWine()) ADD_FAILURE() << "no screenshot";
-  Click(host.WindowHandle(ui.Forms().HandleOf(form.lblcopy)));
+  Shot("about");
+  Click(Hwnd(form.lblcopy));
   EXPECT_TRUE(PumpUntil(host, [&] { return !form.IsLoaded(); }));
 }
 

@@ -2,7 +2,7 @@
 // and roles through the platform's accessibility calls), high contrast and the taskbar's
 // theme switched while the program runs, and a form told that its screen's scale
 // changed. Pictures go to build/screenshots/kit/. (The real keyboard is driven through
-// the monitor's window and box by its manners test, and into a modal box by KitInputTest.)
+// the monitor's window and box by its manners test.)
 #include <gtest/gtest.h>
 
 #include <oleacc.h>

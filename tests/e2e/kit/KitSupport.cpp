@@ -13,18 +13,7 @@ std::wstring W(const base::Text& t) { return std::wstring(t.begin(), t.end()); }
 
 base::Text ImageFolder() {
   if (const wchar_t* env = _wgetenv(L"QV_IMAGE_DIR"); env != nullptr && *env != 0) return T(env);
-  // Wine maps the Unix root to drive Z:.
-  std::wstring path = L"Z:" + std::filesystem::path(QV_KIT_IMAGES).wstring();
-  for (auto& c : path) {
-    if (c == L'/') c = L'\\';
-  }
-  return T(path);
-}
-
-std::filesystem::path TestProgramFolder() {
-  wchar_t path[MAX_PATH] = {};
-  GetModuleFileNameW(nullptr, path, MAX_PATH);
-  return std::filesystem::path(path).parent_path();
+  return T(e2e::WindowsPathOf(QV_KIT_IMAGES));
 }
 
 std::vector<HWND> ThreadWindows(const wchar_t* className) {

@@ -27,10 +27,8 @@ using e2e::Ms;
 
 // The staged image folder (QV_IMAGE_DIR overrides it), as a Windows path.
 base::Text ImageFolder();
-std::filesystem::path TestProgramFolder();
 
-// Design names ("" when none) and the first window below `parent` with one.
-using e2e::DesignName;
+// The first window below `parent` with a design name.
 using e2e::FindByName;
 // Top-level windows of this process of a class.
 std::vector<HWND> ThreadWindows(const wchar_t* className);
@@ -40,7 +38,6 @@ std::vector<HWND> ThreadWindows(const wchar_t* className);
 void Click(HWND hwnd, bool right = false);
 void Press(HWND hwnd);
 void Release();
-void MovePointerTo(HWND hwnd);
 // The same at a point of the screen; a left button pressed there (from any thread).
 void MovePointerTo(POINT at);
 void PressAt(POINT at);
